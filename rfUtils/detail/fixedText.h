@@ -1,0 +1,34 @@
+// Private to the library: not installed, may change in any release.
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <cstddef>
+#include <string_view>
+
+namespace rfu::detail {
+
+/// The text that C's printf gives for "%.<decimals>f", with a decimal point in every locale.
+/// Exact ties round to even (0.125 with two decimals is "0.12"), unlike QString::setNum, which
+/// rounds them away from zero. Infinities and NaN read "inf", "-inf", "nan", "-nan".
+class FixedText {
+public:
+    static constexpr int kMaxDecimals = 9;
+
+    /// @param decimals 0 to kMaxDecimals; a value outside is brought to the nearer bound
+    FixedText(double value, int decimals) noexcept {
+        const int used = decimals < 0 ? 0 : decimals > kMaxDecimals ? kMaxDecimals : decimals;
+        const auto result = std::to_chars(buffer_.data(), buffer_.data() + buffer_.size(), value,
+                                          std::chars_format::fixed, used);
+        size_ = static_cast<std::size_t>(result.ptr - buffer_.data());
+    }
+
+    std::string_view view() const noexcept { return {buffer_.data(), size_}; }
+
+private:
+    // sign, 309 digits of the largest double, point, decimals
+    std::array<char, 1 + 309 + 1 + kMaxDecimals> buffer_;
+    std::size_t size_ = 0;
+};
+
+}  // namespace rfu::detail

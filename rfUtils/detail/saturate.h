@@ -1,0 +1,33 @@
+// Private to the library: not installed, may change in any release.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+
+namespace rfu::detail {
+
+/// Truncates toward zero to 32 bits; beyond the range the nearest bound, NaN gives 0.
+constexpr std::int32_t toInt32(double value) noexcept {
+    constexpr double kLowest = -2147483648.0;
+    constexpr double kHighest = 2147483647.0;
+    if (value != value) {
+        return 0;
+    }
+    if (value <= kLowest) {
+        return std::numeric_limits<std::int32_t>::min();
+    }
+    if (value >= kHighest) {
+        return std::numeric_limits<std::int32_t>::max();
+    }
+    return static_cast<std::int32_t>(value);
+}
+
+/// Rounds to the nearest single; beyond its range signed infinity, NaN stays NaN.
+inline float toFloat(double value) noexcept {
+    // Without IEEE arithmetic the conversion of an out-of-range value would be undefined.
+    static_assert(std::numeric_limits<float>::is_iec559 && std::numeric_limits<double>::is_iec559,
+                  "IEEE floating point is required");
+    return static_cast<float>(value);
+}
+
+}  // namespace rfu::detail

@@ -1,0 +1,56 @@
+#include <rfUtils/detail/saturate.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+using rfu::detail::toFloat;
+using rfu::detail::toInt32;
+
+namespace {
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+
+TEST(ToInt32, TruncatesTowardZeroAndSaturates) {
+    const struct {
+        double value;
+        std::int32_t expected;
+    } kCases[] = {
+        {0.0, 0},
+        {-0.0, 0},
+        {0.999999, 0},
+        {-0.999999, 0},
+        {1.5, 1},
+        {-1.5, -1},
+        {2147483646.999, 2147483646},
+        {2147483647.0, 2147483647},
+        {2147483647.5, 2147483647},
+        {2147483648.0, 2147483647},
+        {-2147483647.5, -2147483647},
+        {-2147483648.0, -2147483647 - 1},
+        {-2147483648.9, -2147483647 - 1},
+        {-2147483649.0, -2147483647 - 1},
+        {1e300, 2147483647},
+        {-1e300, -2147483647 - 1},
+        {kInf, 2147483647},
+        {-kInf, -2147483647 - 1},
+        {kNan, 0},
+        {-kNan, 0},
+    };
+    for (const auto& row : kCases) {
+        EXPECT_EQ(toInt32(row.value), row.expected) << row.value;
+    }
+}
+
+TEST(ToFloat, RoundsToNearestAndOverflowsToInfinity) {
+    EXPECT_EQ(toFloat(0.1), 0.1F);
+    EXPECT_EQ(toFloat(16777217.0), 16777216.0F);  // 2^24 + 1, a tie that goes to even
+    EXPECT_EQ(toFloat(1e39), std::numeric_limits<float>::infinity());
+    EXPECT_EQ(toFloat(-1e39), -std::numeric_limits<float>::infinity());
+    EXPECT_EQ(toFloat(1e-60), 0.0F);
+    EXPECT_TRUE(std::isnan(toFloat(kNan)));
+}
+
+}  // namespace

@@ -1,0 +1,31 @@
+// The main of every test program: takes the process's locale from RFUTILS_TEST_LOCALE, so that the
+// same tests run under a decimal comma too, and gives Qt an application that needs no display.
+#include <gtest/gtest.h>
+
+#ifdef RFUTILS_TEST_GUI
+#include <QGuiApplication>
+using Application = QGuiApplication;
+#else
+#include <QCoreApplication>
+using Application = QCoreApplication;
+#endif
+
+#include <cstdio>
+#include <cstdlib>
+#include <locale>
+#include <stdexcept>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const Application application(argc, argv);
+    if (const char* name = std::getenv("RFUTILS_TEST_LOCALE")) {
+        try {
+            std::locale::global(std::locale(name));
+        } catch (const std::runtime_error&) {
+            std::fprintf(stderr, "the locale %s is not installed\n", name);
+            return 1;
+        }
+    }
+    return RUN_ALL_TESTS();
+}
