@@ -1,0 +1,208 @@
+#include <rfUtils/trace/traceRssiBuffer.h>
+
+#include <QDebug>
+#include <QVector>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <limits>
+
+namespace {
+
+std::size_t ringCapacity(int capacity) {
+    return static_cast<std::size_t>(std::max(capacity, 0));
+}
+
+/// The ring of a marker, null for an index that is no marker.
+template <typename Rings>
+auto* ringOf(Rings& rings, int marker) {
+    // As an unsigned number a negative index is beyond the last marker.
+    const auto index = static_cast<std::size_t>(marker);
+    return index < std::size(rings) ? &rings[index] : nullptr;
+}
+
+// std::fmax and std::fmin leave the sign of a zero to the processor, these do not.
+
+double largerNumber(double a, double b) {
+    if (std::isnan(a)) {
+        return b;
+    }
+    if (a == b) {
+        return std::signbit(a) ? b : a;
+    }
+    return b > a ? b : a;
+}
+
+double smallerNumber(double a, double b) {
+    if (std::isnan(a)) {
+        return b;
+    }
+    if (a == b) {
+        return std::signbit(a) ? a : b;
+    }
+    return b < a ? b : a;
+}
+
+bool isMeasured(double value) {
+    return value != traceRssiBuffer::kNoMeasurement;
+}
+
+}  // namespace
+
+traceRssiBuffer::traceRssiBuffer(int traceCapacity, int markerCapacity, int points)
+    : traceBuffer(ringCapacity(traceCapacity)), pointNum(points) {
+    for (auto& ring : markerBuffer) {
+        ring.set_capacity(ringCapacity(markerCapacity));
+    }
+}
+
+void traceRssiBuffer::push_back(std::vector<double>& trace) {
+    traceBuffer.push_back(trace);
+}
+
+void traceRssiBuffer::push_front(std::vector<double>& trace) {
+    traceBuffer.push_front(trace);
+}
+
+int traceRssiBuffer::getPointNum() const {
+    return pointNum;
+}
+
+void traceRssiBuffer::setPointNum(int points) {
+    pointNum = points;
+}
+
+bool traceRssiBuffer::calcMarkerPower(int marker, int pointIndex) {
+    auto* const ring = ringOf(markerBuffer, marker);
+    if (ring == nullptr) {
+        return false;
+    }
+    ring->clear();
+    // As an unsigned number a negative index is beyond every trace.
+    const auto point = static_cast<std::size_t>(pointIndex);
+    for (const auto& trace : traceBuffer) {
+        if (point < trace.size()) {
+            ring->push_back(trace[point]);
+        }
+    }
+    return true;
+}
+
+bool traceRssiBuffer::appendMarkerPower(int marker, double value) {
+    auto* const ring = ringOf(markerBuffer, marker);
+    if (ring == nullptr) {
+        return false;
+    }
+    ring->push_back(value);
+    return true;
+}
+
+bool traceRssiBuffer::getAverageMarkerPower(int marker, double* out) const {
+    const auto* const ring = ringOf(markerBuffer, marker);
+    if (ring == nullptr || ring->empty() || out == nullptr) {
+        return false;
+    }
+    double sum = 0.0;
+    int count = 0;
+    for (const double value : *ring) {
+        if (isMeasured(value)) {
+            sum += value;
+            ++count;
+        }
+    }
+    // Written out because the sign of the NaN of 0/0 depends on the processor.
+    *out = count == 0 ? std::numeric_limits<double>::quiet_NaN() : sum / count;
+    return true;
+}
+
+bool traceRssiBuffer::getMaxMarkerPower(int marker, double* out) const {
+    const auto* const ring = ringOf(markerBuffer, marker);
+    if (ring == nullptr || ring->empty() || out == nullptr) {
+        return false;
+    }
+    double maximum = ring->front();
+    for (const double value : *ring) {
+        maximum = largerNumber(maximum, value);
+    }
+    *out = maximum;
+    return true;
+}
+
+bool traceRssiBuffer::getMinMarkerPower(int marker, double* out) const {
+    const auto* const ring = ringOf(markerBuffer, marker);
+    if (ring == nullptr || ring->empty() || out == nullptr) {
+        return false;
+    }
+    double minimum = isMeasured(ring->front()) ? ring->front() : kPlaceholder;
+    for (const double value : *ring) {
+        if (isMeasured(value)) {
+            minimum = smallerNumber(minimum, value);
+        }
+    }
+    *out = minimum;
+    return true;
+}
+
+bool traceRssiBuffer::getCountLimitMarkerPower(int marker, double limit, int* out) const {
+    const auto* const ring = ringOf(markerBuffer, marker);
+    if (ring == nullptr || out == nullptr) {
+        return false;
+    }
+    *out = static_cast<int>(
+        std::count_if(ring->begin(), ring->end(), [limit](double value) { return value > limit; }));
+    return true;
+}
+
+bool traceRssiBuffer::getDataMarkerPower(std::vector<double>& out, int marker) const {
+    out.clear();
+    const auto* const ring = ringOf(markerBuffer, marker);
+    if (ring == nullptr || ring->empty()) {
+        return false;
+    }
+    out.assign(ring->begin(), ring->end());
+    return true;
+}
+
+bool traceRssiBuffer::getDataMarkerPower(QVector<double>& out, int marker) const {
+    out.resize(0);  // keeps the capacity
+    const auto* const ring = ringOf(markerBuffer, marker);
+    if (ring == nullptr || ring->empty()) {
+        return false;
+    }
+    out.resize(static_cast<int>(ring->size()));
+    std::copy(ring->begin(), ring->end(), out.begin());
+    return true;
+}
+
+void traceRssiBuffer::resetMarkerBuffer() {
+    for (auto& ring : markerBuffer) {
+        ring.clear();
+    }
+}
+
+void traceRssiBuffer::clearMarkers() {
+    resetMarkerBuffer();
+}
+
+void traceRssiBuffer::info() const {
+    for (const auto& ring : markerBuffer) {
+        qCritical() << "traceMarkerBuffer ::::" << ring.capacity() << ", " << ring.size();
+    }
+}
+
+void traceRssiBuffer::calculate(int, int) {}
+
+void traceRssiBuffer::calculate(int, int, double) {}
+
+double traceRssiBuffer::getAverageMarker(int, int) const {
+    return kPlaceholder;
+}
+
+double traceRssiBuffer::getMaxMarker(int, int) const {
+    return kPlaceholder;
+}
+
+double traceRssiBuffer::getMinMarker(int, int) const {
+    return kPlaceholder;
+}
