@@ -1,0 +1,166 @@
+#include <rfUtils/initial/itemInitial.h>
+
+#include <rfUtils/detail/fixedText.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+namespace {
+
+constexpr std::int32_t kNone = 0;
+constexpr std::int32_t kInteger = 1;
+constexpr std::int32_t kDouble = 2;
+constexpr std::int32_t kText = 3;
+
+bool isIndex(int index) {
+    return index >= 0 && index < itemInitial::kCapacity;
+}
+
+/// Writes an entry into a free slot and counts it; false where there is none.
+template <typename Value>
+bool append(initialValue_t* slot, std::int32_t& count, const std::string& id, std::int32_t type,
+            Value initialValue_t::*field, const Value& v) {
+    if (slot == nullptr) {
+        return false;
+    }
+    slot->id = id;
+    slot->type = type;
+    slot->*field = v;
+    ++count;
+    return true;
+}
+
+template <typename Value>
+bool modify(initialValue_t* entry, Value initialValue_t::*field, const Value& v) {
+    if (entry == nullptr) {
+        return false;
+    }
+    entry->*field = v;
+    return true;
+}
+
+void print(const initialValue_t& entry) {
+    const rfu::detail::FixedText number(entry.dValue, 6);
+    std::printf("***** ID: %s \n", entry.id.c_str());
+    std::printf("***** Type: %d \n", entry.type);
+    std::printf("***** integer: %d \n", entry.iValue);
+    // Not "%f": its decimal point follows the process's locale.
+    std::printf("***** double: %.*s \n", static_cast<int>(number.view().size()),
+                number.view().data());
+    std::printf("***** String: %s \n", entry.sValue.c_str());
+}
+
+}  // namespace
+
+itemInitial::itemInitial() = default;
+
+/// Where the next append goes: the guard slot while the count is -1, null when the table is full.
+initialValue_t* itemInitial::nextSlot() {
+    if (count < 0) {
+        return &guard;
+    }
+    return count < kCapacity ? &values[count] : nullptr;
+}
+
+bool itemInitial::setInitialVal(const std::string& id, const int& v) {
+    return append(nextSlot(), count, id, kInteger, &initialValue_t::iValue, v);
+}
+
+bool itemInitial::setInitialVal(const std::string& id, const double& v) {
+    return append(nextSlot(), count, id, kDouble, &initialValue_t::dValue, v);
+}
+
+bool itemInitial::setInitialVal(const std::string& id, const std::string& v) {
+    return append(nextSlot(), count, id, kText, &initialValue_t::sValue, v);
+}
+
+bool itemInitial::addInitialVal(initialValue_t v) {
+    initialValue_t* const slot = nextSlot();
+    if (slot == nullptr) {
+        return false;
+    }
+    *slot = std::move(v);
+    ++count;
+    return true;
+}
+
+bool itemInitial::fillInitialVal(int index, initialValue_t v) {
+    if (!isIndex(index)) {
+        return false;
+    }
+    values[index] = std::move(v);
+    return true;
+}
+
+bool itemInitial::emptyInitialVal(int index) {
+    return fillInitialVal(index, {});
+}
+
+bool itemInitial::copyInitialVal(int from, int to) {
+    if (!isIndex(from) || !isIndex(to)) {
+        return false;
+    }
+    values[to] = values[from];
+    return true;
+}
+
+bool itemInitial::delInitialVal(const std::string& id) {
+    if (count < 0) {
+        return false;
+    }
+    initialValue_t* const end = values + count;
+    initialValue_t* const match =
+        std::find_if(values, end, [&id](const initialValue_t& entry) { return entry.id == id; });
+    if (match != end) {
+        std::move(match + 1, end, match);
+        emptyInitialVal(count - 1);
+    }
+    --count;
+    return true;
+}
+
+initialValue_t* itemInitial::findInitialVal(const std::string& id) {
+    // With a count of -1 nothing is in use.
+    initialValue_t* const end = values + std::max(count, 0);
+    const bool found =
+        std::any_of(values, end, [&id](const initialValue_t& entry) { return entry.id == id; });
+    return found ? values : nullptr;
+}
+
+bool itemInitial::modifyInitialVal(const std::string& id, const int& v) {
+    return modify(findInitialVal(id), &initialValue_t::iValue, v);
+}
+
+bool itemInitial::modifyInitialVal(const std::string& id, const double& v) {
+    return modify(findInitialVal(id), &initialValue_t::dValue, v);
+}
+
+bool itemInitial::modifyInitialVal(const std::string& id, const std::string& v) {
+    return modify(findInitialVal(id), &initialValue_t::sValue, v);
+}
+
+int itemInitial::getTypeId(const std::type_info& t) const {
+    if (t == typeid(int)) {
+        return kInteger;
+    }
+    return t == typeid(double) ? kDouble : kNone;
+}
+
+bool itemInitial::setTypeId(const std::type_info& t) {
+    const int type = getTypeId(t);
+    initialValue_t* const slot = nextSlot();
+    if (type == kNone || slot == nullptr) {
+        return false;
+    }
+    slot->type = type;
+    return true;
+}
+
+bool itemInitial::checkInitialVal() const {
+    std::printf("***** Total Num: %d \n", count);
+    for (std::int32_t index = 0; index < count; ++index) {
+        print(values[index]);
+    }
+    return true;
+}
