@@ -1,0 +1,121 @@
+#include <QGuiApplication>
+#include <QTextCodec>
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include "subcommands.h"
+#include "support/errors.h"
+#include "support/output.h"
+
+namespace {
+
+struct Subcommand {
+    const char* name;
+    const char* summary;
+    void (*run)(const QStringList& arguments);
+    const char* drawingOption;  // with it a picture is drawn; nullptr: never
+};
+
+// clang-format off
+const std::vector<Subcommand> kSubcommands = {
+};
+// clang-format on
+
+const Subcommand* findSubcommand(const QString& name) {
+    const auto found =
+        std::find_if(kSubcommands.begin(), kSubcommands.end(),
+                     [&](const Subcommand& s) { return name == QLatin1String(s.name); });
+    return found == kSubcommands.end() ? nullptr : &*found;
+}
+
+void printOverview() {
+    Output& output = standardOutput();
+    output.write("Usage: rfutils COMMAND [options] [arguments]\n\nCommands:\n");
+    for (const Subcommand& subcommand : kSubcommands) {
+        std::string name = subcommand.name;
+        name.resize(12, ' ');
+        output.write("  " + name + subcommand.summary + "\n");
+    }
+    output.write(
+        "\n"
+        "rfutils COMMAND --help shows the options of a command with examples.\n"
+        "rfutils --version shows the version.\n");
+}
+
+/// The library and Qt write diagnostics to Qt's log; an error of ours is one line of our own.
+void dropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
+
+bool draws(const Subcommand& subcommand, const QStringList& arguments) {
+    if (subcommand.drawingOption == nullptr) {
+        return false;
+    }
+    const QString option = QStringLiteral("--") + QLatin1String(subcommand.drawingOption);
+    return std::any_of(arguments.begin(), arguments.end(), [&](const QString& argument) {
+        return argument == option || argument.startsWith(option + QLatin1Char('='));
+    });
+}
+
+void runSubcommand(const Subcommand& subcommand, const QStringList& arguments) {
+    // Qt's help text opens with the program's name, which here consists of two words.
+    std::string programName = std::string("rfutils ") + subcommand.name;
+    char* programArguments[] = {programName.data(), nullptr};
+    int count = 1;
+    // Only fonts need the graphical application; without it the command starts faster.
+    const std::unique_ptr<QCoreApplication> application(
+        draws(subcommand, arguments) ? new QGuiApplication(count, programArguments)
+                                     : new QCoreApplication(count, programArguments));
+    subcommand.run(arguments);
+}
+
+void run(const QStringList& arguments) {
+    if (arguments.isEmpty()) {
+        throw usageError("a command is missing (rfutils --help lists them)");
+    }
+    const QString name = arguments.first();
+    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
+        printOverview();
+    } else if (name == QLatin1String("--version")) {
+        standardOutput().write("rfutils " RFUTILS_VERSION "\n");
+    } else if (const Subcommand* subcommand = findSubcommand(name)) {
+        try {
+            runSubcommand(*subcommand, arguments.mid(1));
+        } catch (Failure& failure) {
+            if (failure.exitStatus == kExitBadUsage) {
+                failure.message += std::string(" (see rfutils ") + subcommand->name + " --help)";
+            }
+            throw;
+        }
+    } else {
+        throw usageError("there is no command " + quoted(name.toStdString()) +
+                         " (rfutils --help lists them)");
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(dropMessage);
+    // Arguments, file names and texts are UTF-8 whatever the locale says.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments += QString::fromUtf8(argv[i]);
+    }
+    int exitStatus = EXIT_SUCCESS;
+    try {
+        try {
+            run(arguments);
+        } catch (const Failure&) {
+            standardOutput().flush();  // what was printed before the error stays
+            throw;
+        }
+        standardOutput().flush();
+    } catch (const Failure& failure) {
+        printFailure(failure);
+        exitStatus = failure.exitStatus;
+    }
+    return exitStatus;
+}

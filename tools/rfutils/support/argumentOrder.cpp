@@ -1,0 +1,43 @@
+#include "support/argumentOrder.h"
+
+namespace {
+
+bool isOption(const QString& argument) {
+    if (argument.size() < 2 || argument[0] != QLatin1Char('-')) {
+        return false;
+    }
+    const QChar next = argument[1];
+    const bool isValue = (next >= QLatin1Char('0') && next <= QLatin1Char('9')) ||
+                         next == QLatin1Char('.') ||
+                         argument.startsWith(QLatin1String("-inf"), Qt::CaseInsensitive);
+    return !isValue;
+}
+
+QString optionName(const QString& argument) {
+    return argument.mid(argument.startsWith(QLatin1String("--")) ? 2 : 1);
+}
+
+}  // namespace
+
+QStringList optionsFirst(const QStringList& arguments, const QStringList& optionsWithValue) {
+    QStringList options;
+    QStringList values;
+    for (int i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == QLatin1String("--")) {
+            values += arguments.mid(i + 1);
+            break;
+        }
+        if (!isOption(arguments[i])) {
+            values += arguments[i];
+            continue;
+        }
+        options += arguments[i];
+        if (optionsWithValue.contains(optionName(arguments[i]))) {
+            if (i + 1 == arguments.size()) {
+                return options;  // ends in an option without its value, which the parser reports
+            }
+            options += arguments[++i];
+        }
+    }
+    return options + QStringList(QStringLiteral("--")) + values;
+}

@@ -1,0 +1,28 @@
+#include "support/output.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include "support/errors.h"
+
+#include <unistd.h>
+
+void Output::flush() {
+    std::string_view left = held_;
+    while (!left.empty()) {
+        const ssize_t written = ::write(STDOUT_FILENO, left.data(), left.size());
+        if (written >= 0) {
+            left.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            const int reason = errno;
+            held_.clear();
+            throw inputError(std::string("standard output: ") + std::strerror(reason));
+        }
+    }
+    held_.clear();
+}
+
+Output& standardOutput() {
+    static Output output;
+    return output;
+}

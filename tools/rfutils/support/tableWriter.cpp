@@ -1,0 +1,240 @@
+#include "support/tableWriter.h"
+
+#include <QString>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "support/numbers.h"
+
+namespace {
+
+constexpr std::string_view kColumnGap = "  ";
+constexpr std::string_view kMissing = "-";
+
+bool isPlainAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// Counted in characters, so that "µV" is as wide as "mV".
+std::size_t widthOf(std::string_view text) {
+    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
+        return (static_cast<unsigned char>(c) & 0xC0u) != 0x80u;
+    }));
+}
+
+std::string escaped(std::string_view text) {
+    constexpr char kHex[] = "0123456789abcdef";
+    std::string result = "\"";
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            result += '\\';
+            result += c;
+        } else if (c == '\n') {
+            result += "\\n";
+        } else if (c == '\t') {
+            result += "\\t";
+        } else if (c == '\r') {
+            result += "\\r";
+        } else if (byte < 0x20 || byte == 0x7F) {
+            result += "\\u00";
+            result += kHex[byte >> 4u];
+            result += kHex[byte & 0xFu];
+        } else {
+            result += c;
+        }
+    }
+    return result + '"';
+}
+
+std::string padded(std::string_view text, std::size_t width, bool alignRight) {
+    const std::string fill(width - std::min(width, widthOf(text)), ' ');
+    return alignRight ? fill + std::string(text) : std::string(text) + fill;
+}
+
+void trimRight(std::string& line) {
+    line.erase(line.find_last_not_of(' ') + 1);
+}
+
+}  // namespace
+
+std::string jsonString(std::string_view text) {
+    if (isPlainAscii(text)) {
+        return escaped(text);
+    }
+    const auto size = static_cast<int>(text.size());
+    return escaped(QString::fromUtf8(text.data(), size).toStdString());
+}
+
+std::string csvCell(std::string_view text) {
+    if (text.find_first_of("\",\n\r") == std::string_view::npos) {
+        return std::string(text);
+    }
+    std::string result = "\"";
+    for (const char c : text) {
+        result += c;
+        if (c == '"') {
+            result += c;
+        }
+    }
+    return result + '"';
+}
+
+TableWriter::TableWriter(Output& output, Format format, std::vector<std::string> columns,
+                         Shape shape)
+    : output_(output), format_(format), shape_(shape), columns_(std::move(columns)) {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const char* const separator = i == 0 ? "" : ", ";
+        jsonKeys_.push_back(separator + jsonString(columns_[i]) + ": ");
+        if (format_ == Format::Csv) {
+            output_.write(i == 0 ? "" : ",");
+            output_.write(csvCell(columns_[i]));
+        }
+    }
+    if (format_ == Format::Csv) {
+        output_.write('\n');
+    }
+    if (format_ == Format::Json && shape_ == Shape::Rows) {
+        output_.write('[');
+    }
+}
+
+void TableWriter::startCell() {
+    if (format_ == Format::Csv && column_ > 0) {
+        output_.write(',');
+    }
+    if (format_ == Format::Json) {
+        if (column_ == 0) {
+            if (shape_ == Shape::Rows) {
+                output_.write(firstRow_ ? "\n  " : ",\n  ");
+            }
+            output_.write('{');
+        }
+        output_.write(jsonKeys_[column_]);
+    }
+}
+
+void TableWriter::endCell() {
+    if (++column_ < columns_.size()) {
+        return;
+    }
+    column_ = 0;
+    firstRow_ = false;
+    if (format_ == Format::Csv) {
+        output_.write('\n');
+    }
+    if (format_ == Format::Json) {
+        output_.write('}');
+    }
+}
+
+void TableWriter::raw(std::string_view text, std::string_view shown, bool alignRight) {
+    startCell();
+    if (format_ == Format::Text) {
+        cells_.push_back({std::string(shown), alignRight});
+    } else {
+        output_.write(text);
+    }
+    endCell();
+}
+
+TableWriter& TableWriter::text(std::string_view value) {
+    switch (format_) {
+        case Format::Text:
+            raw({}, value, false);
+            break;
+        case Format::Csv:
+            raw(csvCell(value), {}, false);
+            break;
+        case Format::Json:
+            raw(jsonString(value), {}, false);
+            break;
+    }
+    return *this;
+}
+
+TableWriter& TableWriter::number(double value, int decimals) {
+    if (format_ == Format::Text && decimals >= 0) {
+        raw({}, fixedText(value, decimals), true);
+    } else if (format_ == Format::Json && !std::isfinite(value)) {
+        raw("null", {}, true);
+    } else {
+        const ShortestText shortest(value);
+        raw(shortest.view(), shortest.view(), true);
+    }
+    return *this;
+}
+
+TableWriter& TableWriter::integer(long long value) {
+    const std::string digits = std::to_string(value);
+    raw(digits, digits, true);
+    return *this;
+}
+
+TableWriter& TableWriter::flag(bool value) {
+    raw(value ? "true" : "false", value ? "yes" : "no", false);
+    return *this;
+}
+
+TableWriter& TableWriter::none() {
+    raw(format_ == Format::Json ? "null" : "", kMissing, true);
+    return *this;
+}
+
+void TableWriter::writeRowsAsText() {
+    std::vector<std::size_t> widths;
+    std::vector<bool> alignRight(columns_.size(), false);
+    for (const std::string& column : columns_) {
+        widths.push_back(widthOf(column));
+    }
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        const std::size_t column = i % columns_.size();
+        widths[column] = std::max(widths[column], widthOf(cells_[i].text));
+        // A heading stands over the side on which its values are aligned.
+        if (cells_[i].alignRight && cells_[i].text != kMissing) {
+            alignRight[column] = true;
+        }
+    }
+    std::string line;
+    const auto addCell = [&](std::size_t column, std::string_view text, bool right) {
+        line += column == 0 ? "" : kColumnGap;
+        line += padded(text, widths[column], right);
+        if (column + 1 == columns_.size()) {
+            trimRight(line);
+            line += '\n';
+            output_.write(line);
+            line.clear();
+        }
+    };
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+        addCell(column, columns_[column], alignRight[column]);
+    }
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        addCell(i % columns_.size(), cells_[i].text, alignRight[i % columns_.size()]);
+    }
+}
+
+void TableWriter::writeObjectAsText() {
+    std::size_t width = 0;
+    for (const std::string& column : columns_) {
+        width = std::max(width, widthOf(column));
+    }
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        std::string line = padded(columns_[i], width, false) + std::string(kColumnGap);
+        line += cells_[i].text;
+        trimRight(line);
+        output_.write(line + '\n');
+    }
+}
+
+void TableWriter::finish() {
+    if (format_ == Format::Text) {
+        shape_ == Shape::Rows ? writeRowsAsText() : writeObjectAsText();
+    } else if (format_ == Format::Json && shape_ == Shape::Rows) {
+        output_.write(firstRow_ ? "]\n" : "\n]\n");
+    } else if (format_ == Format::Json) {
+        output_.write('\n');
+    }
+}

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/output.h"
+
+enum class Format { Text, Csv, Json };
+
+/// Rows of named columns in the format that was asked for:
+///  - text: columns aligned for people, a heading line first; missing cells read "-";
+///  - CSV: a header line, quoted where a cell needs it; missing cells are empty;
+///  - JSON: an array with one object per line, keys in column order; missing cells are null.
+/// CSV and JSON carry numbers in the shortest text that reads back to the same number; JSON has no
+/// infinities and NaN, they are null there.
+/// CSV and JSON rows go out as they come, text waits for finish() to know its widths.
+class TableWriter {
+public:
+    enum class Shape {
+        Rows,   ///< a table of any number of rows
+        Object  ///< one row: text shows "name  value" lines, JSON a bare object
+    };
+
+    TableWriter(Output& output, Format format, std::vector<std::string> columns,
+                Shape shape = Shape::Rows);
+
+    // The cells of a row in column order; a row is complete with its last cell.
+    /// UTF-8; broken sequences become U+FFFD in JSON.
+    TableWriter& text(std::string_view value);
+    /// @param decimals in text format; negative: the shortest text
+    TableWriter& number(double value, int decimals = -1);
+    TableWriter& integer(long long value);
+    TableWriter& flag(bool value);
+    /// No value: not measured, not known.
+    TableWriter& none();
+
+    /// Ends the table; nothing may follow.
+    void finish();
+
+private:
+    struct Cell {
+        std::string text;
+        bool alignRight;
+    };
+
+    void startCell();
+    void endCell();
+    void raw(std::string_view text, std::string_view shown, bool alignRight);
+    void writeRowsAsText();
+    void writeObjectAsText();
+
+    Output& output_;
+    Format format_;
+    Shape shape_;
+    std::vector<std::string> columns_;
+    std::vector<std::string> jsonKeys_;
+    std::size_t column_ = 0;
+    bool firstRow_ = true;
+    std::vector<Cell> cells_;  // text format only
+};
+
+/// A text as a JSON string, with its quotes.
+std::string jsonString(std::string_view text);
+/// A text as a CSV cell, quoted where it holds a comma, a quote or a line end.
+std::string csvCell(std::string_view text);
