@@ -1,0 +1,93 @@
+#include "runCommand.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTextCodec>
+#include <sstream>
+
+namespace {
+
+constexpr int kPatienceMs = 60000;
+
+QProcessEnvironment environment() {
+    QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+    if (result.contains(QStringLiteral("RFUTILS_TEST_LOCALE"))) {
+        result.insert(QStringLiteral("LC_ALL"),
+                      result.value(QStringLiteral("RFUTILS_TEST_LOCALE")));
+    }
+    result.remove(QStringLiteral("DISPLAY"));
+    result.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    result.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    return result;
+}
+
+}  // namespace
+
+void SampleFolder::add(const char* fileName, const std::string& bytes) const {
+    QFile file(QDir(path()).filePath(QString::fromUtf8(fileName)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << fileName;
+    ASSERT_EQ(file.write(bytes.data(), static_cast<qint64>(bytes.size())),
+              static_cast<qint64>(bytes.size()));
+}
+
+std::string SampleFolder::read(const char* fileName) const {
+    QFile file(QDir(path()).filePath(QString::fromUtf8(fileName)));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << fileName;
+    return file.readAll().toStdString();
+}
+
+CommandResult runCommand(const QStringList& arguments, const std::string& input,
+                         const SampleFolder& folder) {
+    // QProcess hands arguments over in the locale's encoding; the command reads UTF-8.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    QProcess process;
+    process.setProcessEnvironment(environment());
+    process.setWorkingDirectory(folder.path());
+    process.start(QStringLiteral(RFUTILS_COMMAND), arguments);
+    EXPECT_TRUE(process.waitForStarted(kPatienceMs)) << "rfutils does not start";
+    process.write(input.data(), static_cast<qint64>(input.size()));
+    process.closeWriteChannel();
+    CommandResult result;
+    if (process.waitForFinished(kPatienceMs) && process.exitStatus() == QProcess::NormalExit) {
+        result.exitStatus = process.exitCode();
+    } else {
+        ADD_FAILURE() << "rfutils crashed or did not end";
+        process.kill();
+        process.waitForFinished();
+    }
+    result.output = process.readAllStandardOutput().toStdString();
+    result.errors = process.readAllStandardError().toStdString();
+    return result;
+}
+
+void expectCommands(const std::vector<CommandCase>& cases, const SampleFolder& folder) {
+    for (const CommandCase& c : cases) {
+        SCOPED_TRACE(std::string(c.name) + ": rfutils " +
+                     c.arguments.join(QLatin1Char(' ')).toStdString());
+        const CommandResult result = runCommand(c.arguments, c.input, folder);
+        EXPECT_EQ(result.exitStatus, c.exitStatus);
+        EXPECT_EQ(result.output, c.output);
+        EXPECT_EQ(result.errors, c.errors);
+    }
+}
+
+QStringList splitWords(const std::string& line) {
+    return QProcess::splitCommand(QString::fromStdString(line));
+}
+
+std::vector<std::string> examplesOf(const std::string& help) {
+    std::vector<std::string> examples;
+    const std::string heading = "\nExamples:\n";
+    const std::size_t start = help.find(heading);
+    if (start == std::string::npos) {
+        return examples;
+    }
+    std::istringstream lines(help.substr(start + heading.size()));
+    for (std::string line; std::getline(lines, line);) {
+        examples.push_back(line.substr(line.find_first_not_of(' ')));
+    }
+    return examples;
+}

@@ -1,0 +1,47 @@
+// Runs the real rfutils and compares everything it says.
+#pragma once
+
+#include <QStringList>
+#include <QTemporaryDir>
+#include <string>
+#include <vector>
+
+struct CommandResult {
+    int exitStatus = -1;
+    std::string output;
+    std::string errors;
+};
+
+/// One run and all that it prints.
+struct CommandCase {
+    const char* name;
+    QStringList arguments;
+    std::string input;
+    int exitStatus;
+    std::string output;
+    std::string errors;
+};
+
+/// A folder for the files of a test; the command runs in it, so that its messages name the files
+/// without a path.
+class SampleFolder {
+public:
+    QString path() const { return folder_.path(); }
+    void add(const char* fileName, const std::string& bytes) const;
+    std::string read(const char* fileName) const;
+
+private:
+    QTemporaryDir folder_;
+};
+
+/// Under the comma locale of the test run the command gets that locale too.
+CommandResult runCommand(const QStringList& arguments, const std::string& input = {},
+                         const SampleFolder& folder = {});
+
+/// Runs each case and compares its exit status, standard output and standard error whole.
+void expectCommands(const std::vector<CommandCase>& cases, const SampleFolder& folder = {});
+
+/// "rfutils convert -30 --to V" as arguments, split at blanks, with the quoting of a shell.
+QStringList splitWords(const std::string& line);
+/// The lines of a help text below "Examples:".
+std::vector<std::string> examplesOf(const std::string& help);
