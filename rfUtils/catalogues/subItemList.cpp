@@ -1,0 +1,184 @@
+#include <rfUtils/catalogues/detail/existingFile.h>
+#include <rfUtils/catalogues/subItemList.h>
+#include <rfUtils/platform/VemoJsonDocument.h>
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QLatin1String>
+#include <QString>
+
+#include <algorithm>
+#include <boost/algorithm/string/case_conv.hpp>
+#include <cstdio>
+#include <limits>
+#include <locale>
+#include <optional>
+#include <utility>
+
+namespace {
+
+constexpr char kNoId[] = "None";
+constexpr int kNoCode = -999;
+
+/// The key under which a sub-item is filed. Up to 15 bytes fit into the string itself, so that
+/// queries by an ordinary id allocate nothing.
+std::string keyOf(const std::string& subItemId) {
+    return boost::algorithm::to_upper_copy(subItemId, std::locale());
+}
+
+/// The choice that a file's object describes; nothing when it lacks a member.
+std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& object) {
+    const auto label = object.find(QLatin1String("label"));
+    const auto id = object.find(QLatin1String("id"));
+    const auto enumValue = object.find(QLatin1String("enum"));
+    const auto dispSeq = object.find(QLatin1String("dispSeq"));
+    const auto none = object.end();
+    if (label == none || id == none || enumValue == none || dispSeq == none) {
+        return std::nullopt;
+    }
+    return subItem{itemId, id.value().toString().toStdString(),
+                   label.value().toString().toStdString(), enumValue.value().toInt(),
+                   dispSeq.value().toInt()};
+}
+
+/// The id of the first record that the predicate accepts, else `none`.
+template <typename Choices, typename Predicate>
+std::string idOfFirst(const Choices* choices, Predicate matches, const char* none) {
+    if (choices == nullptr) {
+        return none;
+    }
+    const auto found = std::find_if(choices->begin(), choices->end(),
+                                    [&](const auto& entry) { return matches(entry.second); });
+    return found == choices->end() ? none : found->second.id;
+}
+
+}  // namespace
+
+bool subItemList::loadJson(const std::string& path) {
+    const QString file = QString::fromStdString(path);
+    if (!rfu::detail::existingFile(file)) {
+        return false;
+    }
+    VemoJsonDocument document;
+    document.readFile(file);
+    if (document.hasError()) {
+        return false;
+    }
+    const QJsonObject items = document.object();
+    for (auto item = items.begin(); item != items.end(); ++item) {
+        if (!item.value().isArray()) {
+            continue;
+        }
+        const std::string itemId = item.key().toStdString();
+        const QJsonArray elements = item.value().toArray();
+        for (const QJsonValue element : elements) {
+            // anything but an object is taken as an empty one, and skipped like it
+            if (auto choice = choiceOf(itemId, element.toObject())) {
+                store(std::move(*choice));
+            }
+        }
+        if (itemListCount < std::numeric_limits<std::int32_t>::max()) {
+            ++itemListCount;
+        }
+    }
+    return true;
+}
+
+bool subItemList::addSubItem(const std::string& itemId, const std::string& label,
+                             const std::string& id, int enumValue, int dispSeq) {
+    store({itemId, id, label, enumValue, dispSeq});
+    return true;
+}
+
+bool subItemList::addFromSubItem(const subItem& item) {
+    store(item);
+    return true;
+}
+
+void subItemList::store(subItem item) {
+    std::string key = keyOf(item.id);
+    Choices& choices = itemList[item.itemId];
+    choices.insert_or_assign(std::move(key), std::move(item));
+}
+
+const subItemList::Choices* subItemList::findItem(const std::string& itemId) const {
+    const auto item = itemList.find(itemId);
+    return item == itemList.end() ? nullptr : &item->second;
+}
+
+const subItem* subItemList::findSubItem(const std::string& itemId,
+                                        const std::string& subItemId) const {
+    const Choices* choices = findItem(itemId);
+    if (choices == nullptr) {
+        return nullptr;
+    }
+    const auto found = choices->find(keyOf(subItemId));
+    return found == choices->end() ? nullptr : &found->second;
+}
+
+bool subItemList::getSubItemsById(const std::string& itemId,
+                                  std::unordered_map<std::string, subItem>& out) const {
+    const Choices* choices = findItem(itemId);
+    if (choices == nullptr) {
+        return false;
+    }
+    out.clear();  // a copy that fails leaves it so
+    out = Choices(*choices);
+    return true;
+}
+
+std::string subItemList::getSubItemIdFromOrder(const std::string& itemId, int order) const {
+    return idOfFirst(
+        findItem(itemId), [&](const subItem& item) { return item.enumValue == order; }, kNoId);
+}
+
+std::string subItemList::getSubItemIdFromLabel(const std::string& itemId,
+                                               const std::string& label) const {
+    return idOfFirst(
+        findItem(itemId), [&](const subItem& item) { return item.label == label; }, "");
+}
+
+int subItemList::getOrderFromSubItemId(const std::string& itemId,
+                                       const std::string& subItemId) const {
+    const subItem* found = findSubItem(itemId, subItemId);
+    return found == nullptr ? kNoCode : found->enumValue;
+}
+
+std::string subItemList::getLabelFromSubItemId(const std::string& itemId,
+                                               const std::string& subItemId) const {
+    const subItem* found = findSubItem(itemId, subItemId);
+    return found == nullptr ? std::string() : found->label;
+}
+
+bool subItemList::getSubItemEnumDataFromId(const std::string& itemId, const std::string& subItemId,
+                                           std::string& id, int& enumValue) const {
+    const subItem* found = findSubItem(itemId, subItemId);
+    if (found == nullptr || found->dispSeq == 0) {
+        return false;
+    }
+    id = found->id;
+    enumValue = found->enumValue;
+    return true;
+}
+
+bool subItemList::deleteItemById(const std::string& itemId) {
+    return itemList.erase(itemId) != 0;
+}
+
+bool subItemList::deleteSubItemById(const std::string& itemId, const std::string& subItemId) {
+    const auto item = itemList.find(itemId);
+    return item != itemList.end() && item->second.erase(keyOf(subItemId)) != 0;
+}
+
+bool subItemList::checkAllSubitem() {
+    int number = 0;
+    for (const auto& [itemId, choices] : itemList) {
+        for (const auto& [key, item] : choices) {
+            std::printf("%d \"%s\" \"%s\" \"%s\" \"%s\" %d %d \n", ++number, key.c_str(),
+                        item.itemId.c_str(), item.label.c_str(), item.id.c_str(), item.enumValue,
+                        item.dispSeq);
+        }
+    }
+    return true;
+}

@@ -1,0 +1,48 @@
+#include <rfUtils/platform/VemoJsonDocument.h>
+
+#include <QByteArray>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonParseError>
+
+namespace {
+
+/// The file's bytes; on failure nothing, and the reason in `error`.
+QByteArray bytesOf(const QString& path, QString& error) {
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) {
+        error = QStringLiteral("not a regular file");
+        return {};
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = file.errorString();
+        return {};
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        error = file.errorString();
+        return {};
+    }
+    return bytes;
+}
+
+}  // namespace
+
+bool VemoJsonDocument::readFile(const QString& path) {
+    object_ = {};
+    error_.clear();
+    const QByteArray bytes = bytesOf(path, error_);
+    if (hasError()) {
+        return false;
+    }
+    QJsonParseError parsed;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &parsed);
+    if (parsed.error != QJsonParseError::NoError) {
+        error_ = parsed.errorString();
+        return false;
+    }
+    object_ = document.object();
+    return true;
+}
