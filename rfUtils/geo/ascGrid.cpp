@@ -1,0 +1,72 @@
+#include "detail/gridHeader.h"
+#include "detail/lineReader.h"
+#include "detail/openRegularFile.h"
+#include "detail/tokenizer.h"
+
+#include <rfUtils/detail/numberPrefix.h>
+#include <rfUtils/detail/saturate.h>
+#include <rfUtils/geo/veltaGEO.h>
+
+#include <QFile>
+
+#include <algorithm>
+
+using namespace rfu::detail;
+
+namespace {
+
+constexpr std::size_t kMaxLineLength = 1023999;
+
+constexpr GridHeaderKeys kKeys = {"ncols",     "nrows",    "xllcorner",
+                                  "yllcorner", "cellsize", "NODATA_value"};
+
+using FirstTokens = std::array<std::string_view, 3>;
+
+float cellValue(std::string_view token) {
+    return toFloat(decimalPrefix(token));
+}
+
+/// Fills the first `columns` cells of a row from the line's first tokens, already taken, and the
+/// ones behind them; a cell without a token becomes 0.
+void readRow(const FirstTokens& first, Tokenizer& rest, float* row, std::int32_t columns) {
+    const auto taken = std::min(columns, static_cast<std::int32_t>(first.size()));
+    for (std::int32_t column = 0; column < taken; ++column) {
+        row[column] = cellValue(first[static_cast<std::size_t>(column)]);
+    }
+    for (std::int32_t column = taken; column < columns; ++column) {
+        row[column] = cellValue(rest.next());
+    }
+}
+
+}  // namespace
+
+bool veltaGEO::loadASCFile(const QString& fileName) {
+    isLoaded = 0;
+    QFile file(GetFileNameExtDel(fileName) + QLatin1String(".asc"));
+    if (!openRegularFile(file)) {
+        setErrMsg(QStringLiteral("ASC file not found"));
+        return false;
+    }
+    std::int64_t headerEnd = 0;
+    LineReader lines(file, kMaxLineLength);
+    for (std::int64_t lineNumber = 0; char* const line = lines.next(); ++lineNumber) {
+        Tokenizer tokenizer(line);
+        FirstTokens first;
+        const std::size_t count = tokenizer.take(first);
+        if (count == 2) {
+            if (!storeGridHeader(*this, kKeys, first[0], first[1])) {
+                return false;
+            }
+            if (first[0] == kKeys.noData) {
+                headerEnd = lineNumber + 1;
+            }
+        } else if (count == first.size() && lineNumber - headerEnd < kMaxRows) {
+            readRow(first, tokenizer, grid[lineNumber - headerEnd], std::min(nCols, kMaxColumns));
+        }
+    }
+    isLoaded = 1;
+    isValid = 1;
+    LoadColorTable(fileName);
+    setErrMsg(kRasterLoaded);
+    return true;
+}

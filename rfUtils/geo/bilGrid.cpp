@@ -1,0 +1,91 @@
+#include "detail/bilRows.h"
+#include "detail/gridHeader.h"
+#include "detail/openRegularFile.h"
+
+#include <rfUtils/geo/veltaGEO.h>
+
+#include <QFile>
+#include <QTextCodec>
+#include <QTextStream>
+
+#include <algorithm>
+#include <cstring>
+
+namespace rfu::detail {
+
+namespace {
+
+static_assert(sizeof(float) == 4, "a cell of the file is a grid cell as it stands");
+
+/// The cells behind the bytes that the file gave for a row.
+void fillUncovered(float* row, std::int32_t columns, qint64 bytes, float noData) {
+    std::fill(row + std::max<qint64>(bytes, 0) / qint64{sizeof(float)}, row + columns, noData);
+}
+
+/// Whether QTextStream, which looks for a byte-order mark at the start of its device before it
+/// takes the locale's codec, would decode the file as ISO 8859-1: a byte for a character.
+bool decodesToItself(QFile& file) {
+    constexpr qint64 kLongestMark = 4;
+    constexpr int kLatin1 = 4;  // its number in the IANA registry
+    const QTextCodec* codec =
+        QTextCodec::codecForUtfText(file.peek(kLongestMark), QTextCodec::codecForLocale());
+    return codec != nullptr && codec->mibEnum() == kLatin1;
+}
+
+}  // namespace
+
+void readBilRowsAsText(veltaGEO& map, QFile& file) {
+    const qint64 rowBytes = map.nCols * qint64{sizeof(float)};
+    QTextStream stream(&file);
+    for (std::int32_t row = 0; row < map.nRows; ++row) {
+        const QByteArray bytes = stream.read(rowBytes).toLatin1();
+        std::memcpy(map.grid[row], bytes.constData(), static_cast<std::size_t>(bytes.size()));
+        fillUncovered(map.grid[row], map.nCols, bytes.size(), map.noData);
+    }
+}
+
+void readBilRowsAsBytes(veltaGEO& map, QFile& file) {
+    const qint64 rowBytes = map.nCols * qint64{sizeof(float)};
+    for (std::int32_t row = 0; row < map.nRows; ++row) {
+        const qint64 got = file.read(reinterpret_cast<char*>(map.grid[row]), rowBytes);
+        fillUncovered(map.grid[row], map.nCols, got, map.noData);
+    }
+}
+
+void readBilRows(veltaGEO& map, QFile& file) {
+    if (decodesToItself(file)) {
+        readBilRowsAsBytes(map, file);
+    } else {
+        readBilRowsAsText(map, file);
+    }
+}
+
+}  // namespace rfu::detail
+
+using namespace rfu::detail;
+
+bool veltaGEO::loadBILFile(const QString& fileName) {
+    QFile file(GetFileNameExtDel(fileName) + QLatin1String(".bil"));
+    if (!openRegularFile(file)) {
+        setErrMsg(QStringLiteral("BIL file not found"));
+        return false;
+    }
+    // A refused header leaves its size behind.
+    if (nCols < 0 || nCols > kMaxColumns) {
+        setErrMsg(kTooManyColumns);
+        return false;
+    }
+    if (nRows < 0 || nRows > kMaxRows) {
+        setErrMsg(kTooManyRows);
+        return false;
+    }
+    // Integer rasters are reported as loaded although their cells are not read.
+    if (isFloat == 1) {
+        readBilRows(*this, file);
+    }
+    isLoaded = 1;
+    isValid = 1;
+    LoadColorTable(fileName);
+    setErrMsg(kRasterLoaded);
+    return true;
+}

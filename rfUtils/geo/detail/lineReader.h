@@ -1,0 +1,38 @@
+// Private to the library: not installed, may change in any release.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+class QIODevice;
+
+namespace rfu::detail {
+
+/// Reads a device line by line as raw bytes, in memory that does not grow with the file.
+/// Only '\n' ends a line. A longer line than the limit is cut and its rest dropped. The last line
+/// counts without a '\n' too; a '\n' at the very end begins no further line.
+class LineReader {
+public:
+    /// @param limit most characters of a line, its end not counted
+    LineReader(QIODevice& device, std::size_t limit);
+
+    /// The next line, NUL-terminated and without its '\n', to be changed at will until the next
+    /// call; null at the end of the device, which a read error counts as.
+    char* next();
+
+private:
+    bool fill();
+    char* takeLine(char* lineEnd);
+    char* takeCutLine();
+    void dropRestOfLine();
+
+    QIODevice& device_;
+    const std::size_t limit_;
+    const std::size_t capacity_;
+    const std::unique_ptr<char[]> buffer_;  // capacity_ bytes and one for a terminator
+    char* unread_;
+    char* end_;
+    bool inDroppedRest_ = false;
+};
+
+}  // namespace rfu::detail
