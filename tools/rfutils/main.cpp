@@ -2,8 +2,8 @@
 #include <QTextCodec>
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
-#include <vector>
 
 #include "subcommands.h"
 #include "support/errors.h"
@@ -19,15 +19,17 @@ struct Subcommand {
 };
 
 // clang-format off
-const std::vector<Subcommand> kSubcommands = {
+constexpr Subcommand kSubcommands[] = {
+    {"catalogue", "Show the items of a catalogue file and their choices", runCatalogue, nullptr},
+    {"setups",    "Show the result setups of a file",                     runSetups,    nullptr},
 };
 // clang-format on
 
 const Subcommand* findSubcommand(const QString& name) {
     const auto found =
-        std::find_if(kSubcommands.begin(), kSubcommands.end(),
+        std::find_if(std::begin(kSubcommands), std::end(kSubcommands),
                      [&](const Subcommand& s) { return name == QLatin1String(s.name); });
-    return found == kSubcommands.end() ? nullptr : &*found;
+    return found == std::end(kSubcommands) ? nullptr : found;
 }
 
 void printOverview() {

@@ -1,0 +1,136 @@
+#include <rfUtils/catalogues/subItemList.h>
+#include <QJsonObject>
+#include <algorithm>
+#include <tuple>
+#include <unordered_map>
+#include <vector>
+
+#include "subcommands.h"
+#include "support/commandLine.h"
+#include "support/errors.h"
+#include "support/jsonFile.h"
+
+namespace {
+
+// clang-format off
+const Usage kUsage = {
+    "Show the items of a catalogue file (JSON) and the choices of each.\n"
+    "Choices are sorted by item, display sequence, code and id. A display sequence of 0 means that\n"
+    "the choice is not offered to the operator.",
+    "FILE",
+    {"rfutils catalogue choices.json",
+     "rfutils catalogue choices.json --item atten",
+     "rfutils catalogue choices.json --item atten --id auto",
+     "rfutils catalogue choices.json --item atten --code 1 --format json",
+     "rfutils catalogue choices.json --item atten --label Manual"}};
+// clang-format on
+
+/// Ids are the same whatever the case of their ASCII letters.
+std::string upperCased(std::string id) {
+    std::transform(id.begin(), id.end(), id.begin(), [](char c) {
+        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    });
+    return id;
+}
+
+/// The choices of the items in the order for people.
+std::vector<subItem> choicesOf(const subItemList& catalogue, const QStringList& items) {
+    std::vector<subItem> choices;
+    for (const QString& item : items) {
+        std::unordered_map<std::string, subItem> found;
+        catalogue.getSubItemsById(item.toStdString(), found);
+        for (const auto& entry : found) {
+            choices.push_back(entry.second);
+        }
+    }
+    std::sort(choices.begin(), choices.end(), [](const subItem& a, const subItem& b) {
+        return std::tie(a.itemId, a.dispSeq, a.enumValue, a.id) <
+               std::tie(b.itemId, b.dispSeq, b.enumValue, b.id);
+    });
+    return choices;
+}
+
+template <typename Predicate>
+void keepOnly(std::vector<subItem>& choices, Predicate matches) {
+    choices.erase(std::remove_if(choices.begin(), choices.end(),
+                                 [&](const subItem& choice) { return !matches(choice); }),
+                  choices.end());
+}
+
+void print(const std::vector<subItem>& choices, Format format) {
+    TableWriter table(standardOutput(), format,
+                      {"item", "dispSeq", "enum", "id", "label", "offered"});
+    for (const subItem& choice : choices) {
+        table.text(choice.itemId).integer(choice.dispSeq).integer(choice.enumValue);
+        table.text(choice.id).text(choice.label).flag(choice.dispSeq != 0);
+    }
+    table.finish();
+}
+
+/// What --id, --code and --label ask for.
+struct Query {
+    explicit Query(const CommandLine& line) : code(line.integer("code")) {
+        if (line.isSet("id")) {
+            id = upperCased(line.option("id").toStdString());
+        }
+        if (line.isSet("label")) {
+            label = line.option("label").toStdString();
+        }
+        const int asked = int{id.has_value()} + int{code.has_value()} + int{label.has_value()};
+        if (asked > 1) {
+            throw usageError("only one of --id, --code and --label can be asked for");
+        }
+        if (asked == 1 && !line.isSet("item")) {
+            throw usageError("--id, --code and --label need --item");
+        }
+    }
+
+    bool matches(const subItem& choice) const {
+        return (!id || upperCased(choice.id) == *id) && (!code || choice.enumValue == *code) &&
+               (!label || choice.label == *label);
+    }
+
+    std::string description() const {
+        return id      ? "id " + quoted(*id)
+               : label ? "label " + quoted(*label)
+                       : "code " + std::to_string(code.value_or(0));
+    }
+
+    std::optional<std::string> id;  // upper-cased
+    std::optional<int> code;
+    std::optional<std::string> label;
+};
+
+}  // namespace
+
+void runCatalogue(const QStringList& arguments) {
+    CommandLine line(kUsage);
+    line.addOption("item", "ITEM", "Only this item, spelled as in the file.");
+    line.addOption("id", "ID", "Only the choice of the item with this id, in any letter case.");
+    line.addOption("code", "N", "Only the choices of the item with this code.");
+    line.addOption("label", "TEXT", "Only the choices of the item with exactly this label.");
+    line.addFormat();
+    if (!line.parse(arguments)) {
+        return;
+    }
+    const QString file = line.onlyValue("FILE");
+    const Query query(line);
+
+    // The catalogue answers for items by their ids and does not list them; the file does.
+    const QStringList itemsOfFile = readJsonObject(file).keys();
+    const QStringList items = line.isSet("item") ? QStringList(line.option("item")) : itemsOfFile;
+    subItemList catalogue;
+    if (!catalogue.loadJson(file.toStdString())) {
+        throw fileError(file, "cannot be read");
+    }
+    std::vector<subItem> choices = choicesOf(catalogue, items);
+    if (line.isSet("item") && choices.empty()) {
+        throw fileError(file, "there is no item " + quoted(line.option("item").toStdString()));
+    }
+    keepOnly(choices, [&](const subItem& choice) { return query.matches(choice); });
+    if (line.isSet("item") && choices.empty()) {
+        throw fileError(file, "item " + quoted(line.option("item").toStdString()) +
+                                  " has no choice with " + query.description());
+    }
+    print(choices, line.format());
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+/// The top-level object of a JSON file.
+/// @throw Failure with the line of the error when the file is no JSON object
+QJsonObject readJsonObject(const QString& file);
