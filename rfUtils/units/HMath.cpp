@@ -1,0 +1,344 @@
+#include <rfUtils/units/HMath.h>
+
+#include <rfUtils/detail/fixedText.h>
+#include <rfUtils/detail/saturate.h>
+#include <rfUtils/units/detail/decibel.h>
+#include <rfUtils/units/unitTable.h>
+
+#include <QFont>
+#include <QFontMetrics>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <utility>
+
+// The field texts show products that were rounded to single precision.
+static_assert(FLT_EVAL_METHOD == 0, "float products have to be rounded to float");
+
+using rfu::findUnit;
+using rfu::FromDbm;
+using rfu::LargePrefix;
+using rfu::SmallPrefix;
+using rfu::ToDbm;
+using rfu::Unit;
+using rfu::detail::amplitudeRatio;
+using rfu::detail::antennaCorrection;
+using rfu::detail::decibelOfAmplitude;
+using rfu::detail::decibelOfPower;
+using rfu::detail::FixedText;
+using rfu::detail::powerOfTen;
+using rfu::detail::powerRatio;
+using rfu::detail::toFloat;
+using rfu::detail::toInt32;
+
+namespace {
+
+constexpr double kDbmOfOneWatt = 30.0;
+constexpr double kSmallestShown = 0.01;       // what two decimals can show
+constexpr double kSmallestVoltStep = 10.0;    // the same, in the next smaller unit
+constexpr double kLargestInVolts = 100000.0;  // in mV; larger voltages are shown in kilovolts
+constexpr int kDecimals = 3;                  // of a level that was converted back
+constexpr int kMostDecimals = 1074;           // no double has a digit other than 0 behind them
+
+QString printed(double value, int decimals) {
+    const FixedText text(value, decimals);
+    return QString::fromLatin1(text.view().data(), static_cast<int>(text.view().size()));
+}
+
+QString withUnit(QString text, const QString& unit) {
+    text += QLatin1Char(' ');
+    text += unit;
+    return text;
+}
+
+/// Makes `unit` the object's unit, then ends the text.
+QString shown(HMath& math, QString text, const QString& unit, bool isUnitText) {
+    math.setUnit(unit);
+    return isUnitText ? withUnit(std::move(text), unit) : text;
+}
+
+FromDbm fromDbmRule(const Unit* unit) noexcept {
+    return unit == nullptr ? FromDbm::Unknown : unit->fromDbm.rule;
+}
+
+ToDbm toDbmRule(const Unit* unit) noexcept {
+    return unit == nullptr ? ToDbm::Unknown : unit->toDbm.rule;
+}
+
+/// A step of a ladder, and the number in its unit.
+struct Step {
+    const Unit* unit = nullptr;
+    double number = 0.0;
+};
+
+/// The first step of a ladder whose number reaches the threshold; no unit if none does.
+/// @param level decimal logarithm of the quantity in the unit that the steps' offsets refer to
+Step firstStep(FromDbm ladder, double level, double threshold) noexcept {
+    for (const Unit& unit : rfu::kUnits) {
+        if (unit.fromDbm.rule == ladder) {
+            const double number = powerOfTen(level + unit.fromDbm.offset);
+            if (number >= threshold) {
+                return {&unit, number};
+            }
+        }
+    }
+    return {};
+}
+
+/// Decimal logarithm of a power in watts.
+double wattLevel(double dBm) noexcept {
+    return (dBm - kDbmOfOneWatt) * 0.1;
+}
+
+/// Watts brought to megawatts or kilowatts where they are that many, and the prefix with its blank.
+struct ReducedWatts {
+    double number;
+    const char* ending;
+};
+
+ReducedWatts reducedWatts(double watts) noexcept {
+    if (watts >= 1e6) {
+        return {watts * 1e-6, " M"};
+    }
+    if (watts >= 1000.0) {
+        return {watts * 0.001, " k"};
+    }
+    return {watts, " "};
+}
+
+/// `value` times `factor`, `times` times. Stops where the value no longer changes.
+double repeatedProduct(double value, double factor, int times) noexcept {
+    for (int i = 0; i < times; ++i) {
+        const double next = value * factor;
+        if (next == value || std::isnan(next)) {
+            return next;
+        }
+        value = next;
+    }
+    return value;
+}
+
+/// A value of a prefixed unit in its base unit; 0 if the unit does not belong to the rule.
+double inBaseUnit(ToDbm rule, const QString& unit, double value) noexcept {
+    const Unit* const known = findUnit(unit);
+    return toDbmRule(known) == rule ? value * known->toDbm.factor : 0.0;
+}
+
+struct FieldText {
+    QString number;
+    QString unit;
+};
+
+/// A linear field value with the prefix that suits it; empty texts where the value is too small for
+/// the smallest prefix or is not a number.
+FieldText prefixedField(const QString& unit, float value) {
+    const double magnitude = std::fabs(value);
+    if (magnitude >= kSmallestShown) {
+        for (const LargePrefix& prefix : rfu::kLargePrefixes) {
+            if (magnitude >= prefix.threshold) {
+                return {printed(value * prefix.factor, prefix.decimals),
+                        QLatin1Char(prefix.letter) + unit};
+            }
+        }
+        return {printed(value, 2), unit};
+    }
+    for (const SmallPrefix& prefix : rfu::kSmallPrefixes) {
+        if (magnitude >= prefix.threshold) {
+            return {printed(toFloat(value * prefix.factor), 2), QLatin1Char(prefix.letter) + unit};
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+HMath::HMath(QObject* parent) : QObject(parent) {}
+
+HMath::~HMath() = default;
+
+QString HMath::unit() {
+    return unit_;
+}
+
+void HMath::setUnit(const QString& val) {
+    unit_ = val;
+    Q_EMIT unitChanged();
+}
+
+QString HMath::getdBmToUnit(QString sUnit, double fVal, bool isUnitText) {
+    const Unit* const unit = findUnit(sUnit);
+    switch (fromDbmRule(unit)) {
+        case FromDbm::Level:
+            return shown(*this, QString::number(fVal + unit->fromDbm.offset, 'f', 1), sUnit,
+                         isUnitText);
+        case FromDbm::VoltLadder:
+            return getdBmToVolt(fVal, isUnitText);
+        case FromDbm::WattLadder:
+            return getdBmToWatt(fVal, isUnitText);
+        default:  // dBm, and everything that this operation does not take
+            return shown(*this, QString::number(fVal, 'f', 1), QStringLiteral("dBm"), isUnitText);
+    }
+}
+
+QString HMath::getdBmToVolt(double dBm, bool isUnitText) {
+    const double level = (dBm + rfu::kDbmvOfZeroDbm) * 0.05;
+    const double millivolts = powerOfTen(level);
+    if (!(millivolts >= kSmallestVoltStep)) {
+        if (const Step step = firstStep(FromDbm::VoltStep, level, kSmallestVoltStep); step.unit) {
+            return shown(*this, printed(step.number * 0.001, 2), step.unit->name.toString(),
+                         isUnitText);
+        }
+    }
+    double volts = millivolts * 0.001;
+    if (millivolts > kLargestInVolts) {
+        volts *= 0.001;  // kilovolts from here on, under the label V
+    }
+    return shown(*this, printed(volts, 2), QStringLiteral("V"), isUnitText);
+}
+
+QString HMath::getdBmToWatt(double dBm, bool isUnitText) {
+    const double level = wattLevel(dBm);
+    const double watts = powerOfTen(level);
+    if (!(watts >= kSmallestShown)) {
+        if (const Step step = firstStep(FromDbm::WattStep, level, kSmallestShown); step.unit) {
+            return shown(*this, printed(step.number, 2), step.unit->name.toString(), isUnitText);
+        }
+    }
+    // kilowatts and megawatts are shown under the label W
+    return shown(*this, printed(reducedWatts(watts).number, 2), QStringLiteral("W"), isUnitText);
+}
+
+QString HMath::getDBmToW(double fTemp) {
+    const double level = wattLevel(fTemp);
+    const double watts = powerOfTen(level);
+    if (watts < kSmallestShown) {
+        for (const SmallPrefix& prefix : rfu::kSmallPrefixes) {
+            const double number = powerOfTen(level + prefix.decades);
+            if (number >= kSmallestShown) {
+                return printed(number, 2) + QLatin1Char(' ') + QLatin1Char(prefix.letter);
+            }
+        }
+    }
+    const ReducedWatts reduced = reducedWatts(watts);
+    return printed(reduced.number, 2) + QLatin1String(reduced.ending);
+}
+
+double HMath::mathRoundOff(double value, int digits) {
+    value = repeatedProduct(value, 10.0, digits);
+    return repeatedProduct(toInt32(value), 0.1, digits);
+}
+
+double HMath::getUnitTodBm(QString sUnit, double fVal) {
+    const Unit* const unit = findUnit(sUnit);
+    switch (toDbmRule(unit)) {
+        case ToDbm::Unchanged:
+            return fVal;
+        case ToDbm::Level:
+            return fVal == unit->toDbm.pinned ? rfu::kPinnedLevel
+                                              : mathRoundOff(fVal + unit->toDbm.offset, kDecimals);
+        case ToDbm::Volt:
+            return getVoltTodBm(sUnit, fVal);
+        case ToDbm::Watt:
+            return getWattTodBm(sUnit, fVal);
+        default:
+            return rfu::kUnknownUnit;
+    }
+}
+
+double HMath::getVoltTodBm(const QString& unit, const double& value) {
+    const Unit* const known = findUnit(unit);
+    if (toDbmRule(known) != ToDbm::Volt) {
+        return 0.0;
+    }
+    const double millivolts = value * known->toDbm.factor;
+    return mathRoundOff(decibelOfAmplitude(millivolts) - rfu::kDbmvOfZeroDbm, kDecimals);
+}
+
+double HMath::getWattTodBm(const QString& unit, const double& value) {
+    const Unit* const known = findUnit(unit);
+    if (toDbmRule(known) != ToDbm::Watt) {
+        return 0.0;
+    }
+    const double watts = value * known->toDbm.factor;
+    return mathRoundOff(decibelOfPower(watts) + kDbmOfOneWatt, kDecimals);
+}
+
+double HMath::getVoltmtodBm(const QString& unit, const double& value) {
+    return inBaseUnit(ToDbm::VoltPerMetre, unit, value);
+}
+
+double HMath::getWattmmTodBm(const QString& unit, const double& value) {
+    return inBaseUnit(ToDbm::WattPerSquareMetre, unit, value);
+}
+
+QString HMath::getdBmToField(QString sUnit, double fVal, double fCenter, double fGain,
+                             bool isUnitText) {
+    const Unit* const unit = findUnit(sUnit);
+    const FromDbm rule = fromDbmRule(unit);
+    const Unit::Forward forward = unit == nullptr ? Unit::Forward{rule} : unit->fromDbm;
+    const double level = fVal + forward.offset + antennaCorrection(fCenter, fGain);
+    double number = 0.0;
+    switch (rule) {
+        case FromDbm::FieldLevel:
+            number = level;
+            break;
+        case FromDbm::FieldLevelOfPower:
+            number = decibelOfPower(powerRatio(level) * forward.factor) + kDbmOfOneWatt;
+            break;
+        case FromDbm::FieldAmplitude:
+            return getFieldChangeUnit(sUnit, toFloat(amplitudeRatio(level) * forward.factor),
+                                      isUnitText);
+        case FromDbm::FieldPower:
+            return getFieldChangeUnit(sUnit, toFloat(powerRatio(level) * forward.factor),
+                                      isUnitText);
+        default:  // the number stays 0, the unit is stored as it was given
+            break;
+    }
+    return shown(*this, QString::number(number, 'f', 2), sUnit, isUnitText);
+}
+
+double HMath::getFieldTodBm(QString sUnit, double fVal, double fCenter, double fGain) {
+    const Unit* const unit = findUnit(sUnit);
+    if (unit == nullptr) {
+        return rfu::kUnknownUnit;
+    }
+    const Unit::Backward& back = unit->toDbm;
+    const double frequencyTerm = decibelOfAmplitude(fCenter);
+    const double antennaTerm = fGain + back.offset - frequencyTerm;
+    switch (back.rule) {
+        case ToDbm::FieldLevel:
+            return fVal + back.offset + fGain - frequencyTerm;
+        case ToDbm::VoltPerMetre:
+        case ToDbm::AmperePerMetre:
+            return decibelOfAmplitude(fVal * back.factor) + antennaTerm;
+        case ToDbm::WattPerSquareMetre:
+            return decibelOfPower(rfu::kImpedance * (fVal * back.factor)) + antennaTerm;
+        case ToDbm::WattPerSquareCentimetre:
+            return decibelOfPower(fVal * back.factor) + antennaTerm;
+        default:
+            return rfu::kUnknownUnit;
+    }
+}
+
+QString HMath::getFieldChangeUnit(QString unit, float value, bool isUnitText) {
+    if (value == 0.0F) {
+        return {};
+    }
+    const FieldText field = prefixedField(unit, value);
+    return shown(*this, field.number, field.unit, isUnitText);
+}
+
+QString HMath::convertValUnit(QVariant base, int dec, QString unit) {
+    return withUnit(QString::number(base.toDouble(), 'f', std::min(dec, kMostDecimals)), unit);
+}
+
+int HMath::getStringWidth(const int& pixelSize, const QString& str) {
+    if (str.isEmpty() || qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) {
+        return 0;
+    }
+    QFont font(QStringLiteral("Noto Sans UI"));
+    font.setPixelSize(pixelSize);
+    return QFontMetrics(font).horizontalAdvance(str);
+}
