@@ -19,6 +19,7 @@ static_assert(FLT_EVAL_METHOD == 0, "float products have to be rounded to float"
 
 using rfu::findUnit;
 using rfu::FromDbm;
+using rfu::kDbmOfOneWatt;
 using rfu::LargePrefix;
 using rfu::SmallPrefix;
 using rfu::ToDbm;
@@ -35,7 +36,6 @@ using rfu::detail::toInt32;
 
 namespace {
 
-constexpr double kDbmOfOneWatt = 30.0;
 constexpr double kSmallestShown = 0.01;       // what two decimals can show
 constexpr double kSmallestVoltStep = 10.0;    // the same, in the next smaller unit
 constexpr double kLargestInVolts = 100000.0;  // in mV; larger voltages are shown in kilovolts

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QStringView>
 
 #include <limits>
@@ -21,6 +22,8 @@ namespace rfu {
 inline constexpr double kDbmOfZeroDbv = 13.0103;
 inline constexpr double kDbmvOfZeroDbm = 46.9897;
 inline constexpr double kDbuvOfZeroDbm = 106.9897;
+
+inline constexpr double kDbmOfOneWatt = 30.0;
 
 // Field strength at an antenna: E[dBuV/m] = P[dBm] + 107 + K, with the antenna correction
 // K = 20 lg(f / 1 MHz) - 29.8 - G[dBi]. These offsets are the round ones on purpose, not the 50 ohm
