@@ -1,0 +1,3 @@
+#include <rfUtils/presentation/rfUtils.h>
+
+rfUtils::rfUtils() = default;

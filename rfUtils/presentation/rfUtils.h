@@ -1,0 +1,250 @@
+#pragma once
+
+#include <rfUtils/platform/ElfItem.h>
+#include <rfUtils/rfUtilsExport.h>
+#include <rfUtils/units/HMath.h>
+#include <QString>
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// What the entry views of the applications show beside a value: frequency and width texts, the
+/// range of a parameter in its unit, the presentation of published items, toast messages and angles
+/// in degrees, minutes and seconds.
+///
+/// An application constructs one object and keeps it. The object cannot be copied, as its HMath is
+/// a QObject, which belongs to the thread that constructed it; use the whole object on that thread.
+/// The static operations, makeFrequencyUnit(), convertFreqWidthUnit(), getOddtoStr() and the
+/// integer makeBoundaryMsg() read no member and may be called from any thread.
+///
+/// Frequencies are in MHz, levels in dBm, antenna gains in dBi, angles in degrees. Standard strings
+/// are UTF-8. Numbers in texts have a decimal point in every locale.
+class RFUTILS_EXPORT rfUtils {
+public:
+    /// Number of toast messages stored since the last clear, 0 in a new object.
+    int toastCount = 0;
+    /// The toast messages: the first toastCount are those stored since the last clear. All empty in
+    /// a new object, all "None" after clearToastMessage().
+    std::array<std::string, 10> toastMessages;
+    /// For the application: no operation of the library reads or writes it. Empty in a new object.
+    std::vector<std::string> stringList;
+    /// The unit service through which makeBoundaryMsg() expresses levels and field strengths;
+    /// constructed without a parent. Its unit is the one of the limit converted last.
+    HMath hMath;
+    /// Centre frequency in MHz for the field strengths of makeBoundaryMsg(). No operation sets it:
+    /// assign it before asking for such a message. While it is 0.0 the limits read "inf" or "nan".
+    double fCenter = 0.0;
+    /// Antenna gain in dBi for the field strengths of makeBoundaryMsg(), assigned like fCenter.
+    double fGain = 0.0;
+
+    rfUtils();
+
+    /// @name Frequency texts
+    /// @{
+
+    /// Text of a frequency with a blank and its unit. With a = |freqMHz| the first line that fits:
+    ///
+    /// | magnitude   | text                                                        |
+    /// |-------------|-------------------------------------------------------------|
+    /// | a > 1000.0  | freqMHz * 0.001 with nine decimals, GHz                     |
+    /// | a > 1.0     | freqMHz with six decimals, MHz                              |
+    /// | a > 0.001   | freqMHz * 1000.0 with three decimals, kHz                   |
+    /// | otherwise   | freqMHz * 1000000.0 cut (not rounded) to whole hertz, Hz    |
+    ///
+    /// The bounds are exclusive, so exactly 1000 MHz, 1 MHz and 1 kHz are shown in the smaller
+    /// unit. Decimals round as printf does: exact ties to even. The sign is kept.
+    ///
+    ///   2400.0 -> "2.400000000 GHz"    1000.0    -> "1000.000000 MHz"
+    ///   -2.5   -> "-2.500000 MHz"      1.0       -> "1000.000 kHz"
+    ///   0.5    -> "500.000 kHz"        0.001     -> "1000 Hz"
+    ///   0.0    -> "0 Hz"               0.0000019 -> "1 Hz"
+    ///   NaN    -> "0 Hz"               infinity  -> "inf GHz"
+    std::string makeFrequencyUnit(double freqMHz) const;
+
+    /// Text of a frequency width (span or bandwidth) with its unit and no blank between; the number
+    /// has at most six significant digits, no trailing zeros, and an exponent where that is shorter
+    /// (QString::number(..., 'g', 6)). The first line that fits, with the width as it is:
+    ///
+    /// | width         | text                        |
+    /// |---------------|-----------------------------|
+    /// | w > 1000.0    | widthMHz * 0.001, GHz       |
+    /// | w > 1.0       | widthMHz, MHz               |
+    /// | w > 0.0001    | widthMHz * 1000.0, kHz      |
+    /// | otherwise     | widthMHz * 1000000.0, Hz    |
+    ///
+    /// Unlike makeFrequencyUnit(), kHz begins above 100 Hz rather than 1 kHz, and the sign counts:
+    /// zero, every negative width and NaN are shown in Hz.
+    ///
+    ///   1500.0 -> "1.5GHz"     20.0 -> "20MHz"    0.03 -> "30kHz"    0.00005 -> "50Hz"
+    ///   1000.0 -> "1000MHz"    0.0005 -> "0.5kHz" (500 Hz)           -1.0 -> "-1e+06Hz"
+    QString convertFreqWidthUnit(double widthMHz) const;
+
+    /// The number formed by the two characters before the last one, which is always ignored. The
+    /// two are read by std::stoi: leading blanks and a sign are allowed, reading stops at the first
+    /// other character.
+    ///
+    ///   "ch12x" -> 12    "x05y" -> 5    "A-3z" -> -3    "12a" -> 12    "a1bc" -> 1
+    ///
+    /// The only operation of the library that throws on bad input:
+    /// @throws std::out_of_range     when the text has fewer than three characters ("12")
+    /// @throws std::invalid_argument with the text "stoi", when the two characters do not start
+    /// with
+    ///                               a number ("ab7c": "b7")
+    int getOddtoStr(std::string text) const;
+
+    /// @}
+    /// @name Range texts
+    /// The range of a parameter, lower limit first, such as " {Min: -10.00 dBm, Max: 20.00 dBm} ",
+    /// blanks at both ends included. **The upper limit is the first argument.** Nothing checks that
+    /// min is below max. The type code says how the limits are shown; the two overloads differ on
+    /// purpose:
+    ///
+    /// | type                | double overload                              | int overload |
+    /// |---------------------|----------------------------------------------|--------------|
+    /// | 0                   | frequency in MHz through makeFrequencyUnit() | no unit      |
+    /// | 1                   | suffix dB                                    | suffix dB    |
+    /// | 2                   | suffix dBm                                   | no unit      |
+    /// | 3                   | no unit                                      | no unit      |
+    /// | 4                   | suffix µs                                    | suffix µs    |
+    /// | 5                   | no unit                                      | no unit      |
+    /// | 6                   | no unit                                      | suffix Sec   |
+    /// | 7                   | suffix ns                                    | suffix ns    |
+    /// | 8                   | suffix %                                     | suffix %     |
+    /// | 9                   | suffix dBi                                   | no unit      |
+    /// | 10                  | no unit                                      | no unit      |
+    /// | 11, 12, 13          | level in dBV, dBmV, dBuV                     | no unit      |
+    /// | 14, 15              | voltage (V), power (W), prefixed             | no unit      |
+    /// | 16, 17, 18          | field strength in dBuV/m, dBmV/m, dBV/m      | no unit      |
+    /// | 19                  | field strength (V/m), prefixed               | no unit      |
+    /// | 20                  | power density (W/m^2), prefixed              | no unit      |
+    /// | 21                  | power density in dBm/m^2                     | no unit      |
+    /// | 22                  | suffix ppm                                   | no unit      |
+    /// | 23                  | empty message, not even the braces           | the same     |
+    /// | any other, negative | no unit                                      | no unit      |
+    ///
+    /// The micro sign is U+00B5 in UTF-8. A limit with a suffix or no unit is printed as given,
+    /// followed by a blank and the suffix, so without a unit a blank stays before the comma and the
+    /// brace. Both limits must have the same type: a call with one int and one double does not
+    /// compile.
+    /// @{
+
+    /// Range of an integer parameter.
+    ///   max 10, min -5, type 1 -> " {Min: -5 dB, Max: 10 dB} "
+    ///   max 10, min -5, type 0 -> " {Min: -5 , Max: 10 } "
+    std::string makeBoundaryMsg(int max, int min, int type) const;
+
+    /// Range of a floating-point parameter; limits with a suffix or no unit have two decimals,
+    /// rounded as printf does (0.125 gives 0.12).
+    ///
+    /// Types 11 to 21 take limits in dBm and show them as HMath does, with its numbers of decimals:
+    /// 11 to 15 through getdBmToUnit(), 16 to 21 through getdBmToField() with fCenter and fGain as
+    /// they are at the call. The lower limit is converted first. Each conversion stores its
+    /// unit in hMath and emits hMath's unitChanged(), so afterwards hMath.unit() is the unit of the
+    /// upper limit, with its prefix if it has one.
+    ///
+    ///   max 20.0, min -10.0, type 2     -> " {Min: -10.00 dBm, Max: 20.00 dBm} "
+    ///   max 20.0, min -10.0, type 5     -> " {Min: -10.00 , Max: 20.00 } "
+    ///   max 6000.0, min 0.009, type 0   -> " {Min: 9.000 kHz, Max: 6.000000000 GHz} "
+    ///   max 0.0, min -30.0, type 13     -> " {Min: 77.0 dBuV, Max: 107.0 dBuV} "
+    ///   max -10.0, min -30.0, type 16   -> " {Min: 87.20 dBuV/m, Max: 107.20 dBuV/m} "
+    ///                                      (fCenter 100 MHz, fGain 0 dBi)
+    std::string makeBoundaryMsg(double max, double min, int type);
+
+    /// @}
+    /// @name Presentation of published items
+    /// Each operation makes at most three calls on the item's ServerItem, in this order: the
+    /// property "inputType", the formatter, the property "precision" (decimals), both properties as
+    /// an int. What the values mean is the item service's affair. The differences between the rows
+    /// are intended.
+    ///
+    /// | operation                     | item   | inputType | formatter             | precision |
+    /// |-------------------------------|--------|-----------|-----------------------|-----------|
+    /// | setPropertyFreq, three args   | double | 12        | the argument          | argument  |
+    /// | setPropertyFreq, one argument | double | 12        | FreqFormatter         | not set   |
+    /// | setPropertyMHz                | double | 12        | MhzFormatter          | argument  |
+    /// | setPropertyDB                 | double | 11        | DbFormatter           | 2         |
+    /// | setPropertyDB                 | int    | 9         | DbFormatter_0_0       | not set   |
+    /// | setPropertyDBM                | double | 11        | DbmFormatter          | 2         |
+    /// | setPropertyPPM                | double | 11        | PpmFormatter          | 2         |
+    /// | setPropertyDBC                | double | 11        | DbcFormatter          | 2         |
+    /// | setPropertyDBI                | double | 11        | DbiFormatter          | 2         |
+    /// | setPropertyUS                 | int    | 9         | MicrosecondsFormatter | not set   |
+    /// | setPropertyMS                 | int    | 9         | MillisecondsFormatter | 0         |
+    /// | setPropertyNS                 | int    | 9         | NanosecondsFormatter  | 0         |
+    /// | setPropertySEC                | int    | 9         | SecondsFormatter      | not set   |
+    /// | setPropertyUS                 | double | 12        | MicrosecondsFormatter | argument  |
+    /// | setPropertyMS                 | double | 12        | MillisecondsFormatter | argument  |
+    /// | setPropertyNS                 | double | 12        | NanosecondsFormatter  | argument  |
+    /// | setPropertySEC                | double | 12        | SecondsFormatter      | argument  |
+    /// | setPropertyPer                | double | 12        | PercentFormatter      | argument  |
+    ///
+    /// A precision is passed on unchanged, negative ones too. A null item, or one whose ServerItem
+    /// is null, is left alone. Call them on the thread that owns the item.
+    /// @{
+
+    static void setPropertyFreq(std::shared_ptr<DoubleElfItem> item, const QString& formatter,
+                                int precision);
+    static void setPropertyFreq(std::shared_ptr<DoubleElfItem> item);
+    static void setPropertyMHz(std::shared_ptr<DoubleElfItem> item, int precision);
+    static void setPropertyDB(std::shared_ptr<DoubleElfItem> item);
+    static void setPropertyDB(std::shared_ptr<IntElfItem> item);
+    static void setPropertyDBM(std::shared_ptr<DoubleElfItem> item);
+    static void setPropertyPPM(std::shared_ptr<DoubleElfItem> item);
+    static void setPropertyDBC(std::shared_ptr<DoubleElfItem> item);
+    static void setPropertyDBI(std::shared_ptr<DoubleElfItem> item);
+    static void setPropertyUS(std::shared_ptr<IntElfItem> item);
+    static void setPropertyMS(std::shared_ptr<IntElfItem> item);
+    static void setPropertyNS(std::shared_ptr<IntElfItem> item);
+    static void setPropertySEC(std::shared_ptr<IntElfItem> item);
+    static void setPropertyUS(std::shared_ptr<DoubleElfItem> item, int precision);
+    static void setPropertyMS(std::shared_ptr<DoubleElfItem> item, int precision);
+    static void setPropertyNS(std::shared_ptr<DoubleElfItem> item, int precision);
+    static void setPropertySEC(std::shared_ptr<DoubleElfItem> item, int precision);
+    static void setPropertyPer(std::shared_ptr<DoubleElfItem> item, int precision);
+
+    /// @}
+    /// @name Toast messages
+    /// Up to ten short texts that the application collects and then shows as transient notices. It
+    /// reads them from toastMessages, slots 0 to toastCount - 1.
+    /// @{
+
+    /// Stores the text in slot toastCount and counts it. When ten are stored the text is dropped
+    /// and the count stays 10, until clearToastMessage(); so it is while the application has set
+    /// toastCount to a value that is no slot.
+    /// @return true, also when the text was dropped
+    bool setToastMessage(std::string message);
+
+    /// Sets all ten slots to "None" (not to the empty text of a new object) and the count to 0.
+    void clearToastMessage();
+
+    /// toastCount.
+    int getNoOfToast() const;
+
+    /// @}
+    /// @name Angles
+    /// @{
+
+    /// Decimal degrees from degrees, minutes and seconds:
+    /// sign * (degrees + minutes * (1/60) + seconds * (1/3600)), each product and sum rounded once.
+    /// The sign is a factor, usually +1 or -1: 2 doubles the angle, 0 gives 0. Degrees,
+    /// minutes and seconds should not be negative; fractions are accepted, also in degrees and
+    /// minutes.
+    /// @return true
+    ///   -1, 33, 52, 7.68 -> -33.8688 (within the last digits of a double)
+    static bool convertDdFromDms(const short& sign, const double& degrees, const double& minutes,
+                                 const double& seconds, double& decimalDegrees);
+
+    /// Degrees, minutes and seconds from decimal degrees; the sign is +1 (also for -0.0) or -1, the
+    /// other results are whole numbers, not negative. Fractions of a second are cut, never rounded,
+    /// so that an angle converted here and back may be nearer to zero by up to one second of arc,
+    /// and an angle that is a whole number of seconds on paper may come out one second less.
+    /// Parts beyond the 32-bit integers saturate. NaN gives -1, 0, 0, 0.
+    /// @return true
+    ///   12.5 -> +1, 12, 30, 0    -33.8688 -> -1, 33, 52, 7    45.999999 -> +1, 45, 59, 59
+    static bool convertDmsFromDd(const double& decimalDegrees, short& sign, double& degrees,
+                                 double& minutes, double& seconds);
+
+    /// @}
+};
