@@ -3,6 +3,7 @@
 #include <QString>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 #include "support/numbers.h"
@@ -167,6 +168,14 @@ TableWriter& TableWriter::number(double value, int decimals) {
     return *this;
 }
 
+TableWriter& TableWriter::number(double value, std::string_view shown) {
+    if (format_ != Format::Text) {
+        return number(value);
+    }
+    raw({}, shown, true);
+    return *this;
+}
+
 TableWriter& TableWriter::integer(long long value) {
     const std::string digits = std::to_string(value);
     raw(digits, digits, true);
@@ -183,24 +192,27 @@ TableWriter& TableWriter::none() {
     return *this;
 }
 
-void TableWriter::writeRowsAsText() {
-    std::vector<std::size_t> widths;
-    std::vector<bool> alignRight(columns_.size(), false);
-    for (const std::string& column : columns_) {
-        widths.push_back(widthOf(column));
+void TableWriter::writeRows() {
+    if (format_ != Format::Text) {
+        return;  // they are out already
+    }
+    const bool needsHeading = widths_.empty();
+    if (needsHeading) {
+        std::transform(columns_.begin(), columns_.end(), std::back_inserter(widths_), widthOf);
+        alignRight_.resize(columns_.size(), false);
     }
     for (std::size_t i = 0; i < cells_.size(); ++i) {
         const std::size_t column = i % columns_.size();
-        widths[column] = std::max(widths[column], widthOf(cells_[i].text));
+        widths_[column] = std::max(widths_[column], widthOf(cells_[i].text));
         // A heading stands over the side on which its values are aligned.
         if (cells_[i].alignRight && cells_[i].text != kMissing) {
-            alignRight[column] = true;
+            alignRight_[column] = true;
         }
     }
     std::string line;
     const auto addCell = [&](std::size_t column, std::string_view text, bool right) {
         line += column == 0 ? "" : kColumnGap;
-        line += padded(text, widths[column], right);
+        line += padded(text, widths_[column], right);
         if (column + 1 == columns_.size()) {
             trimRight(line);
             line += '\n';
@@ -208,12 +220,13 @@ void TableWriter::writeRowsAsText() {
             line.clear();
         }
     };
-    for (std::size_t column = 0; column < columns_.size(); ++column) {
-        addCell(column, columns_[column], alignRight[column]);
+    for (std::size_t column = 0; needsHeading && column < columns_.size(); ++column) {
+        addCell(column, columns_[column], alignRight_[column]);
     }
     for (std::size_t i = 0; i < cells_.size(); ++i) {
-        addCell(i % columns_.size(), cells_[i].text, alignRight[i % columns_.size()]);
+        addCell(i % columns_.size(), cells_[i].text, alignRight_[i % columns_.size()]);
     }
+    cells_.clear();
 }
 
 void TableWriter::writeObjectAsText() {
@@ -231,7 +244,7 @@ void TableWriter::writeObjectAsText() {
 
 void TableWriter::finish() {
     if (format_ == Format::Text) {
-        shape_ == Shape::Rows ? writeRowsAsText() : writeObjectAsText();
+        shape_ == Shape::Rows ? writeRows() : writeObjectAsText();
     } else if (format_ == Format::Json && shape_ == Shape::Rows) {
         output_.write(firstRow_ ? "]\n" : "\n]\n");
     } else if (format_ == Format::Json) {

@@ -30,10 +30,16 @@ public:
     TableWriter& text(std::string_view value);
     /// @param decimals in text format; negative: the shortest text
     TableWriter& number(double value, int decimals = -1);
+    /// @param shown in text format, e.g. with a unit; aligned like a number
+    TableWriter& number(double value, std::string_view shown);
     TableWriter& integer(long long value);
     TableWriter& flag(bool value);
     /// No value: not measured, not known.
     TableWriter& none();
+
+    /// Writes the rows so far, also in text format, where the rows that follow get no heading and
+    /// at least the widths of these.
+    void writeRows();
 
     /// Ends the table; nothing may follow.
     void finish();
@@ -47,7 +53,6 @@ private:
     void startCell();
     void endCell();
     void raw(std::string_view text, std::string_view shown, bool alignRight);
-    void writeRowsAsText();
     void writeObjectAsText();
 
     Output& output_;
@@ -57,7 +62,10 @@ private:
     std::vector<std::string> jsonKeys_;
     std::size_t column_ = 0;
     bool firstRow_ = true;
-    std::vector<Cell> cells_;  // text format only
+    // Text format only.
+    std::vector<Cell> cells_;
+    std::vector<std::size_t> widths_;
+    std::vector<bool> alignRight_;
 };
 
 /// A text as a JSON string, with its quotes.
