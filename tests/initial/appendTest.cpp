@@ -1,0 +1,182 @@
+#include "storeFixture.h"
+
+#include <cstddef>
+#include <functional>
+#include <typeinfo>
+
+namespace {
+
+const struct {
+    const char* name;
+    std::function<bool(itemInitial&)> append;
+} kAppends[] = {
+    {"int", [](itemInitial& table) { return table.setInitialVal("new", 5); }},
+    {"double", [](itemInitial& table) { return table.setInitialVal("new", 5.5); }},
+    {"text", [](itemInitial& table) { return table.setInitialVal("new", std::string("five")); }},
+    {"entry",
+     [](itemInitial& table) {
+         return table.addInitialVal({"new", 1, 2, 3.0, "4"});
+     }},
+};
+
+TEST(InitialValue, IsEmptyUnlessSaidOtherwise) {
+    const initialValue_t entry;
+    EXPECT_EQ(entry.id, "");
+    EXPECT_EQ(entry.type, 0);
+    EXPECT_EQ(entry.iValue, 0);
+    EXPECT_EQ(entry.dValue, 0.0);
+    EXPECT_EQ(entry.sValue, "");
+    const initialValue_t aggregate{"id", 1, 2, 3.0, "s"};  // fields in their order
+    EXPECT_EQ(aggregate.id, "id");
+    EXPECT_EQ(aggregate.type, 1);
+    EXPECT_EQ(aggregate.iValue, 2);
+    EXPECT_EQ(aggregate.dValue, 3.0);
+    EXPECT_EQ(aggregate.sValue, "s");
+}
+
+TEST_F(Store, EmbedsItsEntries) {
+    EXPECT_GE(sizeof(itemInitial), 5120 * sizeof(initialValue_t));
+    const auto* const object = reinterpret_cast<const std::byte*>(table.get());
+    EXPECT_GE(reinterpret_cast<const std::byte*>(slots), object);
+    EXPECT_LE(reinterpret_cast<const std::byte*>(slots + 5120), object + sizeof(itemInitial));
+}
+
+TEST_F(Store, StartsWithEmptyEntriesNoneInUse) {
+    const auto fresh = std::make_unique<itemInitial>();
+    EXPECT_EQ(countOf(*fresh), 0);
+    EXPECT_EQ(fresh->findInitialVal("a"), nullptr);
+    EXPECT_EQ(fresh->findInitialVal(""), nullptr);
+    fresh->setInitialVal("a", 1);
+    const initialValue_t* const entries = fresh->findInitialVal("a");
+    for (int index = 1; index < 5120; ++index) {
+        ASSERT_EQ(entries[index], kEmpty) << index;
+    }
+}
+
+TEST_F(Store, AppendsInOrderWithTheTypeOfTheValue) {
+    const int integer = -7;
+    const double number = 2.25;
+    const std::string text = "seven";
+    EXPECT_TRUE(table->setInitialVal("i", integer));
+    EXPECT_TRUE(table->setInitialVal("d", number));
+    EXPECT_TRUE(table->setInitialVal("s", text));
+    EXPECT_TRUE(table->addInitialVal({"all", 42, 1, 2.0, "3"}));
+    EXPECT_EQ(countOf(*table), 4);
+    EXPECT_EQ(slots[0], (initialValue_t{"i", 1, -7, 0.0, ""}));
+    EXPECT_EQ(slots[1], (initialValue_t{"d", 2, 0, 2.25, ""}));
+    EXPECT_EQ(slots[2], (initialValue_t{"s", 3, 0, 0.0, "seven"}));
+    EXPECT_EQ(slots[3], (initialValue_t{"all", 42, 1, 2.0, "3"}));
+    EXPECT_EQ(slots[4], kEmpty);
+}
+
+TEST_F(Store, AppendLeavesTheOtherFieldsOfTheSlotAsTheyWere) {
+    for (int index = 0; index < 4; ++index) {
+        table->fillInitialVal(index, kFull);
+    }
+    table->setInitialVal("i", 1);
+    table->setInitialVal("d", 1.5);
+    table->setInitialVal("s", std::string("new"));
+    table->addInitialVal({"all", 0, 0, 0.0, ""});
+    EXPECT_EQ(slots[0], (initialValue_t{"i", 1, 1, 2.5, "text"}));
+    EXPECT_EQ(slots[1], (initialValue_t{"d", 2, 11, 1.5, "text"}));
+    EXPECT_EQ(slots[2], (initialValue_t{"s", 3, 11, 2.5, "new"}));
+    EXPECT_EQ(slots[3], (initialValue_t{"all", 0, 0, 0.0, ""}));  // all five are overwritten
+}
+
+TEST_F(Store, AcceptsEmptyAndRepeatedIds) {
+    append({"a", "a"});
+    EXPECT_TRUE(table->setInitialVal("", 1));
+    EXPECT_EQ(idsInUse(), (Ids{"a", "a", ""}));
+}
+
+TEST_F(Store, RefusesAnAppendWhenFull) {
+    fillUp();
+    EXPECT_EQ(slots[5119], (initialValue_t{"5119", 1, 5119, 0.0, ""}));  // the last place is used
+    for (const auto& row : kAppends) {
+        EXPECT_FALSE(row.append(*table)) << row.name;
+    }
+    EXPECT_FALSE(table->setTypeId(typeid(int)));
+    EXPECT_FALSE(table->setTypeId(typeid(double)));
+    EXPECT_EQ(countOf(*table), 5120);
+    for (int index = 0; index < 5120; ++index) {
+        ASSERT_EQ(slots[index], (initialValue_t{std::to_string(index), 1, index, 0.0, ""}));
+    }
+    table->delInitialVal("5119");
+    EXPECT_TRUE(table->setInitialVal("again", 1));
+    EXPECT_EQ(slots[5119].id, "again");
+    EXPECT_EQ(countOf(*table), 5120);
+}
+
+TEST_F(Store, AppendAfterACountOfMinusOneIsLost) {
+    for (const auto& row : kAppends) {
+        table->delInitialVal("");  // on an empty table: the count becomes -1
+        ASSERT_EQ(countOf(*table), -1);
+        EXPECT_TRUE(row.append(*table)) << row.name;
+        EXPECT_EQ(countOf(*table), 0) << row.name;
+        EXPECT_EQ(table->findInitialVal("new"), nullptr) << row.name;
+        for (int index = 0; index < 5120; ++index) {
+            ASSERT_EQ(slots[index], kEmpty) << row.name;
+        }
+    }
+    table->setInitialVal("kept", 1);
+    EXPECT_EQ(table->findInitialVal("kept"), slots);
+    EXPECT_EQ(slots[0].id, "kept");
+}
+
+TEST_F(Store, CopiesAreIndependent) {
+    append({"a"});
+    const auto copy = std::make_unique<itemInitial>(*table);
+    copy->setInitialVal("b", 2);
+    copy->modifyInitialVal("a", 7);
+    EXPECT_EQ(idsInUse(), Ids{"a"});
+    EXPECT_EQ(slots[0].iValue, 'a');
+    EXPECT_EQ(copy->findInitialVal("b")[0].iValue, 7);
+}
+
+TEST(TypeId, KnowsIntAndDouble) {
+    const auto table = std::make_unique<itemInitial>();
+    EXPECT_EQ(table->getTypeId(typeid(int)), 1);
+    EXPECT_EQ(table->getTypeId(typeid(const int&)), 1);  // the same std::type_info
+    EXPECT_EQ(table->getTypeId(typeid(double)), 2);
+    EXPECT_EQ(table->getTypeId(typeid(std::string)), 0);
+    EXPECT_EQ(table->getTypeId(typeid(float)), 0);
+    EXPECT_EQ(table->getTypeId(typeid(unsigned)), 0);
+    EXPECT_EQ(table->getTypeId(typeid(long)), 0);
+    EXPECT_EQ(table->getTypeId(typeid(bool)), 0);
+}
+
+TEST_F(Store, SetTypeIdMarksTheNextFreeSlot) {
+    append({"a"});
+    EXPECT_TRUE(table->setTypeId(typeid(double)));
+    EXPECT_EQ(slots[0].type, 1);
+    EXPECT_EQ(slots[1], (initialValue_t{"", 2, 0, 0.0, ""}));
+    EXPECT_EQ(slots[2], kEmpty);
+    EXPECT_EQ(countOf(*table), 1);
+    EXPECT_TRUE(table->setTypeId(typeid(int)));
+    EXPECT_EQ(slots[1].type, 1);
+    for (const std::type_info* const other : {&typeid(std::string), &typeid(float)}) {
+        EXPECT_FALSE(table->setTypeId(*other));
+        EXPECT_EQ(slots[1].type, 1);
+    }
+    table->setInitialVal("b", 0.5);
+    EXPECT_EQ(slots[1].type, 2);
+}
+
+TEST_F(Store, SetTypeIdMarksTheLastSlotToo) {
+    fillUp();
+    table->delInitialVal("5119");
+    EXPECT_TRUE(table->setTypeId(typeid(double)));
+    EXPECT_EQ(slots[5119].type, 2);
+}
+
+TEST_F(Store, SetTypeIdAtACountOfMinusOneTouchesNoEntry) {
+    table->delInitialVal("");
+    EXPECT_TRUE(table->setTypeId(typeid(int)));
+    EXPECT_FALSE(table->setTypeId(typeid(std::string)));
+    EXPECT_EQ(countOf(*table), -1);
+    for (int index = 0; index < 5120; ++index) {
+        ASSERT_EQ(slots[index], kEmpty);
+    }
+}
+
+}  // namespace
