@@ -32,9 +32,10 @@ public:
     /// kept; each object in the array is one setup:
     ///   {"power": [{"id": "chp", "label": "Channel Power"}, {"id": "obw", "label": "OBW"}]}
     /// Both members must be present, of any type; what is no text reads as "". Other members are
-    /// ignored. All groups feed the one list, in ascending order of their keys (by UTF-16 code
-    /// units), not in the order in which they stand in the file; setups of a group keep their
-    /// order. Where a key stands twice in an object, the last one counts.
+    /// ignored. All groups feed the one list, in ascending order of their keys, not in the
+    /// order in which they stand in the file; setups of a group keep their order. Keys compare by
+    /// character code, as QJsonObject does it: "" < "10" < "9" < "Z" < "a" < "aa" < "z" < "é".
+    /// Where a key stands twice in an object, the last one counts.
     ///
     /// What it does is told in lines of Qt's message log (qDebug: debug severity, default category;
     /// texts in double quotes, QDebug escapes in them), nothing at any other severity:

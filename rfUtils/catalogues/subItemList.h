@@ -58,10 +58,10 @@ public:
     /// are numbers with a whole value that fits 32 bits: 2.0 and 2e0 are 2; 2.5, "2", true and
     /// 2147483648 are 0. A lone half of a surrogate pair in a text becomes a question mark.
     ///
-    /// Items are taken in ascending order of their keys (by UTF-16 code units), choices in the
-    /// order of the file. A later choice with the same id replaces the earlier one, within a file
-    /// and across files; the record keeps the letter case of the id that came last. An item without
-    /// a usable choice is not created. Where a key stands twice in an object, the last one counts.
+    /// Items are taken in the ascending key order of QJsonObject, choices in the order of the file.
+    /// A later choice with the same id replaces the earlier one, within a file and across files;
+    /// the record keeps the letter case of the id that came last. An item without a usable choice
+    /// is not created. Where a key stands twice in an object, the last one counts.
     bool loadJson(const std::string& path);
 
     /// Adds one choice, or replaces the choice of the same item and id. Mind the argument order:

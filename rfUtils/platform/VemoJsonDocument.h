@@ -23,7 +23,8 @@ public:
     /// Reads and parses the file at `path` (a file of the file system or a Qt resource).
     /// Accepts and refuses exactly the bytes that QJsonDocument::fromJson does: UTF-8, a leading
     /// byte order mark allowed, an object or an array at the top level, nothing behind it, nested
-    /// at most 1024 deep. Of members with the same key the last one counts.
+    /// at most 1024 deep. Of members with the same key the last one counts. Files of 2 GiB or more
+    /// are refused.
     ///
     /// @return true when the file was read and parsed, that is !hasError()
     ///
@@ -37,7 +38,7 @@ public:
     bool hasError() const { return !error_.isEmpty(); }
 
     /// Why the last readFile() failed; empty when it did not:
-    ///   missing or unreadable file -> the system's text, as "No such file or directory"
+    ///   missing or unreadable file -> QFile's text, as "No such file or directory"
     ///   directory, FIFO, device    -> "not a regular file"
     ///   refused bytes              -> QJsonParseError's text, as "illegal value" for an empty file
     QString errorString() const { return error_; }
