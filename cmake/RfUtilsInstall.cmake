@@ -1,1 +1,29 @@
-# Installation rules join here.
+# Installs the library, its CMake package and its pkg-config module, all relocatable.
+# The public headers are installed by their rooms (RfUtilsRoom.cmake).
+include(CMakePackageConfigHelpers)
+
+set(rfutils_cmake_dir "${CMAKE_INSTALL_LIBDIR}/cmake/rfUtils")
+
+install(TARGETS rfUtils EXPORT rfUtilsTargets
+    LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT dev)
+install(EXPORT rfUtilsTargets NAMESPACE rfUtils:: DESTINATION "${rfutils_cmake_dir}" COMPONENT dev)
+
+configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/rfUtilsConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/rfUtilsConfig.cmake" INSTALL_DESTINATION "${rfutils_cmake_dir}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/rfUtilsConfigVersion.cmake"
+    COMPATIBILITY SameMajorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/rfUtilsConfig.cmake"
+    "${PROJECT_BINARY_DIR}/rfUtilsConfigVersion.cmake"
+    DESTINATION "${rfutils_cmake_dir}" COMPONENT dev)
+
+# Paths in the .pc file stand relative to the file itself, so that a moved installation works.
+set(rfutils_pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH rfutils_pc_prefix
+    "/prefix/${rfutils_pc_dir}" "/prefix")
+string(REGEX REPLACE "/$" "" rfutils_pc_prefix "${rfutils_pc_prefix}")
+set(rfutils_pc_definitions "")
+if(RFUTILS_PLATFORM_TARGET)
+    set(rfutils_pc_definitions " -DRFUTILS_EXTERNAL_PLATFORM")
+endif()
+configure_file("${PROJECT_SOURCE_DIR}/cmake/rfUtils.pc.in" "${PROJECT_BINARY_DIR}/rfUtils.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/rfUtils.pc" DESTINATION "${rfutils_pc_dir}" COMPONENT dev)

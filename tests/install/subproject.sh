@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# subproject.sh KIND SOURCE WORK CXX: the library built as a part of another project; KIND names the folder.
+. "$(dirname "$0")/common.sh"
+kind=$1 source=$2 work=$3 cxx=$4
+
+rm -rf "$work"
+cmake -S "$(dirname "$0")/$kind" -B "$work" -G Ninja -DRFUTILS_SOURCE="$source" -DCMAKE_CXX_COMPILER="$cxx"
+cmake --build "$work"
+expect_levels "$work/levels"
+
+# An enclosing project's installation does not pick the library's files up unasked.
+cmake --install "$work" --prefix "$work/prefix" >/dev/null
+test ! -e "$work/prefix"
