@@ -82,7 +82,7 @@ std::string message(const std::string& minText, const std::string& maxText) {
 
 }  // namespace
 
-std::string rfUtils::makeBoundaryMsg(int max, int min, int type) const {
+std::string rfUtils::makeBoundaryMsg(int max, int min, int type) {
     if (type == kEmptyMessage) {
         return {};
     }

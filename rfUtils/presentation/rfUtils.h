@@ -133,7 +133,7 @@ public:
     /// Range of an integer parameter.
     ///   max 10, min -5, type 1 -> " {Min: -5 dB, Max: 10 dB} "
     ///   max 10, min -5, type 0 -> " {Min: -5 , Max: 10 } "
-    std::string makeBoundaryMsg(int max, int min, int type) const;
+    std::string makeBoundaryMsg(int max, int min, int type);
 
     /// Range of a floating-point parameter; limits with a suffix or no unit have two decimals,
     /// rounded as printf does (0.125 gives 0.12).
