@@ -20,8 +20,16 @@ struct Subcommand {
 
 // clang-format off
 constexpr Subcommand kSubcommands[] = {
+    {"convert",   "Convert levels, voltages, powers and field values",    runConvert,   nullptr},
+    {"units",     "List the units",                                       runUnits,     nullptr},
+    {"scale",     "Convert between dBm and a numeric scale",              runScale,     nullptr},
+    {"freq",      "Show frequencies as the instrument does",              runFreq,      nullptr},
+    {"width",     "Show frequency widths as the instrument does",         runWidth,     nullptr},
+    {"range",     "Show the limits of an entry as the instrument does",   runRange,     nullptr},
     {"catalogue", "Show the items of a catalogue file and their choices", runCatalogue, nullptr},
     {"setups",    "Show the result setups of a file",                     runSetups,    nullptr},
+    {"dms",       "Decimal degrees to degrees, minutes and seconds",      runDms,       nullptr},
+    {"dd",        "Degrees, minutes and seconds to decimal degrees",      runDd,        nullptr},
 };
 // clang-format on
 

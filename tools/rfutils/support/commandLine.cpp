@@ -94,12 +94,17 @@ Format CommandLine::parsedFormat() const {
     throw usageError(wrongValue("format", asked, "text, csv or json is expected"));
 }
 
-QString CommandLine::onlyValue(const char* what) const {
-    if (values_.size() != 1) {
-        throw usageError(values_.isEmpty()
-                             ? std::string(what) + " is missing"
-                             : "unexpected argument " + quoted(values_[1].toStdString()));
+void CommandLine::requireAtMost(int count) const {
+    if (values_.size() > count) {
+        throw usageError("unexpected argument " + quoted(values_[count].toStdString()));
     }
+}
+
+QString CommandLine::onlyValue(const char* what) const {
+    if (values_.isEmpty()) {
+        throw usageError(std::string(what) + " is missing");
+    }
+    requireAtMost(1);
     return values_.first();
 }
 

@@ -39,6 +39,9 @@ public:
     /// @param what names it in the message when it is missing
     QString onlyValue(const char* what) const;
 
+    /// @throw Failure (usage) when there are more arguments
+    void requireAtMost(int count) const;
+
     bool isSet(const char* name) const;
     QString option(const char* name) const;
     /// All values of an option that may be given several times.

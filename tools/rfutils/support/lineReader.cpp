@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "support/errors.h"
+#include "support/output.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -43,6 +44,7 @@ bool LineReader::fill() {
     if (held_.size() > kLongestLine) {
         throw lineError(file_, number_ + 1, "the line is longer than 1 MiB");
     }
+    standardOutput().flush();  // reading may wait; what is known is shown meanwhile
     const std::size_t before = held_.size();
     held_.resize(before + kBlock);
     ssize_t got = 0;

@@ -52,7 +52,7 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-std::optional<Quantity> splitQuantity(std::string_view text) {
+std::optional<SplitValue> splitValue(std::string_view text) {
     text = withoutPlus(trimmed(text));
     if (!startsLikeNumber(text)) {
         return std::nullopt;
@@ -62,12 +62,12 @@ std::optional<Quantity> splitQuantity(std::string_view text) {
     if (result.ec != std::errc()) {
         return std::nullopt;
     }
-    return Quantity{value,
-                    trimmed(text.substr(static_cast<std::size_t>(result.ptr - text.data())))};
+    return SplitValue{value,
+                      trimmed(text.substr(static_cast<std::size_t>(result.ptr - text.data())))};
 }
 
 std::optional<double> parseNumber(std::string_view text) {
-    const auto quantity = splitQuantity(text);
+    const auto quantity = splitValue(text);
     if (!quantity || !quantity->unit.empty()) {
         return std::nullopt;
     }
@@ -85,7 +85,7 @@ std::optional<int> parseInteger(std::string_view text) {
 }
 
 std::optional<double> parseFrequency(std::string_view text) {
-    const auto quantity = splitQuantity(text);
+    const auto quantity = splitValue(text);
     if (!quantity) {
         return std::nullopt;
     }

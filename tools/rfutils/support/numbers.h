@@ -20,11 +20,11 @@ std::optional<double> parseNumber(std::string_view text);
 std::optional<int> parseInteger(std::string_view text);
 
 /// A number with what follows it: "-30 dBm" gives -30 and "dBm", "5" gives 5 and an empty unit.
-struct Quantity {
+struct SplitValue {
     double value;
     std::string_view unit;  // part of the text that was split
 };
-std::optional<Quantity> splitQuantity(std::string_view text);
+std::optional<SplitValue> splitValue(std::string_view text);
 
 /// A frequency as "88.1MHz", "2.4 GHz", "100kHz", "5Hz" or a bare number of MHz.
 /// @return MHz

@@ -11,7 +11,6 @@
 namespace {
 
 constexpr std::string_view kColumnGap = "  ";
-constexpr std::string_view kMissing = "-";
 
 bool isPlainAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(),
@@ -156,6 +155,10 @@ TableWriter& TableWriter::text(std::string_view value) {
     return *this;
 }
 
+TableWriter& TableWriter::textOrNone(std::string_view value) {
+    return value.empty() ? none() : text(value);
+}
+
 TableWriter& TableWriter::number(double value, int decimals) {
     if (format_ == Format::Text && decimals >= 0) {
         raw({}, fixedText(value, decimals), true);
@@ -188,7 +191,7 @@ TableWriter& TableWriter::flag(bool value) {
 }
 
 TableWriter& TableWriter::none() {
-    raw(format_ == Format::Json ? "null" : "", kMissing, true);
+    raw(format_ == Format::Json ? "null" : "", kMissingText, true);
     return *this;
 }
 
@@ -205,7 +208,7 @@ void TableWriter::writeRows() {
         const std::size_t column = i % columns_.size();
         widths_[column] = std::max(widths_[column], widthOf(cells_[i].text));
         // A heading stands over the side on which its values are aligned.
-        if (cells_[i].alignRight && cells_[i].text != kMissing) {
+        if (cells_[i].alignRight && cells_[i].text != kMissingText) {
             alignRight_[column] = true;
         }
     }

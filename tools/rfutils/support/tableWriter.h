@@ -8,6 +8,9 @@
 
 enum class Format { Text, Csv, Json };
 
+/// What stands in text format where there is no value.
+inline constexpr std::string_view kMissingText = "-";
+
 /// Rows of named columns in the format that was asked for:
 ///  - text: columns aligned for people, a heading line first; missing cells read "-";
 ///  - CSV: a header line, quoted where a cell needs it; missing cells are empty;
@@ -28,6 +31,8 @@ public:
     // The cells of a row in column order; a row is complete with its last cell.
     /// UTF-8; broken sequences become U+FFFD in JSON.
     TableWriter& text(std::string_view value);
+    /// As text(), with the empty text as no value.
+    TableWriter& textOrNone(std::string_view value);
     /// @param decimals in text format; negative: the shortest text
     TableWriter& number(double value, int decimals = -1);
     /// @param shown in text format, e.g. with a unit; aligned like a number

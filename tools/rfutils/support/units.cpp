@@ -1,0 +1,291 @@
+#include "support/units.h"
+
+#include <rfUtils/units/calculateUnit.h>
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+#include <vector>
+
+#include "support/errors.h"
+#include "support/numbers.h"
+#include "support/values.h"
+
+namespace {
+
+using rfu::FromDbm;
+using rfu::Quantity;
+using rfu::ToDbm;
+using rfu::Unit;
+
+struct QuantityName {
+    Quantity quantity;
+    const char* name;
+};
+// clang-format off
+constexpr QuantityName kQuantityNames[] = {
+    {Quantity::Level,              "level"},
+    {Quantity::Voltage,            "voltage"},
+    {Quantity::Power,              "power"},
+    {Quantity::FieldStrengthLevel, "field strength level"},
+    {Quantity::FieldStrength,      "field strength"},
+    {Quantity::PowerDensityLevel,  "power density level"},
+    {Quantity::PowerDensity,       "power density"},
+    {Quantity::MagneticFieldLevel, "magnetic field level"},
+    {Quantity::MagneticField,      "magnetic field"},
+};
+
+/// By the index of the scale.
+constexpr QStringView kScaleUnits[] = {
+    u"dBm",    u"dBV",   u"dBmV",    u"dBuV",    u"V",   u"W",     u"dBuV/m", u"dBmV/m",
+    u"dBV/m",  u"V/m",   u"W/m^2",   u"dBm/m^2", u"dBW/m^2", u"A/m", u"dBA/m", u"W/cm^2",
+};
+// clang-format on
+
+constexpr std::size_t kSuggestions = 3;
+constexpr int kLongestName = 30;  // beyond it nothing is near any unit
+
+/// Insertions, deletions and replacements that lead from one text to the other.
+int editDistance(QStringView from, QStringView to) {
+    std::vector<int> row(static_cast<std::size_t>(to.size()) + 1);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        row[i] = static_cast<int>(i);
+    }
+    for (const QChar character : from) {
+        int diagonal = row[0]++;
+        for (std::size_t i = 1; i < row.size(); ++i) {
+            const bool same = to[static_cast<qsizetype>(i) - 1] == character;
+            const int replaced = diagonal + int{!same};
+            diagonal = row[i];
+            row[i] = std::min({row[i] + 1, row[i - 1] + 1, replaced});
+        }
+    }
+    return row.back();
+}
+
+/// "a, b or c"
+std::string alternatives(const std::vector<std::string>& names) {
+    std::string list;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        list += i == 0 ? "" : i + 1 == names.size() ? " or " : ", ";
+        list += names[i];
+    }
+    return list;
+}
+
+using Direction = bool (*)(const Unit&);
+
+/// The nearest first; letter case weighs less than letters.
+std::string nearestNames(const QString& name, Direction usable) {
+    struct Candidate {
+        int distance;
+        int exactDistance;
+        std::string name;
+    };
+    std::vector<Candidate> candidates;
+    for (const Unit& unit : rfu::kUnits) {
+        if (usable(unit)) {
+            const QString known = unit.name.toString();
+            candidates.push_back({editDistance(name.toLower(), known.toLower()),
+                                  editDistance(name, known), nameOf(unit)});
+        }
+    }
+    std::stable_sort(
+        candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) {
+            return std::tie(a.distance, a.exactDistance) < std::tie(b.distance, b.exactDistance);
+        });
+    std::vector<std::string> nearest;
+    for (std::size_t i = 0; i < kSuggestions; ++i) {
+        nearest.push_back(candidates[i].name);
+    }
+    return alternatives(nearest);
+}
+
+BadValue unknownUnit(const QString& name, Direction usable) {
+    return {"there is no unit " + quoted(name.toStdString()) + "; the nearest are " +
+            nearestNames(name.left(kLongestName), usable)};
+}
+
+/// The unit in front of which the instrument puts the prefix that opens a name: V of "mV", A/m of
+/// "uA/m"; null where there is none.
+const Unit* baseOfPrefixed(const QString& name) {
+    static const QString prefixes = QStringLiteral("mu\u00B5npfazykMG");
+    if (name.isEmpty() || !prefixes.contains(name[0])) {
+        return nullptr;
+    }
+    const Unit* const base = rfu::findUnit(QStringView(name).mid(1));
+    return base != nullptr && canBeShown(*base) && isLinear(*base) ? base : nullptr;
+}
+
+/// The spelling of a known unit in the direction that wants other letter case; null where there is
+/// none.
+const Unit* otherSpelling(const QString& name, Direction usable) {
+    const auto found =
+        std::find_if(std::begin(rfu::kUnits), std::end(rfu::kUnits), [&](const Unit& unit) {
+            return usable(unit) && name != unit.name &&
+                   name.compare(unit.name.toString(), Qt::CaseInsensitive) == 0;
+        });
+    return found == std::end(rfu::kUnits) ? nullptr : found;
+}
+
+std::string readableUnitsOf(Quantity quantity) {
+    std::vector<std::string> names;
+    for (const Unit& unit : rfu::kUnits) {
+        if (unit.quantity == quantity && canBeRead(unit)) {
+            names.push_back(nameOf(unit));
+        }
+    }
+    return alternatives(names);
+}
+
+/// Why a unit that levels are shown in cannot be read, or that there is no such unit.
+BadValue notReadable(const QString& name) {
+    const std::string asQuoted = quoted(name.toStdString());
+    const Unit* const known = rfu::findUnit(name);
+    if (known != nullptr) {
+        if (const Unit* const spelled = otherSpelling(name, canBeRead)) {
+            return {asQuoted + " is only shown, never read; values are read in " +
+                    nameOf(*spelled)};
+        }
+    }
+    // Every prefix of a field unit may be shown, though the vocabulary lists those that are read.
+    const Unit* const base = baseOfPrefixed(name);
+    const bool fieldIsShown = base != nullptr && needsAntenna(*base);
+    if (const Unit* const shown = known != nullptr ? known : fieldIsShown ? base : nullptr) {
+        return {asQuoted + " is only shown, never read; values are read in " +
+                readableUnitsOf(shown->quantity)};
+    }
+    return unknownUnit(name, canBeRead);
+}
+
+/// Why a unit cannot be asked for, or that there is no such unit.
+BadValue notShowable(const QString& name) {
+    const std::string asQuoted = quoted(name.toStdString());
+    if (const Unit* const base = baseOfPrefixed(name)) {
+        return {asQuoted + " cannot be asked for, the prefix follows from the level; ask for " +
+                nameOf(*base)};
+    }
+    if (rfu::findUnit(name) != nullptr) {
+        if (const Unit* const spelled = otherSpelling(name, canBeShown)) {
+            return {asQuoted + " is only read, never shown; ask for " + nameOf(*spelled)};
+        }
+    }
+    return unknownUnit(name, canBeShown);
+}
+
+Failure missingCenter(const std::string& unit) {
+    return usageError(unit + " needs the centre frequency of the antenna: --center");
+}
+
+}  // namespace
+
+Antenna antennaOf(const CommandLine& line) {
+    const Antenna antenna{line.frequency("center"), line.number("gain").value_or(0.0)};
+    if (antenna.center && *antenna.center <= 0.0) {
+        throw usageError("--center has to be above zero");
+    }
+    return antenna;
+}
+
+const Unit& unitToRead(std::string_view name) {
+    const QString spelled = QString::fromStdString(withVocabularyMicro(name));
+    const Unit* const unit = rfu::findUnit(spelled);
+    if (unit == nullptr || !canBeRead(*unit)) {
+        throw notReadable(spelled);
+    }
+    return *unit;
+}
+
+const Unit& unitToShow(std::string_view name) {
+    const QString spelled = QString::fromStdString(withVocabularyMicro(name));
+    const Unit* const unit = rfu::findUnit(spelled);
+    if (unit == nullptr || !canBeShown(*unit)) {
+        throw notShowable(spelled);
+    }
+    return *unit;
+}
+
+std::string nameOf(const Unit& unit) {
+    return unit.name.toString().toStdString();
+}
+
+const char* quantityName(Quantity quantity) {
+    const auto found = std::find_if(std::begin(kQuantityNames), std::end(kQuantityNames),
+                                    [&](const QuantityName& q) { return q.quantity == quantity; });
+    return found == std::end(kQuantityNames) ? "" : found->name;
+}
+
+bool needsAntenna(const Unit& unit) {
+    return unit.quantity != Quantity::Level && unit.quantity != Quantity::Voltage &&
+           unit.quantity != Quantity::Power;
+}
+
+bool canBeShown(const Unit& unit) {
+    return std::find(std::begin(kScaleUnits), std::end(kScaleUnits), unit.name) !=
+           std::end(kScaleUnits);
+}
+
+bool canBeRead(const Unit& unit) {
+    return unit.toDbm.rule != ToDbm::Unknown;
+}
+
+bool isLinear(const Unit& unit) {
+    return unit.quantity == Quantity::Voltage || unit.quantity == Quantity::Power ||
+           unit.quantity == Quantity::FieldStrength || unit.quantity == Quantity::PowerDensity ||
+           unit.quantity == Quantity::MagneticField;
+}
+
+int scaleOf(const Unit& unit) {
+    const auto found = std::find(std::begin(kScaleUnits), std::end(kScaleUnits), unit.name);
+    return static_cast<int>(found - std::begin(kScaleUnits));
+}
+
+const Unit* unitOfScale(int scale) {
+    if (scale < 0 || scale >= static_cast<int>(std::size(kScaleUnits))) {
+        return nullptr;
+    }
+    return rfu::findUnit(kScaleUnits[scale]);
+}
+
+void requireLevel(const Unit& unit, double value) {
+    if (isLinear(unit) && value <= 0.0) {
+        throw BadValue{std::string(ShortestText(value).view()) + " " + nameOf(unit) +
+                       " has no level, it is not above zero"};
+    }
+}
+
+double levelOf(HMath& math, const Unit& unit, double value, const Antenna& antenna) {
+    requireLevel(unit, value);
+    if (!needsAntenna(unit)) {
+        return math.getUnitTodBm(unit.name.toString(), value);
+    }
+    if (!antenna.center) {
+        throw missingCenter(nameOf(unit));
+    }
+    return math.getFieldTodBm(unit.name.toString(), value, *antenna.center, antenna.gain);
+}
+
+LevelPresenter::LevelPresenter(const Unit& unit, const Antenna& antenna)
+    : isField_(needsAntenna(unit)),
+      scale_(scaleOf(unit)),
+      antenna_(antenna),
+      unit_(unit.name.toString()),
+      unitName_(nameOf(unit)) {
+    if (isField_ && !antenna_.center) {
+        throw missingCenter(unitName_);
+    }
+}
+
+std::string LevelPresenter::text(double dBm) {
+    const QString shown =
+        isField_ ? math_.getdBmToField(unit_, dBm, *antenna_.center, antenna_.gain, true)
+                 : math_.getdBmToUnit(unit_, dBm, true);
+    return shown.trimmed().toStdString();
+}
+
+double LevelPresenter::value(double dBm) const {
+    double result = 0.0;
+    calculateUnit().actdBm2OtherScale(dBm, antenna_.center.value_or(kUnusedCenter), scale_,
+                                      antenna_.gain, result);
+    return result;
+}

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <rfUtils/units/HMath.h>
+#include <rfUtils/units/unitTable.h>
+
+#include <QString>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "support/commandLine.h"
+
+// Units by the names that users type, and the way between them over a level in dBm.
+
+/// The antenna that field units refer to.
+struct Antenna {
+    std::optional<double> center;  ///< MHz
+    double gain = 0.0;             ///< dBi
+};
+
+/// In the place of a frequency where the unit does not depend on the antenna.
+inline constexpr double kUnusedCenter = 1.0;
+
+/// --center and --gain. @throw Failure when a value is no number or the frequency not above zero
+Antenna antennaOf(const CommandLine& line);
+
+/// A unit to read values in. @throw BadValue with the nearest names or the reason
+const rfu::Unit& unitToRead(std::string_view name);
+/// A unit to show levels in. @throw BadValue with the nearest names or the reason
+const rfu::Unit& unitToShow(std::string_view name);
+
+std::string nameOf(const rfu::Unit& unit);
+const char* quantityName(rfu::Quantity quantity);
+/// Whether values of the unit depend on the antenna.
+bool needsAntenna(const rfu::Unit& unit);
+/// Whether levels can be shown in the unit by naming it; other units of the direction come about as
+/// prefixes of one that can.
+bool canBeShown(const rfu::Unit& unit);
+bool canBeRead(const rfu::Unit& unit);
+/// Whether the unit is proportional to a voltage, power or field: only values above zero have a
+/// level.
+bool isLinear(const rfu::Unit& unit);
+
+/// Index of a unit's scale in calculateUnit; only for units that can be shown.
+int scaleOf(const rfu::Unit& unit);
+/// The unit of a scale; null for an unknown scale.
+const rfu::Unit* unitOfScale(int scale);
+
+/// @throw BadValue for a linear value that is not above zero: it has no level
+void requireLevel(const rfu::Unit& unit, double value);
+
+/// A quantity as a level in dBm, as the instrument computes it from an entry.
+/// @throw BadValue for a linear value that is not above zero
+/// @throw Failure (usage) for a field unit without centre frequency
+double levelOf(HMath& math, const rfu::Unit& unit, double value, const Antenna& antenna);
+
+/// Shows levels in one unit.
+class LevelPresenter {
+public:
+    /// @throw Failure (usage) for a field unit without centre frequency
+    LevelPresenter(const rfu::Unit& unit, const Antenna& antenna);
+
+    /// The text that the instrument shows, as "77.0 dBuV", with the prefix that it chooses; empty
+    /// for a linear field value too small for any prefix.
+    std::string text(double dBm);
+    /// The number in the unit itself, unrounded and without prefix. The antenna correction of the
+    /// field units is rounded to single precision on this way, that of text() is not.
+    double value(double dBm) const;
+    const std::string& unitName() const { return unitName_; }
+
+private:
+    HMath math_;
+    bool isField_;
+    int scale_;
+    Antenna antenna_;
+    QString unit_;
+    std::string unitName_;
+};

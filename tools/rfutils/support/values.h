@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QStringList>
+#include <string>
+#include <string_view>
+
+#include "support/errors.h"
+#include "support/lineReader.h"
+#include "support/numbers.h"
+
+/// A value that cannot be used. It does not know where it stands; forEachValue does.
+struct BadValue {
+    std::string what;
+};
+
+/// A value that has to be a number and nothing else.
+inline double requireNumber(std::string_view text) {
+    const auto number = parseNumber(text);
+    if (!number) {
+        throw BadValue{quoted(text) + " is not a number"};
+    }
+    return *number;
+}
+
+/// Calls use(std::string_view) with each argument in turn or, where there are none, with each line
+/// of standard input; blank lines are skipped. A BadValue of a line ends as "rfutils: -:LINE: ...".
+template <typename Use>
+void forEachValue(const QStringList& arguments, Use use) {
+    for (const QString& argument : arguments) {
+        try {
+            use(std::string_view(argument.toStdString()));
+        } catch (const BadValue& bad) {
+            throw inputError(bad.what);
+        }
+    }
+    if (!arguments.isEmpty()) {
+        return;
+    }
+    LineReader lines(kStandardInput);
+    std::string_view line;
+    while (lines.next(line)) {
+        if (trimmed(line).empty()) {
+            continue;
+        }
+        try {
+            use(line);
+        } catch (const BadValue& bad) {
+            throw lineError(lines.file(), lines.number(), bad.what);
+        }
+    }
+}

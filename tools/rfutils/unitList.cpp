@@ -1,0 +1,39 @@
+#include "subcommands.h"
+#include "support/commandLine.h"
+#include "support/errors.h"
+#include "support/units.h"
+
+namespace {
+
+// clang-format off
+const Usage kUsage = {
+    "List the units: name, quantity, whether levels are shown in it (fromDbm), whether values are\n"
+    "read in it (toDbm), and whether it refers to an antenna (--center, --gain).\n"
+    "fromDbm: \"name\" can be asked for by its name; \"prefix\" comes about when the instrument puts a\n"
+    "prefix before a unit that was asked for; \"no\" is never shown.",
+    "",
+    {"rfutils units",
+     "rfutils units --format csv"}};
+// clang-format on
+
+const char* shownBy(const rfu::Unit& unit) {
+    return canBeShown(unit) ? "name" : unit.fromDbm.rule == rfu::FromDbm::Unknown ? "no" : "prefix";
+}
+
+}  // namespace
+
+void runUnits(const QStringList& arguments) {
+    CommandLine line(kUsage);
+    line.addFormat();
+    if (!line.parse(arguments)) {
+        return;
+    }
+    line.requireAtMost(0);
+    TableWriter table(standardOutput(), line.format(),
+                      {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
+    for (const rfu::Unit& unit : rfu::kUnits) {
+        table.text(nameOf(unit)).text(quantityName(unit.quantity)).text(shownBy(unit));
+        table.flag(canBeRead(unit)).flag(needsAntenna(unit));
+    }
+    table.finish();
+}
