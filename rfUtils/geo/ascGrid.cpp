@@ -67,6 +67,6 @@ bool veltaGEO::loadASCFile(const QString& fileName) {
     isLoaded = 1;
     isValid = 1;
     LoadColorTable(fileName);
-    setErrMsg(kRasterLoaded);
+    setErrMsg(QLatin1String(kRasterLoaded));
     return true;
 }

@@ -72,11 +72,11 @@ bool veltaGEO::loadBILFile(const QString& fileName) {
     }
     // A refused header leaves its size behind.
     if (nCols < 0 || nCols > kMaxColumns) {
-        setErrMsg(kTooManyColumns);
+        setErrMsg(QLatin1String(kTooManyColumns));
         return false;
     }
     if (nRows < 0 || nRows > kMaxRows) {
-        setErrMsg(kTooManyRows);
+        setErrMsg(QLatin1String(kTooManyRows));
         return false;
     }
     // Integer rasters are reported as loaded although their cells are not read.
@@ -86,6 +86,6 @@ bool veltaGEO::loadBILFile(const QString& fileName) {
     isLoaded = 1;
     isValid = 1;
     LoadColorTable(fileName);
-    setErrMsg(kRasterLoaded);
+    setErrMsg(QLatin1String(kRasterLoaded));
     return true;
 }

@@ -11,7 +11,7 @@ struct SizeField {
     std::string_view GridHeaderKeys::*key;
     std::int32_t veltaGEO::*field;
     std::int32_t largest;
-    QLatin1String refusal;
+    const char* refusal;
 };
 
 struct PlaceField {
@@ -40,7 +40,7 @@ bool storeGridHeader(veltaGEO& map, const GridHeaderKeys& keys, std::string_view
             map.*size.field = integerPrefix(value);
             const bool fits = map.*size.field <= size.largest;
             if (!fits) {
-                map.setErrMsg(size.refusal);
+                map.setErrMsg(QLatin1String(size.refusal));
             }
             return fits;
         }

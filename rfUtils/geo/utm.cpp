@@ -10,13 +10,12 @@ namespace {
 
 // Ellipsoid WGS 84 and the scale on the central meridian. The rounded factors below are part of
 // the result: do not compute them afresh.
-constexpr double kA = 6378137.0;                        // a, equatorial radius in metres
 constexpr double kE = 0.08181919083755347;              // e, first eccentricity
 constexpr double kEp2 = 0.0067394967414358955;          // e'^2 = e^2 / (1 - e^2)
 constexpr double kOnePlusEp2 = 1.0067394967414358;      // 1 + e'^2
 constexpr double kInvK0 = 1.0004001600640255;           // 1 / k0, k0 = 0.9996
 constexpr double kInvMeridian = 1.570487611407373e-07;  // 1 / (a (1 - e^2/4 - 3e^4/64 - 5e^6/256))
-constexpr double kInvA = 1.567855942887398e-07;         // 1 / a
+constexpr double kInvA = 1.567855942887398e-07;         // 1 / a, a = 6378137 m, equatorial radius
 
 // Footpoint latitude: sines of 2, 4, 6 and 8 times the rectifying latitude.
 constexpr double kFoot2 = 0.0025188265840776275;

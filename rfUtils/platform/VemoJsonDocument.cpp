@@ -20,7 +20,7 @@ QByteArray bytesOf(const QString& path, QString& error) {
         error = file.errorString();
         return {};
     }
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         error = file.errorString();
         return {};

@@ -3,8 +3,6 @@
 
 #include <rfUtils/geo/veltaGEO.h>
 
-#include <QLatin1String>
-
 #include <cstdint>
 #include <string_view>
 #include <type_traits>
@@ -14,9 +12,9 @@ namespace rfu::detail {
 inline constexpr std::int32_t kMaxRows = std::extent_v<decltype(veltaGEO::grid), 0>;
 inline constexpr std::int32_t kMaxColumns = std::extent_v<decltype(veltaGEO::grid), 1>;
 
-inline constexpr QLatin1String kTooManyColumns{"Too many columns in the file. Unable to open"};
-inline constexpr QLatin1String kTooManyRows{"Too many rows in the file. Unable to open"};
-inline constexpr QLatin1String kRasterLoaded{"Raster file loaded"};
+inline constexpr char kTooManyColumns[] = "Too many columns in the file. Unable to open";
+inline constexpr char kTooManyRows[] = "Too many rows in the file. Unable to open";
+inline constexpr char kRasterLoaded[] = "Raster file loaded";
 
 /// The names that a raster format gives to the size and place of a map.
 struct GridHeaderKeys {
