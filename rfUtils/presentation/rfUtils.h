@@ -34,7 +34,9 @@ public:
     /// constructed without a parent. Its unit is the one of the limit converted last.
     HMath hMath;
     /// Centre frequency in MHz for the field strengths of makeBoundaryMsg(). No operation sets it:
-    /// assign it before asking for such a message. While it is 0.0 the limits read "inf" or "nan".
+    /// assign it before asking for such a message. While it is 0.0, whose logarithm is minus
+    /// infinity, limits of the types 16 to 18 and 21 read "-inf" and those of 19 and 20 are empty;
+    /// a negative frequency gives "nan".
     double fCenter = 0.0;
     /// Antenna gain in dBi for the field strengths of makeBoundaryMsg(), assigned like fCenter.
     double fGain = 0.0;
@@ -61,6 +63,9 @@ public:
     ///   0.5    -> "500.000 kHz"        0.001     -> "1000 Hz"
     ///   0.0    -> "0 Hz"               0.0000019 -> "1 Hz"
     ///   NaN    -> "0 Hz"               infinity  -> "inf GHz"
+    ///
+    /// Cutting shows where a product falls just short: 0.000249 (249 Hz) gives "248 Hz",
+    /// because 0.000249 * 1000000.0 is 248.99999999999997.
     std::string makeFrequencyUnit(double freqMHz) const;
 
     /// Text of a frequency width (span or bandwidth) with its unit and no blank between; the number
@@ -133,6 +138,9 @@ public:
     /// Range of an integer parameter.
     ///   max 10, min -5, type 1 -> " {Min: -5 dB, Max: 10 dB} "
     ///   max 10, min -5, type 0 -> " {Min: -5 , Max: 10 } "
+    ///
+    /// Not const, though it changes nothing: next to the other overload a call with integers
+    /// on an object that is not const would be ambiguous.
     std::string makeBoundaryMsg(int max, int min, int type);
 
     /// Range of a floating-point parameter; limits with a suffix or no unit have two decimals,
@@ -239,7 +247,8 @@ public:
     /// Degrees, minutes and seconds from decimal degrees; the sign is +1 (also for -0.0) or -1, the
     /// other results are whole numbers, not negative. Fractions of a second are cut, never rounded,
     /// so that an angle converted here and back may be nearer to zero by up to one second of arc,
-    /// and an angle that is a whole number of seconds on paper may come out one second less.
+    /// and an angle that is a whole number of seconds on paper may come out one second less
+    /// (0.018055555555555554, which is 65 seconds, gives 1 minute 4 seconds).
     /// Parts beyond the 32-bit integers saturate. NaN gives -1, 0, 0, 0.
     /// @return true
     ///   12.5 -> +1, 12, 30, 0    -33.8688 -> -1, 33, 52, 7    45.999999 -> +1, 45, 59, 59
