@@ -23,7 +23,8 @@ public:
     /// Reads and parses the file at `path` (a file of the file system or a Qt resource).
     /// Accepts and refuses exactly the bytes that QJsonDocument::fromJson does: UTF-8, a leading
     /// byte order mark allowed, an object or an array at the top level, nothing behind it, nested
-    /// at most 1024 deep. Of members with the same key the last one counts. Files of 2 GiB or more
+    /// at most 1024 deep. Of members with the same key the last one counts (Qt 5.15
+    /// never frees the memory of an array or object that is displaced so). Files of 2 GiB or more
     /// are refused.
     ///
     /// @return true when the file was read and parsed, that is !hasError()

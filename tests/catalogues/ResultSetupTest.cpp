@@ -248,8 +248,7 @@ TEST(ResultSetup, KeepsTheLastOfMembersWithTheSameKey) {
     const TempFiles files;
     const MessageLog log;
     ResultSetup list;
-    EXPECT_TRUE(
-        list.loadJson(qString(files.write("twice.json", R"({"a": [{"id": "x", "label": "X"}],
+    EXPECT_TRUE(list.loadJson(qString(files.write("twice.json", R"({"a": "no array",
                           "a": [{"id": "y", "id": "z", "label": "Z"}]})"))));
     EXPECT_EQ(setupsOf(list), (Setups{{"z", "Z"}}));
     EXPECT_EQ(debugLines(), Lines{R"("a")"});

@@ -294,7 +294,7 @@ TEST(SubItemListLoad, KeepsTheLastOfMembersWithTheSameKey) {
     const TempFiles files;
     subItemList list;
     ASSERT_TRUE(list.loadJson(files.write("twice.json", R"({
-        "item": [{"label":"A","id":"a","enum":1,"dispSeq":1}],
+        "item": "no array",
         "item": [{"label":"B","id":"x","id":"b","enum":1,"enum":2,"dispSeq":2}]})")));
     EXPECT_EQ(contentOf(list, "item"), (Content{{"B", {"item", "b", "B", 2, 2}}}));
     EXPECT_EQ(arrayCount(list), 1);
