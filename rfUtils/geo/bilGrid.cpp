@@ -1,4 +1,3 @@
-#include "detail/bilRows.h"
 #include "detail/gridHeader.h"
 #include "detail/openRegularFile.h"
 
@@ -11,7 +10,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace rfu::detail {
+using namespace rfu::detail;
 
 namespace {
 
@@ -32,9 +31,7 @@ bool decodesToItself(QFile& file) {
     return codec != nullptr && codec->mibEnum() == kLatin1;
 }
 
-}  // namespace
-
-void readBilRowsAsText(veltaGEO& map, QFile& file) {
+void readRowsAsText(veltaGEO& map, QFile& file) {
     const qint64 rowBytes = map.nCols * qint64{sizeof(float)};
     QTextStream stream(&file);
     for (std::int32_t row = 0; row < map.nRows; ++row) {
@@ -44,7 +41,8 @@ void readBilRowsAsText(veltaGEO& map, QFile& file) {
     }
 }
 
-void readBilRowsAsBytes(veltaGEO& map, QFile& file) {
+/// The same rows as readRowsAsText() gives where decoding and encoding again changes no byte.
+void readRowsAsBytes(veltaGEO& map, QFile& file) {
     const qint64 rowBytes = map.nCols * qint64{sizeof(float)};
     for (std::int32_t row = 0; row < map.nRows; ++row) {
         const qint64 got = file.read(reinterpret_cast<char*>(map.grid[row]), rowBytes);
@@ -52,17 +50,17 @@ void readBilRowsAsBytes(veltaGEO& map, QFile& file) {
     }
 }
 
-void readBilRows(veltaGEO& map, QFile& file) {
+/// Fills the first nCols cells of the first nRows grid rows from a file that is open, at its start;
+/// nCols and nRows are within the grid.
+void readRows(veltaGEO& map, QFile& file) {
     if (decodesToItself(file)) {
-        readBilRowsAsBytes(map, file);
+        readRowsAsBytes(map, file);
     } else {
-        readBilRowsAsText(map, file);
+        readRowsAsText(map, file);
     }
 }
 
-}  // namespace rfu::detail
-
-using namespace rfu::detail;
+}  // namespace
 
 bool veltaGEO::loadBILFile(const QString& fileName) {
     QFile file(GetFileNameExtDel(fileName) + QLatin1String(".bil"));
@@ -81,7 +79,7 @@ bool veltaGEO::loadBILFile(const QString& fileName) {
     }
     // Integer rasters are reported as loaded although their cells are not read.
     if (isFloat == 1) {
-        readBilRows(*this, file);
+        readRows(*this, file);
     }
     isLoaded = 1;
     isValid = 1;

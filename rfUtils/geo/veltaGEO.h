@@ -49,9 +49,9 @@ struct stPaser {
 /// - "xllcenter", "dx", "dy" and "YDIM" are ignored: one cell size serves both axes.
 /// - The origin is stored as read: ASC gives the lower-left corner, HDR the centre of the
 ///   upper-left cell.
-/// - ASC header lines may not stand in any order: rows are counted from the line after "NODATA_value",
-///   which has to be the last header line. Without it rows are placed by their line number in the
-///   file: behind five header lines the first row lands in row 5.
+/// - ASC header lines may not stand in any order: rows are counted from the line after
+///   "NODATA_value", which has to be the last header line. Without it rows are placed by their line
+///   number in the file: behind five header lines the first row lands in row 5.
 /// - ASC grids 1 or 2 columns wide are not read: a line of one token is skipped, one of two is a
 ///   header line.
 /// - ASC rows may not be wrapped: each line of three or more tokens is a row of its own.
