@@ -167,6 +167,10 @@ public:
     /// mark (EF BB BF; FE FF; FF FE; FF FE 00 00; 00 00 FE FF) is decoded as the Unicode text it
     /// announces.
     ///
+    /// Qt encodes file names by the same codec: a name beyond ASCII finds its file if the codec was
+    /// set before the name was decoded from the system's bytes (QCoreApplication::arguments(), a
+    /// folder's listing), and is not found if it was decoded as UTF-8 before.
+    ///
     /// @return false with "BIL file not found", or with the size messages of loadHDRFile() where
     ///         nCols or nRows is outside 0 to 2048; isLoaded and the grid are then as before
     bool loadBILFile(const QString& fileName);

@@ -107,7 +107,7 @@ def positions():
 
 # On the central meridian, so near to a step of the latitude that the smallest term of the footpoint
 # series decides on which side of it they fall.
-NEAR_STEP = ()
+NEAR_STEP = (866988.75, 3580223.5, 3963913.25)
 
 
 def table():

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <rfUtils/geo/veltaGEO.h>
+
+#include <gtest/gtest.h>
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextCodec>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A fresh map and a folder of its own for the files of one test.
+class MapFiles : public testing::Test {
+protected:
+    QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
+
+    void write(const char* name, const std::string& bytes) {
+        QFile file(path(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes.data(), static_cast<qint64>(bytes.size())),
+                  static_cast<qint64>(bytes.size()));
+    }
+
+    std::string message() const { return map->errMsg.toStdString(); }
+
+    QTemporaryDir dir;
+    std::unique_ptr<veltaGEO> map = std::make_unique<veltaGEO>();
+};
+
+/// Sets the process's text codec for the time of a test.
+class ScopedCodec {
+public:
+    explicit ScopedCodec(const char* name) : previous_(QTextCodec::codecForLocale()) {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName(name));
+    }
+    ~ScopedCodec() { QTextCodec::setCodecForLocale(previous_); }
+    ScopedCodec(const ScopedCodec&) = delete;
+    ScopedCodec& operator=(const ScopedCodec&) = delete;
+
+private:
+    QTextCodec* previous_;
+};
+
+/// The first cells of a row.
+inline std::vector<float> cells(const veltaGEO& map, int row, int count) {
+    return {map.grid[row], map.grid[row] + count};
+}
+
+inline std::string bytesOf(const std::vector<float>& values) {
+    return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(float)};
+}
+
+/// A line that begins with one text and has another so that the latter's first character is the
+/// line's character `position`, counted from 1.
+inline std::string padded(const std::string& begin, std::size_t position, const std::string& end) {
+    return begin + std::string(position - 1 - begin.size(), ' ') + end;
+}
+
+constexpr char kTooManyColumns[] = "Too many columns in the file. Unable to open";
+constexpr char kTooManyRows[] = "Too many rows in the file. Unable to open";
+constexpr char kLoaded[] = "Raster file loaded";
