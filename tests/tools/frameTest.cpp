@@ -1,6 +1,37 @@
 #include <gtest/gtest.h>
 
+#include <QProcess>
+#include <QRegularExpression>
+#include <sstream>
+
 #include "runCommand.h"
+
+namespace {
+
+/// The subcommands in the order of the overview.
+QStringList subcommands() {
+    std::istringstream lines(runCommand({"--help"}).output);
+    QStringList names;
+    bool inList = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (inList && line.empty()) {
+            break;
+        }
+        if (inList) {
+            names += splitWords(line).value(0);
+        }
+        inList = inList || line == "Commands:";
+    }
+    return names;
+}
+
+bool namesFile(const std::string& example) {
+    return example.find('.') != std::string::npos &&
+           splitWords(example).filter(QRegularExpression("\\.(json|csv|asc|bil|tab|png)$")).size() >
+               0;
+}
+
+}  // namespace
 
 TEST(Frame, answersWithoutSubcommand) {
     expectCommands({
@@ -17,11 +48,281 @@ TEST(Frame, answersWithoutSubcommand) {
          2,
          "",
          "rfutils: there is no command \"paint\" (rfutils --help lists them)\n"},
+        {"unknown option",
+         {"--paint"},
+         "",
+         2,
+         "",
+         "rfutils: there is no command \"--paint\" (rfutils --help lists them)\n"},
         {"a line end in a name stays in one line",
          {"a\nb"},
          "",
          2,
          "",
          "rfutils: there is no command \"a?b\" (rfutils --help lists them)\n"},
+        {"a long name is cut between its letters",
+         {QString(59, 'x') + QString::fromUtf8("\u00B5\u00B5")},
+         "",
+         2,
+         "",
+         "rfutils: there is no command \"" + std::string(59, 'x') +
+             "...\" (rfutils --help lists them)\n"},
     });
+}
+
+TEST(Frame, overviewListsTheSubcommands) {
+    const CommandResult overview = runCommand({"--help"});
+    EXPECT_EQ(overview.exitStatus, 0);
+    EXPECT_EQ(overview.errors, "");
+    EXPECT_EQ(overview.output.rfind("Usage: rfutils COMMAND [options] [arguments]\n\nCommands:\n"
+                                    "  convert ",
+                                    0),
+              0U);
+    EXPECT_EQ(runCommand({"-h"}).output, overview.output);
+    const QStringList names = subcommands();
+    for (const char* name : {"convert", "units", "scale", "freq", "width", "range", "catalogue",
+                             "setups", "dms", "dd"}) {
+        EXPECT_TRUE(names.contains(name)) << name;
+    }
+}
+
+TEST(Frame, everySubcommandHasHelpWithExamples) {
+    for (const QString& name : subcommands()) {
+        SCOPED_TRACE(name.toStdString());
+        const CommandResult help = runCommand({name, "--help"});
+        EXPECT_EQ(help.exitStatus, 0);
+        EXPECT_EQ(help.errors, "");
+        EXPECT_EQ(help.output.rfind("Usage: rfutils " + name.toStdString() + " [options]", 0), 0U);
+        EXPECT_EQ(runCommand({name, "-h"}).output, help.output);
+        const auto examples = examplesOf(help.output);
+        EXPECT_GE(examples.size(), 2U);
+        for (const std::string& example : examples) {
+            EXPECT_EQ(example.rfind("rfutils " + name.toStdString(), 0), 0U) << example;
+        }
+    }
+}
+
+TEST(Frame, helpIsWhole) {
+    const CommandResult help = runCommand({"dd", "--help"});
+    EXPECT_EQ(help.output,
+              "Usage: rfutils dd [options] DEGREES [MINUTES [SECONDS]]\n"
+              "Show degrees, minutes and seconds as decimal degrees. The sign stands before the "
+              "degrees, also\n"
+              "before 0; seconds may have a fraction. Missing minutes and seconds are 0.\n"
+              "\n"
+              "Options:\n"
+              "  -h, --help         Show this help.\n"
+              "  --format <FORMAT>  text (default), csv or json.\n"
+              "\n"
+              "Examples:\n"
+              "  rfutils dd -33 52 7.68\n"
+              "  rfutils dd -0 30 --format json\n");
+}
+
+TEST(Frame, examplesWithoutFilesRunAsTheyStand) {
+    int run = 0;
+    for (const QString& name : subcommands()) {
+        for (const std::string& example : examplesOf(runCommand({name, "--help"}).output)) {
+            if (namesFile(example)) {
+                continue;
+            }
+            SCOPED_TRACE(example);
+            const CommandResult result = runCommand(splitWords(example).mid(1));
+            EXPECT_EQ(result.exitStatus, 0);
+            EXPECT_EQ(result.errors, "");
+            EXPECT_NE(result.output, "");
+            ++run;
+        }
+    }
+    EXPECT_GE(run, 20);
+}
+
+TEST(Frame, wrongUsageOfOptions) {
+    expectCommands({
+        {"unknown option",
+         {"freq", "1", "--bogus"},
+         "",
+         2,
+         "",
+         "rfutils: unknown option 'bogus' (see rfutils freq --help)\n"},
+        {"value missing at the end",
+         {"freq", "1", "--format"},
+         "",
+         2,
+         "",
+         "rfutils: missing value after '--format' (see rfutils freq --help)\n"},
+        {"unknown format",
+         {"freq", "1", "--format", "xml"},
+         "",
+         2,
+         "",
+         "rfutils: --format \"xml\": text, csv or json is expected (see rfutils freq --help)\n"},
+        {"the format's name is exact",
+         {"freq", "1", "--format=CSV"},
+         "",
+         2,
+         "",
+         "rfutils: --format \"CSV\": text, csv or json is expected (see rfutils freq --help)\n"},
+        {"a flag takes no value",
+         {"setups", "x", "--verbose=1"},
+         "",
+         2,
+         "",
+         "rfutils: unexpected value after '--verbose' (see rfutils setups --help)\n"},
+        {"too many files",
+         {"setups", "a.json", "b.json"},
+         "",
+         2,
+         "",
+         "rfutils: unexpected argument \"b.json\" (see rfutils setups --help)\n"},
+        {"file missing",
+         {"setups"},
+         "",
+         2,
+         "",
+         "rfutils: FILE is missing (see rfutils setups --help)\n"},
+        {"no number",
+         {"range", "--type", "1", "--min", "x", "--max", "1"},
+         "",
+         2,
+         "",
+         "rfutils: --min \"x\": a number is expected (see rfutils range --help)\n"},
+        {"no frequency",
+         {"convert", "1", "--to", "V/m", "--center", "100parsec"},
+         "",
+         2,
+         "",
+         "rfutils: --center \"100parsec\": a frequency such as 88.1MHz is expected "
+         "(see rfutils convert --help)\n"},
+    });
+}
+
+TEST(Frame, negativeValuesNeedNoDashes) {
+    expectCommands({
+        {"first", {"freq", "-2.5"}, "", 0, "-2.500000 MHz\n", ""},
+        {"between options",
+         {"freq", "--format", "text", "-2.5", "--format", "text", "-3"},
+         "",
+         0,
+         "-2.500000 MHz\n-3.000000 MHz\n",
+         ""},
+        {"without leading zero", {"freq", "-.5"}, "", 0, "-500.000 kHz\n", ""},
+        {"behind --", {"freq", "--format", "text", "--", "-2.5"}, "", 0, "-2.500000 MHz\n", ""},
+        {"behind -- nothing is an option",
+         {"freq", "--", "--format"},
+         "",
+         1,
+         "",
+         "rfutils: \"--format\" is not a frequency such as 88.1MHz or a number of MHz\n"},
+        {"as an option's value",
+         {"range", "--type", "2", "--min", "-10", "--max", "-5"},
+         "",
+         0,
+         " {Min: -10.00 dBm, Max: -5.00 dBm} \n",
+         ""},
+        {"as an option's value behind =",
+         {"range", "--type=2", "--min=-10", "--max=-5"},
+         "",
+         0,
+         " {Min: -10.00 dBm, Max: -5.00 dBm} \n",
+         ""},
+        {"infinity is a value, though no number",
+         {"freq", "-inf"},
+         "",
+         1,
+         "",
+         "rfutils: \"-inf\" is not a frequency such as 88.1MHz or a number of MHz\n"},
+        {"a lone dash is a value",
+         {"freq", "-"},
+         "",
+         1,
+         "",
+         "rfutils: \"-\" is not a frequency such as 88.1MHz or a number of MHz\n"},
+    });
+}
+
+TEST(Frame, standardInput) {
+    expectCommands({
+        {"one value per line, blank lines skipped, either line end",
+         {"freq"},
+         "2\n\n  \r\n3\r\n4",
+         0,
+         "2.000000 MHz\n3.000000 MHz\n4.000000 MHz\n",
+         ""},
+        {"nothing", {"freq"}, "", 0, "", ""},
+        {"what came before a bad line stays, and the line is named",
+         {"freq"},
+         "2\n\nx\n3\n",
+         1,
+         "2.000000 MHz\n",
+         "rfutils: -:3: \"x\" is not a frequency such as 88.1MHz or a number of MHz\n"},
+        {"not read when there are arguments", {"freq", "1.5"}, "x\n", 0, "1.500000 MHz\n", ""},
+        {"binary noise",
+         {"freq"},
+         std::string("\x00\x01\xFF\n", 4),
+         1,
+         "",
+         "rfutils: -:1: \"??\xFF\" is not a frequency such as 88.1MHz or a number of MHz\n"},
+        {"a line beyond all measure",
+         {"freq"},
+         std::string(3 << 20, '1'),
+         1,
+         "",
+         "rfutils: -:1: the line is longer than 1 MiB\n"},
+        {"CSV of nothing has its heading",
+         {"freq", "--format", "csv"},
+         "",
+         0,
+         "input,MHz,text\n",
+         ""},
+        {"JSON of nothing is an empty array", {"freq", "--format", "json"}, "", 0, "[]\n", ""},
+    });
+}
+
+TEST(Frame, valuesAreAnsweredWhileTheInputStaysOpen) {
+    QProcess process;
+    process.start(QStringLiteral(RFUTILS_COMMAND), {"freq"});
+    process.write("2\n");
+    ASSERT_TRUE(process.waitForReadyRead(30000));
+    EXPECT_EQ(process.readAllStandardOutput().toStdString(), "2.000000 MHz\n");
+    process.write("3\n");
+    ASSERT_TRUE(process.waitForReadyRead(30000));
+    EXPECT_EQ(process.readAllStandardOutput().toStdString(), "3.000000 MHz\n");
+    process.closeWriteChannel();
+    ASSERT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(process.exitCode(), 0);
+}
+
+TEST(Frame, directoryAsStandardInput) {
+    QProcess process;
+    process.setStandardInputFile(QStringLiteral("/"));
+    process.start(QStringLiteral(RFUTILS_COMMAND), {"freq"});
+    ASSERT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(process.readAllStandardOutput().toStdString(), "");
+    EXPECT_EQ(process.readAllStandardError().toStdString(), "rfutils: -: Is a directory\n");
+}
+
+TEST(Frame, fullDiskAsStandardOutput) {
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(QStringLiteral(RFUTILS_COMMAND), {"freq", "1"});
+    ASSERT_TRUE(process.waitForFinished(30000));
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_EQ(process.readAllStandardError().toStdString(),
+              "rfutils: standard output: No space left on device\n");
+}
+
+TEST(Frame, manyLinesComeWholeAcrossBlocks) {
+    // Lines of 7 bytes, so that the blocks of 65536 bytes end inside of lines.
+    std::string input;
+    std::string expected;
+    for (int i = 0; i < 50000; ++i) {
+        const std::string number = std::to_string(100000 + i);
+        input += number + "\n";
+        expected += number.substr(0, 3) + "." + number.substr(3) + "000000 GHz\n";
+    }
+    const CommandResult result = runCommand({"freq"}, input);
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.output, expected);
 }

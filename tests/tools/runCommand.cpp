@@ -66,7 +66,7 @@ CommandResult runCommand(const QStringList& arguments, const std::string& input,
 void expectCommands(const std::vector<CommandCase>& cases, const SampleFolder& folder) {
     for (const CommandCase& c : cases) {
         SCOPED_TRACE(std::string(c.name) + ": rfutils " +
-                     c.arguments.join(QLatin1Char(' ')).toStdString());
+                     c.arguments.join(QLatin1Char(' ')).left(200).toStdString());
         const CommandResult result = runCommand(c.arguments, c.input, folder);
         EXPECT_EQ(result.exitStatus, c.exitStatus);
         EXPECT_EQ(result.output, c.output);

@@ -71,7 +71,7 @@ void print(const std::vector<subItem>& choices, Format format) {
 struct Query {
     explicit Query(const CommandLine& line) : code(line.integer("code")) {
         if (line.isSet("id")) {
-            id = upperCased(line.option("id").toStdString());
+            id = line.option("id").toStdString();
         }
         if (line.isSet("label")) {
             label = line.option("label").toStdString();
@@ -86,8 +86,8 @@ struct Query {
     }
 
     bool matches(const subItem& choice) const {
-        return (!id || upperCased(choice.id) == *id) && (!code || choice.enumValue == *code) &&
-               (!label || choice.label == *label);
+        return (!id || upperCased(choice.id) == upperCased(*id)) &&
+               (!code || choice.enumValue == *code) && (!label || choice.label == *label);
     }
 
     std::string description() const {
@@ -96,7 +96,7 @@ struct Query {
                        : "code " + std::to_string(code.value_or(0));
     }
 
-    std::optional<std::string> id;  // upper-cased
+    std::optional<std::string> id;
     std::optional<int> code;
     std::optional<std::string> label;
 };

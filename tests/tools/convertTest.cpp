@@ -1,0 +1,418 @@
+#include <gtest/gtest.h>
+
+#include "runCommand.h"
+
+// U[mV] = 10^((P + 46.9897)/20), P_W = 10^((P - 30)/10), K = 20 lg f - 29.8 - G.
+
+TEST(Convert, levelsAcrossFiftyOhm) {
+    expectCommands({
+        {"dBm to itself", {"convert", "-30", "--to", "dBm"}, "", 0, "-30.0 dBm\n", ""},
+        {"-30 - 13.0103", {"convert", "-30", "--to", "dBV"}, "", 0, "-43.0 dBV\n", ""},
+        {"-30 + 46.9897", {"convert", "-30", "--to", "dBmV"}, "", 0, "17.0 dBmV\n", ""},
+        {"-30 + 106.9897", {"convert", "-30", "--to", "dBuV"}, "", 0, "77.0 dBuV\n", ""},
+        {"7.0711 mV", {"convert", "-30", "--to", "V"}, "", 0, "7.07 mV\n", ""},
+        {"7.0711 V", {"convert", "30", "--to", "V"}, "", 0, "7.07 V\n", ""},
+        {"0.22361 uV", {"convert", "-120", "--to", "V"}, "", 0, "0.22 \u00B5V\n", ""},
+        {"1 uW", {"convert", "-30", "--to", "W"}, "", 0, "1.00 \u00B5W\n", ""},
+        {"0.22387 W", {"convert", "23.5", "--to", "W"}, "", 0, "0.22 W\n", ""},
+        {"several values, one line each",
+         {"convert", "-30", "-30dBm", "-30 dBm", " -30  dBm ", "--to", "dBuV"},
+         "",
+         0,
+         "77.0 dBuV\n77.0 dBuV\n77.0 dBuV\n77.0 dBuV\n",
+         ""},
+        {"plus sign and exponent", {"convert", "+3e1", "--to", "dBm"}, "", 0, "30.0 dBm\n", ""},
+    });
+}
+
+TEST(Convert, readsEveryUnitOfLevelVoltageAndPower) {
+    // 1 V = 13.0103 dBm; each step of a prefix is 60 dB of voltage or 30 dB of power; the level is
+    // cut to three decimals before it is shown with one.
+    expectCommands({
+        {"dBV", {"convert", "0dBV", "--to", "dBm"}, "", 0, "13.0 dBm\n", ""},
+        {"dBmV", {"convert", "0dBmV", "--to", "dBm"}, "", 0, "-47.0 dBm\n", ""},
+        {"dBuV", {"convert", "0dBuV", "--to", "dBm"}, "", 0, "-107.0 dBm\n", ""},
+        {"voltages",
+         {"convert", "1V", "1mV", "1uV", "1nV", "1pV", "--to", "dBm"},
+         "",
+         0,
+         "13.0 dBm\n-47.0 dBm\n-107.0 dBm\n-167.0 dBm\n-227.0 dBm\n",
+         ""},
+        {"powers",
+         {"convert", "1W", "1mW", "1uW", "1nW", "1pW", "--to", "dBm"},
+         "",
+         0,
+         "30.0 dBm\n0.0 dBm\n-30.0 dBm\n-60.0 dBm\n-90.0 dBm\n",
+         ""},
+        {"from one unit to another",
+         {"convert", "2.5 mV", "--to", "dBuV"},
+         "",
+         0,
+         "68.0 dBuV\n",
+         ""},
+        {"the rounded image of 100 dBm comes back as 100 dBm",
+         {"convert", "87dBV", "86dBV", "--to", "dBm", "--format", "csv"},
+         "",
+         0,
+         "input,dBm,value,unit,text\n"
+         "87dBV,100,100,dBm,100.0 dBm\n"
+         "86dBV,99.01,99.01,dBm,99.0 dBm\n",
+         ""},
+    });
+}
+
+TEST(Convert, readsMicroInEverySpelling) {
+    const QString u = "1u";
+    const QString sign = QString::fromUtf8("1\u00B5");
+    const QString mu = QString::fromUtf8("1\u03BC");
+    const std::string volts = "-107.0 dBm\n-107.0 dBm\n-107.0 dBm\n";
+    const std::string watts = "-30.0 dBm\n-30.0 dBm\n-30.0 dBm\n";
+    const std::string levels = "-106.0 dBm\n-106.0 dBm\n-106.0 dBm\n";
+    // 20 lg 1e-6 + 42.8 - 40 and 10 lg(120 pi 1e-6) + 42.8 - 40
+    const std::string fields = "-117.2 dBm\n-117.2 dBm\n-117.2 dBm\n";
+    const std::string densities = "-31.4 dBm\n-31.4 dBm\n-31.4 dBm\n";
+    const QString dbu = "1dBuV";
+    const QString dbSign = QString::fromUtf8("1dB\u00B5V");
+    const QString dbMu = QString::fromUtf8("1dB\u03BCV");
+    expectCommands({
+        {"voltage", {"convert", u + "V", sign + "V", mu + "V", "--to", "dBm"}, "", 0, volts, ""},
+        {"power", {"convert", u + "W", sign + "W", mu + "W", "--to", "dBm"}, "", 0, watts, ""},
+        {"level", {"convert", dbu, dbSign, dbMu, "--to", "dBm"}, "", 0, levels, ""},
+        {"field",
+         {"convert", u + "V/m", sign + "V/m", mu + "V/m", "--to", "dBm", "--center", "100"},
+         "",
+         0,
+         fields,
+         ""},
+        {"power density",
+         {"convert", u + "W/m^2", sign + "W/m^2", mu + "W/m^2", "--to", "dBm", "--center", "100"},
+         "",
+         0,
+         densities,
+         ""},
+        {"as the target with the micro sign",
+         {"convert", "0", "--to", QString::fromUtf8("dB\u00B5V")},
+         "",
+         0,
+         "107.0 dBuV\n",
+         ""},
+        {"as the target with the Greek letter",
+         {"convert", "0", "--to", QString::fromUtf8("dB\u03BCV")},
+         "",
+         0,
+         "107.0 dBuV\n",
+         ""},
+        {"as the target of a field",
+         {"convert", "0", "--to", QString::fromUtf8("dB\u00B5V/m"), "--center", "100"},
+         "",
+         0,
+         "117.20 dBuV/m\n",
+         ""},
+    });
+}
+
+TEST(Convert, showsEveryFieldUnit) {
+    // At 100 MHz and 0 dBi K is 10.2 dB; E = 10^((-30 - 13 + 10.2)/20) = 0.022909 V/m.
+    const auto at = [](const char* unit) {
+        return QStringList{"convert", "-30", "--to", unit, "--center", "100MHz"};
+    };
+    expectCommands({
+        {"-30 + 107 + K", at("dBuV/m"), "", 0, "87.20 dBuV/m\n", ""},
+        {"-30 + 47 + K", at("dBmV/m"), "", 0, "27.20 dBmV/m\n", ""},
+        {"-30 - 13 + K", at("dBV/m"), "", 0, "-32.80 dBV/m\n", ""},
+        {"E", at("V/m"), "", 0, "0.02 V/m\n", ""},
+        {"E^2 / 120 pi = 1.3921e-6", at("W/m^2"), "", 0, "1.39 uW/m^2\n", ""},
+        {"10 lg of it in mW", at("dBm/m^2"), "", 0, "-28.56 dBm/m^2\n", ""},
+        {"-30 - 38.76 + K", at("dBW/m^2"), "", 0, "-58.56 dBW/m^2\n", ""},
+        {"E / 377 = 6.0766e-5", at("A/m"), "", 0, "0.06 mA/m\n", ""},
+        {"-30 - 64.53 + K", at("dBA/m"), "", 0, "-84.33 dBA/m\n", ""},
+        {"E^2 / 120 pi / 1e4", at("W/cm^2"), "", 0, "0.14 nW/cm^2\n", ""},
+        {"the gain lowers the field",
+         {"convert", "-30", "--to", "dBuV/m", "--center", "100", "--gain", "2.5"},
+         "",
+         0,
+         "84.70 dBuV/m\n",
+         ""},
+        {"a negative gain raises it",
+         {"convert", "-30", "--to", "dBuV/m", "--center", "100", "--gain", "-2.5"},
+         "",
+         0,
+         "89.70 dBuV/m\n",
+         ""},
+        {"the frequency with a unit",
+         {"convert", "-30dBm", "--to", "V/m", "--center", "1GHz"},
+         "",
+         0,
+         "0.23 V/m\n",
+         ""},
+        {"too small for any prefix",
+         {"convert", "-700", "--to", "V/m", "--center", "100"},
+         "",
+         0,
+         "-\n",
+         ""},
+    });
+}
+
+TEST(Convert, readsEveryFieldUnit) {
+    // D = 40 dB at 100 MHz.
+    const auto from = [](const char* value) {
+        return QStringList{"convert", value, "--to", "dBm", "--center", "100MHz", "--gain", "0"};
+    };
+    expectCommands({
+        {"87.2 - 77.2 - D", from("87.2dBuV/m"), "", 0, "-30.0 dBm\n", ""},
+        {"27.2 - 17.2 - D", from("27.2dBmV/m"), "", 0, "-30.0 dBm\n", ""},
+        {"-32.8 + 42.8 - D", from("-32.8dBV/m"), "", 0, "-30.0 dBm\n", ""},
+        {"20 lg 1 + 42.8 - D", from("1V/m"), "", 0, "2.8 dBm\n", ""},
+        {"20 lg 0.00229 + 42.8 - D", from("2.29mV/m"), "", 0, "-50.0 dBm\n", ""},
+        {"nano", from("1nV/m"), "", 0, "-177.2 dBm\n", ""},
+        {"pico", from("1pV/m"), "", 0, "-237.2 dBm\n", ""},
+        {"10 lg 120 pi + 42.8 - D", from("1W/m^2"), "", 0, "28.6 dBm\n", ""},
+        {"milli", from("1mW/m^2"), "", 0, "-1.4 dBm\n", ""},
+        {"nano of a density", from("1nW/m^2"), "", 0, "-61.4 dBm\n", ""},
+        {"pico of a density", from("1pW/m^2"), "", 0, "-91.4 dBm\n", ""},
+        {"0 + 38.5633 - D", from("0dBm/m^2"), "", 0, "-1.4 dBm\n", ""},
+        {"0 + 68.56 - D", from("0dBW/m^2"), "", 0, "28.6 dBm\n", ""},
+        {"20 lg(1e-6 3.77e8) - 77.2 - D", from("1e-6A/m"), "", 0, "-65.7 dBm\n", ""},
+        {"0 + 94.33 - D", from("0dBA/m"), "", 0, "54.3 dBm\n", ""},
+        {"10 lg 3769911 + 42.8 - D", from("1w/cm^2"), "", 0, "68.6 dBm\n", ""},
+        {"the gain raises the level",
+         {"convert", "87.2dBuV/m", "--to", "dBm", "--center", "100", "--gain", "2"},
+         "",
+         0,
+         "-28.0 dBm\n",
+         ""},
+        {"from field to field",
+         {"convert", "87.2dBuV/m", "--to", "V/m", "--center", "100"},
+         "",
+         0,
+         "0.02 V/m\n",
+         ""},
+    });
+}
+
+TEST(Convert, mixedUnitsFromStandardInput) {
+    expectCommands({
+        {"each line has its own unit",
+         {"convert", "--to", "dBm"},
+         "0\n1V\n 1 mW\n0dBuV\n1V\n-7dBm\n",
+         0,
+         "0.0 dBm\n13.0 dBm\n0.0 dBm\n-107.0 dBm\n13.0 dBm\n-7.0 dBm\n",
+         ""},
+        {"a bad unit names its line",
+         {"convert", "--to", "dBm"},
+         "0\n1Volt\n",
+         1,
+         "0.0 dBm\n",
+         "rfutils: -:2: there is no unit \"Volt\"; the nearest are V, V/m or dBm\n"},
+        {"a decimal comma is no number",
+         {"convert", "--to", "dBm"},
+         "1,5\n",
+         1,
+         "",
+         "rfutils: -:1: there is no unit \",5\"; the nearest are V, mV or \u00B5V\n"},
+    });
+}
+
+TEST(Convert, csvAndJsonCarryFullPrecision) {
+    // The value: exp((P - 13 + K) ln10/20) with K = 10.199999809265137, 10.2 in single precision.
+    expectCommands({
+        {"CSV",
+         {"convert", "-30", "87.2 dBuV/m", "--to", "V/m", "--center", "100", "--format", "csv"},
+         "",
+         0,
+         "input,dBm,value,unit,text\n"
+         "-30,-30,0.02290867602462237,V/m,0.02 V/m\n"
+         "87.2 dBuV/m,-30,0.02290867602462237,V/m,0.02 V/m\n",
+         ""},
+        {"JSON",
+         {"convert", "0", "-30", "--to", "V", "--format", "json"},
+         "",
+         0,
+         "[\n"
+         "  {\"input\": \"0\", \"dBm\": 0, \"value\": 0.22360679663372815, \"unit\": \"V\", "
+         "\"text\": \"0.22 V\"},\n"
+         "  {\"input\": \"-30\", \"dBm\": -30, \"value\": 0.0070710677765665215, \"unit\": \"V\", "
+         "\"text\": \"7.07 mV\"}\n"
+         "]\n",
+         ""},
+        {"a level of 1 mV is cut to three decimals",
+         {"convert", "1mV", "--to", "dBm", "--format", "csv"},
+         "",
+         0,
+         "input,dBm,value,unit,text\n1mV,-46.98900000000001,-46.98900000000001,dBm,-47.0 dBm\n",
+         ""},
+        {"no text for a value below every prefix",
+         {"convert", "-700", "--to", "V/m", "--center", "100", "--format", "csv"},
+         "",
+         0,
+         "input,dBm,value,unit,text\n-700,-700,7.244359441669762e-36,V/m,\n",
+         ""},
+        {"and null in JSON",
+         {"convert", "-700", "--to", "V/m", "--center", "100", "--format", "json"},
+         "",
+         0,
+         "[\n  {\"input\": \"-700\", \"dBm\": -700, \"value\": 7.244359441669762e-36, "
+         "\"unit\": \"V/m\", \"text\": null}\n]\n",
+         ""},
+        {"an infinite value in CSV",
+         {"convert", "7000", "--to", "W", "--format", "csv"},
+         "",
+         0,
+         "input,dBm,value,unit,text\n7000,7000,inf,W,inf W\n",
+         ""},
+        {"an infinite value is null in JSON",
+         {"convert", "7000", "--to", "W", "--format", "json"},
+         "",
+         0,
+         "[\n  {\"input\": \"7000\", \"dBm\": 7000, \"value\": null, \"unit\": \"W\", "
+         "\"text\": \"inf W\"}\n]\n",
+         ""},
+    });
+}
+
+TEST(Convert, unitsOfOneDirectionAreExplained) {
+    const auto show = [](const char* unit) { return QStringList{"convert", "1", "--to", unit}; };
+    const auto read = [](const char* value) { return QStringList{"convert", value, "--to", "V"}; };
+    const std::string volts =
+        "\" cannot be asked for, the prefix follows from the level; ask for V\n";
+    expectCommands({
+        {
+            "prefixed voltage",
+            show("mV"),
+            "",
+            1,
+            "",
+            "rfutils: \"mV" + volts,
+        },
+        {"with micro", show("uV"), "", 1, "", "rfutils: \"\u00B5V" + volts},
+        {"prefixed power", show("yW"), "", 1, "",
+         "rfutils: \"yW\" cannot be asked for, the prefix follows from the level; ask for W\n"},
+        {"prefixed field", show("uV/m"), "", 1, "",
+         "rfutils: \"uV/m\" cannot be asked for, the prefix follows from the level; ask for V/m\n"},
+        {"a prefix that only the text has", show("kV/m"), "", 1, "",
+         "rfutils: \"kV/m\" cannot be asked for, the prefix follows from the level; ask for V/m\n"},
+        {"lower-case watts per area", show("w/cm^2"), "", 1, "",
+         "rfutils: \"w/cm^2\" is only read, never shown; ask for W/cm^2\n"},
+        {"upper-case watts per area", read("1W/cm^2"), "", 1, "",
+         "rfutils: \"W/cm^2\" is only shown, never read; values are read in w/cm^2\n"},
+        {"too small a prefix", read("1fV"), "", 1, "",
+         "rfutils: \"fV\" is only shown, never read; values are read in V, mV, \u00B5V, nV or "
+         "pV\n"},
+        {"prefixed magnetic field", read("1mA/m"), "", 1, "",
+         "rfutils: \"mA/m\" is only shown, never read; values are read in A/m\n"},
+        {"large prefix of a field", read("1GV/m"), "", 1, "",
+         "rfutils: \"GV/m\" is only shown, never read; values are read in V/m, mV/m, uV/m, nV/m or "
+         "pV/m\n"},
+    });
+}
+
+TEST(Convert, unknownUnitsAreAnsweredWithTheNearest) {
+    const auto show = [](const char* unit) { return QStringList{"convert", "1", "--to", unit}; };
+    expectCommands({
+        {"letter case weighs little", show("dbuv"), "", 1, "",
+         "rfutils: there is no unit \"dbuv\"; the nearest are dBuV, dBV or dBmV\n"},
+        {"one letter short", show("dBu"), "", 1, "",
+         "rfutils: there is no unit \"dBu\"; the nearest are dBm, dBV or dBuV\n"},
+        {"empty", show(""), "", 1, "",
+         "rfutils: there is no unit \"\"; the nearest are V, W or dBm\n"},
+        {"kilovolt is never shown nor read",
+         {"convert", "1kV", "--to", "V"},
+         "",
+         1,
+         "",
+         "rfutils: there is no unit \"kV\"; the nearest are V, mV or \u00B5V\n"},
+        {"a very long name is cut",
+         {"convert", "1" + QString(500, 'V'), "--to", "V"},
+         "",
+         1,
+         "",
+         "rfutils: there is no unit \"" + std::string(60, 'V') +
+             "...\"; the nearest are dBV, dBmV or dBuV\n"},
+    });
+}
+
+TEST(Convert, wrongUse) {
+    const std::string help = " (see rfutils convert --help)\n";
+    expectCommands({
+        {"no target", {"convert", "1"}, "", 2, "", "rfutils: --to UNIT is missing" + help},
+        {"field target without frequency",
+         {"convert", "1", "--to", "V/m"},
+         "",
+         2,
+         "",
+         "rfutils: V/m needs the centre frequency of the antenna: --center" + help},
+        {"field value without frequency",
+         {"convert", "1dBuV/m", "--to", "V"},
+         "",
+         2,
+         "",
+         "rfutils: dBuV/m needs the centre frequency of the antenna: --center" + help},
+        {"frequency zero",
+         {"convert", "1", "--to", "V/m", "--center", "0"},
+         "",
+         2,
+         "",
+         "rfutils: --center has to be above zero" + help},
+        {"gain without number",
+         {"convert", "1", "--to", "V", "--gain", "2dBi"},
+         "",
+         2,
+         "",
+         "rfutils: --gain \"2dBi\": a number is expected" + help},
+    });
+}
+
+TEST(Convert, valuesWithoutLevel) {
+    expectCommands({
+        {"zero volts",
+         {"convert", "0V", "--to", "dBm"},
+         "",
+         1,
+         "",
+         "rfutils: 0 V has no level, it is not above zero\n"},
+        {"negative watts",
+         {"convert", "-2.5 mW", "--to", "dBm"},
+         "",
+         1,
+         "",
+         "rfutils: -2.5 mW has no level, it is not above zero\n"},
+        {"zero field",
+         {"convert", "0V/m", "--to", "dBm", "--center", "1"},
+         "",
+         1,
+         "",
+         "rfutils: 0 V/m has no level, it is not above zero\n"},
+        {"a level may be negative", {"convert", "-1dBV", "--to", "dBm"}, "", 0, "12.0 dBm\n", ""},
+        {"no number",
+         {"convert", "abc", "--to", "V"},
+         "",
+         1,
+         "",
+         "rfutils: \"abc\" is not a number with or without a unit\n"},
+        {"empty",
+         {"convert", "", "--to", "V"},
+         "",
+         1,
+         "",
+         "rfutils: \"\" is not a number with or without a unit\n"},
+        {"not a number",
+         {"convert", "nan", "--to", "V"},
+         "",
+         1,
+         "",
+         "rfutils: \"nan\" is not a number with or without a unit\n"},
+        {"beyond the range of numbers",
+         {"convert", "1e400", "--to", "V"},
+         "",
+         1,
+         "",
+         "rfutils: \"1e400\" is not a number with or without a unit\n"},
+        {"two signs",
+         {"convert", "+-3", "--to", "V"},
+         "",
+         1,
+         "",
+         "rfutils: \"+-3\" is not a number with or without a unit\n"},
+    });
+}

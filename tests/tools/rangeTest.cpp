@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include "runCommand.h"
+
+namespace {
+
+QStringList range(int type, const char* min, const char* max, const QStringList& more = {}) {
+    return QStringList{"range", "--type", QString::number(type), "--min", min, "--max", max} + more;
+}
+
+}  // namespace
+
+TEST(Range, texts) {
+    const QStringList antenna = {"--center", "100MHz"};
+    const QStringList integer = {"--integer"};
+    expectCommands({
+        {"frequency", range(0, "0.009", "6000"), "", 0,
+         " {Min: 9.000 kHz, Max: 6.000000000 GHz} \n", ""},
+        {"suffix", range(2, "-10", "20"), "", 0, " {Min: -10.00 dBm, Max: 20.00 dBm} \n", ""},
+        {"micro sign", range(4, "1", "2"), "", 0, " {Min: 1.00 \u00B5s, Max: 2.00 \u00B5s} \n", ""},
+        {"no unit", range(5, "-10", "20"), "", 0, " {Min: -10.00 , Max: 20.00 } \n", ""},
+        {"level", range(13, "-30", "0"), "", 0, " {Min: 77.0 dBuV, Max: 107.0 dBuV} \n", ""},
+        {"field", range(16, "-30", "-10", antenna), "", 0,
+         " {Min: 87.20 dBuV/m, Max: 107.20 dBuV/m} \n", ""},
+        {"field with gain", range(16, "-30", "-10", {"--center", "100", "--gain", "2"}), "", 0,
+         " {Min: 85.20 dBuV/m, Max: 105.20 dBuV/m} \n", ""},
+        {"last field", range(21, "-30", "-30", antenna), "", 0,
+         " {Min: -28.56 dBm/m^2, Max: -28.56 dBm/m^2} \n", ""},
+        {"past the fields", range(22, "1", "2"), "", 0, " {Min: 1.00 ppm, Max: 2.00 ppm} \n", ""},
+        {"empty text", range(23, "1", "2"), "", 0, "\n", ""},
+        {"unknown code", range(-1, "1", "2"), "", 0, " {Min: 1.00 , Max: 2.00 } \n", ""},
+        {"integers", range(6, "0", "100", integer), "", 0, " {Min: 0 Sec, Max: 100 Sec} \n", ""},
+        {"seconds only for integers", range(6, "0", "100"), "", 0, " {Min: 0.00 , Max: 100.00 } \n",
+         ""},
+        {"integers have no field and need no antenna", range(16, "0", "1", integer), "", 0,
+         " {Min: 0 , Max: 1 } \n", ""},
+    });
+}
+
+TEST(Range, csvAndJson) {
+    expectCommands({
+        {"CSV", range(2, "-10.5", "20", {"--format", "csv"}), "", 0,
+         "type,min,max,text\n2,-10.5,20,\" {Min: -10.50 dBm, Max: 20.00 dBm} \"\n", ""},
+        {"JSON is one object", range(1, "-5", "10", {"--integer", "--format", "json"}), "", 0,
+         "{\"type\": 1, \"min\": -5, \"max\": 10, \"text\": \" {Min: -5 dB, Max: 10 dB} \"}\n", ""},
+    });
+}
+
+TEST(Range, wrongUse) {
+    const std::string help = " (see rfutils range --help)\n";
+    expectCommands({
+        {"no type",
+         {"range", "--min", "1", "--max", "2"},
+         "",
+         2,
+         "",
+         "rfutils: --type is missing" + help},
+        {"no lower limit",
+         {"range", "--type", "1", "--max", "2"},
+         "",
+         2,
+         "",
+         "rfutils: --min is missing" + help},
+        {"no upper limit",
+         {"range", "--type", "1", "--min", "2"},
+         "",
+         2,
+         "",
+         "rfutils: --max is missing" + help},
+        {"type without number",
+         {"range", "--type", "dBm", "--min", "1", "--max", "2"},
+         "",
+         2,
+         "",
+         "rfutils: --type \"dBm\": a whole number is expected" + help},
+        {"fraction among integers", range(1, "1", "2.5", {"--integer"}), "", 2, "",
+         "rfutils: --max \"2.5\": a whole number is expected" + help},
+        {"integer beyond 32 bits", range(1, "1", "2147483648", {"--integer"}), "", 2, "",
+         "rfutils: --max \"2147483648\": a whole number is expected" + help},
+        {"first field without frequency", range(16, "1", "2"), "", 2, "",
+         "rfutils: type 16 needs the centre frequency of the antenna: --center" + help},
+        {"last field without frequency", range(21, "1", "2"), "", 2, "",
+         "rfutils: type 21 needs the centre frequency of the antenna: --center" + help},
+        {"argument", {"range", "1"}, "", 2, "", "rfutils: unexpected argument \"1\"" + help},
+    });
+}

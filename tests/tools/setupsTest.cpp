@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include "runCommand.h"
+
+namespace {
+
+const char kSetups[] = R"({
+  "spectrum": [
+    {"label": "no id"},
+    {"id": "chp", "label": "Channel power"},
+    {"id": "lost"},
+    7,
+    {"id": "obw", "label": "Occupied, \"99 %\""}
+  ],
+  "coverage": [{"id": 1, "label": 2}, {"id": "map", "label": "Map"}, {"id": null, "label": null}],
+  "a note": "ignored"
+}
+)";
+
+const char kTable[] =
+    "index  id   label\n"
+    "    0\n"
+    "    1  map  Map\n"
+    "    2\n"
+    "    3  chp  Channel power\n"
+    "    4  obw  Occupied, \"99 %\"\n";
+
+}  // namespace
+
+TEST(Setups, lists) {
+    const SampleFolder folder;
+    folder.add("s.json", kSetups);
+    expectCommands(
+        {
+            {"groups by key, also entries without texts", {"setups", "s.json"}, "", 0, kTable, ""},
+            {"skipped entries on request",
+             {"setups", "s.json", "--verbose"},
+             "",
+             0,
+             kTable,
+             "rfutils: s.json: skipped an entry without \"id\" after \"spectrum\"\n"
+             "rfutils: s.json: skipped an entry without \"label\" after \"chp\"\n"
+             "rfutils: s.json: skipped an entry without \"label\" after \"chp\"\n"},
+            {"CSV",
+             {"setups", "s.json", "--format", "csv"},
+             "",
+             0,
+             "index,id,label\n0,,\n1,map,Map\n2,,\n3,chp,Channel power\n"
+             "4,obw,\"Occupied, \"\"99 %\"\"\"\n",
+             ""},
+            {"JSON",
+             {"setups", "s.json", "--format", "json"},
+             "",
+             0,
+             "[\n"
+             "  {\"index\": 0, \"id\": \"\", \"label\": \"\"},\n"
+             "  {\"index\": 1, \"id\": \"map\", \"label\": \"Map\"},\n"
+             "  {\"index\": 2, \"id\": \"\", \"label\": \"\"},\n"
+             "  {\"index\": 3, \"id\": \"chp\", \"label\": \"Channel power\"},\n"
+             "  {\"index\": 4, \"id\": \"obw\", \"label\": \"Occupied, \\\"99 %\\\"\"}\n"
+             "]\n",
+             ""},
+        },
+        folder);
+}
+
+TEST(Setups, badFiles) {
+    const SampleFolder folder;
+    folder.add("empty.json", "");
+    folder.add("array.json", "[]");
+    folder.add("truncated.json", std::string(kSetups).substr(0, 40));
+    expectCommands(
+        {
+            {"missing",
+             {"setups", "none.json"},
+             "",
+             1,
+             "",
+             "rfutils: none.json: No such file or directory\n"},
+            {"directory", {"setups", "."}, "", 1, "", "rfutils: .: Is a directory\n"},
+            {"empty",
+             {"setups", "empty.json"},
+             "",
+             1,
+             "",
+             "rfutils: empty.json:1: illegal value\n"},
+            {"no object",
+             {"setups", "array.json"},
+             "",
+             1,
+             "",
+             "rfutils: array.json: the top level is not an object\n"},
+            {"cut off",
+             {"setups", "truncated.json"},
+             "",
+             1,
+             "",
+             "rfutils: truncated.json:3: unterminated array\n"},
+        },
+        folder);
+}
+
+TEST(Setups, sampleFile) {
+    const QString file = QStringLiteral(RFUTILS_SAMPLES "/setups.json");
+    expectCommands({{"sample",
+                     {"setups", file, "--verbose"},
+                     "",
+                     0,
+                     "index  id                 label\n"
+                     "    0  driveTest          Drive test\n"
+                     "    1  walkTest           Walk test inside a building\n"
+                     "    2  fieldMap           Field strength on a map\n"
+                     "    3  spectrogram        Spectrogram\n"
+                     "    4  bearing            Bearing of a source\n"
+                     "    5  occupancy          Channel occupancy\n"
+                     "    6  channelPower       Channel power\n"
+                     "    7  occupiedBandwidth  Occupied bandwidth\n"
+                     "    8  adjacentChannel    Adjacent channel power\n"
+                     "    9  spuriousEmission   Spurious emission\n",
+                     ""}});
+}
