@@ -230,4 +230,83 @@ inline const Unit* findUnit(QStringView name) noexcept {
     return nullptr;
 }
 
+// Which operation of HMath takes a unit. A unit that neither direction takes is only produced.
+
+constexpr bool takenByGetdBmToUnit(const Unit& unit) noexcept {
+    switch (unit.fromDbm.rule) {
+        case FromDbm::Unchanged:
+        case FromDbm::Level:
+        case FromDbm::VoltLadder:
+        case FromDbm::WattLadder:
+            return true;
+        default:
+            return false;
+    }
+}
+
+constexpr bool takenByGetdBmToField(const Unit& unit) noexcept {
+    switch (unit.fromDbm.rule) {
+        case FromDbm::FieldLevel:
+        case FromDbm::FieldLevelOfPower:
+        case FromDbm::FieldAmplitude:
+        case FromDbm::FieldPower:
+            return true;
+        default:
+            return false;
+    }
+}
+
+constexpr bool takenByGetUnitTodBm(const Unit& unit) noexcept {
+    switch (unit.toDbm.rule) {
+        case ToDbm::Unchanged:
+        case ToDbm::Level:
+        case ToDbm::Volt:
+        case ToDbm::Watt:
+            return true;
+        default:
+            return false;
+    }
+}
+
+constexpr bool takenByGetFieldTodBm(const Unit& unit) noexcept {
+    return unit.toDbm.rule != ToDbm::Unknown && !takenByGetUnitTodBm(unit);
+}
+
+/// Whether a ladder or getFieldChangeUnit puts a prefix in front of a base unit to make this one.
+constexpr bool producedWithPrefix(const Unit& unit) noexcept {
+    switch (unit.fromDbm.rule) {
+        case FromDbm::VoltStep:
+        case FromDbm::WattStep:
+        case FromDbm::FieldStep:
+            return true;
+        default:
+            return false;
+    }
+}
+
+/// The quantity in words.
+constexpr QStringView quantityName(Quantity quantity) noexcept {
+    switch (quantity) {
+        case Quantity::Level:
+            return u"level";
+        case Quantity::Voltage:
+            return u"voltage";
+        case Quantity::Power:
+            return u"power";
+        case Quantity::FieldStrengthLevel:
+            return u"field strength level";
+        case Quantity::FieldStrength:
+            return u"field strength";
+        case Quantity::PowerDensityLevel:
+            return u"power density level";
+        case Quantity::PowerDensity:
+            return u"power density";
+        case Quantity::MagneticFieldLevel:
+            return u"magnetic field level";
+        case Quantity::MagneticField:
+            return u"magnetic field";
+    }
+    return {};
+}
+
 }  // namespace rfu

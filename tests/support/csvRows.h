@@ -1,0 +1,51 @@
+// Reads the tables of expected values that tests compare with.
+#pragma once
+
+#include <charconv>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace rfu::test {
+
+using CsvRow = std::vector<std::string>;
+
+/// The cells of a line: separated by commas, texts in quotes, neither within a text.
+inline CsvRow csvCells(const std::string& line) {
+    CsvRow cells(1);
+    for (const char c : line) {
+        if (c == ',') {
+            cells.emplace_back();
+        } else if (c != '"') {
+            cells.back() += c;
+        }
+    }
+    return cells;
+}
+
+/// The rows of a file but for its header line; throws where there is no such file.
+inline std::vector<CsvRow> csvRows(const std::string& path) {
+    std::ifstream file(path);
+    std::string line;
+    if (!std::getline(file, line)) {
+        throw std::runtime_error("cannot read " + path);
+    }
+    std::vector<CsvRow> rows;
+    while (std::getline(file, line)) {
+        rows.push_back(csvCells(line));
+    }
+    return rows;
+}
+
+/// The number of a cell, in every locale; throws where it is none.
+inline double number(const std::string& cell) {
+    double value = 0.0;
+    const auto result = std::from_chars(cell.data(), cell.data() + cell.size(), value);
+    if (result.ec != std::errc() || result.ptr != cell.data() + cell.size()) {
+        throw std::runtime_error("no number: " + cell);
+    }
+    return value;
+}
+
+}  // namespace rfu::test
