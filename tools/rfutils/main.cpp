@@ -1,6 +1,7 @@
 #include <QGuiApplication>
 #include <QTextCodec>
 #include <algorithm>
+#include <clocale>
 #include <cstdlib>
 #include <iterator>
 #include <memory>
@@ -28,6 +29,7 @@ constexpr Subcommand kSubcommands[] = {
     {"range",     "Show the limits of an entry as the instrument does",   runRange,     nullptr},
     {"catalogue", "Show the items of a catalogue file and their choices", runCatalogue, nullptr},
     {"setups",    "Show the result setups of a file",                     runSetups,    nullptr},
+    {"trace",     "Statistics of markers and points over recorded sweeps", runTrace,    "plot"},
     {"dms",       "Decimal degrees to degrees, minutes and seconds",      runDms,       nullptr},
     {"dd",        "Degrees, minutes and seconds to decimal degrees",      runDd,        nullptr},
 };
@@ -76,6 +78,8 @@ void runSubcommand(const Subcommand& subcommand, const QStringList& arguments) {
     const std::unique_ptr<QCoreApplication> application(
         draws(subcommand, arguments) ? new QGuiApplication(count, programArguments)
                                      : new QCoreApplication(count, programArguments));
+    // The system's part of a message is English like the rest of it.
+    std::setlocale(LC_MESSAGES, "C");
     subcommand.run(arguments);
 }
 

@@ -12,5 +12,6 @@ void runFreq(const QStringList& arguments);
 void runRange(const QStringList& arguments);
 void runScale(const QStringList& arguments);
 void runSetups(const QStringList& arguments);
+void runTrace(const QStringList& arguments);
 void runUnits(const QStringList& arguments);
 void runWidth(const QStringList& arguments);

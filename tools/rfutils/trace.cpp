@@ -1,0 +1,236 @@
+#include <QFileInfo>
+#include <cmath>
+#include <limits>
+
+#include "subcommands.h"
+#include "support/commandLine.h"
+#include "support/errors.h"
+#include "support/picture.h"
+#include "support/values.h"
+#include "trace/markerStatistics.h"
+#include "trace/tracePlot.h"
+#include "trace/traceTable.h"
+
+namespace {
+
+constexpr int kUsuallyKept = 1000;
+constexpr int kMostKept = 1000000;
+
+// clang-format off
+const Usage kUsage = {
+    "Statistics over the most recent sweeps of a recording, per marker or per point.\n"
+    "FILE holds sweeps as rtl_power and hackrf_sweep write them (lines of date, time, Hz low, Hz\n"
+    "high, Hz step, samples, dB, dB, ...) or plain CSV with one trace of levels per line; - reads\n"
+    "standard input. Levels are taken as dBm. An empty level, nan and -inf mean that a point was not\n"
+    "measured; it counts nowhere. Points count from 0; the frequency of a point is that at which its\n"
+    "bin begins. Without --marker and --all-points a summary of the recording is shown.\n"
+    "\n"
+    "Sweeps: a sweep ends where a hop comes again, where the time moves on by more than a second, or\n"
+    "as soon as it has all hops of the first sweep. Hops may come in any order; one that is missing\n"
+    "in a later sweep was not measured.\n"
+    "\n"
+    "average is the mean of the dBm numbers, as the instrument shows it. --more adds powerMean: the\n"
+    "mean of the powers in milliwatts, converted back to dBm. That is the power that a thermal meter\n"
+    "would show, and it is never below the average: they are equal only for a steady level, for noise\n"
+    "powerMean lies about 2.5 dB higher, and short bursts raise it far above the average.\n"
+    "\n"
+    "A live read-out:\n"
+    "  rtl_power -f 88M:108M:50k -i 1 - | rfutils trace - --follow --marker 88.1MHz",
+    "FILE",
+    {"rfutils trace fm_band.csv",
+     "rfutils trace fm_band.csv --marker 88.1MHz --marker 98.3MHz --limit -60",
+     "rfutils trace fm_band.csv --marker 98.3MHz --more --unit dBuV",
+     "rfutils trace fm_band.csv --all-points --keep 100 --format csv",
+     "rfutils trace fm_band.csv --marker 98.3MHz --unit V/m --gain 2",
+     "rfutils trace wifi_band.csv --marker 2.437GHz --plot wifi.png"}};
+// clang-format on
+
+const rfu::Unit& unitOf(const CommandLine& line) {
+    try {
+        return unitToShow(line.isSet("unit") ? line.option("unit").toStdString() : "dBm");
+    } catch (const BadValue& bad) {
+        throw inputError(bad.what);
+    }
+}
+
+int capacityOf(const CommandLine& line) {
+    const int kept = line.integer("keep").value_or(kUsuallyKept);
+    if (kept < 1 || kept > kMostKept) {
+        throw usageError("--keep takes 1 to " + std::to_string(kMostKept) + " sweeps");
+    }
+    return kept;
+}
+
+struct TraceOptions {
+    explicit TraceOptions(const CommandLine& line)
+        : markers(parseMarkers(line.options("marker"))),
+          limit(line.number("limit")),
+          capacity(capacityOf(line)),
+          view{unitOf(line), antennaOf(line)},
+          allPoints(line.isSet("all-points")),
+          follow(line.isSet("follow")),
+          more(line.isSet("more")),
+          format(line.format()) {
+        if (markers.empty() && (follow || more)) {
+            throw usageError("--follow and --more need a --marker");
+        }
+    }
+
+    std::vector<MarkerRequest> markers;
+    std::optional<double> limit;
+    int capacity;
+    LevelView view;
+    bool allPoints;
+    bool follow;
+    bool more;
+    Format format;
+};
+
+TraceColumns markerColumns(const TraceOptions& options) {
+    TraceColumns columns;
+    columns.sweep = options.follow;
+    columns.marker = true;
+    columns.distribution = options.more;
+    columns.limit = options.limit;
+    return columns;
+}
+
+TraceColumns pointColumns(const TraceOptions& options) {
+    TraceColumns columns;
+    columns.limit = options.limit;
+    return columns;
+}
+
+/// A recording while it is read and what came of it.
+class Trace {
+public:
+    Trace(const QString& file, const TraceOptions& options)
+        : options_(options),
+          recording_(file),
+          sweeps_(options.capacity),
+          markerTable_(options.format, markerColumns(options), options.view, recording_.axis(),
+                       sweeps_) {}
+
+    void read() {
+        Sweep sweep;
+        while (recording_.next(sweep)) {
+            sweeps_.add(sweep);
+            if (sweeps_.count() == 1) {
+                points_ = static_cast<int>(sweep.levels.size());
+                markers_ = placeMarkers(options_.markers, recording_, points_);
+            }
+            if (options_.follow) {
+                markerTable_.addMarkers(markers_);
+                markerTable_.show();
+            }
+        }
+        if (sweeps_.count() == 0) {
+            throw fileError(recording_.file(), "holds no sweep");
+        }
+    }
+
+    void print() {
+        if (!options_.allPoints && markers_.empty()) {
+            printSummary();
+        }
+        if (!markers_.empty() && !options_.follow) {
+            markerTable_.addMarkers(markers_);
+        }
+        markerTable_.finish();
+        if (options_.allPoints && !markers_.empty()) {
+            standardOutput().write('\n');
+        }
+        if (options_.allPoints) {
+            TraceTable table(options_.format, pointColumns(options_), options_.view,
+                             recording_.axis(), sweeps_);
+            table.addPoints(points_);
+            table.finish();
+        }
+    }
+
+    TracePlot plot() {
+        TracePlot plot;
+        const FrequencyAxis& axis = recording_.axis();
+        const std::string file = recording_.file() == kStandardInput
+                                     ? "standard input"
+                                     : QFileInfo(recording_.file()).fileName().toStdString();
+        plot.title = file + ", " + std::to_string(sweeps_.kept()) +
+                     (sweeps_.kept() == 1 ? " sweep" : " sweeps");
+        plot.placeName = recording_.hasFrequencies() ? "frequency in MHz" : "point";
+        for (int point = 0; point < points_; ++point) {
+            sweeps_.buffer().calcMarkerPower(0, point);
+            const PointStatistics statistics = summarise(sweeps_.buffer(), 0, 0.0);
+            const LevelPresenter presenter = options_.view.at(axis, point);
+            const auto shown = [&](const std::optional<double>& level) {
+                return level ? presenter.value(*level) : std::nan("");
+            };
+            plot.levelUnit = presenter.unitName();
+            plot.places.push_back(
+                recording_.hasFrequencies() ? axis.points[static_cast<std::size_t>(point)] : point);
+            plot.maximum.push_back(shown(statistics.maximum));
+            plot.average.push_back(shown(statistics.average));
+            plot.minimum.push_back(shown(statistics.minimum));
+        }
+        for (const Marker& marker : markers_) {
+            plot.marks.push_back({marker.name, static_cast<std::size_t>(marker.point)});
+        }
+        return plot;
+    }
+
+private:
+    void printSummary() {
+        TableWriter table(standardOutput(), options_.format,
+                          {"sweeps", "kept", "points", "fromMHz", "toMHz", "firstTime", "lastTime"},
+                          TableWriter::Shape::Object);
+        table.integer(sweeps_.count()).integer(static_cast<long long>(sweeps_.kept()));
+        table.integer(points_);
+        if (recording_.hasFrequencies()) {
+            table.number(recording_.axis().points.front()).number(recording_.axis().end);
+            table.text(sweeps_.time(0)).text(sweeps_.time(sweeps_.kept() - 1));
+        } else {
+            table.none().none().none().none();
+        }
+        table.finish();
+    }
+
+    const TraceOptions& options_;
+    SweepReader recording_;
+    SweepStore sweeps_;
+    TraceTable markerTable_;
+    std::vector<Marker> markers_;
+    int points_ = 0;
+};
+
+}  // namespace
+
+void runTrace(const QStringList& arguments) {
+    CommandLine line(kUsage);
+    line.addOption(
+        "marker", "FREQ",
+        "Show this point, up to six times: the one nearest to a frequency such as 88.1MHz "
+        "or 2.4GHz, or the number of a point.");
+    line.addOption("limit", "DBM", "Count how often a level was above this one.");
+    line.addFlag("all-points", "Show all points.");
+    line.addOption("keep", "N", "How many recent sweeps count (default 1000).");
+    line.addFlag("follow", "Show the markers again as soon as a sweep is complete.");
+    line.addOption("unit", "UNIT",
+                   "Show levels in this unit (rfutils units lists them); a field unit takes the "
+                   "frequency of each point unless --center is given.");
+    line.addAntenna();
+    line.addFlag("more",
+                 "Add for each marker the mean power, the median, the standard deviation in dB and "
+                 "the sweep that holds the maximum.");
+    line.addOption("plot", "OUT.png", "Draw maximum, average and minimum over frequency.");
+    line.addFormat();
+    if (!line.parse(arguments)) {
+        return;
+    }
+    const QString file = line.onlyValue("FILE");
+    const TraceOptions options(line);
+    Trace trace(file, options);
+    trace.read();
+    trace.print();
+    if (line.isSet("plot")) {
+        savePicture(draw(trace.plot()), line.option("plot"));
+    }
+}

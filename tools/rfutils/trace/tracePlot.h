@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QImage>
+#include <string>
+#include <vector>
+
+/// Maximum, average and minimum over the points of a recording. Levels are in `levelUnit`, NaN
+/// where nothing was measured; the three curves have a level for each place.
+struct TracePlot {
+    struct Mark {
+        std::string label;
+        std::size_t point;
+    };
+
+    std::string title;
+    std::string levelUnit;
+    std::string placeName;       // of the horizontal axis, with its unit
+    std::vector<double> places;  // of the points, ascending
+    std::vector<double> maximum;
+    std::vector<double> average;
+    std::vector<double> minimum;
+    std::vector<Mark> marks;
+};
+
+/// Needs a QGuiApplication for its fonts.
+QImage draw(const TracePlot& plot);

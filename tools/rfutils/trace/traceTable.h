@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+
+#include "support/tableWriter.h"
+#include "support/units.h"
+#include "trace/markers.h"
+#include "trace/sweepStore.h"
+
+/// How the levels of a recording are shown.
+struct LevelView {
+    const rfu::Unit& unit;
+    Antenna antenna;  // without centre frequency every point is its own
+
+    /// @throw Failure (usage) for a field unit where there is no frequency
+    LevelPresenter at(const FrequencyAxis& axis, int point) const;
+};
+
+/// The columns that a table has beside the usual ones.
+struct TraceColumns {
+    bool sweep = false;           // number and time of the newest sweep
+    bool marker = false;          // name of the marker
+    bool distribution = false;    // what takes single levels
+    std::optional<double> limit;  // dBm: the count above it
+};
+
+/// A line per point or marker with the statistics of the kept sweeps.
+class TraceTable {
+public:
+    TraceTable(Format format, const TraceColumns& columns, const LevelView& view,
+               const FrequencyAxis& axis, SweepStore& sweeps);
+
+    void addMarkers(const std::vector<Marker>& markers);
+    void addPoints(int count);
+
+    /// Shows what was added so far: nobody needs to wait for the end of the recording.
+    void show();
+    void finish();
+
+private:
+    void start();
+    void addPoint(int marker, int point);
+    void addLevel(const std::optional<double>& level, LevelPresenter& presenter);
+
+    Format format_;
+    TraceColumns columns_;
+    const LevelView& view_;
+    const FrequencyAxis& axis_;
+    SweepStore& sweeps_;
+    std::optional<TableWriter> table_;
+};
