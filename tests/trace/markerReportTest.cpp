@@ -1,33 +1,16 @@
 #include <rfUtils/trace/traceRssiBuffer.h>
-
-#include <QString>
+#include <support/messageLog.h>
 
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 namespace {
 
-struct Message {
-    QtMsgType severity;
-    std::string category;
-    std::string text;
-};
-
-std::vector<Message> messages;
-
-void record(QtMsgType severity, const QMessageLogContext& context, const QString& text) {
-    messages.push_back({severity, context.category, text.toStdString()});
-}
-
-/// The messages that one call of info() writes.
-std::vector<Message> reportOf(const traceRssiBuffer& buffer) {
-    messages.clear();
-    const QtMessageHandler previous = qInstallMessageHandler(record);
+std::vector<LoggedMessage> reportOf(const traceRssiBuffer& buffer) {
+    const MessageLog log;
     buffer.info();
-    qInstallMessageHandler(previous);
-    return messages;
+    return MessageLog::take();
 }
 
 TEST(MarkerReport, HasOneCriticalMessagePerRingInIndexOrder) {
@@ -37,29 +20,22 @@ TEST(MarkerReport, HasOneCriticalMessagePerRingInIndexOrder) {
             buffer.appendMarkerPower(marker, -30.0);
         }
     }
-    const std::vector<Message> report = reportOf(buffer);
-    const char* const kExpected[] = {
-        "traceMarkerBuffer :::: 100 ,  5", "traceMarkerBuffer :::: 100 ,  6",
-        "traceMarkerBuffer :::: 100 ,  7", "traceMarkerBuffer :::: 100 ,  8",
-        "traceMarkerBuffer :::: 100 ,  9", "traceMarkerBuffer :::: 100 ,  10",
-    };
-    ASSERT_EQ(report.size(), std::size(kExpected));
-    for (std::size_t ring = 0; ring < report.size(); ++ring) {
-        EXPECT_EQ(report[ring].text, kExpected[ring]);
-        EXPECT_EQ(report[ring].severity, QtCriticalMsg);
-        EXPECT_EQ(report[ring].category, "default");
-    }
+    EXPECT_EQ(reportOf(buffer), (std::vector<LoggedMessage>{
+                                    {QtCriticalMsg, "traceMarkerBuffer :::: 100 ,  5", "default"},
+                                    {QtCriticalMsg, "traceMarkerBuffer :::: 100 ,  6", "default"},
+                                    {QtCriticalMsg, "traceMarkerBuffer :::: 100 ,  7", "default"},
+                                    {QtCriticalMsg, "traceMarkerBuffer :::: 100 ,  8", "default"},
+                                    {QtCriticalMsg, "traceMarkerBuffer :::: 100 ,  9", "default"},
+                                    {QtCriticalMsg, "traceMarkerBuffer :::: 100 ,  10", "default"},
+                                }));
 }
 
 TEST(MarkerReport, ShowsTheCapacityAndNotTheTraces) {
     traceRssiBuffer buffer(50, -4);
     std::vector<double> trace{1.0};
     buffer.push_back(trace);
-    const std::vector<Message> report = reportOf(buffer);
-    ASSERT_EQ(report.size(), 6U);
-    for (const Message& message : report) {
-        EXPECT_EQ(message.text, "traceMarkerBuffer :::: 0 ,  0");
-    }
+    const LoggedMessage expected{QtCriticalMsg, "traceMarkerBuffer :::: 0 ,  0", "default"};
+    EXPECT_EQ(reportOf(buffer), std::vector<LoggedMessage>(6, expected));
 }
 
 }  // namespace
