@@ -90,6 +90,16 @@ TEST_F(Store, DeletesFromAFullTable) {
     EXPECT_EQ(slots[5119].id, "x");
 }
 
+TEST_F(Store, DeletingComparesIdsByteForByte) {
+    const std::string nulInside("a\0b", 3);
+    table->setInitialVal(nulInside, 1);
+    append({"A", "a", "z"});
+    EXPECT_TRUE(table->delInitialVal("a"));
+    EXPECT_EQ(idsInUse(), (Ids{nulInside, "A", "z"}));
+    EXPECT_TRUE(table->delInitialVal(nulInside));
+    EXPECT_EQ(idsInUse(), (Ids{"A", "z"}));
+}
+
 TEST_F(Store, DeletesByTheIdOfAnEntryItself) {
     append({"a", "b", "c"});
     EXPECT_TRUE(table->delInitialVal(slots[1].id));

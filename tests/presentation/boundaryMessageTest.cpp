@@ -197,16 +197,19 @@ TEST_F(BoundaryMessage, ShowsInfiniteFieldsWithoutACentreFrequency) {
     const struct {
         int type;
         const char* expected;
+        std::size_t unitChanges;
     } kCases[] = {
-        {16, " {Min: -inf dBuV/m, Max: -inf dBuV/m} "},
-        {17, " {Min: -inf dBmV/m, Max: -inf dBmV/m} "},
-        {18, " {Min: -inf dBV/m, Max: -inf dBV/m} "},
-        {19, " {Min: , Max: } "},  // a field of exactly zero has no text
-        {20, " {Min: , Max: } "},
-        {21, " {Min: -inf dBm/m^2, Max: -inf dBm/m^2} "},
+        {16, " {Min: -inf dBuV/m, Max: -inf dBuV/m} ", 2},
+        {17, " {Min: -inf dBmV/m, Max: -inf dBmV/m} ", 2},
+        {18, " {Min: -inf dBV/m, Max: -inf dBV/m} ", 2},
+        {19, " {Min: , Max: } ", 0},  // a field of exactly zero has no text and no unit
+        {20, " {Min: , Max: } ", 0},
+        {21, " {Min: -inf dBm/m^2, Max: -inf dBm/m^2} ", 2},
     };
     for (const auto& row : kCases) {
+        units.clear();
         EXPECT_EQ(utils.makeBoundaryMsg(-10.0, -30.0, row.type), row.expected) << row.type;
+        EXPECT_EQ(units.size(), row.unitChanges) << row.type;
     }
     utils.fCenter = -100.0;
     EXPECT_EQ(utils.makeBoundaryMsg(-10.0, -30.0, 16), " {Min: nan dBuV/m, Max: nan dBuV/m} ");

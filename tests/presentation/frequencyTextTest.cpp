@@ -112,6 +112,8 @@ TEST(ConvertFreqWidthUnit, PrintsAtMostSixDigits) {
         {"negative kilohertz in hertz", -0.03, "-30000Hz"},
         {"smallest negative exponent form", -0.9999994, "-999999Hz"},
 
+        // divided by 1000 it would be 1.0000149999999999
+        {"multiplied by 0.001, not divided", 1000.015, "1.00002GHz"},
         {"six digits in GHz", 123456.7, "123.457GHz"},
         {"six digits in MHz", 123.4564, "123.456MHz"},
         {"six digits in kHz", 0.1234567, "123.457kHz"},
