@@ -32,7 +32,7 @@ void runUnits(const QStringList& arguments) {
     TableWriter table(standardOutput(), line.format(),
                       {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
     for (const rfu::Unit& unit : rfu::kUnits) {
-        table.text(nameOf(unit)).text(quantityName(unit.quantity)).text(shownBy(unit));
+        table.text(nameOf(unit)).text(quantityOf(unit)).text(shownBy(unit));
         table.flag(canBeRead(unit)).flag(needsAntenna(unit));
     }
     table.finish();

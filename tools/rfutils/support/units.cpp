@@ -18,23 +18,7 @@ using rfu::Quantity;
 using rfu::ToDbm;
 using rfu::Unit;
 
-struct QuantityName {
-    Quantity quantity;
-    const char* name;
-};
 // clang-format off
-constexpr QuantityName kQuantityNames[] = {
-    {Quantity::Level,              "level"},
-    {Quantity::Voltage,            "voltage"},
-    {Quantity::Power,              "power"},
-    {Quantity::FieldStrengthLevel, "field strength level"},
-    {Quantity::FieldStrength,      "field strength"},
-    {Quantity::PowerDensityLevel,  "power density level"},
-    {Quantity::PowerDensity,       "power density"},
-    {Quantity::MagneticFieldLevel, "magnetic field level"},
-    {Quantity::MagneticField,      "magnetic field"},
-};
-
 /// By the index of the scale.
 constexpr QStringView kScaleUnits[] = {
     u"dBm",    u"dBV",   u"dBmV",    u"dBuV",    u"V",   u"W",     u"dBuV/m", u"dBmV/m",
@@ -209,10 +193,8 @@ std::string nameOf(const Unit& unit) {
     return unit.name.toString().toStdString();
 }
 
-const char* quantityName(Quantity quantity) {
-    const auto found = std::find_if(std::begin(kQuantityNames), std::end(kQuantityNames),
-                                    [&](const QuantityName& q) { return q.quantity == quantity; });
-    return found == std::end(kQuantityNames) ? "" : found->name;
+std::string quantityOf(const Unit& unit) {
+    return rfu::quantityName(unit.quantity).toString().toStdString();
 }
 
 bool needsAntenna(const Unit& unit) {

@@ -30,7 +30,7 @@ const rfu::Unit& unitToRead(std::string_view name);
 const rfu::Unit& unitToShow(std::string_view name);
 
 std::string nameOf(const rfu::Unit& unit);
-const char* quantityName(rfu::Quantity quantity);
+std::string quantityOf(const rfu::Unit& unit);
 /// Whether values of the unit depend on the antenna.
 bool needsAntenna(const rfu::Unit& unit);
 /// Whether levels can be shown in the unit by naming it; other units of the direction come about as
