@@ -10,4 +10,4 @@ test "$(pkg-config --modversion rfUtils)" = 1.0.0
 # shellcheck disable=SC2046  # the flags are words
 "$cxx" -std=c++17 "$source/examples/minimal/main.cpp" $(pkg-config --cflags --libs rfUtils) -o "$work/levels"
 export LD_LIBRARY_PATH=$prefix/$libdir
-expect_levels "$work/levels"
+expect_output "$work/levels" minimal
