@@ -15,6 +15,18 @@ using Application = QCoreApplication;
 #include <locale>
 #include <stdexcept>
 
+#if defined(RFUTILS_TEST_GUI) && defined(__SANITIZE_ADDRESS__)
+// Qt's offscreen platform never frees its screen. The stacks that name it need the slow unwinder.
+// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizers look for these names
+extern "C" const char* __asan_default_options() {
+    return "fast_unwind_on_malloc=0";
+}
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libqoffscreen.so\n";
+}
+// NOLINTEND(bugprone-reserved-identifier)
+#endif
+
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -148,7 +148,8 @@ TEST(FieldChangeUnit, PutsThePrefixInFrontOfAnyUnit) {
             for (const bool negative : {false, true}) {
                 Probe probe;
                 const float value = negative ? -row.value : row.value;
-                const std::string number = std::string(negative ? "-" : "") + row.number;
+                std::string number = negative ? "-" : "";
+                number += row.number;
                 const std::string unitShown = std::string(row.prefix) + unit;
                 EXPECT_EQ(utf8(probe.math.getFieldChangeUnit(text(unit), value, false)), number);
                 EXPECT_EQ(probe.unit(), unitShown);

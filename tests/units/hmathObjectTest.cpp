@@ -3,7 +3,6 @@
 
 #include <QMetaMethod>
 #include <QMetaProperty>
-#include <QPointer>
 
 #include <gtest/gtest.h>
 
@@ -28,10 +27,12 @@ TEST(HMathObject, StartsWithAnEmptyUnitAndTakesAParent) {
 }
 
 TEST(HMathObject, GoesWithItsParent) {
+    bool destroyed = false;
     auto parent = std::make_unique<QObject>();
-    const QPointer<HMath> child = new HMath(parent.get());
+    auto* const child = new HMath(parent.get());
+    QObject::connect(child, &QObject::destroyed, [&destroyed] { destroyed = true; });
     parent.reset();
-    EXPECT_TRUE(child.isNull());
+    EXPECT_TRUE(destroyed);
 }
 
 TEST(HMathObject, SetUnitAlwaysAnnounces) {
