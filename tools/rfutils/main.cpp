@@ -30,6 +30,8 @@ constexpr Subcommand kSubcommands[] = {
     {"catalogue", "Show the items of a catalogue file and their choices", runCatalogue, nullptr},
     {"setups",    "Show the result setups of a file",                     runSetups,    nullptr},
     {"trace",     "Statistics of markers and points over recorded sweeps", runTrace,    "plot"},
+    {"raster",    "Show or draw a raster map",                            runRaster,    nullptr},
+    {"tab",       "Show the georeference of a raster map",                runTab,       "png"},
     {"dms",       "Decimal degrees to degrees, minutes and seconds",      runDms,       nullptr},
     {"dd",        "Degrees, minutes and seconds to decimal degrees",      runDd,        nullptr},
 };

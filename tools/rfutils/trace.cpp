@@ -6,6 +6,7 @@
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/picture.h"
+#include "support/sections.h"
 #include "support/values.h"
 #include "trace/markerStatistics.h"
 #include "trace/tracePlot.h"
@@ -130,21 +131,20 @@ public:
     }
 
     void print() {
-        if (!options_.allPoints && markers_.empty()) {
+        const bool showsMarkers = !markers_.empty() && !options_.follow;
+        if (showsMarkers && options_.allPoints) {
+            Sections sections(standardOutput(), options_.format);
+            sections.begin("markers");
+            printMarkers();
+            sections.begin("points");
+            printPoints();
+            sections.finish();
+        } else if (showsMarkers) {
+            printMarkers();
+        } else if (options_.allPoints) {
+            printPoints();
+        } else if (!options_.follow) {
             printSummary();
-        }
-        if (!markers_.empty() && !options_.follow) {
-            markerTable_.addMarkers(markers_);
-        }
-        markerTable_.finish();
-        if (options_.allPoints && !markers_.empty()) {
-            standardOutput().write('\n');
-        }
-        if (options_.allPoints) {
-            TraceTable table(options_.format, pointColumns(options_), options_.view,
-                             recording_.axis(), sweeps_);
-            table.addPoints(points_);
-            table.finish();
         }
     }
 
@@ -178,6 +178,18 @@ public:
     }
 
 private:
+    void printMarkers() {
+        markerTable_.addMarkers(markers_);
+        markerTable_.finish();
+    }
+
+    void printPoints() {
+        TraceTable table(options_.format, pointColumns(options_), options_.view, recording_.axis(),
+                         sweeps_);
+        table.addPoints(points_);
+        table.finish();
+    }
+
     void printSummary() {
         TableWriter table(standardOutput(), options_.format,
                           {"sweeps", "kept", "points", "fromMHz", "toMHz", "firstTime", "lastTime"},

@@ -2,19 +2,15 @@
 
 #include <QByteArray>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
 
 #include "support/errors.h"
+#include "support/files.h"
 
 namespace {
 
 QByteArray readWhole(const QString& name) {
-    const QFileInfo info(name);
-    // Opening a FIFO would wait for its writer.
-    if (info.exists() && !info.isFile()) {
-        throw fileError(name, info.isDir() ? "Is a directory" : "is not a regular file");
-    }
+    requireReadable(name);
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly)) {
         throw fileError(name, file.errorString().toStdString());

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <rfUtils/geo/veltaGEO.h>
+#include <QString>
+#include <memory>
+#include <optional>
+
+/// A raster map with its colours, as the library loads it, and what the library leaves open.
+struct Raster {
+    std::unique_ptr<veltaGEO> map;
+    bool hasCells = true;   // false for a grid of integers, which the library does not read
+    bool hasNoData = true;  // false where the file names no such value
+
+    float cell(int column, int row) const { return map->grid[row][column]; }
+    /// Whether a value says something: it is neither the no-data value nor NaN.
+    bool isMeasured(float value) const;
+};
+
+/// Loads FILE.asc, or FILE.hdr with FILE.bil for either of the two names, and FILE.clr if there is
+/// one.
+/// @throw Failure when a file is missing, cut short or no raster
+Raster loadRaster(const QString& file);
+
+/// @throw Failure for a grid of integers
+void requireCells(const Raster& raster, const QString& file);
+
+struct RasterStatistics {
+    long long measured = 0;
+    std::optional<float> smallest;
+    std::optional<float> largest;
+    std::optional<double> mean;
+};
+
+RasterStatistics statisticsOf(const Raster& raster);

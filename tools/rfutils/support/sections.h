@@ -1,0 +1,34 @@
+#pragma once
+
+#include "support/output.h"
+#include "support/tableWriter.h"
+
+/// Several tables in one output: members of one object in JSON, with an empty line between them in
+/// the other formats.
+class Sections {
+public:
+    Sections(Output& output, Format format) : output_(output), format_(format) {}
+
+    /// The next table follows.
+    /// @param name its key in JSON
+    void begin(std::string_view name) {
+        if (format_ == Format::Json) {
+            output_.write(first_ ? "{" : ", ");
+            output_.write(jsonString(name) + ": ");
+        } else if (!first_) {
+            output_.write('\n');
+        }
+        first_ = false;
+    }
+
+    void finish() {
+        if (format_ == Format::Json) {
+            output_.write("}\n");
+        }
+    }
+
+private:
+    Output& output_;
+    Format format_;
+    bool first_ = true;
+};

@@ -1,0 +1,23 @@
+#include "support/singles.h"
+
+#include <QString>
+#include <charconv>
+#include <limits>
+
+double decimalOf(float value) {
+    char text[32];
+    const auto written = std::to_chars(text, text + sizeof text, value);
+    double result = 0.0;
+    std::from_chars(text, written.ptr, result);
+    return result;
+}
+
+TableWriter& addSingle(TableWriter& table, const std::optional<float>& value) {
+    if (!value) {
+        return table.none();
+    }
+    // The shortest text of 500000 is 5e+05, which is not for people.
+    const double number = decimalOf(*value);
+    constexpr int kDigits = std::numeric_limits<float>::max_digits10;
+    return table.number(number, QString::number(number, 'g', kDigits).toStdString());
+}

@@ -1,0 +1,129 @@
+#include <cmath>
+
+#include "raster/rasterFile.h"
+#include "raster/rasterImage.h"
+#include "subcommands.h"
+#include "support/commandLine.h"
+#include "support/numbers.h"
+#include "support/picture.h"
+#include "support/sections.h"
+#include "support/singles.h"
+#include "tab/mapSheet.h"
+#include "tab/tabFile.h"
+
+namespace {
+
+// clang-format off
+const Usage kUsage = {
+    "Show the georeference of a raster map: its projection, the four control points and the raster\n"
+    "file that it names. x and y are the control points as read, longitude and latitude those that\n"
+    "the library converts from UTM where the file says so; points in degrees are taken as they are.\n"
+    "\n"
+    "--png draws the raster beside the file with the points marked.",
+    "FILE",
+    {"rfutils tab terrain.tab",
+     "rfutils tab terrain.tab --format json",
+     "rfutils tab terrain.tab --png points.png"}};
+// clang-format on
+
+constexpr int kUnitsDegree = 1;
+constexpr int kUnitsConverted = 2;
+constexpr int kDegreeDecimals = 6;
+
+/// In degrees.
+struct Place {
+    float longitude;
+    float latitude;
+};
+
+std::string degreeText(float degrees) {
+    return fixedText(static_cast<double>(degrees), kDegreeDecimals);
+}
+
+/// Nothing where the file does not say what its coordinates are.
+std::optional<Place> placeOf(const veltaGEO& map, std::size_t point) {
+    if (map.unitKind != kUnitsDegree && map.unitKind != kUnitsConverted) {
+        return std::nullopt;
+    }
+    return Place{map.controlPoint[point].x, map.controlPoint[point].y};
+}
+
+void printProjection(const veltaGEO& map, Format format) {
+    const bool isUtm = map.unitKind == kUnitsConverted;
+    TableWriter table(standardOutput(), format,
+                      {"raster", "units", "utmZone", "hemisphere", "centralMeridian",
+                       "originLatitude", "falseEasting", "falseNorthing"},
+                      TableWriter::Shape::Object);
+    table.text(map.rasterFileName);
+    if (isUtm) {
+        table.text("UTM").integer(map.utmZone);
+        table.text(map.southHemisphere != 0 ? "south" : "north");
+    } else {
+        map.unitKind == kUnitsDegree ? table.text("degree") : table.none();
+        table.none().none();
+    }
+    for (const float value :
+         {map.centralMeridian, map.originLatitude, map.falseEasting, map.falseNorthing}) {
+        addSingle(table, value);
+    }
+    table.finish();
+}
+
+void printPoints(const TabFile& tab, Format format) {
+    TableWriter table(standardOutput(), format,
+                      {"point", "column", "row", "x", "y", "longitude", "latitude"});
+    for (std::size_t i = 0; i < tab.points.size(); ++i) {
+        const PointAsRead& read = tab.points[i];
+        table.text("Pt " + std::to_string(i + 1));
+        table.number(read.pixel.x()).number(read.pixel.y());
+        addSingle(table, read.x);
+        addSingle(table, read.y);
+        if (const auto place = placeOf(*tab.map, i)) {
+            table.number(decimalOf(place->longitude), degreeText(place->longitude));
+            table.number(decimalOf(place->latitude), degreeText(place->latitude));
+        } else {
+            table.none().none();
+        }
+    }
+    table.finish();
+}
+
+QString bearing(float degrees, const char* positive, const char* negative) {
+    return QString::fromStdString(degreeText(std::abs(degrees))) + QChar(0x00B0) +
+           QLatin1String(degrees < 0.0F ? negative : positive);
+}
+
+QImage drawMap(const TabFile& tab) {
+    const Raster raster = loadRaster(tab.rasterFile);
+    requireCells(raster, tab.rasterFile);
+    std::vector<MapMark> marks;
+    for (std::size_t i = 0; i < tab.points.size(); ++i) {
+        const auto place = placeOf(*tab.map, i);
+        marks.push_back({tab.points[i].pixel, QStringLiteral("Pt ") + QString::number(i + 1),
+                         place ? bearing(place->latitude, "N", "S") + QLatin1Char(' ') +
+                                     bearing(place->longitude, "E", "W")
+                               : QString()});
+    }
+    return drawSheet(draw(raster), marks);
+}
+
+}  // namespace
+
+void runTab(const QStringList& arguments) {
+    CommandLine line(kUsage);
+    line.addOption("png", "OUT.png", "Draw the raster with the control points.");
+    line.addFormat();
+    if (!line.parse(arguments)) {
+        return;
+    }
+    const TabFile tab = loadTab(line.onlyValue("FILE"));
+    Sections sections(standardOutput(), line.format());
+    sections.begin("projection");
+    printProjection(*tab.map, line.format());
+    sections.begin("points");
+    printPoints(tab, line.format());
+    sections.finish();
+    if (line.isSet("png")) {
+        savePicture(drawMap(tab), line.option("png"));
+    }
+}

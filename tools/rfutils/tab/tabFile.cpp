@@ -1,0 +1,70 @@
+#include "tab/tabFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <string>
+
+#include "support/errors.h"
+#include "support/files.h"
+#include "support/lineReader.h"
+#include "support/numbers.h"
+
+namespace {
+
+constexpr int kPointTokens = 6;  // x, y, column, row, "Label", "Pt n"
+constexpr std::size_t kShortestLine = 3;
+
+double leadingNumber(const char* token) {
+    const auto quantity = splitValue(token);
+    return quantity ? quantity->value : 0.0;
+}
+
+/// The library converts points as soon as it reads the units and does not keep their pixels, so
+/// that their lines are read here once more, split into tokens by the library.
+std::array<PointAsRead, 4> readPoints(const veltaGEO& tokenizer, const QString& file) {
+    std::array<PointAsRead, 4> points;
+    const auto tokens = std::make_unique<stPaser>();
+    LineReader lines(file);
+    for (std::string_view line; lines.next(line);) {
+        if (line.size() < kShortestLine || line.front() == '!') {
+            continue;
+        }
+        tokenizer.makeToken(tokens.get(), std::string(line).c_str());
+        if (tokens->count != kPointTokens) {
+            continue;
+        }
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            if (tokens->token[kPointTokens - 1] == "Pt " + std::to_string(i + 1)) {
+                points[i].found = true;
+                points[i].x = static_cast<float>(leadingNumber(tokens->token[0]));
+                points[i].y = static_cast<float>(leadingNumber(tokens->token[1]));
+                points[i].pixel = {leadingNumber(tokens->token[2]),
+                                   leadingNumber(tokens->token[3])};
+            }
+        }
+    }
+    return points;
+}
+
+}  // namespace
+
+TabFile loadTab(const QString& file) {
+    requireReadable(file);
+    TabFile tab;
+    tab.map = std::make_unique<veltaGEO>();
+    if (!tab.map->loadTabFile(file)) {
+        throw fileError(
+            file, tab.map->errMsg.isEmpty() ? "cannot be read" : tab.map->errMsg.toStdString());
+    }
+    tab.points = readPoints(*tab.map, file);
+    for (std::size_t i = 0; i < tab.points.size(); ++i) {
+        if (!tab.points[i].found) {
+            throw fileError(file, "the control point Pt " + std::to_string(i + 1) + " is missing");
+        }
+    }
+    if (tab.map->rasterFileName[0] == '\0') {
+        throw fileError(file, "names no raster file");
+    }
+    tab.rasterFile = QFileInfo(file).dir().filePath(QString::fromUtf8(tab.map->rasterFileName));
+    return tab;
+}
