@@ -32,6 +32,12 @@ TEST(Frequency, freq) {
          "5Hz,5e-06,5 Hz\n"
          "-1,-1,-1000.000 kHz\n",
          ""},
+        {"CSV with the nearest number of MHz: 9 times 0.001 is another",
+         {"freq", "9kHz", "9 Hz", "5Hz", "--format", "csv"},
+         "",
+         0,
+         "input,MHz,text\n9kHz,0.009,9.000 kHz\n9 Hz,9e-06,9 Hz\n5Hz,5e-06,5 Hz\n",
+         ""},
         {"JSON",
          {"freq", "88.1", "--format", "json"},
          "",

@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <sstream>
+
+#include "runCommand.h"
+
+namespace {
+
+struct Example {
+    std::string command;  // "rfutils convert --to W < levels.txt"
+    std::string output;   // standard output, then standard error
+};
+
+std::string readFile(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return file.readAll().toStdString();
+}
+
+/// The lines after "$ " in the blocks marked as console, each with the lines up to the next.
+std::vector<Example> examplesOfDocument(const std::string& document) {
+    std::vector<Example> examples;
+    std::istringstream lines(document);
+    bool inBlock = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (line.rfind("```", 0) == 0) {
+            inBlock = line == "```console";
+        } else if (inBlock && line.rfind("$ rfutils ", 0) == 0) {
+            examples.push_back({line.substr(2), {}});
+        } else if (inBlock && !examples.empty()) {
+            examples.back().output += line + "\n";
+        }
+    }
+    return examples;
+}
+
+/// Takes "< FILE" off the end of the words and gives what the file holds.
+std::string takeInput(QStringList& words, const SampleFolder& folder) {
+    const int at = words.indexOf(QStringLiteral("<"));
+    if (at < 0) {
+        return {};
+    }
+    const std::string input = folder.read(words.value(at + 1).toUtf8().constData());
+    words = words.mid(0, at);
+    return input;
+}
+
+}  // namespace
+
+TEST(Document, examplesShowWhatTheCommandPrints) {
+    const SampleFolder folder;
+    const QDir samples(QStringLiteral(RFUTILS_SAMPLES));
+    for (const QString& name : samples.entryList(QDir::Files)) {
+        folder.add(name.toUtf8().constData(), readFile(samples.filePath(name)));
+    }
+    const auto examples = examplesOfDocument(readFile(QStringLiteral(RFUTILS_COMMAND_DOCUMENT)));
+    EXPECT_GE(examples.size(), 30U);
+    for (const Example& example : examples) {
+        SCOPED_TRACE(example.command);
+        QStringList words = splitWords(example.command).mid(1);
+        const std::string input = takeInput(words, folder);
+        const CommandResult result = runCommand(words, input, folder);
+        EXPECT_EQ(result.output + result.errors, example.output);
+    }
+}
