@@ -14,10 +14,8 @@ constexpr int kPatienceMs = 60000;
 
 QProcessEnvironment environment() {
     QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
-    if (result.contains(QStringLiteral("RFUTILS_TEST_LOCALE"))) {
-        result.insert(QStringLiteral("LC_ALL"),
-                      result.value(QStringLiteral("RFUTILS_TEST_LOCALE")));
-    }
+    result.insert(QStringLiteral("LC_ALL"),
+                  result.value(QStringLiteral("RFUTILS_TEST_LOCALE"), QStringLiteral("C")));
     result.remove(QStringLiteral("DISPLAY"));
     result.remove(QStringLiteral("WAYLAND_DISPLAY"));
     result.remove(QStringLiteral("QT_QPA_PLATFORM"));
@@ -25,6 +23,11 @@ QProcessEnvironment environment() {
 }
 
 }  // namespace
+
+// Arguments and file names go out in the encoding of the locale; the command reads UTF-8.
+SampleFolder::SampleFolder() {
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+}
 
 void SampleFolder::add(const char* fileName, const std::string& bytes) const {
     QFile file(QDir(path()).filePath(QString::fromUtf8(fileName)));
@@ -41,8 +44,6 @@ std::string SampleFolder::read(const char* fileName) const {
 
 CommandResult runCommand(const QStringList& arguments, const std::string& input,
                          const SampleFolder& folder) {
-    // QProcess hands arguments over in the locale's encoding; the command reads UTF-8.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     QProcess process;
     process.setProcessEnvironment(environment());
     process.setWorkingDirectory(folder.path());

@@ -26,6 +26,8 @@ struct CommandCase {
 /// without a path.
 class SampleFolder {
 public:
+    SampleFolder();
+
     QString path() const { return folder_.path(); }
     void add(const char* fileName, const std::string& bytes) const;
     std::string read(const char* fileName) const;
@@ -34,7 +36,7 @@ private:
     QTemporaryDir folder_;
 };
 
-/// Under the comma locale of the test run the command gets that locale too.
+/// The command runs under the C locale and, in the test run under a comma locale, under that.
 CommandResult runCommand(const QStringList& arguments, const std::string& input = {},
                          const SampleFolder& folder = {});
 

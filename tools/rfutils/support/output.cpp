@@ -14,9 +14,7 @@ void Output::flush() {
         if (written >= 0) {
             left.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno != EINTR) {
-            const int reason = errno;
-            held_.clear();
-            throw inputError(std::string("standard output: ") + std::strerror(reason));
+            throw inputError(std::string("standard output: ") + std::strerror(errno));
         }
     }
     held_.clear();
