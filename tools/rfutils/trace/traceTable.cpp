@@ -53,11 +53,12 @@ void TraceTable::start() {
 }
 
 void TraceTable::addLevel(const std::optional<double>& level, LevelPresenter& presenter) {
-    if (level) {
-        table_->number(presenter.value(*level), presenter.text(*level));
-    } else {
+    if (!level) {
         table_->none();
+        return;
     }
+    const std::string text = presenter.text(*level);
+    table_->number(presenter.value(*level), text.empty() ? "-" : text);  // too small for a prefix
 }
 
 void TraceTable::addPoint(int marker, int point) {
