@@ -89,7 +89,7 @@ void run(const QStringList& arguments) {
     if (arguments.isEmpty()) {
         throw usageError("a command is missing (rfutils --help lists them)");
     }
-    const QString name = arguments.first();
+    const QString& name = arguments.first();
     if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
         printOverview();
     } else if (name == QLatin1String("--version")) {

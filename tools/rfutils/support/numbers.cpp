@@ -107,7 +107,7 @@ std::optional<double> parseFrequency(std::string_view text) {
 }
 
 std::string withVocabularyMicro(std::string_view unit) {
-    const std::string ascii = replaced(replaced(unit, kMicroSign, "u"), kGreekMu, "u");
+    std::string ascii = replaced(replaced(unit, kMicroSign, "u"), kGreekMu, "u");
     if (ascii == "uV" || ascii == "uW") {
         return std::string(kMicroSign) + ascii.back();
     }

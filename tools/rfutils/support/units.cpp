@@ -13,7 +13,6 @@
 
 namespace {
 
-using rfu::FromDbm;
 using rfu::Quantity;
 using rfu::ToDbm;
 using rfu::Unit;
