@@ -74,7 +74,7 @@ struct Step {
 };
 
 /// The first step of a ladder whose number reaches the threshold; no unit if none does.
-/// @param level decimal logarithm of the quantity in the unit that the steps' offsets refer to
+/// @param level plus the offset of a step it is the decimal logarithm of the step's number
 Step firstStep(FromDbm ladder, double level, double threshold) noexcept {
     for (const Unit& unit : rfu::kUnits) {
         if (unit.fromDbm.rule == ladder) {

@@ -151,6 +151,7 @@ public:
     ///
     ///     getDBmToW(30.0)  -> "1.00 "     getDBmToW(90.0)  -> "1.00 M"
     ///     getDBmToW(-40.0) -> "0.10 u", not "100.00 n"
+    ///     getDBmToW(10.0)  -> "10.00 m", not "0.01 ", as getdBmToWatt explains
     Q_INVOKABLE QString getDBmToW(double fTemp);
 
     /// Text of a number followed by a blank and a unit, whatever the unit is: an empty one leaves

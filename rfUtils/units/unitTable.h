@@ -17,17 +17,17 @@
 
 namespace rfu {
 
-// Levels across 50 ohm. P[dBm] = 10 lg(U^2 / 50 ohm / 1 mW) makes 1 mW a voltage of 0.2236068 V,
-// which is -13.0103 dBV, 46.9897 dBmV and 106.9897 dBuV; all three rounded to 1e-4 dB.
+// Levels across 50 ohm: 1 mW is U = sqrt(1 mW 50 ohm) = 0.2236068 V, which is -13.0103 dBV,
+// 46.9897 dBmV and 106.9897 dBuV; all three rounded to 1e-4 dB.
 inline constexpr double kDbmOfZeroDbv = 13.0103;
 inline constexpr double kDbmvOfZeroDbm = 46.9897;
 inline constexpr double kDbuvOfZeroDbm = 106.9897;
 
 inline constexpr double kDbmOfOneWatt = 30.0;
 
-// Field strength at an antenna: E[dBuV/m] = P[dBm] + 107 + K, with the antenna correction
-// K = 20 lg(f / 1 MHz) - 29.8 - G[dBi]. These offsets are the round ones on purpose, not the 50 ohm
-// offsets above.
+// Field strength at an antenna: E[dBuV/m] = P[dBm] + 107 + K, where K is the antenna factor in
+// dB(1/m), K = 20 lg(9.73 / (wavelength sqrt(g))) = 20 lg(f / 1 MHz) - 29.8 - G[dBi] at 50 ohm.
+// These offsets are rounded ones on purpose, not the 50 ohm offsets above.
 inline constexpr double kAntennaConstant = 29.8;
 inline constexpr double kFieldDbuv = 107.0;
 inline constexpr double kFieldDbmv = 47.0;
@@ -35,9 +35,9 @@ inline constexpr double kFieldDbv = 13.0;
 
 // S = E^2 / Z for the power densities, H = E / Z for the magnetic field. The two impedances of free
 // space differ on purpose: 120 pi ohm in the power densities, 377 ohm in the magnetic field.
-inline constexpr double kFieldDbw = 38.75999999999999;                 // 13 + 10 lg(120 pi)
-inline constexpr double kFieldDba = 64.53;                             // 13 + 20 lg(377)
-inline constexpr double kImpedance = 376.99111843077515;               // 120 pi ohm
+inline constexpr double kFieldDbw = 38.75999999999999;    // 13 + 10 lg(120 pi), rounded to 0.01
+inline constexpr double kFieldDba = 64.53;                // 13 + 20 lg(377), rounded to 0.01
+inline constexpr double kImpedance = 376.99111843077515;  // 120 pi ohm
 inline constexpr double kPerImpedance = 0.0026525823848649226;         // 1 / (120 pi)
 inline constexpr double kImpedancePerCm2 = 3769911.1843077512;         // 120 pi 1e4: W/cm^2
 inline constexpr double kPerImpedancePerCm2 = 2.6525823848649226e-07;  // 1 / (120 pi 1e4)

@@ -61,6 +61,16 @@ TEST(DbmToField, EveryUnit) {
         {"a gain lowers the field", "dBuV/m", -30.0, 100.0, 6.5, "80.70", "dBuV/m"},
         {"ten times the frequency: 20 dB", "dBuV/m", -30.0, 1000.0, 0.0, "107.20", "dBuV/m"},
         {"1 MHz: K is the constant alone", "dBV/m", 0.0, 1.0, 0.0, "-42.80", "dBV/m"},
+        // K = 0 at 1 MHz and -29.8 dBi
+        {"a tie goes away from zero", "dBuV/m", 0.125, 1.0, -29.8, "107.13", "dBuV/m"},
+        {"a negative tie too", "dBV/m", 0.125, 1.0, -29.8, "-12.88", "dBV/m"},
+        // Doubles near 1e17 lie 16 apart, which shows the order of the sums:
+        // (1e17 + 107) + 10.2 -> (1e17 + 112) + 10.2 -> 1e17 + 128
+        {"the offset joins the level first", "dBuV/m", 1e17, 100.0, 0.0, "100000000000000128.00",
+         "dBuV/m"},
+        // 40 + (-29.8 - 1e17) -> 40 - 1e17 - 32 -> -1e17 (a tie to even), and 107 more -> 112
+        {"the gain joins the constant first", "dBuV/m", 0.0, 100.0, 1e17, "-99999999999999888.00",
+         "dBuV/m"},
         {"no frequency", "dBuV/m", -30.0, 0.0, 0.0, "-inf", "dBuV/m"},
         {"a negative frequency", "dBuV/m", -30.0, -1.0, 0.0, "nan", "dBuV/m"},
         {"not a level", "dBm/m^2", kNan, 100.0, 0.0, "nan", "dBm/m^2"},
@@ -150,12 +160,14 @@ TEST(FieldChangeUnit, PutsThePrefixInFrontOfAnyUnit) {
                 const float value = negative ? -row.value : row.value;
                 std::string number = negative ? "-" : "";
                 number += row.number;
-                const std::string unitShown = std::string(row.prefix) + unit;
+                std::string unitShown = row.prefix;
+                unitShown += unit;
                 EXPECT_EQ(utf8(probe.math.getFieldChangeUnit(text(unit), value, false)), number);
                 EXPECT_EQ(probe.unit(), unitShown);
                 EXPECT_EQ(probe.signalCount, 1);
-                EXPECT_EQ(utf8(probe.math.getFieldChangeUnit(text(unit), value, true)),
-                          number + " " + unitShown);
+                number += " ";
+                number += unitShown;
+                EXPECT_EQ(utf8(probe.math.getFieldChangeUnit(text(unit), value, true)), number);
                 EXPECT_EQ(probe.signalCount, 2);
             }
         }
@@ -239,6 +251,15 @@ TEST(FieldToDbm, EveryUnit) {
                     row.expected - 20.0, 1e-12)
             << row.unit;
     }
+}
+
+// Doubles near 1e17 lie 16 apart.
+TEST(FieldToDbm, AddsInItsOrder) {
+    HMath math;
+    // ((1e17 - 77.2) + 9) - 20 -> (1e17 - 80) + 9 -> (1e17 - 64) - 20 -> 1e17 - 80
+    EXPECT_EQ(math.getFieldTodBm(text("dBuV/m"), 1e17, 10.0, 9.0), 1e17 - 80.0);
+    // (1e17 + 42.8) - 20 -> (1e17 + 48) - 20 -> 1e17 + 32
+    EXPECT_EQ(math.getFieldTodBm(text("V/m"), 1.0, 10.0, 1e17), 1e17 + 32.0);
 }
 
 TEST(FieldToDbm, AnyOtherUnitIsUnknown) {

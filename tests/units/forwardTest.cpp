@@ -53,6 +53,10 @@ TEST(DbmToUnit, Levels) {
         {"dBuV at -30", "dBuV", -30.0, "77.0", "dBuV"},
         {"dBuV just above the tie", "dBuV", -0.03969, "107.0", "dBuV"},  // 106.95001
         {"dBuV just below the tie", "dBuV", -0.03971, "106.9", "dBuV"},  // 106.94999
+        // sums that are exact ties in double: 394.25
+        {"dBV, a tie goes away from zero", "dBV", 407.2603, "394.3", "dBV"},
+        {"dBmV, a tie goes away from zero", "dBmV", 347.2603, "394.3", "dBmV"},
+        {"dBuV, a tie goes away from zero", "dBuV", 287.2603, "394.3", "dBuV"},
         {"infinite", "dBuV", kInf, "inf", "dBuV"},
         {"minus infinite", "dBV", -kInf, "-inf", "dBV"},
         {"not a number", "dBm", kNan, "nan", "dBm"},

@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QFontMetrics>
+#include <QtGlobal>
 
 #include <gtest/gtest.h>
 
@@ -30,11 +31,20 @@ TEST(StringWidth, IsTheAdvanceInThePixelSize) {
     EXPECT_GT(math.getStringWidth(12, string + string), math.getStringWidth(12, string));
 }
 
-TEST(StringWidth, AnEmptyTextHasNone) {
+int messageCount = 0;
+
+TEST(StringWidth, AnEmptyTextHasNoneAndNeedsNoFont) {
     HMath math;
+    messageCount = 0;
+    const QtMessageHandler before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString&) { ++messageCount; });
     EXPECT_EQ(math.getStringWidth(12, QString()), 0);
     EXPECT_EQ(math.getStringWidth(12, text("")), 0);
     EXPECT_EQ(math.getStringWidth(-1, QString()), 0);
+    EXPECT_EQ(messageCount, 0);  // no font that could complain of its size
+    EXPECT_GT(math.getStringWidth(-1, text("dBm")), 0);
+    EXPECT_EQ(messageCount, 1);
+    qInstallMessageHandler(before);
 }
 
 TEST(StringWidth, WithoutAPixelSizeTheFontKeepsItsPointSize) {
