@@ -101,13 +101,30 @@ def positions():
     yield 500000.0, 10000000.0, 31, 1
     yield 500000.0, 10001151.0, 31, 1
     yield 500000.0, -250000.0, 31, 0
-    for northing in NEAR_STEP:
-        yield 500000.0, northing, 31, 0
+    for easting, northing in NEAR_STEP:
+        yield easting, northing, 31, 0
 
 
-# On the central meridian, so near to a step of the latitude that the smallest term of the footpoint
-# series decides on which side of it they fall.
-NEAR_STEP = (866988.75, 3580223.5, 3963913.25)
+# Places so near to a step of the latitude that the last digits of a constant decide on which side
+# of it they fall: each row tells the constant, and how little it may be off.
+NEAR_STEP = (
+    (500000.0, 866988.75),  # the term of eight times the angle, left out
+    (500000.0, 3580223.5),  # the same
+    (500000.0, 3963913.25),  # the same
+    (500000.0, 4842705.0),  # its factor for six times the angle, by 5e-4 of it
+    (500000.0, 7999211.0),  # the factor of both terms, by 1e-4
+    (500000.0, 6091450.5),  # four times the angle, by 1e-6
+    (500000.0, 4759279.0),  # twice the angle, by 1e-8
+    (3393160.5, 8693393.0),  # 1 / k0, by 1e-9
+    (3485937.25, 8962517.0),  # the length of the meridian, by 1e-9
+    (3416814.0, 8583158.0),  # e, by 1e-9
+    (2908620.5, 7909379.5),  # 1 / a, by 1e-8
+    (-1116845.0, 2063731.0),  # 1 + e'^2, by 1e-8
+    (-2264791.0, 3537763.0),  # e'^2, by 1e-6
+    (-2330490.5, 8057248.0),  # the constant of the fourth power, by 1e-6
+    (-2177576.25, 7409459.0),  # the constant of the sixth power, by 1e-6
+    (430406.53125, 8755784.0),  # millionths of a degree in a radian, by 1e-10
+)
 
 
 def table():
