@@ -285,7 +285,7 @@ public:
     ///   too often by k0, 0.9996: up to some metres at a zone's edge.
     /// - South of the equator the arc is northing - 10001151.0, not (northing - 10000000) / k0:
     ///   latitudes come out 1.2 km too far south at the equator, right near 26 degrees south, and
-    ///   some 2.5 km too far north near the pole.
+    ///   2.4 km too far north at 80 degrees south.
     /// - The latitude is rounded down, toward the south, to a millionth of a degree. (The float
     ///   that holds it is coarser from 16 degrees on: about 4e-6 degrees, 0.4 m, at 50 degrees.)
     ///

@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
