@@ -126,7 +126,7 @@ TEST(LineReader, ReadsAnyTextAsItsDefinitionSays) {
         const std::size_t limit = below(2) == 0 ? below(30) + 1 : below(100000) + 1;
         EXPECT_EQ(readAll(bytes, limit), expectedLines(bytes, limit)) << round;
         if (round < 10) {
-            SlowDevice slow(bytes, 1 + below(5000));
+            SlowDevice slow(bytes, static_cast<qint64>(1 + below(5000)));
             EXPECT_EQ(readAll(slow, limit), expectedLines(bytes, limit)) << round;
         }
     }
