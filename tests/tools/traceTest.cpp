@@ -530,7 +530,7 @@ TEST(Trace, survivesNoise) {
         std::string noise = run % 2 == 0 ? "" : kBand;
         for (int i = 0; i < 3000; ++i) {
             noise +=
-                static_cast<char>(run % 4 < 2 ? random() : " ,.-0123456789e\n:n"[random() % 18]);
+                run % 4 < 2 ? static_cast<char>(random()) : " ,.-0123456789e\n:n"[random() % 18];
         }
         const CommandResult result = runCommand(trace("--all-points --more --marker 0"), noise);
         EXPECT_EQ(result.exitStatus, 1) << run;

@@ -118,7 +118,7 @@ public:
             sweeps_.add(sweep);
             if (sweeps_.count() == 1) {
                 points_ = static_cast<int>(sweep.levels.size());
-                markers_ = placeMarkers(options_.markers, recording_, points_);
+                markers_ = placeMarkers(options_.markers, recording_, sweep.levels.size());
             }
             if (options_.follow) {
                 markerTable_.addMarkers(markers_);
