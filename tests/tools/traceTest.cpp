@@ -332,28 +332,42 @@ TEST(Trace, findsTheBoundsOfSweeps) {
                     "1,2024-01-01 10:00:00,1,1,101,1,-2,-2,-2,dBm\n"
                     "2,2024-01-01 10:00:14,0,0,100,1,-3,-3,-3,dBm\n"
                     "2,2024-01-01 10:00:14,1,1,101,1,-4,-4,-4,dBm\n"),
-        good("over midnight of a leap day", options,
-             hop('a', "2024-02-29, 23:59:59.5", "-1") + hop('b', "2024-03-01, 00:00:00.5", "-2") +
-                 hop('a', "2024-12-31, 23:59:59.9", "-3") + hop('b', "2025-01-01, 00:00:00", "-4"),
-             head + "1,2024-02-29 23:59:59.5,0,0,100,1,-1,-1,-1,dBm\n"
-                    "1,2024-02-29 23:59:59.5,1,1,101,1,-2,-2,-2,dBm\n"
-                    "2,2024-12-31 23:59:59.9,0,0,100,1,-3,-3,-3,dBm\n"
-                    "2,2024-12-31 23:59:59.9,1,1,101,1,-4,-4,-4,dBm\n"),
+        good("over the end of a leap day and of a year", options,
+             hop('a', "2024-02-29, 12:00:00", "-1") + hop('b', "2024-02-29, 12:00:00", "-2") +
+                 hop('a', "2024-02-29, 23:59:59.5", "-3") +
+                 hop('b', "2024-03-01, 00:00:00.5", "-4") +
+                 hop('a', "2024-12-31, 23:59:59.9", "-5") + hop('b', "2025-01-01, 00:00:00", "-6"),
+             head + "1,2024-02-29 12:00:00,0,0,100,1,-1,-1,-1,dBm\n"
+                    "1,2024-02-29 12:00:00,1,1,101,1,-2,-2,-2,dBm\n"
+                    "2,2024-02-29 23:59:59.5,0,0,100,1,-3,-3,-3,dBm\n"
+                    "2,2024-02-29 23:59:59.5,1,1,101,1,-4,-4,-4,dBm\n"
+                    "3,2024-12-31 23:59:59.9,0,0,100,1,-5,-5,-5,dBm\n"
+                    "3,2024-12-31 23:59:59.9,1,1,101,1,-6,-6,-6,dBm\n"),
+        good("no leap day in 2100", options,
+             hop('a', "2100-02-28, 12:00:00", "-1") + hop('b', "2100-02-28, 12:00:00", "-2") +
+                 hop('a', "2100-02-28, 23:59:59", "-3") + hop('b', "2100-03-01, 00:00:00", "-4"),
+             head + "1,2100-02-28 12:00:00,0,0,100,1,-1,-1,-1,dBm\n"
+                    "1,2100-02-28 12:00:00,1,1,101,1,-2,-2,-2,dBm\n"
+                    "2,2100-02-28 23:59:59,0,0,100,1,-3,-3,-3,dBm\n"
+                    "2,2100-02-28 23:59:59,1,1,101,1,-4,-4,-4,dBm\n"),
         good("the repeated last level of a line is ignored", "--all-points --format csv",
              "2024-01-01, 10:00:00, 100000000, 100100000, 33333.33, 5, -1, -2, -3, -3\n",
              "point,frequencyMHz,count,average,maximum,minimum,unit\n"
              "0,100,1,-1,-1,-1,dBm\n"
              "1,100.03333333,1,-2,-2,-2,dBm\n"
              "2,100.06666666,1,-3,-3,-3,dBm\n"),
-        good("neighbours that share a bin", "--all-points --format csv",
-             "2024-01-01, 10:00:00, 100000000, 102000000, 1000000, 5, -1, -2\n"
-             "2024-01-01, 10:00:00, 101000000, 103000000, 1000000, 5, -3, -4\n",
-             "point,frequencyMHz,count,average,maximum,minimum,unit\n"
-             "0,100,1,-1,-1,-1,dBm\n"
-             "1,101,1,-2,-2,-2,dBm\n"
-             "2,101,1,-3,-3,-3,dBm\n"
-             "3,102,1,-4,-4,-4,dBm\n"),
     });
+    for (const char* order : {"rising", "falling"}) {
+        const std::string low = "2024-01-01, 10:00:00, 100000000, 102000000, 1000000, 5, -1, -2\n";
+        const std::string high = "2024-01-01, 10:00:00, 101000000, 103000000, 1000000, 5, -3, -4\n";
+        expectCommands(
+            {good(order, "--all-points --format csv", order[0] == 'r' ? low + high : high + low,
+                  "point,frequencyMHz,count,average,maximum,minimum,unit\n"
+                  "0,100,1,-1,-1,-1,dBm\n"
+                  "1,101,1,-2,-2,-2,dBm\n"
+                  "2,101,1,-3,-3,-3,dBm\n"
+                  "3,102,1,-4,-4,-4,dBm\n")});
+    }
 }
 
 TEST(Trace, readsInterleavedHopsOfFiveBins) {
@@ -628,6 +642,8 @@ TEST(Trace, plotsMarkersAndGaps) {
     EXPECT_GT(rowOf(image, 500, kAverage), 0);
     EXPECT_EQ(rowOf(image, 960, kAverage), -1) << "nothing was measured there";
     EXPECT_EQ(rowOf(image, 1100, kAverage), -1) << "no line leads out of a gap";
+    const QImage early = plotOf("", "-10,nan,-10,-10,-10\n");
+    EXPECT_GT(rowOf(early, 700, kAverage), 0) << "the first line behind a gap";
 }
 
 TEST(Trace, plotsWhateverWasRead) {

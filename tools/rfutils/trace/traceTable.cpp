@@ -123,7 +123,6 @@ void TraceTable::show() {
     } else {
         table_->writeRows();
     }
-    standardOutput().flush();
 }
 
 void TraceTable::finish() {

@@ -33,7 +33,8 @@ public:
     void addMarkers(const std::vector<Marker>& markers);
     void addPoints(int count);
 
-    /// Shows what was added so far: nobody needs to wait for the end of the recording.
+    /// Shows what was added so far: nobody needs to wait for the end of the recording. (It leaves
+    /// the process before the reader waits for more input.)
     void show();
     void finish();
 
