@@ -227,6 +227,9 @@ TEST(Raster, drawsGapsBetweenRangesInTheNearestColour) {
     EXPECT_EQ(image.pixel(1, 0), qRgb(0, 0, 100));
     EXPECT_EQ(image.pixel(2, 0), qRgb(0, 0, 100));
     EXPECT_EQ(image.pixel(3, 0), qRgb(2, 2, 2)) << "1.5 in the first range that holds it";
+    // 16 lies in the range that is upside down, though an end of the other one is nearer
+    folder.add("map.clr", "20 0 0 100\n10 100 0 0\n17 9 9 9\n17 8 8 8\n");
+    EXPECT_EQ(picture(folder, {"map.asc"}).pixel(1, 0), qRgb(40, 0, 60));
     folder.add("map.clr", "5 9 9 9\n5 8 8 8\n");
     EXPECT_EQ(picture(folder, {"map.asc"}).pixel(3, 0), qRgb(9, 9, 9));
 }
@@ -247,6 +250,8 @@ TEST(Raster, drawsGreyWithoutAColourTable) {
     EXPECT_EQ(picture(folder, {"flat.asc"}).pixel(1, 0), qRgb(0, 0, 0));
     folder.add("empty.asc", "ncols 3\nnrows 1\nNODATA_value -7\n-7 -7 -7\n");
     EXPECT_EQ(picture(folder, {"empty.asc"}).pixel(1, 0), qRgba(0, 0, 0, 0));
+    folder.add("map.clr", "-9999 0 0 0\n9999 255 255 255\n");
+    EXPECT_EQ(picture(folder, {"map.asc"}).pixel(3, 0), qRgb(128, 128, 128)) << "a table as given";
     folder.add("map.clr", "-10 0 9 0\n500 0 19 0\n");
     EXPECT_EQ(picture(folder, {"map.asc"}).pixel(2, 0), qRgb(0, 19, 0));
 }

@@ -12,7 +12,6 @@
 namespace {
 
 constexpr int kPointTokens = 6;  // x, y, column, row, "Label", "Pt n"
-constexpr std::size_t kShortestLine = 3;
 
 double leadingNumber(const char* token) {
     const auto quantity = splitValue(token);
@@ -26,7 +25,7 @@ std::array<PointAsRead, 4> readPoints(const veltaGEO& tokenizer, const QString& 
     const auto tokens = std::make_unique<stPaser>();
     LineReader lines(file);
     for (std::string_view line; lines.next(line);) {
-        if (line.size() < kShortestLine || line.front() == '!') {
+        if (!line.empty() && line.front() == '!') {
             continue;
         }
         tokenizer.makeToken(tokens.get(), std::string(line).c_str());
