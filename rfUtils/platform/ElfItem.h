@@ -1,5 +1,8 @@
 #pragma once
 
+// Included, not only declared: an item is of no use without its ServerItem.
+#include <rfUtils/platform/ServerItem.h>
+
 #ifdef RFUTILS_EXTERNAL_PLATFORM
 
 #include <ElfItem.h>
@@ -7,8 +10,6 @@
 #else
 
 #include <rfUtils/rfUtilsExport.h>
-
-class ServerItem;
 
 /// An instrument parameter with a floating-point value, as published over IPC.
 ///

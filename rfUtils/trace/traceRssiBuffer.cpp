@@ -1,7 +1,6 @@
 #include <rfUtils/trace/traceRssiBuffer.h>
 
 #include <QDebug>
-#include <QVector>
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <rfUtils/rfUtilsExport.h>
-#include <QtContainerFwd>
+#include <QVector>
 #include <boost/circular_buffer.hpp>
 
 #include <cstddef>

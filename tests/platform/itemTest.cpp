@@ -1,5 +1,4 @@
 #include <rfUtils/platform/ElfItem.h>
-#include <rfUtils/platform/ServerItem.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,3 @@
-#include <rfUtils/platform/ElfItem.h>
-#include <rfUtils/platform/ServerItem.h>
 #include <rfUtils/presentation/rfUtils.h>
 
 #include <QVariant>

@@ -1,7 +1,5 @@
 #include "markerData.h"
 
-#include <QVector>
-
 #include <gtest/gtest.h>
 
 #include <limits>
