@@ -34,9 +34,14 @@ public:
     /// constructed without a parent. Its unit is the one of the limit converted last.
     HMath hMath;
     /// Centre frequency in MHz for the field strengths of makeBoundaryMsg(). No operation sets it:
-    /// assign it before asking for such a message. While it is 0.0, whose logarithm is minus
-    /// infinity, limits of the types 16 to 18 and 21 read "-inf" and those of 19 and 20 are empty;
-    /// a negative frequency gives "nan".
+    /// assign it before asking for such a message. Without a frequency the limits are no numbers:
+    ///
+    /// | fCenter  | types 16, 17, 18, 21 | types 19, 20                               |
+    /// |----------|----------------------|--------------------------------------------|
+    /// | 0.0      | "-inf" with the unit | empty, hMath keeps its unit                |
+    /// | negative | "nan" with the unit  | one blank, the unit of hMath becomes empty |
+    ///
+    /// Type 19 then gives " {Min: , Max: } " and " {Min:  , Max:  } ".
     double fCenter = 0.0;
     /// Antenna gain in dBi for the field strengths of makeBoundaryMsg(), assigned like fCenter.
     double fGain = 0.0;
@@ -92,11 +97,9 @@ public:
     ///
     ///   "ch12x" -> 12    "x05y" -> 5    "A-3z" -> -3    "12a" -> 12    "a1bc" -> 1
     ///
-    /// The only operation of the library that throws on bad input:
-    /// @throws std::out_of_range     when the text has fewer than three characters ("12")
-    /// @throws std::invalid_argument with the text "stoi", when the two characters do not start
-    /// with
-    ///                               a number ("ab7c": "b7")
+    /// The only operation of the library that throws on bad input.
+    /// @throws std::out_of_range when the text has fewer than three characters ("12")
+    /// @throws std::invalid_argument with the text "stoi", when no number is there ("ab7c": "b7")
     int getOddtoStr(std::string text) const;
 
     /// @}

@@ -127,11 +127,17 @@ public:
     /// Levels have two decimals, where getdBmToUnit has one. They make the unit as given the
     /// object's `unit`; the linear units make it the prefixed unit that getFieldChangeUnit chose,
     /// from the value rounded to single precision. Either emits unitChanged once, except where that
-    /// single is 0 (V/m below about -900 dBm, W/m^2 below about -430 dBm): then the text is empty
-    /// and nothing is emitted.
+    /// single is 0 (V/m below about -900 dBm, W/m^2 below about -430 dBm): then the text is empty,
+    /// without a unit text too, and nothing is emitted.
     ///
-    /// @param fCenter     centre frequency in MHz; at 0 or less the number is "inf", "-inf" or
-    /// "nan"
+    /// A frequency of 0 or less has no logarithm. Of a finite level:
+    ///
+    /// | fCenter  | units in dB             | V/m, W/m^2, A/m, W/cm^2                           |
+    /// |----------|-------------------------|---------------------------------------------------|
+    /// | 0        | "-inf", `unit` as given | empty text, `unit` stays: a field of 0            |
+    /// | negative | "nan", `unit` as given  | "" or, with isUnitText, " "; `unit` becomes empty |
+    ///
+    /// @param fCenter     centre frequency in MHz
     /// @param fGain       antenna gain in dBi
     /// @param isUnitText  whether a blank and the unit shown are appended
     ///

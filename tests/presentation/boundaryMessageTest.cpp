@@ -197,22 +197,46 @@ TEST_F(BoundaryMessage, ShowsInfiniteFieldsWithoutACentreFrequency) {
     const struct {
         int type;
         const char* expected;
-        std::size_t unitChanges;
+        Strings units;
     } kCases[] = {
-        {16, " {Min: -inf dBuV/m, Max: -inf dBuV/m} ", 2},
-        {17, " {Min: -inf dBmV/m, Max: -inf dBmV/m} ", 2},
-        {18, " {Min: -inf dBV/m, Max: -inf dBV/m} ", 2},
-        {19, " {Min: , Max: } ", 0},  // a field of exactly zero has no text and no unit
-        {20, " {Min: , Max: } ", 0},
-        {21, " {Min: -inf dBm/m^2, Max: -inf dBm/m^2} ", 2},
+        {16, " {Min: -inf dBuV/m, Max: -inf dBuV/m} ", {"dBuV/m", "dBuV/m"}},
+        {17, " {Min: -inf dBmV/m, Max: -inf dBmV/m} ", {"dBmV/m", "dBmV/m"}},
+        {18, " {Min: -inf dBV/m, Max: -inf dBV/m} ", {"dBV/m", "dBV/m"}},
+        {19, " {Min: , Max: } ", {}},  // a field of exactly zero has no text and no unit
+        {20, " {Min: , Max: } ", {}},
+        {21, " {Min: -inf dBm/m^2, Max: -inf dBm/m^2} ", {"dBm/m^2", "dBm/m^2"}},
     };
     for (const auto& row : kCases) {
+        utils.hMath.setUnit("kept");
         units.clear();
         EXPECT_EQ(utils.makeBoundaryMsg(-10.0, -30.0, row.type), row.expected) << row.type;
-        EXPECT_EQ(units.size(), row.unitChanges) << row.type;
+        EXPECT_EQ(units, row.units) << row.type;
+        EXPECT_EQ(utils.hMath.unit().toStdString(), row.units.empty() ? "kept" : row.units.back());
     }
+}
+
+TEST_F(BoundaryMessage, ShowsNoNumberAtANegativeCentreFrequency) {
     utils.fCenter = -100.0;
-    EXPECT_EQ(utils.makeBoundaryMsg(-10.0, -30.0, 16), " {Min: nan dBuV/m, Max: nan dBuV/m} ");
+    const struct {
+        int type;
+        const char* expected;
+        Strings units;
+    } kCases[] = {
+        {16, " {Min: nan dBuV/m, Max: nan dBuV/m} ", {"dBuV/m", "dBuV/m"}},
+        {17, " {Min: nan dBmV/m, Max: nan dBmV/m} ", {"dBmV/m", "dBmV/m"}},
+        {18, " {Min: nan dBV/m, Max: nan dBV/m} ", {"dBV/m", "dBV/m"}},
+        // neither a number nor a unit, only the blank that stands between them
+        {19, " {Min:  , Max:  } ", {"", ""}},
+        {20, " {Min:  , Max:  } ", {"", ""}},
+        {21, " {Min: nan dBm/m^2, Max: nan dBm/m^2} ", {"dBm/m^2", "dBm/m^2"}},
+    };
+    for (const auto& row : kCases) {
+        utils.hMath.setUnit("replaced");
+        units.clear();
+        EXPECT_EQ(utils.makeBoundaryMsg(-10.0, -30.0, row.type), row.expected) << row.type;
+        EXPECT_EQ(units, row.units) << row.type;
+        EXPECT_EQ(utils.hMath.unit().toStdString(), row.units.back()) << row.type;
+    }
 }
 
 }  // namespace
