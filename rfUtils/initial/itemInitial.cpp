@@ -57,10 +57,7 @@ itemInitial::itemInitial() = default;
 
 /// Where the next append goes: the guard slot while the count is -1, null when the table is full.
 initialValue_t* itemInitial::nextSlot() {
-    if (count < 0) {
-        return &guard;
-    }
-    return count < kCapacity ? &values[count] : nullptr;
+    return count < kCapacity ? values() + count : nullptr;
 }
 
 bool itemInitial::setInitialVal(const std::string& id, const int& v) {
@@ -89,7 +86,7 @@ bool itemInitial::fillInitialVal(int index, initialValue_t v) {
     if (!isIndex(index)) {
         return false;
     }
-    values[index] = std::move(v);
+    values()[index] = std::move(v);
     return true;
 }
 
@@ -101,7 +98,7 @@ bool itemInitial::copyInitialVal(int from, int to) {
     if (!isIndex(from) || !isIndex(to)) {
         return false;
     }
-    values[to] = values[from];
+    values()[to] = values()[from];
     return true;
 }
 
@@ -109,9 +106,9 @@ bool itemInitial::delInitialVal(const std::string& id) {
     if (count < 0) {
         return false;
     }
-    initialValue_t* const end = values + count;
+    initialValue_t* const end = values() + count;
     initialValue_t* const match =
-        std::find_if(values, end, [&id](const initialValue_t& entry) { return entry.id == id; });
+        std::find_if(values(), end, [&id](const initialValue_t& entry) { return entry.id == id; });
     if (match != end) {
         std::move(match + 1, end, match);
         emptyInitialVal(count - 1);
@@ -122,10 +119,10 @@ bool itemInitial::delInitialVal(const std::string& id) {
 
 initialValue_t* itemInitial::findInitialVal(const std::string& id) {
     // With a count of -1 nothing is in use.
-    initialValue_t* const end = values + std::max(count, 0);
+    initialValue_t* const end = values() + std::max(count, 0);
     const bool found =
-        std::any_of(values, end, [&id](const initialValue_t& entry) { return entry.id == id; });
-    return found ? values : nullptr;
+        std::any_of(values(), end, [&id](const initialValue_t& entry) { return entry.id == id; });
+    return found ? values() : nullptr;
 }
 
 bool itemInitial::modifyInitialVal(const std::string& id, const int& v) {
@@ -160,7 +157,7 @@ bool itemInitial::setTypeId(const std::type_info& t) {
 bool itemInitial::checkInitialVal() const {
     std::printf("***** Total Num: %d \n", count);
     for (std::int32_t index = 0; index < count; ++index) {
-        print(values[index]);
+        print(values()[index]);
     }
     return true;
 }

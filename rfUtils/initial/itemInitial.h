@@ -29,8 +29,9 @@ struct initialValue_t {
 ///  - modifyInitialVal() therefore always writes into entry 0.
 ///  - delInitialVal() of an id that is not there still takes the last entry out of use.
 ///  - delInitialVal() on an empty table answers true and leaves the count at -1. The next append
-///    then goes to a guard slot that stands for index -1 and brings the count to 0: that entry is
-///    lost, it is never found nor printed, and the append after it is the first that is kept.
+///    then goes to a guard slot, index -1, and brings the count to 0: that entry is lost, it is
+///    never found nor printed, and the append after it is the first that is kept. The guard slot
+///    lies right before entry 0, so only findInitialVal(id)[-1] reads it.
 ///  - Appending sets only the fields that belong to its type: a slot that was used before keeps
 ///    its other fields.
 ///
@@ -80,8 +81,9 @@ public:
     bool delInitialVal(const std::string& id);
 
     /// Tells whether an entry in use has this id.
-    /// @return the address of **entry 0** (of 5120 contiguous ones) when there is a match at any
-    /// place, null when there is none. The pointer lives as long as the table.
+    /// @return the address of **entry 0** (of 5120 contiguous ones, behind the guard slot) when
+    /// there is a match at any place, null when there is none. The pointer lives as long as the
+    /// table.
     initialValue_t* findInitialVal(const std::string& id);
 
     /// Writes v into the iValue of **entry 0** when an entry in use, any of them, has this id; the
@@ -99,7 +101,8 @@ public:
     int getTypeId(const std::type_info& t) const;
 
     /// Sets the type of the next free slot, which is not yet in use: 1 for int, 2 for double. The
-    /// count stays, and the next append overwrites the type again.
+    /// count stays, and the next append overwrites the type again. At a count of -1 that is the
+    /// guard slot.
     /// @return false, and nothing changes, for any other type and when 5120 entries are in use
     bool setTypeId(const std::type_info& t);
 
@@ -119,9 +122,12 @@ public:
     bool checkInitialVal() const;
 
 private:
+    /// Entry 0, which follows the guard slot.
+    initialValue_t* values() { return slots + 1; }
+    const initialValue_t* values() const { return slots + 1; }
     initialValue_t* nextSlot();
 
-    initialValue_t guard;  // stands for index -1
-    initialValue_t values[kCapacity];
+    // One array, so that the guard slot is an entry like the others: that of index -1.
+    initialValue_t slots[1 + kCapacity];
     std::int32_t count = 0;
 };

@@ -34,11 +34,30 @@ TEST(InitialValue, IsEmptyUnlessSaidOtherwise) {
     EXPECT_EQ(aggregate.sValue, "s");
 }
 
-TEST_F(Store, EmbedsItsEntries) {
-    EXPECT_GE(sizeof(itemInitial), 5120 * sizeof(initialValue_t));
-    const auto* const object = reinterpret_cast<const std::byte*>(table.get());
-    EXPECT_GE(reinterpret_cast<const std::byte*>(slots), object);
-    EXPECT_LE(reinterpret_cast<const std::byte*>(slots + 5120), object + sizeof(itemInitial));
+TEST_F(Store, EmbedsTheGuardSlotItsEntriesAndTheCountInThisOrder) {
+    struct Layout {
+        initialValue_t guardAndEntries[1 + 5120];
+        std::int32_t count;
+    };
+    static_assert(sizeof(itemInitial) == sizeof(Layout));
+    static_assert(itemInitial::kCapacity == 5120);
+    EXPECT_EQ(static_cast<const void*>(slots - 1), table.get());
+}
+
+TEST(InitialValue, HoldsItsFieldsInTheirOrderAndNothingElse) {
+    struct Layout {
+        std::string id;
+        std::int32_t type;
+        std::int32_t iValue;
+        double dValue;
+        std::string sValue;
+    };
+    static_assert(sizeof(initialValue_t) == sizeof(Layout));
+    static_assert(offsetof(initialValue_t, id) == 0);
+    static_assert(offsetof(initialValue_t, type) == offsetof(Layout, type));
+    static_assert(offsetof(initialValue_t, iValue) == offsetof(Layout, iValue));
+    static_assert(offsetof(initialValue_t, dValue) == offsetof(Layout, dValue));
+    static_assert(offsetof(initialValue_t, sValue) == offsetof(Layout, sValue));
 }
 
 TEST_F(Store, StartsWithEmptyEntriesNoneInUse) {
@@ -123,6 +142,40 @@ TEST_F(Store, AppendAfterACountOfMinusOneIsLost) {
     EXPECT_EQ(slots[0].id, "kept");
 }
 
+TEST_F(Store, AppendAtACountOfMinusOneWritesItsFieldsOfTheGuardSlot) {
+    EXPECT_EQ(slots[-1], kEmpty);
+    const struct {
+        const char* name;
+        std::function<bool(itemInitial&)> append;
+        initialValue_t guard;
+    } kCases[] = {
+        // the first row leaves every field filled for the rows that follow
+        {"entry", [this](itemInitial& store) { return store.addInitialVal(kFull); }, kFull},
+        {"int",
+         [](itemInitial& store) { return store.setInitialVal("i", -7); },
+         {"i", 1, -7, 2.5, "text"}},
+        {"double",
+         [](itemInitial& store) { return store.setInitialVal("d", 0.25); },
+         {"d", 2, -7, 0.25, "text"}},
+        {"text",
+         [](itemInitial& store) { return store.setInitialVal("s", std::string("new")); },
+         {"s", 3, -7, 0.25, "new"}},
+        {"empty text",
+         [](itemInitial& store) { return store.setInitialVal("", std::string()); },
+         {"", 3, -7, 0.25, ""}},
+        {"empty entry", [](itemInitial& store) { return store.addInitialVal({}); }, {}},
+    };
+    for (const auto& row : kCases) {
+        table->delInitialVal("");  // on an empty table: the count becomes -1
+        EXPECT_TRUE(row.append(*table)) << row.name;
+        EXPECT_EQ(slots[-1], row.guard) << row.name;
+        EXPECT_EQ(slots[0], kEmpty) << row.name;
+        EXPECT_EQ(countOf(*table), 0) << row.name;
+    }
+    table->setInitialVal("kept", 1);
+    EXPECT_EQ(table->findInitialVal("kept")[-1], kEmpty);  // only a count of -1 leads there
+}
+
 TEST_F(Store, CopiesAreIndependent) {
     append({"a"});
     const auto copy = std::make_unique<itemInitial>(*table);
@@ -169,10 +222,16 @@ TEST_F(Store, SetTypeIdMarksTheLastSlotToo) {
     EXPECT_EQ(slots[5119].type, 2);
 }
 
-TEST_F(Store, SetTypeIdAtACountOfMinusOneTouchesNoEntry) {
+TEST_F(Store, SetTypeIdAtACountOfMinusOneMarksTheGuardSlotOnly) {
+    table->delInitialVal("");
+    table->addInitialVal(kFull);
     table->delInitialVal("");
     EXPECT_TRUE(table->setTypeId(typeid(int)));
+    EXPECT_EQ(slots[-1], (initialValue_t{"old", 1, 11, 2.5, "text"}));
+    EXPECT_TRUE(table->setTypeId(typeid(double)));
+    EXPECT_EQ(slots[-1], (initialValue_t{"old", 2, 11, 2.5, "text"}));
     EXPECT_FALSE(table->setTypeId(typeid(std::string)));
+    EXPECT_EQ(slots[-1], (initialValue_t{"old", 2, 11, 2.5, "text"}));
     EXPECT_EQ(countOf(*table), -1);
     for (int index = 0; index < 5120; ++index) {
         ASSERT_EQ(slots[index], kEmpty);

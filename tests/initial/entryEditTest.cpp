@@ -52,6 +52,7 @@ TEST_F(Store, RefusesIndexesOutsideTheTable) {
         EXPECT_FALSE(table->copyInitialVal(index, index)) << index;
     }
     EXPECT_EQ(countOf(*table), 5120);
+    EXPECT_EQ(slots[-1], kEmpty);
     for (int index = 0; index < 5120; ++index) {
         ASSERT_EQ(slots[index], (initialValue_t{std::to_string(index), 1, index, 0.0, ""}));
     }

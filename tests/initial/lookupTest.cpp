@@ -70,6 +70,20 @@ TEST_F(Store, ModifyAlwaysWritesTheFirstEntry) {
     EXPECT_EQ(countOf(*table), 2);
 }
 
+TEST_F(Store, ModifyLeavesAnyTypeOfTheFirstEntryAlone) {
+    for (const int type : {0, 1, 2, 3, 9, -1}) {
+        const auto store = std::make_unique<itemInitial>();
+        store->addInitialVal({"first", type, 11, 2.5, "text"});
+        const initialValue_t& first = *store->findInitialVal("first");
+        EXPECT_TRUE(store->modifyInitialVal("first", 7));
+        EXPECT_EQ(first, (initialValue_t{"first", type, 7, 2.5, "text"}));
+        EXPECT_TRUE(store->modifyInitialVal("first", 7.5));
+        EXPECT_EQ(first, (initialValue_t{"first", type, 7, 7.5, "text"}));
+        EXPECT_TRUE(store->modifyInitialVal("first", std::string("seven")));
+        EXPECT_EQ(first, (initialValue_t{"first", type, 7, 7.5, "seven"}));
+    }
+}
+
 TEST_F(Store, ModifyOfAnAbsentIdChangesNothing) {
     table->addInitialVal(kFull);
     EXPECT_FALSE(table->modifyInitialVal("x", 7));

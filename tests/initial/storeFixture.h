@@ -65,7 +65,7 @@ protected:
     using Ids = std::vector<std::string>;
 
     const std::unique_ptr<itemInitial> table = std::make_unique<itemInitial>();
-    initialValue_t* slots = nullptr;
+    initialValue_t* slots = nullptr;  // entry 0; the guard slot is slots[-1]
     const initialValue_t kEmpty;
     const initialValue_t kFull{"old", 9, 11, 2.5, "text"};
 };
