@@ -68,6 +68,9 @@ TEST(ConvertDmsFromDd, CutsToWholeSeconds) {
         {"one second short", 0.018055555555555554, 1, 0.0, 1.0, 4.0},
         // with the product of the minutes rounded on its own: 1 second
         {"minutes are taken off with one rounding", 0.050555555555555555, 1, 0.0, 3.0, 2.0},
+        // divided by 1/60 they would be the whole 6 and 12 minutes
+        {"minutes are multiplied by 60, below 6", 0.099999999999999992, 1, 0.0, 5.0, 59.0},
+        {"minutes are multiplied by 60, below 12", 0.19999999999999998, 1, 0.0, 11.0, 59.0},
         {"no range is enforced", -725.25, -1, 725.0, 15.0, 0.0},
         {"largest degrees", 2147483647.5, 1, kIntMax, 30.0, 0.0},
         {"degrees saturate, then the rest does", 1e300, 1, kIntMax, kIntMax, kIntMax},

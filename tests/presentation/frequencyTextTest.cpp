@@ -56,6 +56,11 @@ TEST(MakeFrequencyUnit, PrintsAFixedNumberOfDecimals) {
         {"less than a hertz", 0.00000099, "0 Hz"},
         {"less than a negative hertz", -0.00000099, "0 Hz"},
         {"249 Hz becomes 248.99999999999997", 0.000249, "248 Hz"},
+        // multiplied by 1000 twice they would fall short of the whole hertz
+        {"21 Hz in one product", 0.000021, "21 Hz"},
+        {"35 Hz in one product", 0.000035, "35 Hz"},
+        // the product is 1.0085000000000002, divided by 0.001 it would be 1.0084999999999999
+        {"multiplied by 1000, not divided by 0.001", 0.0010085, "1.009 kHz"},
         {"decimals are rounded in GHz", 1234.5678901239, "1.234567890 GHz"},
         {"decimals are rounded in MHz", 88.1234567, "88.123457 MHz"},
         {"decimals are rounded in kHz", 0.1234567, "123.457 kHz"},
@@ -114,6 +119,11 @@ TEST(ConvertFreqWidthUnit, PrintsAtMostSixDigits) {
 
         // divided by 1000 it would be 1.0000149999999999
         {"multiplied by 0.001, not divided", 1000.015, "1.00002GHz"},
+        // the product is 100.01050000000001, divided by 0.001 it would be 100.01049999999999
+        {"multiplied by 1000, not divided by 0.001", 0.1000105, "100.011kHz"},
+        // the product is -1.1000049999999999, multiplied by 1000 twice it would be
+        // -1.1000050000000001
+        {"hertz in one product", -1.100005e-06, "-1.1Hz"},
         {"six digits in GHz", 123456.7, "123.457GHz"},
         {"six digits in MHz", 123.4564, "123.456MHz"},
         {"six digits in kHz", 0.1234567, "123.457kHz"},

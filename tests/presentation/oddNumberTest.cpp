@@ -17,7 +17,7 @@ TEST(GetOddtoStr, ReadsTheTwoCharactersBeforeTheLast) {
         {"a\t7b", 7},  {"a+9b", 9},    {"a1bc", 1},  // stops at the first other character
         {"a1.5", 1},   {"123456", 45},               // only two characters, the last is ignored
         {"00x", 0},    {"99\xff", 99}, {std::string("4\0x", 3), 4},
-        {"-0x", 0},
+        {"-0x", 0},    {"x09y", 9},  // a leading zero makes no octal number
     };
     const rfUtils utils;
     for (const auto& row : kCases) {
