@@ -1,5 +1,7 @@
 #include <rfUtils/presentation/rfUtils.h>
 
+#include <QTextCodec>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -190,6 +192,26 @@ TEST_F(BoundaryMessage, ConvertsFieldsWithTheAntennaOfTheMoment) {
               " {Min: 104.20 dBuV/m, Max: 124.20 dBuV/m} ");
     // Levels at the connector do not depend on the antenna.
     EXPECT_EQ(utils.makeBoundaryMsg(-10.0, -30.0, 13), " {Min: 77.0 dBuV, Max: 97.0 dBuV} ");
+}
+
+TEST_F(BoundaryMessage, IsUtf8WhateverTheTextCodecOfTheLocale) {
+    const struct RestoredCodec {
+        QTextCodec* const before = QTextCodec::codecForLocale();
+        ~RestoredCodec() { QTextCodec::setCodecForLocale(before); }
+    } restored;
+    for (const char* const name : {"ISO 8859-1", "UTF-16", "UTF-8"}) {
+        QTextCodec* const codec = QTextCodec::codecForName(name);
+        ASSERT_NE(codec, nullptr) << name;
+        QTextCodec::setCodecForLocale(codec);
+        // 10^((-100 + 46.9897) / 20) mV = 2.2361 uV, 10^((-120 + 46.9897) / 20) mV = 0.2236 uV
+        EXPECT_EQ(utils.makeBoundaryMsg(-100.0, -120.0, 14),
+                  " {Min: 0.22 \xc2\xb5V, Max: 2.24 \xc2\xb5V} ")
+            << name;
+        EXPECT_EQ(utils.makeBoundaryMsg(2.0, 1.0, 4),
+                  " {Min: 1.00 \xc2\xb5s, Max: 2.00 \xc2\xb5s} ")
+            << name;
+        EXPECT_EQ(utils.makeBoundaryMsg(2, 1, 4), " {Min: 1 \xc2\xb5s, Max: 2 \xc2\xb5s} ") << name;
+    }
 }
 
 TEST_F(BoundaryMessage, ShowsInfiniteFieldsWithoutACentreFrequency) {
