@@ -1,0 +1,134 @@
+// The first bytes choose the header's fields and the process's text codec, the rest is the file.
+// Holds for any bytes:
+// - the answer, every field and the message are those of a plain restatement of the format, without
+//   a colour table beside the file;
+// - no cell outside the announced size changes, nor a byte on either side of the map;
+// - with the codec that the loader asks for the cells are the bytes of the file, and the no-data
+//   value where it ends early;
+// - with any codec a second load gives the same cells.
+#include "support/guardedMap.h"
+#include "support/input.h"
+#include "support/require.h"
+#include "support/scratchFile.h"
+
+#include <QTextCodec>
+
+#include <climits>
+#include <memory>
+
+using namespace rfu::fuzz;
+
+namespace {
+
+constexpr int kMost = 2048;
+
+/// Mostly small, seldom a number at the bounds: a map of 16 MiB takes as long as thousands of
+/// others.
+int sizeOf(std::uint8_t byte) {
+    static constexpr std::array<int, 6> kBounds = {-1,      INT_MIN, kMost + 1,
+                                                   INT_MAX, kMost,   kMost - 1};
+    constexpr int kFirstBound = 256 - static_cast<int>(kBounds.size());
+    return byte < kFirstBound ? byte % 32 : kBounds[static_cast<std::size_t>(byte - kFirstBound)];
+}
+
+/// A row is as wide as the grid only where there are few of them, and the reverse.
+void limitCells(veltaGEO& map) {
+    constexpr int kFew = 4;
+    if (map.nCols > kFew && map.nRows > 32) {
+        map.nCols %= kFew;
+    }
+}
+
+/// Codecs that leave the file's name alone; the loader asks for the first.
+const char* const kCodecs[] = {"ISO 8859-1", "UTF-8", "windows-1252", "Shift_JIS"};
+
+bool hasByteOrderMark(std::string_view file) {
+    const auto beginsWith = [file](std::string_view mark) {
+        return file.substr(0, mark.size()) == mark;
+    };
+    return beginsWith("\xEF\xBB\xBF") || beginsWith("\xFE\xFF") || beginsWith("\xFF\xFE") ||
+           beginsWith(std::string_view("\0\0\xFE\xFF", 4));
+}
+
+Rows rowsOf(const veltaGEO& map, std::string_view file) {
+    Rows rows;
+    const auto columns = static_cast<std::size_t>(map.nCols);
+    for (int row = 0; row < map.nRows; ++row) {
+        std::vector<float>& cells = rows[row];
+        cells.assign(columns, map.noData);
+        for (float& cell : cells) {
+            if (file.size() < sizeof cell) {
+                file = {};  // a cell that is not covered whole
+                break;
+            }
+            std::memcpy(&cell, file.data(), sizeof cell);
+            file.remove_prefix(sizeof cell);
+        }
+    }
+    return rows;
+}
+
+/// The state that a header of the run's fields leaves.
+void announce(veltaGEO& map, Input header) {
+    resetFields(map);
+    map.nCols = sizeOf(header.byte());
+    map.nRows = sizeOf(header.byte());
+    limitCells(map);
+    map.isFloat = header.byte() % 4 - 1;
+    map.noData = header.bits<float>();
+}
+
+bool finish(veltaGEO& map) {
+    if (map.nCols < 0 || map.nCols > kMost) {
+        map.errMsg = QStringLiteral("Too many columns in the file. Unable to open");
+        return false;
+    }
+    if (map.nRows < 0 || map.nRows > kMost) {
+        map.errMsg = QStringLiteral("Too many rows in the file. Unable to open");
+        return false;
+    }
+    map.isLoaded = 1;
+    map.isValid = 1;
+    map.colorCount = 1;
+    map.lowValue[0] = -9999.0F;
+    map.highValue[0] = 9999.0F;
+    map.lowRed[0] = map.lowGreen[0] = map.lowBlue[0] = 0;
+    map.errMsg = QStringLiteral("Raster file loaded");
+    return true;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static ScratchFile file("map.bil");
+    static GuardedMap guarded;
+    static const auto expected = std::make_unique<veltaGEO>();
+
+    Input input(data, size);
+    const std::size_t codec = input.byte() % std::size(kCodecs);
+    const Input header = input;
+    constexpr std::size_t kHeaderBytes = 7;
+    const std::string_view rest = input.rest();
+    const std::string_view content = rest.substr(std::min(kHeaderBytes, rest.size()));
+    file.write(content.data(), content.size());
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName(kCodecs[codec]));
+
+    announce(*expected, header);
+    const bool loads = finish(*expected);
+    const bool reads = loads && expected->isFloat == 1;
+    const Rows rows = reads ? rowsOf(*expected, content) : Rows();
+    const auto load = [&] {
+        guarded.open(rows);
+        announce(guarded.map(), header);
+        REQUIRE(guarded.map().loadBILFile(file.path()) == loads);
+        REQUIRE(sameFields(guarded.map(), *expected));
+        return guarded.take();
+    };
+    const Rows cells = load();
+    if (codec == 0 && !hasByteOrderMark(content)) {
+        REQUIRE(sameCells(cells, rows));
+    } else {
+        REQUIRE(sameCells(cells, load()));
+    }
+    return 0;
+}

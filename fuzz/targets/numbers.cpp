@@ -1,0 +1,28 @@
+// Holds for any text, up to its first NUL:
+// - the decimal number in front is the one that strtod reads in the C locale, to the bit;
+// - the integer in front is the one that strtol reads, held at the bounds of 32 bits.
+#include "support/input.h"
+#include "support/require.h"
+
+#include <rfUtils/detail/numberPrefix.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+using namespace rfu::fuzz;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // Exactly as long as the text, so that reading behind it is noticed.
+    const auto bytes = std::make_unique<char[]>(size);
+    std::copy(data, data + size, bytes.get());
+    const std::string_view text(bytes.get(), size);
+    const std::string terminated(text);
+
+    REQUIRE(same(rfu::detail::decimalPrefix(text), std::strtod(terminated.c_str(), nullptr)));
+    using Limits = std::numeric_limits<std::int32_t>;
+    const long integer = std::strtol(terminated.c_str(), nullptr, 10);
+    REQUIRE(rfu::detail::integerPrefix(text) ==
+            std::clamp<long>(integer, Limits::min(), Limits::max()));
+    return 0;
+}
