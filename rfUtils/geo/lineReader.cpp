@@ -9,7 +9,7 @@ namespace rfu::detail {
 
 namespace {
 
-constexpr std::size_t kSmallestBuffer = 64 * 1024;
+constexpr std::size_t kSmallestBuffer = 65536;
 
 char* findLineEnd(char* begin, char* end) {
     return static_cast<char*>(std::memchr(begin, '\n', static_cast<std::size_t>(end - begin)));

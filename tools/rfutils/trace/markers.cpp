@@ -69,6 +69,7 @@ std::vector<MarkerRequest> parseMarkers(const QStringList& names) {
 std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
                                  const SweepReader& recording, std::size_t points) {
     std::vector<Marker> markers;
+    markers.reserve(requests.size());
     for (const MarkerRequest& request : requests) {
         markers.push_back({request.name, pointOf(request, recording, points)});
     }

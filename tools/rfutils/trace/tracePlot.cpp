@@ -5,6 +5,7 @@
 #include <QPainterPath>
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -98,8 +99,8 @@ private:
 };
 
 Scale levelScale(const TracePlot& plot) {
-    double low = INFINITY;
-    double high = -INFINITY;
+    double low = std::numeric_limits<double>::infinity();
+    double high = -low;
     for (const auto* curve : {&plot.maximum, &plot.minimum}) {
         for (const double level : *curve) {
             if (std::isfinite(level)) {
