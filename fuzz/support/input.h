@@ -12,7 +12,8 @@
 namespace rfu::fuzz {
 
 /// The bytes of one run, taken as the arguments of a sequence of operations. Behind the last byte
-/// everything is 0 and every text is empty.
+/// everything is 0 and every text is empty. Take one argument per statement: compilers evaluate the
+/// arguments of a call in different orders, and an input has to mean the same to all of them.
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size)
@@ -30,8 +31,10 @@ public:
     T bits() {
         T value{};
         const std::size_t taken = std::min(bytes_.size(), sizeof(T));
-        std::memcpy(&value, bytes_.data(), taken);
-        bytes_.remove_prefix(taken);
+        if (taken > 0) {
+            std::memcpy(&value, bytes_.data(), taken);
+            bytes_.remove_prefix(taken);
+        }
         return value;
     }
 
@@ -60,7 +63,8 @@ public:
 
     /// Up to 31 bytes.
     std::string text() {
-        const std::size_t size = std::min<std::size_t>(byte() % 32, bytes_.size());
+        const std::size_t wanted = byte() % 32;
+        const std::size_t size = std::min(wanted, bytes_.size());
         std::string taken(bytes_.substr(0, size));
         bytes_.remove_prefix(size);
         return taken;
