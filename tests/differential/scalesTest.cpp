@@ -1,0 +1,143 @@
+#include "samples.h"
+
+#include <rfUtils/units/calculateUnit.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace rfu::test;
+
+const Range kLevels = {-200.0, 150.0, {0.0, 13.0103, -46.9897, 30.0}};
+const Range kFrequencies = {0.0, 30000.0, {1.0, 100.0, 1000.0}};
+const Range kGains = {-20.0, 60.0, {0.0}};
+
+double correction(double frequency, double gain) {
+    return static_cast<float>(20.0 * std::log10(frequency) + (-29.8 - gain));
+}
+
+double toScale(double p, double frequency, int scale, double gain) {
+    const double k = correction(frequency, gain);
+    switch (scale) {
+        case 0:
+            return p;
+        case 1:
+            return p - 13.0103;
+        case 2:
+            return p + 46.9897;
+        case 3:
+            return p + 106.9897;
+        case 4:
+            return std::exp((p + 46.9897) * 0.1151292546497023) * 0.001;
+        case 5:
+            return std::exp((p - 30.0) * 0.2302585092994046);
+        case 6:
+            return p + 107.0 + k;
+        case 7:
+            return p + 47.0 + k;
+        case 8:
+            return p - 13.0 + k;
+        case 9:
+            return std::exp((p - 13.0 + k) * 0.1151292546497023);
+        case 10:
+            return std::exp((p - 13.0 + k) * 0.2302585092994046) * 0.0026525823848649226;
+        case 11:
+            return 10.0 * std::log10(std::exp((p - 13.0 + k) * 0.2302585092994046) *
+                                     0.0026525823848649226) +
+                   30.0;
+        case 12:
+            return p - 38.75999999999999 + k;
+        case 13:
+            return std::exp((p + 107.0 + k) * 0.1151292546497023) * 2.652519893899204e-09;
+        case 14:
+            return p - 64.53 + k;
+        case 15:
+            return std::exp((p - 13.0 + k) * 0.2302585092994046) * 2.6525823848649226e-07;
+        default:
+            return 0.0;
+    }
+}
+
+double fromScale(double v, double frequency, int scale, double gain, double before) {
+    const double k = correction(frequency, gain);
+    switch (scale) {
+        case 0:
+            return v;
+        case 1:
+            return v + 13.0103;
+        case 2:
+            return v - 46.9897;
+        case 3:
+            return v - 106.9897;
+        case 4:
+        case 5:
+            return 20.0 * std::log10(v * 1000.0) - 46.9897;
+        case 6:
+            return v - 107.0 - k;
+        case 7:
+            return v - 47.0 - k;
+        case 8:
+            return v + 13.0 - k;
+        case 9:
+            return before;
+        case 10:
+            return 10.0 * std::log10(v * 376.99111843077515) + 13.0 - k;
+        case 11:
+            return v + 8.763311187417589 - k;
+        case 12:
+            return v + 38.75999999999999 - k;
+        case 13:
+            return 20.0 * std::log10(v * 377000000.0) - 107.0 - k;
+        case 14:
+            return v + 64.53 - k;
+        case 15:
+            return 10.0 * std::log10(v * 3769911.1843077512) + 13.0 - k;
+        default:
+            return 0.0;
+    }
+}
+
+struct Arguments {
+    explicit Arguments(Samples& samples)
+        : value(samples.number(kLevels)),
+          frequency(samples.number(kFrequencies)),
+          scale(samples.below(20) == 0 ? samples.anyInteger()
+                                       : static_cast<int>(samples.below(19)) - 1),
+          gain(samples.number(kGains)),
+          before(samples.anyPattern()) {}
+
+    double value;
+    double frequency;
+    int scale;
+    double gain;
+    double before;
+};
+
+std::ostream& operator<<(std::ostream& out, const Arguments& a) {
+    return out << std::hexfloat << a.value << ' ' << a.frequency << ' ' << a.scale << ' ' << a.gain;
+}
+
+TEST(DifferentialScales, actdBm2OtherScale) {
+    Samples samples(20240902);
+    calculateUnit calculate;
+    for (int i = caseCount(); i > 0; --i) {
+        const Arguments a(samples);
+        double got = a.before;
+        ASSERT_TRUE(calculate.actdBm2OtherScale(a.value, a.frequency, a.scale, a.gain, got));
+        const double expected = toScale(a.value, a.frequency, a.scale, a.gain);
+        ASSERT_TRUE(same(got, expected)) << a << ": " << got << " instead of " << expected;
+    }
+}
+
+TEST(DifferentialScales, actOtherScale2dBm) {
+    Samples samples(20240903);
+    for (int i = caseCount(); i > 0; --i) {
+        const Arguments a(samples);
+        double got = a.before;
+        ASSERT_TRUE(actOtherScale2dBm(a.value, a.frequency, a.scale, a.gain, got));
+        const double expected = fromScale(a.value, a.frequency, a.scale, a.gain, a.before);
+        ASSERT_TRUE(same(got, expected)) << a << ": " << got << " instead of " << expected;
+    }
+}
+
+}  // namespace
