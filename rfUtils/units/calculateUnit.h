@@ -13,24 +13,25 @@
 ///
 ///     frequency 1000 MHz, gain 0 dBi: K = 30.200000762939453, not 30.2
 ///
-/// | scale | quantity     | dBm -> scale                        | scale -> dBm |
-/// |-------|--------------|-------------------------------------|----------------------------------|
-/// | 0     | dBm          | P                                   | v | | 1     | dBV, 50 ohm  | P
-/// - 13.0103                         | v + 13.0103                      | | 2     | dBmV, 50 ohm |
-/// P + 46.9897                         | v - 46.9897                      | | 3     | dBuV, 50 ohm
-/// | P + 106.9897                        | v - 106.9897                     | | 4     | V, 50 ohm
-/// | 10^((P + 46.9897)/20) 0.001         | 20 lg(1000 v) - 46.9897          | | 5     | W | 10^((P
-/// - 30)/10)                    | 20 lg(1000 v) - 46.9897 (!)      | | 6     | dBuV/m       | P +
-/// 107 + K                         | v - 107 - K                      | | 7     | dBmV/m       | P
-/// + 47 + K                          | v - 47 - K                       | | 8     | dBV/m        |
-/// P - 13 + K                          | v + 13 - K                       | | 9     | V/m | 10^((P
-/// - 13 + K)/20)                | none: the result is left alone   | | 10    | W/m^2        |
-/// 10^((P - 13 + K)/10) / (120 pi)     | 10 lg(120 pi v) + 13 - K         | | 11    | dBm/m^2 | 10
-/// lg(the value of scale 10) + 30   | v + 8.763311187417589 - K        | | 12    | dBW/m^2      | P
-/// - 38.75999999999999 + K           | v + 38.75999999999999 - K        | | 13    | A/m          |
-/// 10^((P + 107 + K)/20) / 3.77e8      | 20 lg(3.77e8 v) - 107 - K        | | 14    | dBA/m | P
-/// - 64.53 + K                       | v + 64.53 - K                    | | 15    | W/cm^2       |
-/// 10^((P - 13 + K)/10) / (120 pi 1e4) | 10 lg(120 pi 1e4 v) + 13 - K     | | other | - | 0 | 0 |
+/// | scale | quantity     | dBm -> scale                        | scale -> dBm                   |
+/// |-------|--------------|-------------------------------------|--------------------------------|
+/// | 0     | dBm          | P                                   | v                              |
+/// | 1     | dBV, 50 ohm  | P - 13.0103                         | v + 13.0103                    |
+/// | 2     | dBmV, 50 ohm | P + 46.9897                         | v - 46.9897                    |
+/// | 3     | dBuV, 50 ohm | P + 106.9897                        | v - 106.9897                   |
+/// | 4     | V, 50 ohm    | 10^((P + 46.9897)/20) 0.001         | 20 lg(1000 v) - 46.9897        |
+/// | 5     | W            | 10^((P - 30)/10)                    | 20 lg(1000 v) - 46.9897 (!)    |
+/// | 6     | dBuV/m       | P + 107 + K                         | v - 107 - K                    |
+/// | 7     | dBmV/m       | P + 47 + K                          | v - 47 - K                     |
+/// | 8     | dBV/m        | P - 13 + K                          | v + 13 - K                     |
+/// | 9     | V/m          | 10^((P - 13 + K)/20)                | none: the result is left alone |
+/// | 10    | W/m^2        | 10^((P - 13 + K)/10) / (120 pi)     | 10 lg(120 pi v) + 13 - K       |
+/// | 11    | dBm/m^2      | 10 lg(the value of scale 10) + 30   | v + 8.763311187417589 - K      |
+/// | 12    | dBW/m^2      | P - 38.75999999999999 + K           | v + 38.75999999999999 - K      |
+/// | 13    | A/m          | 10^((P + 107 + K)/20) / 3.77e8      | 20 lg(3.77e8 v) - 107 - K      |
+/// | 14    | dBA/m        | P - 64.53 + K                       | v + 64.53 - K                  |
+/// | 15    | W/cm^2       | 10^((P - 13 + K)/10) / (120 pi 1e4) | 10 lg(120 pi 1e4 v) + 13 - K   |
+/// | other | -            | 0                                   | 0                              |
 ///
 /// Surprises, all of them relied upon:
 /// - Scale 5 does not come back: watts return through the volt formula of scale 4. 0 dBm gives
@@ -48,8 +49,7 @@ public:
 
     /// Converts a level to a scale of the table above.
     /// @param dBm        level in dBm
-    /// @param frequency  centre frequency in MHz; only the field scales (6 to 15) depend on it. 0
-    /// or
+    /// @param frequency  centre frequency in MHz; only the field scales (6 to 15) depend on it. 0 or
     ///                   less makes K infinite or NaN there, and leaves the others as they are
     /// @param scale      0 to 15; any other gives the result 0
     /// @param gain       antenna gain in dBi, for the field scales
