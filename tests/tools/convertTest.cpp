@@ -271,6 +271,80 @@ TEST(Convert, csvAndJsonCarryFullPrecision) {
     });
 }
 
+// 53 dBm are 99.88 V, 63 dBm 315.85 V; 60 dBm are 1 kW, 90 dBm 1 MW.
+TEST(Convert, labelsWithoutTheirPrefixAreNoted) {
+    const std::string volts =
+        ": above 100 V the instrument shows kilovolts under the label V; --format csv has volts\n";
+    const std::string watts =
+        ": from 1 kW the instrument shows kilowatts, from 1 MW megawatts, under the label W; "
+        "--format csv has watts\n";
+    expectCommands({
+        {"kilovolts",
+         {"convert", "63", "--to", "V"},
+         "",
+         0,
+         "0.32 V\n",
+         "rfutils: note: \"0.32 V\" means 0.32 kV" + volts},
+        {"many kilovolts",
+         {"convert", "200", "--to", "V"},
+         "",
+         0,
+         "2236067.97 V\n",
+         "rfutils: note: \"2236067.97 V\" means 2236067.97 kV" + volts},
+        {"kilowatts",
+         {"convert", "60", "--to", "W"},
+         "",
+         0,
+         "1.00 W\n",
+         "rfutils: note: \"1.00 W\" means 1.00 kW" + watts},
+        {"megawatts",
+         {"convert", "90", "--to", "W"},
+         "",
+         0,
+         "1.00 W\n",
+         "rfutils: note: \"1.00 W\" means 1.00 MW" + watts},
+        {"once per run, by the first",
+         {"convert", "30", "89.9", "90", "60", "--to", "W"},
+         "",
+         0,
+         "1.00 W\n977.24 W\n1.00 W\n1.00 W\n",
+         "rfutils: note: \"977.24 W\" means 977.24 kW" + watts},
+        {"not below", {"convert", "53", "-20", "--to", "V"}, "", 0, "99.88 V\n0.02 V\n", ""},
+        {"not below a kilowatt",
+         {"convert", "59.9", "10", "--to", "W"},
+         "",
+         0,
+         "977.24 W\n10.00 mW\n",
+         ""},
+        {"not where nothing is left of the number",
+         {"convert", "-400", "--to", "V"},
+         "",
+         0,
+         "0.00 V\n",
+         ""},
+        {"fields have their prefix",
+         {"convert", "80", "--to", "V/m", "--center", "100"},
+         "",
+         0,
+         "7.24 kV/m\n",
+         ""},
+        {"CSV holds the number",
+         {"convert", "60", "--to", "W", "--format", "csv"},
+         "",
+         0,
+         "input,dBm,value,unit,text\n60,60,1000.0000000000016,W,1.00 W\n",
+         ""},
+    });
+    const CommandResult json = runCommand({"convert", "63", "--to", "V", "--format", "json"});
+    EXPECT_NE(
+        json.output.find("\"value\": 315.85299547796626, \"unit\": \"V\", \"text\": \"0.32 V\""),
+        std::string::npos)
+        << json.output;
+    EXPECT_EQ(json.errors, "");
+    EXPECT_NE(runCommand({"convert", "--help"}).output.find("keeps the label W"),
+              std::string::npos);
+}
+
 TEST(Convert, unitsOfOneDirectionAreExplained) {
     const auto show = [](const char* unit) { return QStringList{"convert", "1", "--to", unit}; };
     const auto read = [](const char* value) { return QStringList{"convert", value, "--to", "V"}; };

@@ -16,6 +16,10 @@ const Usage kUsage = {
     "refer to an antenna: --center and --gain. rfutils units lists the units; micro may be written\n"
     "u, \u00B5 or \u03BC. The instrument chooses the prefix of linear units itself: ask for V, not mV.\n"
     "\n"
+    "Caution: above 100 V it shows kilovolts and keeps the label V; from 1 kW it shows kilowatts, from\n"
+    "1 MW megawatts, and keeps the label W: 1.00 W of 60 dBm is 1 kW. A note on standard error says\n"
+    "so. The value of CSV and JSON is always in volts or watts.\n"
+    "\n"
     "CSV and JSON: input, the level in dBm, the value in the unit (unrounded and without prefix), the\n"
     "unit and the text. For field units the value is computed with an antenna correction that is\n"
     "rounded to single precision.",
@@ -54,6 +58,36 @@ const rfu::Unit& targetUnit(const CommandLine& line) {
     }
 }
 
+/// Says once per run that the instrument leaves out large prefixes.
+class PrefixNote {
+public:
+    explicit PrefixNote(const rfu::Unit& unit)
+        : isVoltage_(unit.quantity == rfu::Quantity::Voltage) {}
+
+    /// @param prefix that the text leaves out, empty for none
+    void check(const std::string& text, const std::string& prefix) {
+        if (printed_ || prefix.empty()) {
+            return;
+        }
+        std::string meant = text;
+        meant.insert(meant.size() - 1, prefix);
+        standardOutput().flush();  // the note follows the line that it is about
+        printNote(quoted(text) + " means " + meant + ": " + (isVoltage_ ? kVoltage : kPower));
+        printed_ = true;
+    }
+
+private:
+    static constexpr const char* kVoltage =
+        "above 100 V the instrument shows kilovolts under the label V; --format csv has volts";
+    static constexpr const char* kPower =
+        "from 1 kW the instrument shows kilowatts, from 1 MW megawatts, under the label W; "
+        "--format "
+        "csv has watts";
+
+    bool isVoltage_;
+    bool printed_ = false;
+};
+
 }  // namespace
 
 void runConvert(const QStringList& arguments) {
@@ -65,7 +99,8 @@ void runConvert(const QStringList& arguments) {
         return;
     }
     const Antenna antenna = antennaOf(line);
-    LevelPresenter target(targetUnit(line), antenna);
+    const rfu::Unit& unit = targetUnit(line);
+    LevelPresenter target(unit, antenna);
     HMath math;
     SourceUnit source;
     const auto toLevel = [&](std::string_view text) {
@@ -78,10 +113,13 @@ void runConvert(const QStringList& arguments) {
 
     if (line.format() == Format::Text) {
         Output& output = standardOutput();
+        PrefixNote note(unit);
         forEachValue(line.values(), [&](std::string_view text) {
-            const std::string shown = target.text(toLevel(text));
+            const double level = toLevel(text);
+            const std::string shown = target.text(level);
             output.write(shown.empty() ? kMissingText : shown);
             output.write('\n');
+            note.check(shown, target.prefixLeftOut(level, shown));
         });
         return;
     }

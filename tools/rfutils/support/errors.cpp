@@ -15,6 +15,16 @@ std::size_t cutBefore(std::string_view text, std::size_t length) {
     return length;
 }
 
+void printMessage(const std::string& message) {
+    std::string line = "rfutils: " + message;
+    // A file name or a value may hold anything; the message stays one line.
+    std::replace_if(
+        line.begin(), line.end(),
+        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
+    line += '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
 }  // namespace
 
 Failure inputError(std::string_view what) {
@@ -42,11 +52,9 @@ std::string quoted(std::string_view text) {
 }
 
 void printFailure(const Failure& failure) {
-    std::string line = "rfutils: " + failure.message;
-    // A file name or a value may hold anything; the message stays one line.
-    std::replace_if(
-        line.begin(), line.end(),
-        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
-    line += '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    printMessage(failure.message);
+}
+
+void printNote(const std::string& what) {
+    printMessage("note: " + what);
 }

@@ -27,3 +27,6 @@ std::string quoted(std::string_view text);
 
 /// Prints "rfutils: message" as a single line on standard error.
 void printFailure(const Failure& failure);
+
+/// Prints "rfutils: note: what" as a single line on standard error; the command goes on.
+void printNote(const std::string& what);

@@ -25,6 +25,9 @@ constexpr QStringView kScaleUnits[] = {
 };
 // clang-format on
 
+constexpr double kBetweenOneAndKilo = 30.0;
+constexpr double kBetweenKiloAndMega = 30000.0;
+
 constexpr std::size_t kSuggestions = 3;
 constexpr int kLongestName = 30;  // beyond it nothing is near any unit
 
@@ -269,4 +272,14 @@ double LevelPresenter::value(double dBm) const {
     calculateUnit().actdBm2OtherScale(dBm, antenna_.center.value_or(kUnusedCenter), scale_,
                                       antenna_.gain, result);
     return result;
+}
+
+const char* LevelPresenter::prefixLeftOut(double dBm, std::string_view text) const {
+    const auto shown = splitValue(text);
+    if (isField_ || !shown || shown->unit != unitName_ || shown->value <= 0.0) {
+        return "";
+    }
+    // Rounding to two decimals changes the ratio by less than the factors between the prefixes.
+    const double ratio = value(dBm) / shown->value;
+    return ratio > kBetweenKiloAndMega ? "M" : ratio > kBetweenOneAndKilo ? "k" : "";
 }

@@ -66,6 +66,9 @@ public:
     /// The number in the unit itself, unrounded and without prefix. The antenna correction of the
     /// field units is rounded to single precision on this way, that of text() is not.
     double value(double dBm) const;
+    /// The prefix that a text of a level leaves out, "k" or "M", empty where it leaves out none:
+    /// the instrument shows kilovolts, kilowatts and megawatts under the labels V and W.
+    const char* prefixLeftOut(double dBm, std::string_view text) const;
     const std::string& unitName() const { return unitName_; }
 
 private:
