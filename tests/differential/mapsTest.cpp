@@ -197,7 +197,7 @@ protected:
         }
     }
 
-    const TempFiles files;
+    TempFiles files;
     const QString family = QString::fromStdString(files.path("map"));
     const std::unique_ptr<veltaGEO> map = std::make_unique<veltaGEO>();
 };

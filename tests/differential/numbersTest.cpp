@@ -54,7 +54,7 @@ std::string numberLike(Samples& samples) {
                    samples.text("0123456789", 3);
             break;
         default:
-            text = samples.text("+-", 1) + std::to_string(samples.anyInteger() / 2 + 1073741824U);
+            text = std::to_string(std::int64_t{samples.anyInteger()} * 5 / 4);
             break;
     }
     return blanks + samples.text("+-", samples.below(3)) + text +
