@@ -58,7 +58,7 @@ private:
         choice.id = textOf(input);
         choice.label = textOf(input);
         choice.enumValue = input.integer();
-        choice.dispSeq = input.below(3);
+        choice.dispSeq = input.integer();
         model_[choice.itemId][upper(choice.id)] = choice;
         REQUIRE(asRecord ? list_.addFromSubItem(choice)
                          : list_.addSubItem(choice.itemId, choice.label, choice.id,

@@ -6,6 +6,8 @@
 // - a recording without frequencies gives one trace for each line that is not blank, with the
 // numbers
 //   that strtod reads;
+// - the first sweep of one with frequencies is what stands in its lines up to the first hop that
+//   comes again, in order of frequency;
 // - reading again gives the same.
 #include "support/input.h"
 #include "support/mapText.h"
@@ -16,6 +18,7 @@
 #include "trace/sweepReader.h"
 
 #include <cmath>
+#include <map>
 #include <optional>
 
 using namespace rfu::fuzz;
@@ -78,17 +81,38 @@ std::string trimmedText(const std::string& text) {
                : text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
+std::vector<std::string> fieldsOf(const std::string& line) {
+    std::vector<std::string> fields(1);
+    for (const char c : line) {
+        if (c == ',') {
+            fields.emplace_back();
+        } else {
+            fields.back() += c;
+        }
+    }
+    std::transform(fields.begin(), fields.end(), fields.begin(), trimmedText);
+    return fields;
+}
+
+double levelOf(const std::string& field) {
+    const double level = field.empty() ? -999.0 : std::strtod(field.c_str(), nullptr);
+    return std::isfinite(level) ? level : -999.0;
+}
+
 std::vector<double> levelsOf(const std::string& line) {
     std::vector<double> levels;
-    std::string rest = line + ',';
-    while (!rest.empty()) {
-        const std::size_t comma = rest.find(',');
-        const std::string field = trimmedText(rest.substr(0, comma));
-        rest.erase(0, comma + 1);
-        const double level = field.empty() ? -999.0 : std::strtod(field.c_str(), nullptr);
-        levels.push_back(std::isfinite(level) ? level : -999.0);
+    for (const std::string& field : fieldsOf(line)) {
+        levels.push_back(levelOf(field));
     }
     return levels;
+}
+
+std::vector<double> joined(const std::map<double, std::vector<double>>& parts) {
+    std::vector<double> whole;
+    for (const auto& [low, part] : parts) {
+        whole.insert(whole.end(), part.begin(), part.end());
+    }
+    return whole;
 }
 
 /// Of a recording without frequencies that has been read to its end.
@@ -102,6 +126,33 @@ void requireTraces(const Recording& recording, std::string_view file) {
         }
     }
     REQUIRE(count == recording.sweeps.size());
+}
+
+/// Of a recording with frequencies that has been read to its end.
+void requireFirstSweep(const Recording& recording, std::string_view file) {
+    constexpr std::size_t kHead = 6;  // fields before the levels
+    std::map<double, std::vector<double>> levels;
+    std::map<double, std::vector<double>> points;
+    for (const std::string& line : linesOf(file, file.size())) {
+        if (trimmedText(line).empty()) {
+            continue;
+        }
+        const std::vector<std::string> fields = fieldsOf(line);
+        const double low = std::strtod(fields[2].c_str(), nullptr);
+        const double high = std::strtod(fields[3].c_str(), nullptr);
+        const double step = std::strtod(fields[4].c_str(), nullptr);
+        if (levels.count(low) > 0) {
+            break;
+        }
+        const auto count = static_cast<std::size_t>(std::llround((high - low) / step));
+        REQUIRE(fields.size() >= kHead + count);
+        for (std::size_t i = 0; i < count; ++i) {
+            levels[low].push_back(levelOf(fields[kHead + i]));
+            points[low].push_back((low + static_cast<double>(i) * step) / 1e6);
+        }
+    }
+    REQUIRE(recording.sweeps.at(0).levels == joined(levels));
+    REQUIRE(recording.points == joined(points));
 }
 
 void requireSame(const Recording& a, const Recording& b) {
@@ -118,8 +169,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     file.write(data, size);
     const Recording recording = read(file.path());
     requireAxis(recording);
-    if (recording.points.empty() && !recording.failure) {
-        requireTraces(recording, {reinterpret_cast<const char*>(data), size});
+    if (!recording.failure) {
+        const std::string_view text(reinterpret_cast<const char*>(data), size);
+        recording.points.empty() ? requireTraces(recording, text)
+                                 : requireFirstSweep(recording, text);
     }
     requireSame(recording, read(file.path()));
     return 0;

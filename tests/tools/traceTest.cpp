@@ -507,6 +507,12 @@ TEST(Trace, namesFileAndLineOfWhatIsWrong) {
             "2024-01-01, 10:00:00, 98, 102, 1, 5, -1, -2, -3, -4\n",
             "-:2: the hop 98 to 102 Hz in steps of 1 Hz overlaps the hop 100 to 104 Hz in steps of "
             "1 Hz"),
+        bad("two widths from one frequency on, the second within a bin of the first", "",
+            "2024-01-01, 10:00:00, 100, 104, 4, 5, -1\n"
+            "2024-01-01, 10:00:00, 100, 103, 1, 5, -1, -2, -3\n",
+            "-:2: the hop 100 to 103 Hz in steps of 1 Hz overlaps the hop 100 to 104 Hz in steps "
+            "of "
+            "4 Hz"),
         bad("a line without end", "", std::string(1100000, '1'),
             "-:1: the line is longer than 1 MiB"),
         bad("unit unknown", "--unit dBx", kBand,

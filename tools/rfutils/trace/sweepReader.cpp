@@ -98,7 +98,8 @@ SweepReader::Place* SweepReader::addPlace(const Hop& hop, std::size_t levels) {
     }
     // Neighbours may share a bin: rounding of their bounds does that.
     const bool entersAbove =
-        above != places_.end() && hop.high > above->second.hop.low + above->second.hop.step;
+        above != places_.end() && (hop.low == above->second.hop.low ||
+                                   hop.high > above->second.hop.low + above->second.hop.step);
     const bool entersBelow =
         above != places_.begin() && std::prev(above)->second.hop.high > hop.low + hop.step;
     if (entersAbove || entersBelow) {
