@@ -285,6 +285,58 @@ TEST(Frame, standardInput) {
     });
 }
 
+TEST(Frame, jsonIsValidBeforeAnError) {
+    const std::string notFrequency =
+        "\"x\" is not a frequency such as 88.1MHz or a number of MHz\n";
+    const std::string two = "[\n  {\"input\": \"2\", \"MHz\": 2, \"text\": \"2.000000 MHz\"}";
+    const std::string three = ",\n  {\"input\": \"3\", \"MHz\": 3, \"text\": \"3.000000 MHz\"}";
+    expectCommands({
+        {"after one",
+         {"freq", "2", "x", "3", "--format", "json"},
+         "",
+         1,
+         two + "\n]\n",
+         "rfutils: " + notFrequency},
+        {"after two",
+         {"freq", "--format", "json"},
+         "2\n3\nx\n",
+         1,
+         two + three + "\n]\n",
+         "rfutils: -:3: " + notFrequency},
+        {"at the first",
+         {"freq", "x", "--format", "json"},
+         "",
+         1,
+         "[]\n",
+         "rfutils: " + notFrequency},
+        {"in another command",
+         {"convert", "0", "1Volt", "--to", "dBm", "--format", "json"},
+         "",
+         1,
+         "[\n  {\"input\": \"0\", \"dBm\": 0, \"value\": 0, \"unit\": \"dBm\", "
+         "\"text\": \"0.0 dBm\"}\n]\n",
+         "rfutils: there is no unit \"Volt\"; the nearest are V, V/m or dBm\n"},
+        {"CSV ends with a whole line",
+         {"freq", "2", "x", "--format", "csv"},
+         "",
+         1,
+         "input,MHz,text\n2,2,2.000000 MHz\n",
+         "rfutils: " + notFrequency},
+    });
+}
+
+// The statistics of a point need its frequency for a field unit, which plain traces lack: the error
+// comes in the middle of a row.
+TEST(Frame, jsonIsValidBeforeAnErrorInsideOfARow) {
+    const SampleFolder folder;
+    folder.add("t.csv", "-10,-20\n");
+    const QStringList trace = {"trace", "t.csv", "--marker", "0", "--unit", "dBuV/m"};
+    const QStringList json = {"--format", "json"};
+    EXPECT_EQ(runCommand(trace + json, {}, folder).output, "[]\n");
+    EXPECT_EQ(runCommand(trace + json + QStringList{"--all-points"}, {}, folder).output,
+              "{\"markers\": []\n}\n");
+}
+
 TEST(Frame, valuesAreAnsweredWhileTheInputStaysOpen) {
     QProcess process;
     process.start(QStringLiteral(RFUTILS_COMMAND), {"freq"});

@@ -125,7 +125,9 @@ int main(int argc, char** argv) {
         try {
             run(arguments);
         } catch (const Failure&) {
-            standardOutput().flush();  // what was printed before the error stays
+            // What was printed before the error stays, and stays valid JSON.
+            standardOutput().closeAll();
+            standardOutput().flush();
             throw;
         }
         standardOutput().flush();

@@ -7,6 +7,18 @@
 
 #include <unistd.h>
 
+void Output::close() {
+    const std::string ending = endings_.back();
+    endings_.pop_back();
+    write(ending);
+}
+
+void Output::closeAll() {
+    while (!endings_.empty()) {
+        close();
+    }
+}
+
 void Output::flush() {
     std::string_view left = held_;
     while (!left.empty()) {

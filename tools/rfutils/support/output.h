@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// Standard output, written in large blocks. What is still held is written by flush(), which the
 /// frame calls at the end of every subcommand, also of a failing one.
@@ -15,12 +16,25 @@ public:
     }
     void write(char c) { held_.push_back(c); }
 
+    /// Writes the beginning of a structure, which close() ends. closeAll() ends it in its stead when
+    /// the command fails in between.
+    void open(std::string_view beginning, std::string_view ending) {
+        write(beginning);
+        endings_.emplace_back(ending);
+    }
+    /// Changes the ending of the innermost open structure.
+    void setEnding(std::string_view ending) { endings_.back() = ending; }
+    void close();
+    /// Ends all that is open, so that what was written stays whole.
+    void closeAll();
+
     /// @throw Failure when standard output takes no more (a full disk, a closed descriptor)
     void flush();
 
 private:
     static constexpr std::size_t kBlock = 65536;
     std::string held_;
+    std::vector<std::string> endings_;  // of what is open, the innermost last
 };
 
 /// The one standard output of the process.

@@ -9,11 +9,11 @@ class Sections {
 public:
     Sections(Output& output, Format format) : output_(output), format_(format) {}
 
-    /// The next table follows.
+    /// The next table follows at once.
     /// @param name its key in JSON
     void begin(std::string_view name) {
         if (format_ == Format::Json) {
-            output_.write(first_ ? "{" : ", ");
+            first_ ? output_.open("{", "}\n") : output_.write(", ");
             output_.write(jsonString(name) + ": ");
         } else if (!first_) {
             output_.write('\n');
@@ -23,7 +23,7 @@ public:
 
     void finish() {
         if (format_ == Format::Json) {
-            output_.write("}\n");
+            output_.close();
         }
     }
 

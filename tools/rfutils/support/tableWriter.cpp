@@ -97,37 +97,43 @@ TableWriter::TableWriter(Output& output, Format format, std::vector<std::string>
         output_.write('\n');
     }
     if (format_ == Format::Json && shape_ == Shape::Rows) {
-        output_.write('[');
+        output_.open("[", "]\n");
     }
 }
 
 void TableWriter::startCell() {
     if (format_ == Format::Csv && column_ > 0) {
-        output_.write(',');
+        row_ += ',';
     }
     if (format_ == Format::Json) {
         if (column_ == 0) {
-            if (shape_ == Shape::Rows) {
-                output_.write(firstRow_ ? "\n  " : ",\n  ");
-            }
-            output_.write('{');
+            row_ += '{';
         }
-        output_.write(jsonKeys_[column_]);
+        row_ += jsonKeys_[column_];
     }
 }
 
 void TableWriter::endCell() {
-    if (++column_ < columns_.size()) {
-        return;
+    if (++column_ == columns_.size()) {
+        column_ = 0;
+        endRow();
     }
-    column_ = 0;
-    firstRow_ = false;
+}
+
+void TableWriter::endRow() {
     if (format_ == Format::Csv) {
+        output_.write(row_);
         output_.write('\n');
-    }
-    if (format_ == Format::Json) {
+    } else if (format_ == Format::Json) {
+        if (shape_ == Shape::Rows) {
+            output_.write(firstRow_ ? "\n  " : ",\n  ");
+            output_.setEnding("\n]\n");
+        }
+        output_.write(row_);
         output_.write('}');
     }
+    row_.clear();
+    firstRow_ = false;
 }
 
 void TableWriter::raw(std::string_view text, std::string_view shown, bool alignRight) {
@@ -135,7 +141,7 @@ void TableWriter::raw(std::string_view text, std::string_view shown, bool alignR
     if (format_ == Format::Text) {
         cells_.push_back({std::string(shown), alignRight});
     } else {
-        output_.write(text);
+        row_ += text;
     }
     endCell();
 }
@@ -249,7 +255,7 @@ void TableWriter::finish() {
     if (format_ == Format::Text) {
         shape_ == Shape::Rows ? writeRows() : writeObjectAsText();
     } else if (format_ == Format::Json && shape_ == Shape::Rows) {
-        output_.write(firstRow_ ? "]\n" : "\n]\n");
+        output_.close();
     } else if (format_ == Format::Json) {
         output_.write('\n');
     }

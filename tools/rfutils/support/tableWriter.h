@@ -17,7 +17,7 @@ inline constexpr std::string_view kMissingText = "-";
 ///  - JSON: an array with one object per line, keys in column order; missing cells are null.
 /// CSV and JSON carry numbers in the shortest text that reads back to the same number; JSON has no
 /// infinities and NaN, they are null there.
-/// CSV and JSON rows go out as they come, text waits for finish() to know its widths.
+/// Whole CSV and JSON rows go out as they come, text waits for finish() to know its widths.
 class TableWriter {
 public:
     enum class Shape {
@@ -57,6 +57,7 @@ private:
 
     void startCell();
     void endCell();
+    void endRow();
     void raw(std::string_view text, std::string_view shown, bool alignRight);
     void writeObjectAsText();
 
@@ -66,6 +67,7 @@ private:
     std::vector<std::string> columns_;
     std::vector<std::string> jsonKeys_;
     std::size_t column_ = 0;
+    std::string row_;  // as far as it is complete; CSV and JSON only
     bool firstRow_ = true;
     // Text format only.
     std::vector<Cell> cells_;
