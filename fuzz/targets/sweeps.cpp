@@ -6,8 +6,8 @@
 // - a recording without frequencies gives one trace for each line that is not blank, with the
 // numbers
 //   that strtod reads;
-// - the first sweep of one with frequencies is what stands in its lines up to the first hop that
-//   comes again, in order of frequency;
+// - one with frequencies gives the sweeps that its lines make by a plain restatement of the rules:
+//   the hops up to the first that comes again or a pause, in order of frequency;
 // - reading again gives the same.
 #include "support/input.h"
 #include "support/mapText.h"
@@ -20,6 +20,7 @@
 #include <cmath>
 #include <map>
 #include <optional>
+#include <set>
 
 using namespace rfu::fuzz;
 
@@ -107,14 +108,6 @@ std::vector<double> levelsOf(const std::string& line) {
     return levels;
 }
 
-std::vector<double> joined(const std::map<double, std::vector<double>>& parts) {
-    std::vector<double> whole;
-    for (const auto& [low, part] : parts) {
-        whole.insert(whole.end(), part.begin(), part.end());
-    }
-    return whole;
-}
-
 /// Of a recording without frequencies that has been read to its end.
 void requireTraces(const Recording& recording, std::string_view file) {
     std::size_t count = 0;
@@ -128,31 +121,98 @@ void requireTraces(const Recording& recording, std::string_view file) {
     REQUIRE(count == recording.sweeps.size());
 }
 
-/// Of a recording with frequencies that has been read to its end.
-void requireFirstSweep(const Recording& recording, std::string_view file) {
+/// One line of a recording with frequencies, as far as the sweeps depend on it.
+struct HopLine {
+    std::string date;
+    std::int64_t microseconds;  // of the day
+    double low;
+    double step;
+    std::vector<double> levels;
+};
+
+std::int64_t microsecondsOf(const std::string& time) {
+    const auto at = [&](std::size_t begin) { return std::stoi(time.substr(begin, 2)); };
+    std::string fraction = time.size() > 9 ? time.substr(9, 6) : "";
+    fraction.resize(6, '0');
+    return (at(0) * 3600 + at(3) * 60 + at(6)) * std::int64_t{1000000} + std::stoi(fraction);
+}
+
+std::vector<HopLine> hopLinesOf(std::string_view file) {
     constexpr std::size_t kHead = 6;  // fields before the levels
-    std::map<double, std::vector<double>> levels;
-    std::map<double, std::vector<double>> points;
+    std::vector<HopLine> hops;
     for (const std::string& line : linesOf(file, file.size())) {
         if (trimmedText(line).empty()) {
             continue;
         }
         const std::vector<std::string> fields = fieldsOf(line);
-        const double low = std::strtod(fields[2].c_str(), nullptr);
-        const double high = std::strtod(fields[3].c_str(), nullptr);
-        const double step = std::strtod(fields[4].c_str(), nullptr);
-        if (levels.count(low) > 0) {
-            break;
-        }
-        const auto count = static_cast<std::size_t>(std::llround((high - low) / step));
+        const auto number = [&](std::size_t i) { return std::strtod(fields[i].c_str(), nullptr); };
+        const auto count =
+            static_cast<std::size_t>(std::llround((number(3) - number(2)) / number(4)));
         REQUIRE(fields.size() >= kHead + count);
+        HopLine hop = {fields[0], microsecondsOf(fields[1]), number(2), number(4), {}};
         for (std::size_t i = 0; i < count; ++i) {
-            levels[low].push_back(levelOf(fields[kHead + i]));
-            points[low].push_back((low + static_cast<double>(i) * step) / 1e6);
+            hop.levels.push_back(levelOf(fields[kHead + i]));
         }
+        hops.push_back(hop);
     }
-    REQUIRE(recording.sweeps.at(0).levels == joined(levels));
+    return hops;
+}
+
+/// A sweep being put together: the levels of each hop, by its lowest frequency.
+using Parts = std::map<double, std::vector<double>>;
+
+std::vector<double> joined(const Parts& parts) {
+    std::vector<double> whole;
+    for (const auto& [low, part] : parts) {
+        whole.insert(whole.end(), part.begin(), part.end());
+    }
+    return whole;
+}
+
+std::int64_t pause(const HopLine& a, const HopLine& b) {
+    return std::abs(a.microseconds - b.microseconds);
+}
+
+/// Of a recording with frequencies that has been read to its end. Sweeps behind the first are
+/// foretold where the whole recording is of one day.
+void requireHops(const Recording& recording, std::string_view file) {
+    const std::vector<HopLine> hops = hopLinesOf(file);
+    Parts levels;
+    Parts points;
+    std::int64_t longestPause = 1000000;
+    std::size_t next = 0;
+    for (; next < hops.size() && levels.count(hops[next].low) == 0; ++next) {
+        const HopLine& hop = hops[next];
+        levels[hop.low] = hop.levels;
+        for (std::size_t i = 0; i < hop.levels.size(); ++i) {
+            points[hop.low].push_back((hop.low + static_cast<double>(i) * hop.step) / 1e6);
+        }
+        longestPause = std::max(longestPause, next > 0 ? pause(hop, hops[next - 1]) : 0);
+    }
     REQUIRE(recording.points == joined(points));
+    REQUIRE(recording.sweeps.at(0).levels == joined(levels));
+    if (std::any_of(hops.begin(), hops.end(),
+                    [&](const HopLine& hop) { return hop.date != hops[0].date; })) {
+        return;
+    }
+    std::size_t sweep = 1;
+    for (; next < hops.size(); ++sweep) {
+        Parts parts;
+        for (const auto& [low, part] : levels) {
+            parts[low].assign(part.size(), -999.0);
+        }
+        std::set<double> seen;
+        for (; next < hops.size() && seen.count(hops[next].low) == 0; ++next) {
+            if (!seen.empty() && pause(hops[next], hops[next - 1]) > longestPause) {
+                break;
+            }
+            seen.insert(hops[next].low);
+            parts[hops[next].low] = hops[next].levels;
+        }
+        REQUIRE(sweep < recording.sweeps.size());
+        REQUIRE(recording.sweeps[sweep].levels == joined(parts));
+    }
+    REQUIRE(sweep == recording.sweeps.size());
 }
 
 void requireSame(const Recording& a, const Recording& b) {
@@ -171,8 +231,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     requireAxis(recording);
     if (!recording.failure) {
         const std::string_view text(reinterpret_cast<const char*>(data), size);
-        recording.points.empty() ? requireTraces(recording, text)
-                                 : requireFirstSweep(recording, text);
+        recording.points.empty() ? requireTraces(recording, text) : requireHops(recording, text);
     }
     requireSame(recording, read(file.path()));
     return 0;
