@@ -1,5 +1,5 @@
 #include "mapRules.h"
-#include "samples.h"
+#include <support/samples.h>
 
 #include <support/tempFiles.h>
 

@@ -1,5 +1,5 @@
 #include "cText.h"
-#include "samples.h"
+#include <support/samples.h>
 
 #include <rfUtils/detail/fixedText.h>
 #include <rfUtils/detail/numberPrefix.h>

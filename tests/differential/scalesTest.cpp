@@ -1,4 +1,4 @@
-#include "samples.h"
+#include <support/samples.h>
 
 #include <rfUtils/units/calculateUnit.h>
 

@@ -1,4 +1,4 @@
-#include "samples.h"
+#include <support/samples.h>
 #include "unitRules.h"
 
 #include <rfUtils/units/HMath.h>
