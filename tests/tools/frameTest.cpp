@@ -315,7 +315,7 @@ TEST(Frame, jsonIsValidBeforeAnError) {
          1,
          "[\n  {\"input\": \"0\", \"dBm\": 0, \"value\": 0, \"unit\": \"dBm\", "
          "\"text\": \"0.0 dBm\"}\n]\n",
-         "rfutils: there is no unit \"Volt\"; the nearest are V, V/m or dBm\n"},
+         "rfutils: there is no unit \"Volt\"; the nearest are V, V/m or dBmV\n"},
         {"CSV ends with a whole line",
          {"freq", "2", "x", "--format", "csv"},
          "",

@@ -47,6 +47,22 @@ private:
     const rfu::Unit* unit_ = nullptr;
 };
 
+/// @throw BadValue that tells numbers in another notation from wrong units
+SplitValue quantityOf(std::string_view text) {
+    const auto quantity = splitValue(text);
+    if (!quantity) {
+        throw BadValue{quoted(text) + " is not a number with or without a unit"};
+    }
+    const std::string_view rest = quantity->unit;
+    if (!rest.empty() && rest[0] == ',') {
+        throw BadValue{quoted(text) + " is not understood: numbers have a decimal point, no comma"};
+    }
+    if (!rest.empty() && quantity->value == 0.0 && (rest[0] == 'x' || rest[0] == 'X')) {
+        throw BadValue{quoted(text) + " is not understood: hexadecimal numbers are not read"};
+    }
+    return *quantity;
+}
+
 const rfu::Unit& targetUnit(const CommandLine& line) {
     if (!line.isSet("to")) {
         throw usageError("--to UNIT is missing");
@@ -104,11 +120,8 @@ void runConvert(const QStringList& arguments) {
     HMath math;
     SourceUnit source;
     const auto toLevel = [&](std::string_view text) {
-        const auto quantity = splitValue(text);
-        if (!quantity) {
-            throw BadValue{quoted(text) + " is not a number with or without a unit"};
-        }
-        return levelOf(math, source.of(quantity->unit), quantity->value, antenna);
+        const SplitValue quantity = quantityOf(text);
+        return levelOf(math, source.of(quantity.unit), quantity.value, antenna);
     };
 
     if (line.format() == Format::Text) {

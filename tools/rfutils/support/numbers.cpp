@@ -106,8 +106,12 @@ std::optional<double> parseFrequency(std::string_view text) {
     return std::nullopt;
 }
 
+std::string withAsciiMicro(std::string_view unit) {
+    return replaced(replaced(unit, kMicroSign, "u"), kGreekMu, "u");
+}
+
 std::string withVocabularyMicro(std::string_view unit) {
-    std::string ascii = replaced(replaced(unit, kMicroSign, "u"), kGreekMu, "u");
+    std::string ascii = withAsciiMicro(unit);
     if (ascii == "uV" || ascii == "uW") {
         return std::string(kMicroSign) + ascii.back();
     }

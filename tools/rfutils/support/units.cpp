@@ -3,6 +3,7 @@
 #include <rfUtils/units/calculateUnit.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <iterator>
 #include <tuple>
 #include <vector>
@@ -59,39 +60,6 @@ std::string alternatives(const std::vector<std::string>& names) {
     return list;
 }
 
-using Direction = bool (*)(const Unit&);
-
-/// The nearest first; letter case weighs less than letters.
-std::string nearestNames(const QString& name, Direction usable) {
-    struct Candidate {
-        int distance;
-        int exactDistance;
-        std::string name;
-    };
-    std::vector<Candidate> candidates;
-    for (const Unit& unit : rfu::kUnits) {
-        if (usable(unit)) {
-            const QString known = unit.name.toString();
-            candidates.push_back({editDistance(name.toLower(), known.toLower()),
-                                  editDistance(name, known), nameOf(unit)});
-        }
-    }
-    std::stable_sort(
-        candidates.begin(), candidates.end(), [](const Candidate& a, const Candidate& b) {
-            return std::tie(a.distance, a.exactDistance) < std::tie(b.distance, b.exactDistance);
-        });
-    std::vector<std::string> nearest;
-    for (std::size_t i = 0; i < kSuggestions; ++i) {
-        nearest.push_back(candidates[i].name);
-    }
-    return alternatives(nearest);
-}
-
-BadValue unknownUnit(const QString& name, Direction usable) {
-    return {"there is no unit " + quoted(name.toStdString()) + "; the nearest are " +
-            nearestNames(name.left(kLongestName), usable)};
-}
-
 /// The unit in front of which the instrument puts the prefix that opens a name: V of "mV", A/m of
 /// "uA/m"; null where there is none.
 const Unit* baseOfPrefixed(const QString& name) {
@@ -101,6 +69,67 @@ const Unit* baseOfPrefixed(const QString& name) {
     }
     const Unit* const base = rfu::findUnit(QStringView(name).mid(1));
     return base != nullptr && canBeShown(*base) && isLinear(*base) ? base : nullptr;
+}
+
+using Direction = bool (*)(const Unit&);
+
+/// In lower case and with one micro sign.
+QString folded(const QString& name) {
+    return QString::fromStdString(withAsciiMicro(name.toStdString())).toLower();
+}
+
+/// How near a known name is to a wrong one; the smaller the nearer.
+struct Nearness {
+    int distance;  // of the folded names
+    bool differentBeginning;
+    int lengthDifference;
+    int exactDistance;
+
+    bool operator<(const Nearness& other) const {
+        return std::tie(distance, differentBeginning, lengthDifference, exactDistance) <
+               std::tie(other.distance, other.differentBeginning, other.lengthDifference,
+                        other.exactDistance);
+    }
+};
+
+Nearness nearness(const QString& wrong, const QString& known) {
+    const QString from = folded(wrong);
+    const QString to = folded(known);
+    return {editDistance(from, to), !from.startsWith(to) && !to.startsWith(from),
+            std::abs(from.size() - to.size()), editDistance(wrong, known)};
+}
+
+/// The nearest first. A unit that the instrument shows as a prefix of another is among them where
+/// only its letter case is wrong.
+std::string nearestNames(const QString& wrong, Direction usable) {
+    struct Candidate {
+        Nearness nearness;
+        std::string text;
+    };
+    std::vector<Candidate> candidates;
+    for (const Unit& unit : rfu::kUnits) {
+        const QString known = unit.name.toString();
+        const Nearness near = nearness(wrong, known);
+        if (usable(unit)) {
+            candidates.push_back({near, nameOf(unit)});
+        } else if (const Unit* const base = baseOfPrefixed(known);
+                   near.distance == 0 && usable == canBeShown && base != nullptr) {
+            candidates.push_back({near, nameOf(unit) + " (ask for " + nameOf(*base) + ")"});
+        }
+    }
+    std::stable_sort(
+        candidates.begin(), candidates.end(),
+        [](const Candidate& a, const Candidate& b) { return a.nearness < b.nearness; });
+    std::vector<std::string> nearest;
+    for (std::size_t i = 0; i < kSuggestions; ++i) {
+        nearest.push_back(candidates[i].text);
+    }
+    return alternatives(nearest);
+}
+
+BadValue unknownUnit(const QString& name, Direction usable) {
+    return {"there is no unit " + quoted(name.toStdString()) + "; the nearest are " +
+            nearestNames(name.left(kLongestName), usable)};
 }
 
 /// The spelling of a known unit in the direction that wants other letter case; null where there is
@@ -125,8 +154,9 @@ std::string readableUnitsOf(Quantity quantity) {
 }
 
 /// Why a unit that levels are shown in cannot be read, or that there is no such unit.
-BadValue notReadable(const QString& name) {
-    const std::string asQuoted = quoted(name.toStdString());
+/// @param name as the vocabulary spells what was typed
+BadValue notReadable(const QString& typed, const QString& name) {
+    const std::string asQuoted = quoted(typed.toStdString());
     const Unit* const known = rfu::findUnit(name);
     if (known != nullptr) {
         if (const Unit* const spelled = otherSpelling(name, canBeRead)) {
@@ -141,12 +171,13 @@ BadValue notReadable(const QString& name) {
         return {asQuoted + " is only shown, never read; values are read in " +
                 readableUnitsOf(shown->quantity)};
     }
-    return unknownUnit(name, canBeRead);
+    return unknownUnit(typed, canBeRead);
 }
 
 /// Why a unit cannot be asked for, or that there is no such unit.
-BadValue notShowable(const QString& name) {
-    const std::string asQuoted = quoted(name.toStdString());
+/// @param name as the vocabulary spells what was typed
+BadValue notShowable(const QString& typed, const QString& name) {
+    const std::string asQuoted = quoted(typed.toStdString());
     if (const Unit* const base = baseOfPrefixed(name)) {
         return {asQuoted + " cannot be asked for, the prefix follows from the level; ask for " +
                 nameOf(*base)};
@@ -156,7 +187,7 @@ BadValue notShowable(const QString& name) {
             return {asQuoted + " is only read, never shown; ask for " + nameOf(*spelled)};
         }
     }
-    return unknownUnit(name, canBeShown);
+    return unknownUnit(typed, canBeShown);
 }
 
 Failure missingCenter(const std::string& unit) {
@@ -174,19 +205,21 @@ Antenna antennaOf(const CommandLine& line) {
 }
 
 const Unit& unitToRead(std::string_view name) {
+    const QString typed = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
     const QString spelled = QString::fromStdString(withVocabularyMicro(name));
     const Unit* const unit = rfu::findUnit(spelled);
     if (unit == nullptr || !canBeRead(*unit)) {
-        throw notReadable(spelled);
+        throw notReadable(typed, spelled);
     }
     return *unit;
 }
 
 const Unit& unitToShow(std::string_view name) {
+    const QString typed = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
     const QString spelled = QString::fromStdString(withVocabularyMicro(name));
     const Unit* const unit = rfu::findUnit(spelled);
     if (unit == nullptr || !canBeShown(*unit)) {
-        throw notShowable(spelled);
+        throw notShowable(typed, spelled);
     }
     return *unit;
 }
