@@ -17,8 +17,9 @@ public:
     /// An object of items.
     std::string document() {
         std::string text = "{";
+        const int first = input_.byte();
         for (int i = input_.below(4); i >= 0; --i) {
-            text += key() + ':';
+            text += key(first + i) + ':';
             text += rarely() ? value(0) : array();
             text += ',';
         }
@@ -37,10 +38,15 @@ private:
         return text;
     }
 
-    std::string key() {
+    /// Keys of different numbers repeat only rarely: where one displaces an array the engine looks
+    /// for the leak that Qt has there, which takes as long as a hundred runs.
+    std::string key(int number) {
         static const std::array<std::string, 8> kKeys = {
             "\"\"", "\"a\"", "\"b\"", "\"10\"", "\"9\"", "\"\\u00e4\"", "\"before\"", "\"A\""};
-        return rarely() ? quoted() : input_.pick(kKeys);
+        if (rarely()) {
+            return rarely() ? input_.pick(kKeys) : quoted();
+        }
+        return kKeys[static_cast<std::size_t>(number) % kKeys.size()];
     }
 
     std::string member() {
