@@ -401,6 +401,8 @@ TEST(Convert, unknownUnitsAreAnsweredWithTheNearest) {
          1,
          "",
          "rfutils: there is no unit \"\u03BCv\"; the nearest are \u00B5V (ask for V), V or W\n"},
+        {"letter case of a prefix that only the text has", show("Kv/m"), "", 1, "",
+         "rfutils: there is no unit \"Kv/m\"; the nearest are kV/m (ask for V/m), V/m or A/m\n"},
         {"milliwatts", show("mw"), "", 1, "",
          "rfutils: there is no unit \"mw\"; the nearest are mW (ask for W), W or V\n"},
         {"a name with the same beginning comes before one of the same length", show("dbm"), "", 1,

@@ -2,6 +2,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
+#include <set>
 #include <sstream>
 
 #include "runCommand.h"
@@ -47,6 +49,23 @@ std::string takeInput(QStringList& words, const SampleFolder& folder) {
     return input;
 }
 
+/// The names in the first column of the table of units.
+std::set<QString> unitsOfDocument(const std::string& document) {
+    std::set<QString> names;
+    static const QRegularExpression name(QStringLiteral("`([^`]+)`"));
+    const QString text = QString::fromStdString(document);
+    const QStringList lines = text.mid(text.indexOf(QStringLiteral("| name |"))).split('\n');
+    for (const QString& line : lines) {
+        if (!line.startsWith('|')) {
+            break;
+        }
+        for (auto found = name.globalMatch(line.section('|', 1, 1)); found.hasNext();) {
+            names.insert(found.next().captured(1));
+        }
+    }
+    return names;
+}
+
 }  // namespace
 
 TEST(Document, examplesShowWhatTheCommandPrints) {
@@ -64,4 +83,13 @@ TEST(Document, examplesShowWhatTheCommandPrints) {
         const CommandResult result = runCommand(words, input, folder);
         EXPECT_EQ(result.output + result.errors, example.output);
     }
+}
+
+TEST(Document, namesEveryUnitOfTheList) {
+    std::set<QString> listed;
+    const std::string csv = runCommand({"units", "--format", "csv"}).output;
+    for (const QString& row : QString::fromStdString(csv).split('\n', Qt::SkipEmptyParts).mid(1)) {
+        listed.insert(row.section(',', 0, 0));
+    }
+    EXPECT_EQ(unitsOfDocument(readFile(QStringLiteral(RFUTILS_UNITS_DOCUMENT))), listed);
 }

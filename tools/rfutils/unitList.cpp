@@ -16,8 +16,13 @@ const Usage kUsage = {
      "rfutils units --format csv"}};
 // clang-format on
 
-const char* shownBy(const rfu::Unit& unit) {
-    return canBeShown(unit) ? "name" : unit.fromDbm.rule == rfu::FromDbm::Unknown ? "no" : "prefix";
+const char* shownBy(const ListedUnit& unit) {
+    if (unit.row == nullptr) {
+        return "prefix";
+    }
+    return canBeShown(*unit.row)                             ? "name"
+           : unit.row->fromDbm.rule == rfu::FromDbm::Unknown ? "no"
+                                                             : "prefix";
 }
 
 }  // namespace
@@ -31,9 +36,9 @@ void runUnits(const QStringList& arguments) {
     line.requireAtMost(0);
     TableWriter table(standardOutput(), line.format(),
                       {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
-    for (const rfu::Unit& unit : rfu::kUnits) {
-        table.text(nameOf(unit)).text(quantityOf(unit)).text(shownBy(unit));
-        table.flag(canBeRead(unit)).flag(needsAntenna(unit));
+    for (const ListedUnit& unit : allUnits()) {
+        table.text(unit.name).text(quantityOf(unit.like)).text(shownBy(unit));
+        table.flag(unit.row != nullptr && canBeRead(*unit.row)).flag(needsAntenna(unit.like));
     }
     table.finish();
 }

@@ -71,6 +71,12 @@ const Unit* baseOfPrefixed(const QString& name) {
     return base != nullptr && canBeShown(*base) && isLinear(*base) ? base : nullptr;
 }
 
+/// Whether the instrument puts the prefixes of fields in front of a unit.
+bool isShownWithPrefixes(const Unit& unit) {
+    return unit.fromDbm.rule == rfu::FromDbm::FieldAmplitude ||
+           unit.fromDbm.rule == rfu::FromDbm::FieldPower;
+}
+
 using Direction = bool (*)(const Unit&);
 
 /// In lower case and with one micro sign.
@@ -107,14 +113,14 @@ std::string nearestNames(const QString& wrong, Direction usable) {
         std::string text;
     };
     std::vector<Candidate> candidates;
-    for (const Unit& unit : rfu::kUnits) {
-        const QString known = unit.name.toString();
+    for (const ListedUnit& unit : allUnits()) {
+        const QString known = QString::fromStdString(unit.name);
         const Nearness near = nearness(wrong, known);
-        if (usable(unit)) {
-            candidates.push_back({near, nameOf(unit)});
+        if (unit.row != nullptr && usable(*unit.row)) {
+            candidates.push_back({near, unit.name});
         } else if (const Unit* const base = baseOfPrefixed(known);
                    near.distance == 0 && usable == canBeShown && base != nullptr) {
-            candidates.push_back({near, nameOf(unit) + " (ask for " + nameOf(*base) + ")"});
+            candidates.push_back({near, unit.name + " (ask for " + nameOf(*base) + ")"});
         }
     }
     std::stable_sort(
@@ -226,6 +232,30 @@ const Unit& unitToShow(std::string_view name) {
 
 std::string nameOf(const Unit& unit) {
     return unit.name.toString().toStdString();
+}
+
+std::vector<ListedUnit> allUnits() {
+    std::vector<ListedUnit> units;
+    const auto addPrefixed = [&units](char prefix, const Unit& base) {
+        const std::string name = prefix + nameOf(base);
+        const Unit* const row = rfu::findUnit(QString::fromStdString(name));
+        units.push_back({name, row, row != nullptr ? *row : base});
+    };
+    for (const Unit& unit : rfu::kUnits) {
+        if (unit.fromDbm.rule == rfu::FromDbm::FieldStep) {
+            continue;  // it is listed with its base unit
+        }
+        units.push_back({nameOf(unit), &unit, unit});
+        if (isShownWithPrefixes(unit)) {
+            for (const rfu::LargePrefix& prefix : rfu::kLargePrefixes) {
+                addPrefixed(prefix.letter, unit);
+            }
+            for (const rfu::SmallPrefix& prefix : rfu::kSmallPrefixes) {
+                addPrefixed(prefix.letter, unit);
+            }
+        }
+    }
+    return units;
 }
 
 std::string quantityOf(const Unit& unit) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/commandLine.h"
 
@@ -30,6 +31,17 @@ const rfu::Unit& unitToRead(std::string_view name);
 const rfu::Unit& unitToShow(std::string_view name);
 
 std::string nameOf(const rfu::Unit& unit);
+
+/// A unit that the instrument shows or reads.
+struct ListedUnit {
+    std::string name;
+    const rfu::Unit* row;   ///< in the vocabulary; null for a field unit that is only shown
+    const rfu::Unit& like;  ///< the row or the unit behind the prefix, for quantity and antenna
+};
+/// The vocabulary and what it leaves out: the linear field units with every prefix. They follow
+/// the unit itself, from the largest to the smallest.
+std::vector<ListedUnit> allUnits();
+
 std::string quantityOf(const rfu::Unit& unit);
 /// Whether values of the unit depend on the antenna.
 bool needsAntenna(const rfu::Unit& unit);
