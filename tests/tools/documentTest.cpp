@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <set>
@@ -70,10 +69,7 @@ std::set<QString> unitsOfDocument(const std::string& document) {
 
 TEST(Document, examplesShowWhatTheCommandPrints) {
     const SampleFolder folder;
-    const QDir samples(QStringLiteral(RFUTILS_SAMPLES));
-    for (const QString& name : samples.entryList(QDir::Files)) {
-        folder.add(name.toUtf8().constData(), readFile(samples.filePath(name)));
-    }
+    folder.addSamples();
     const auto examples = examplesOfDocument(readFile(QStringLiteral(RFUTILS_COMMAND_DOCUMENT)));
     EXPECT_GE(examples.size(), 30U);
     for (const Example& example : examples) {

@@ -42,6 +42,14 @@ void SampleFolder::add(const char* fileName, const std::string& bytes) const {
               static_cast<qint64>(bytes.size()));
 }
 
+void SampleFolder::addSamples() const {
+    const QDir samples(QStringLiteral(RFUTILS_SAMPLES));
+    for (const QString& name : samples.entryList(QDir::Files)) {
+        ASSERT_TRUE(QFile::copy(samples.filePath(name), QDir(path()).filePath(name)))
+            << name.toStdString();
+    }
+}
+
 std::string SampleFolder::read(const char* fileName) const {
     QFile file(QDir(path()).filePath(QString::fromUtf8(fileName)));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << fileName;

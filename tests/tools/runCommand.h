@@ -30,6 +30,8 @@ public:
 
     QString path() const { return folder_.path(); }
     void add(const char* fileName, const std::string& bytes) const;
+    /// The sample files that come with the command.
+    void addSamples() const;
     std::string read(const char* fileName) const;
 
 private:

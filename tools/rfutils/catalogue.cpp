@@ -18,11 +18,11 @@ const Usage kUsage = {
     "Choices are sorted by item, display sequence, code and id. A display sequence of 0 means that\n"
     "the choice is not offered to the operator.",
     "FILE",
-    {"rfutils catalogue choices.json",
-     "rfutils catalogue choices.json --item atten",
-     "rfutils catalogue choices.json --item atten --id auto",
-     "rfutils catalogue choices.json --item atten --code 1 --format json",
-     "rfutils catalogue choices.json --item atten --label Manual"}};
+    {"rfutils catalogue catalogue.json",
+     "rfutils catalogue catalogue.json --item detector",
+     "rfutils catalogue catalogue.json --item attenuation --id auto",
+     "rfutils catalogue catalogue.json --item attenuation --code 1 --format json",
+     "rfutils catalogue catalogue.json --item detector --label \"Quasi-peak\""}};
 // clang-format on
 
 /// Ids are the same whatever the case of their ASCII letters.
