@@ -200,7 +200,14 @@ TEST(Catalogue, controlCharactersStayInsideTheirCell) {
     folder.add(
         "c.json",
         R"({"a": [{"id": "x", "label": "1\n2\t3\r\u0001\u007f\\", "enum": 1, "dispSeq": 1}]})");
-    expectCommands({{"JSON escapes",
+    expectCommands({{"text escapes",
+                     {"catalogue", "c.json"},
+                     "",
+                     0,
+                     "item  dispSeq  enum  id  label               offered\n"
+                     "a           1     1  x   1\\n2\\t3\\r\\x01\\x7f\\  yes\n",
+                     ""},
+                    {"JSON escapes",
                      {"catalogue", "c.json", "--format", "json"},
                      "",
                      0,
@@ -212,6 +219,29 @@ TEST(Catalogue, controlCharactersStayInsideTheirCell) {
                      "",
                      0,
                      "item,dispSeq,enum,id,label,offered\na,1,1,x,\"1\n2\t3\r\x01\x7F\\\",true\n",
+                     ""}},
+                   folder);
+}
+
+TEST(Catalogue, controlCharactersDoNotSteerTheTerminal) {
+    const SampleFolder folder;
+    folder.add(
+        "c.json",
+        R"({"a": [{"id": "x", "label": "\u001b[31m\u0080\u009b\u009f\u00a0\u007e\u001f\u0020",)"
+        R"( "enum": 1, "dispSeq": 1}]})");
+    folder.add("s.json", R"({"a": [{"id": "x\ny", "label": "\u001b]0;title\u0007"}]})");
+    expectCommands({{"escape sequences, also those of one character",
+                     {"catalogue", "c.json"},
+                     "",
+                     0,
+                     "item  dispSeq  enum  id  label                        offered\n"
+                     "a           1     1  x   \\x1b[31m\\x80\\x9b\\x9f\u00A0~\\x1f   yes\n",
+                     ""},
+                    {"in every table",
+                     {"setups", "s.json"},
+                     "",
+                     0,
+                     "index  id    label\n    0  x\\ny  \\x1b]0;title\\x07\n",
                      ""}},
                    folder);
 }

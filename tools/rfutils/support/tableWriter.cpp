@@ -24,29 +24,69 @@ std::size_t widthOf(std::string_view text) {
     }));
 }
 
-std::string escaped(std::string_view text) {
+/// "\n", "\t" and "\r" by their letter; 0 for every other character.
+char escapeLetter(unsigned code) {
+    switch (code) {
+        case '\n':
+            return 'n';
+        case '\t':
+            return 't';
+        case '\r':
+            return 'r';
+        default:
+            return 0;
+    }
+}
+
+/// A control character as "\n" or with its number in two hexadecimal digits behind a lead.
+std::string escapedControl(unsigned code, std::string_view lead) {
     constexpr char kHex[] = "0123456789abcdef";
+    if (const char letter = escapeLetter(code)) {
+        return {'\\', letter};
+    }
+    std::string result(lead);
+    result += kHex[code >> 4u];
+    result += kHex[code & 0xFu];
+    return result;
+}
+
+bool isAsciiControl(unsigned byte) {
+    return byte < 0x20 || byte == 0x7F;
+}
+
+std::string escaped(std::string_view text) {
     std::string result = "\"";
     for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
+        const unsigned byte = static_cast<unsigned char>(c);
         if (c == '"' || c == '\\') {
             result += '\\';
             result += c;
-        } else if (c == '\n') {
-            result += "\\n";
-        } else if (c == '\t') {
-            result += "\\t";
-        } else if (c == '\r') {
-            result += "\\r";
-        } else if (byte < 0x20 || byte == 0x7F) {
-            result += "\\u00";
-            result += kHex[byte >> 4u];
-            result += kHex[byte & 0xFu];
+        } else if (isAsciiControl(byte)) {
+            result += escapedControl(byte, "\\u00");
         } else {
             result += c;
         }
     }
     return result + '"';
+}
+
+/// With "\x1b" for an escape and "\n" for a line end: control characters neither break a table nor
+/// steer the terminal. Those of U+0080 to U+009F do so as well; in UTF-8 they are two bytes.
+std::string printable(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const unsigned byte = static_cast<unsigned char>(text[i]);
+        const unsigned next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0u;
+        if (isAsciiControl(byte)) {
+            result += escapedControl(byte, "\\x");
+        } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
+            result += escapedControl(next, "\\x");
+            ++i;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
 }
 
 std::string padded(std::string_view text, std::size_t width, bool alignRight) {
@@ -149,7 +189,7 @@ void TableWriter::raw(std::string_view text, std::string_view shown, bool alignR
 TableWriter& TableWriter::text(std::string_view value) {
     switch (format_) {
         case Format::Text:
-            raw({}, value, false);
+            raw({}, printable(value), false);
             break;
         case Format::Csv:
             raw(csvCell(value), {}, false);

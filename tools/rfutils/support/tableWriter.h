@@ -29,7 +29,7 @@ public:
                 Shape shape = Shape::Rows);
 
     // The cells of a row in column order; a row is complete with its last cell.
-    /// UTF-8; broken sequences become U+FFFD in JSON.
+    /// UTF-8; broken sequences become U+FFFD in JSON, control characters "\x1b" or "\n" in text.
     TableWriter& text(std::string_view value);
     /// As text(), with the empty text as no value.
     TableWriter& textOrNone(std::string_view value);
