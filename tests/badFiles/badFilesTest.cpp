@@ -1,0 +1,395 @@
+// What each loader answers to files that are not what they should be: its result, its message,
+// everything that it holds afterwards; and that a good file loads afterwards as ever.
+#include "subjects.h"
+
+#include <support/deadline.h>
+#include <support/tempFiles.h>
+
+#include <QTextCodec>
+
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace std::string_literals;
+
+constexpr std::size_t kTenMegabytes = 10 * 1024 * 1024;
+
+/// A format: how its files are called, a good one, and what that leaves in a new object.
+struct Format {
+    const char* file;
+    std::function<std::unique_ptr<Subject>()> make;
+    std::string good;
+    std::string goodHolds;
+    /// Where there is no file: what it says, and what changes in an object that held the good one.
+    std::string missing;
+    std::string missingHolds;
+};
+
+std::unique_ptr<Subject> mapWith(MapSubject::Loader loader) {
+    return std::make_unique<MapSubject>(loader);
+}
+
+std::string bytesOf(const std::vector<float>& values) {
+    return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(float)};
+}
+
+const std::string kDefault = " colours=1 [-9999 0 0 0|9999 0 0 0]";
+const std::string kLoaded = "isLoaded=1 isValid=1";
+
+const Format kHdr = {
+    "map.hdr",
+    [] { return mapWith(&veltaGEO::loadHDRFile); },
+    "NCOLS 3\nNROWS 2\nULXMAP 1.5\nULYMAP 2.5\nXDIM 0.5\nNODATA -9\nPIXELTYPE FLOAT\n",
+    "nCols=3 nRows=2 originX=1.5 originY=2.5 cellSize=0.5 noData=-9 isFloat=1",
+    "HDR file not found",
+    "nCols=3 nRows=2 originX=1.5 originY=2.5 cellSize=0.5 noData=-9 isFloat=1"};
+
+const Format kAsc = {
+    "map.asc",
+    [] { return mapWith(&veltaGEO::loadASCFile); },
+    "ncols 3\nnrows 2\nxllcorner 1.5\nyllcorner 2.5\ncellsize 0.5\nNODATA_value -9\n1 2 3\n4 5 6\n",
+    kLoaded + " nCols=3 nRows=2 originX=1.5 originY=2.5 cellSize=0.5 noData=-9" + kDefault +
+        " row0=1,2,3 row1=4,5,6",
+    "ASC file not found",
+    "isValid=1 nCols=3 nRows=2 originX=1.5 originY=2.5 cellSize=0.5 noData=-9" + kDefault +
+        " row0=1,2,3 row1=4,5,6"};
+
+const Format kBil = {
+    "map.bil",
+    [] { return std::make_unique<CellsSubject>(); },
+    bytesOf({1, 2, 3, 4, 5, 6}),
+    kLoaded + " nCols=3 nRows=2 noData=-9" + kDefault + " isFloat=1 row0=1,2,3 row1=4,5,6",
+    "BIL file not found",
+    kLoaded + " nCols=3 nRows=2 noData=-9" + kDefault + " isFloat=1 row0=1,2,3 row1=4,5,6"};
+
+const Format kClr = {"map.clr",
+                     [] { return mapWith(&veltaGEO::LoadColorTable); },
+                     "0 1 2 3\n10 4 5 6\n",
+                     "colours=1 [0 1 2 3|10 4 5 6]",
+                     "CLR file not found. Unable to display in color.",
+                     "colours=1 [-9999 0 0 0|9999 4 5 6]"};
+
+const std::string kGoodTab =
+    "!table\nFile \"map.bil\"\nType \"RASTER\"\n"
+    "(500000,0) (0,0) Label \"Pt 1\",\n(500000,0) (0,0) Label \"Pt 2\",\n"
+    "(500000,0) (0,0) Label \"Pt 3\",\n(500000,0) (0,0) Label \"Pt 4\",\n"
+    "CoordSys Earth Projection 8, 104, \"m\", -69, 0, 0.9996, 500000, 0\nUnits \"m\"\n";
+const std::string kGoodTabHolds =
+    "utmZone=19 centralMeridian=-69 falseEasting=500000 file=map.bil point0=-69,0 point1=-69,0 "
+    "point2=-69,0 point3=-69,0 unitKind=2 fileKind=1";
+const Format kTab = {"map.tab", [] { return mapWith(&veltaGEO::loadTabFile); },
+                     kGoodTab,  kGoodTabHolds,
+                     "",        kGoodTabHolds};
+
+const std::string kGoodJson =
+    R"({"item":[{"label":"Auto","id":"auto","enum":1,"dispSeq":2}],"second":[]})";
+
+const Format kItems = {"items.json", [] { return std::make_unique<CatalogueSubject>(); },
+                       kGoodJson,    "item.AUTO=auto,Auto,1,2",
+                       "",           "item.AUTO=auto,Auto,1,2"};
+
+const Format kSetups = {"setups.json",
+                        [] { return std::make_unique<SetupsSubject>(); },
+                        kGoodJson,
+                        "auto,Auto",
+                        "",
+                        ""};
+
+const std::vector<const Format*> kFormats = {&kHdr, &kAsc, &kBil, &kClr, &kTab, &kItems, &kSetups};
+
+/// Text as UTF-16 with its mark.
+std::string utf16(const std::string& text, bool bigEndian) {
+    std::string bytes = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (const char c : text) {
+        bytes += bigEndian ? "\0"s + c : c + "\0"s;
+    }
+    return bytes;
+}
+
+std::string repeated(const std::string& text, std::size_t times) {
+    std::string result;
+    result.reserve(text.size() * times);
+    for (; times > 0; --times) {
+        result += text;
+    }
+    return result;
+}
+
+/// A choice that is also a setup.
+std::string choice(const std::string& id, const std::string& label) {
+    return R"({"item":[{"label":")" + label + R"(","id":")" + id + R"(","enum":1,"dispSeq":2}]})";
+}
+
+struct Row {
+    const Format& format;
+    const char* what;
+    std::string bytes;
+    bool done;
+    std::string said;
+    std::string holds;
+};
+
+constexpr char kTooManyColumns[] = "Too many columns in the file. Unable to open";
+constexpr char kTooManyRows[] = "Too many rows in the file. Unable to open";
+constexpr char kRasterLoaded[] = "Raster file loaded";
+constexpr char kTooDeep[] = "\"too deeply nested document\"";
+constexpr char kIllegal[] = "\"illegal value\"";
+
+std::vector<Row> rows() {
+    const std::string tenMegabytes(kTenMegabytes, ' ');
+    const std::string millionOnes = repeated("1 ", 1000000);
+    const std::string deepArrays =
+        R"({"item":)" + std::string(100000, '[') + std::string(100000, ']') + "}";
+    const std::string deepObjects =
+        R"({"item":)" + repeated(R"({"a":)", 100000) + "0" + std::string(100000, '}') + "}";
+    const std::string loneSurrogates = choice(R"(\ud800)", R"(\udc00x)");
+    const std::string nulInId = choice(R"(a\u0000b)", "Label");
+    const std::string longLabel = choice("long", std::string(kTenMegabytes, 'x'));
+    const std::string millionSetups = R"({"item":[{"label":"l","id":"i"})" +
+                                      repeated(R"(,{"label":"l","id":"i"})", 999999) + "]}";
+    return {
+        {kHdr, "empty", "", true, "", ""},
+        {kHdr, "line of 10 MB", "NCOLS 3" + tenMegabytes + "4\nNROWS 2\n", true, "",
+         "nCols=3 nRows=2"},
+        {kHdr, "10 MB without a line end", "NCOLS" + tenMegabytes + "3", true, "", ""},
+        {kHdr, "a million tokens", "NCOLS 3\n" + millionOnes + "\nNROWS 2\n", true, "",
+         "nCols=3 nRows=2"},
+        {kHdr, "a million columns", "XDIM 4\nNCOLS 1000000\nNROWS 2\n", false, kTooManyColumns,
+         "nCols=1000000 cellSize=4"},
+        {kHdr, "a million rows", "NROWS 1000000\nNCOLS 2\n", false, kTooManyRows, "nRows=1000000"},
+        {kHdr, "sizes that are no numbers", "NCOLS wide\nNROWS -\nXDIM x\n", true, "", ""},
+        {kHdr, "sizes of zero", "NCOLS 0\nNROWS 0\n", true, "", ""},
+        {kHdr, "negative sizes", "NCOLS -3\nNROWS -99999999999\n", true, "",
+         "nCols=-3 nRows=-2147483648"},
+        {kHdr, "NUL bytes", "NCOLS 3\0 4\nNROWS\0 2\nXD\0IM 4\n"s, true, "", "nCols=3"},
+        {kHdr, "nothing but NUL bytes", std::string(100000, '\0'), true, "", ""},
+        {kHdr, "CR LF", "NCOLS 3\r\nNROWS 2\r\n", true, "", "nCols=3 nRows=2"},
+        {kHdr, "lone CR", "NCOLS 3\rNROWS 2\r", true, "", ""},
+        {kHdr, "byte-order mark", "\xEF\xBB\xBFNCOLS 3\nNROWS 2\n", true, "", "nCols=3 nRows=2"},
+        {kHdr, "UTF-16, little-endian", utf16(kHdr.good, false), true, "", ""},
+        {kHdr, "UTF-16, big-endian", utf16(kHdr.good, true), true, "", ""},
+        {kHdr, "a key twice: the last counts", "NCOLS 5\nNCOLS 3\n", true, "", "nCols=3"},
+
+        {kAsc, "empty", "", true, kRasterLoaded, kLoaded + kDefault},
+        {kAsc, "row of 10 MB",
+         "ncols 3\nNODATA_value -9\n" + repeated("7 ", kTenMegabytes / 2) + "\n4 5 6\n", true,
+         kRasterLoaded, kLoaded + " nCols=3 noData=-9" + kDefault + " row0=7,7,7 row1=4,5,6"},
+        {kAsc, "header line of 10 MB", "ncols" + tenMegabytes + "3\nNODATA_value -9\n1 2 3\n", true,
+         kRasterLoaded, kLoaded + " noData=-9" + kDefault},
+        {kAsc, "a million columns", "nrows 4\nncols 1000000\nNODATA_value -9\n1 2 3\n", false,
+         kTooManyColumns, "nCols=1000000 nRows=4"},
+        {kAsc, "a million rows", "ncols 3\nnrows 1000000\nNODATA_value -9\n1 2 3\n", false,
+         kTooManyRows, "nCols=3 nRows=1000000"},
+        {kAsc, "a million short lines",
+         "ncols 3\nNODATA_value -9\n1 2 3\n" + repeated("\n", 1000000) + "4 5 6\n", true,
+         kRasterLoaded, kLoaded + " nCols=3 noData=-9" + kDefault + " row0=1,2,3"},
+        {kAsc, "sizes that are no numbers", "ncols wide\nnrows tall\nNODATA_value none\n1 2 3\n",
+         true, kRasterLoaded, kLoaded + kDefault},
+        {kAsc, "sizes of zero", "ncols 0\nnrows 0\nNODATA_value -9\n1 2 3\n", true, kRasterLoaded,
+         kLoaded + " noData=-9" + kDefault},
+        {kAsc, "nothing but NUL bytes", std::string(100000, '\0'), true, kRasterLoaded,
+         kLoaded + kDefault},
+        {kAsc, "UTF-16, little-endian", utf16(kAsc.good, false), true, kRasterLoaded,
+         kLoaded + kDefault},
+        {kAsc, "UTF-16, big-endian", utf16(kAsc.good, true), true, kRasterLoaded,
+         kLoaded + kDefault},
+        {kAsc, "a key twice: the last counts", "ncols 5\nncols 3\nNODATA_value -9\n1 2 3 4 5\n",
+         true, kRasterLoaded, kLoaded + " nCols=3 noData=-9" + kDefault + " row0=1,2,3"},
+
+        {kBil, "empty", "", true, kRasterLoaded,
+         kLoaded + " nCols=3 nRows=2 noData=-9" + kDefault +
+             " isFloat=1 row0=-9,-9,-9 row1=-9,-9,-9"},
+        {kBil, "10 MB too long", kBil.good + tenMegabytes, true, kRasterLoaded, kBil.goodHolds},
+
+        {kClr, "empty", "", true, "", kDefault.substr(1)},
+        {kClr, "line of 10 MB", "0 1 2 3" + tenMegabytes + "7\n10 4 5 6\n", true, "",
+         kClr.goodHolds},
+        {kClr, "10 MB without a line end", "0" + tenMegabytes + "1 2 3", true, "",
+         kDefault.substr(1)},
+        {kClr, "a million columns", millionOnes + "\n10 4 5 6\n", true, "",
+         "colours=1 [-9999 0 0 0|10 4 5 6]"},
+        {kClr, "a million lines", repeated("\n", 1000000), true, "",
+         "colours=32 [-9999 0 0 0|9999 0 0 0]"},
+        {kClr, "colours that are no numbers", "low red green blue\n1 2x - +\n", true, "",
+         "colours=1 [0 0 0 0|1 2 0 0]"},
+        {kClr, "huge and negative colours", "-1e999 99999999999 -99999999999 -1\n1e999 256 0 -0\n",
+         true, "", "colours=1 [-inf 2147483647 -2147483648 -1|inf 256 0 0]"},
+        {kClr, "NUL bytes", "0 1 2 3\0 9\n10 4\0 5 6\n"s, true, "",
+         "colours=1 [0 1 2 3|9999 0 0 0]"},
+        {kClr, "CR LF", "0 1 2 3\r\n10 4 5 6\r\n", true, "", kClr.goodHolds},
+        {kClr, "lone CR", "0 1 2 3\r10 4 5 6\r", true, "", kDefault.substr(1)},
+        {kClr, "byte-order mark", "\xEF\xBB\xBF" + kClr.good, true, "", kClr.goodHolds},
+        {kClr, "UTF-16, little-endian", utf16(kClr.good, false), true, "", kDefault.substr(1)},
+        {kClr, "UTF-16, big-endian", utf16(kClr.good, true), true, "", kDefault.substr(1)},
+
+        {kTab, "empty", "", true, "", ""},
+        {kTab, "line of 10 MB", "File" + tenMegabytes + "\"map.bil\"\nUnits \"degree\"\n", true, "",
+         "unitKind=1"},
+        {kTab, "name of 10 MB",
+         "File \"" + std::string(kTenMegabytes, 'n') + "\"\nUnits \"degree\"\n", true, "",
+         "file=" + std::string(63, 'n') + " unitKind=1 fileKind=-1"},
+        {kTab, "a million columns", millionOnes + "\nUnits \"degree\"\n", true, "", "unitKind=1"},
+        {kTab, "points that are no numbers",
+         "(x,y) (0,0) Label \"Pt 1\",\n(-,5z) (0,0) Label \"Pt 2\",\n", true, "", "point1=0,5"},
+        {kTab, "huge points", "(1e999,-1e999) (0,0) Label \"Pt 3\",\n", true, "",
+         "point2=inf,-inf"},
+        {kTab, "NUL bytes", "File \"a.bil\0\"\nUnits\0 \"m\"\n"s, true, "",
+         "file=a.bil fileKind=1"},
+        {kTab, "CR LF", "File \"a.bil\"\r\nUnits \"degree\"\r\n", true, "",
+         "file=a.bil unitKind=1 fileKind=1"},
+        {kTab, "lone CR", "Type \"NATIVE\"\rFile \"a.bil\"\r", true, "", ""},
+        {kTab, "byte-order mark",
+         "\xEF\xBB\xBF"
+         "File \"a.bil\"\n",
+         true, "", "file=a.bil fileKind=1"},
+        {kTab, "UTF-16, little-endian", utf16("Type \"NATIVE\"\n" + kGoodTab, false), true, "", ""},
+        {kTab, "UTF-16, big-endian", utf16("Type \"NATIVE\"\n" + kGoodTab, true), true, "", ""},
+        {kTab, "a point twice: the last counts",
+         "(1,2) (3,4) Label \"Pt 1\",\n(5,6) (7,8) Label \"Pt 1\",\n", true, "", "point0=5,6"},
+        {kTab, "refused in the middle", "File \"a.bil\"\nType \"NATIVE\"\nUnits \"degree\"\n",
+         false, "File not supported", "file=a.bil fileKind=1"},
+
+        {kItems, "arrays nested 100,000 deep", deepArrays, false, "", ""},
+        {kItems, "objects nested 100,000 deep", deepObjects, false, "", ""},
+        {kItems, "open arrays 100,000 deep", std::string(100000, '['), false, "", ""},
+        {kItems, "UTF-16, little-endian", utf16(kGoodJson, false), false, "", ""},
+        {kItems, "UTF-16, big-endian", utf16(kGoodJson, true), false, "", ""},
+        {kItems, "nothing but NUL bytes", std::string(100000, '\0'), false, "", ""},
+        {kItems, "CR as blanks", "\r{\r\"item\"\r:\r[\r]\r}\r\n", true, "", ""},
+        {kItems, "lone surrogates", loneSurrogates, true, "", "item.?=?,?x,1,2"},
+        {kItems, "NUL in an id", nulInId, true, "", "item.A(NUL)B=a(NUL)b,Label,1,2"},
+        {kItems, "label of 10 MB", longLabel, true, "", "item.LONG=long,10485760 characters,1,2"},
+        {kItems, "a million choices that lack a member", millionSetups, true, "", ""},
+
+        {kSetups, "arrays nested 100,000 deep", deepArrays, false, kTooDeep, ""},
+        {kSetups, "objects nested 100,000 deep", deepObjects, false, kTooDeep, ""},
+        {kSetups, "open arrays 100,000 deep", std::string(100000, '['), false, kTooDeep, ""},
+        {kSetups, "UTF-16, little-endian", utf16(kGoodJson, false), false, kIllegal, ""},
+        {kSetups, "UTF-16, big-endian", utf16(kGoodJson, true), false, kIllegal, ""},
+        {kSetups, "nothing but NUL bytes", std::string(100000, '\0'), false, kIllegal, ""},
+        {kSetups, "CR as blanks", "\r{\r\"item\"\r:\r[\r]\r}\r\n", true, "\"item\"", ""},
+        {kSetups, "byte-order mark", "\xEF\xBB\xBF" + kGoodJson, true, "\"item\" \"second\"",
+         "auto,Auto"},
+        {kSetups, "lone surrogates", loneSurrogates, true, "\"item\"", "?,?x"},
+        {kSetups, "NUL in an id", nulInId, true, "\"item\"", "a(NUL)b,Label"},
+        {kSetups, "label of 10 MB", longLabel, true, "\"item\"", "long,10485760 characters"},
+        {kSetups, "a million setups", millionSetups, true, "\"item\"", "1000000 setups"},
+    };
+}
+
+class BadFiles : public testing::Test {
+protected:
+    BadFiles() : codecBefore_(QTextCodec::codecForLocale()) {
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
+    }
+    ~BadFiles() override { QTextCodec::setCodecForLocale(codecBefore_); }
+
+    std::string write(const Format& format, const std::string& bytes) {
+        remove(format);
+        return files.write(format.file, bytes);
+    }
+
+    void remove(const Format& format) { std::remove(files.path(format.file).c_str()); }
+
+    void expectGoodLoad(Subject& subject, const Format& format, const std::string& after) {
+        EXPECT_TRUE(subject.load(write(format, format.good))) << format.file << ' ' << after;
+        EXPECT_EQ(subject.holdsInUse(), format.goodHolds) << format.file << ' ' << after;
+    }
+
+    Deadline deadline{300};
+    TempFiles files;
+
+private:
+    QTextCodec* codecBefore_;
+};
+
+TEST_F(BadFiles, GiveTheStatedAnswerAndDoNoHarm) {
+    for (const Row& row : rows()) {
+        const std::string what = std::string(row.format.file) + ": " + row.what;
+        const auto subject = row.format.make();
+        EXPECT_EQ(subject->load(write(row.format, row.bytes)), row.done) << what;
+        EXPECT_EQ(subject->said(), row.said) << what;
+        EXPECT_EQ(subject->holds(), row.holds) << what;
+        const bool adds = &row.format == &kItems;  // a catalogue keeps what it holds
+        if (!adds || row.holds.empty()) {
+            expectGoodLoad(*subject, row.format, row.what);
+        }
+    }
+}
+
+TEST_F(BadFiles, CutAtAnyLengthDoNoHarm) {
+    for (const Format* format : kFormats) {
+        const auto subject = format->make();
+        for (std::size_t length = 0; length < format->good.size(); ++length) {
+            subject->load(write(*format, format->good.substr(0, length)));
+            expectGoodLoad(*subject, *format, "cut to " + std::to_string(length));
+        }
+    }
+}
+
+/// A file that is none, made at a path.
+struct NoFile {
+    const char* what;
+    std::function<void(const std::string&)> make;
+    const char* setupsSay;  // with the path for %
+};
+
+const std::vector<NoFile> kNoFiles = {
+    {"missing", [](const std::string&) {}, "Not found json file. -> \"%\""},
+    {"folder", [](const std::string& path) { mkdir(path.c_str(), 0700); },
+     "\"not a regular file\""},
+    {"FIFO", [](const std::string& path) { mkfifo(path.c_str(), 0600); }, "\"not a regular file\""},
+    {"device", [](const std::string& path) { EXPECT_EQ(symlink("/dev/zero", path.c_str()), 0); },
+     "\"not a regular file\""},
+    {"dangling link", [](const std::string& path) { EXPECT_EQ(symlink("none", path.c_str()), 0); },
+     "Not found json file. -> \"%\""},
+};
+
+std::string withPath(std::string text, const std::string& path) {
+    const std::size_t at = text.find('%');
+    return at == std::string::npos ? text : text.replace(at, 1, path);
+}
+
+TEST_F(BadFiles, ThatAreNoFilesLeaveWhatIsHeld) {
+    for (const Format* format : kFormats) {
+        for (const NoFile& noFile : kNoFiles) {
+            const std::string what = std::string(format->file) + ": " + noFile.what;
+            const auto subject = format->make();
+            expectGoodLoad(*subject, *format, "new");
+            remove(*format);
+            const std::string path = files.path(format->file);
+            noFile.make(path);
+            EXPECT_FALSE(subject->load(path)) << what;
+            EXPECT_EQ(subject->said(),
+                      format == &kSetups ? withPath(noFile.setupsSay, path) : format->missing)
+                << what;
+            EXPECT_EQ(subject->holds(), format->missingHolds) << what;
+            expectGoodLoad(*subject, *format, noFile.what);
+            remove(*format);
+        }
+    }
+}
+
+TEST_F(BadFiles, WithoutPermissionLeaveWhatIsHeld) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "root reads every file";
+    }
+    for (const Format* format : kFormats) {
+        const auto subject = format->make();
+        expectGoodLoad(*subject, *format, "new");
+        const std::string path = write(*format, format->good);
+        ASSERT_EQ(chmod(path.c_str(), 0), 0);
+        EXPECT_FALSE(subject->load(path)) << format->file;
+        EXPECT_EQ(subject->said(), format == &kSetups ? "\"Permission denied\"" : format->missing);
+        EXPECT_EQ(subject->holds(), format->missingHolds) << format->file;
+        expectGoodLoad(*subject, *format, "without permission");
+    }
+}
+
+}  // namespace

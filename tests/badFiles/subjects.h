@@ -1,0 +1,239 @@
+// Everything that loads files, under one form: load, what it said, what it holds as text.
+#pragma once
+
+#include <support/messageLog.h>
+
+#include <rfUtils/catalogues/ResultSetup.h>
+#include <rfUtils/catalogues/subItemList.h>
+#include <rfUtils/geo/veltaGEO.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <locale>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string>
+
+/// An object with one of its loaders.
+class Subject {
+public:
+    Subject() = default;
+    Subject(const Subject&) = delete;
+    Subject& operator=(const Subject&) = delete;
+    virtual ~Subject() = default;
+
+    virtual bool load(const std::string& path) = 0;
+    /// The message of the last load, or its lines in Qt's log.
+    virtual std::string said() = 0;
+    /// Everything that is not as in a new object.
+    virtual std::string holds() const = 0;
+    /// The same without what the object itself says is not in use.
+    virtual std::string holdsInUse() const { return holds(); }
+};
+
+/// Text that reads the same in every locale, without NUL and of a length that fits a message.
+class Report {
+public:
+    Report() { out_.imbue(std::locale::classic()); }
+
+    template <typename Value>
+    void add(const char* name, Value value) {
+        if (value != Value()) {
+            out_ << ' ' << name << '=' << value;
+        }
+    }
+
+    template <typename Value>
+    Report& operator<<(const Value& value) {
+        out_ << value;
+        return *this;
+    }
+
+    std::string text() const { return out_.str().substr(out_.str().empty() ? 0 : 1); }
+
+private:
+    std::ostringstream out_;
+};
+
+inline std::string shortened(const std::string& text) {
+    if (text.size() > 100) {
+        return std::to_string(text.size()) + " characters";
+    }
+    std::string visible;
+    for (const char c : text) {
+        visible += c == '\0' ? std::string("(NUL)") : std::string(1, c);
+    }
+    return visible;
+}
+
+class MapSubject : public Subject {
+public:
+    using Loader = bool (veltaGEO::*)(const QString&);
+
+    explicit MapSubject(Loader loader) : loader_(loader) {}
+
+    bool load(const std::string& path) override {
+        map_->setErrMsg(QString());
+        return (map_.get()->*loader_)(QString::fromStdString(path));
+    }
+    std::string said() override { return map_->errMsg.toStdString(); }
+    std::string holds() const override { return describe(false); }
+    std::string holdsInUse() const override { return describe(true); }
+
+protected:
+    veltaGEO& map() { return *map_; }
+
+private:
+    std::string describe(bool inUse) const {
+        const veltaGEO& m = *map_;
+        Report report;
+        report.add("isLoaded", m.isLoaded);
+        report.add("isValid", m.isValid);
+        report.add("nCols", m.nCols);
+        report.add("nRows", m.nRows);
+        report.add("originX", m.originX);
+        report.add("originY", m.originY);
+        report.add("cellSize", m.cellSize);
+        report.add("noData", m.noData);
+        report.add("colours", m.colorCount);
+        for (int i = 0; i < (inUse ? m.colorCount : 32); ++i) {
+            describeColour(report, i);
+        }
+        report.add("utmZone", m.utmZone);
+        report.add("south", m.southHemisphere);
+        report.add("originLatitude", m.originLatitude);
+        report.add("centralMeridian", m.centralMeridian);
+        report.add("falseEasting", m.falseEasting);
+        report.add("falseNorthing", m.falseNorthing);
+        report.add("file", std::string(m.rasterFileName));
+        for (int i = 0; i < 4; ++i) {
+            if (m.controlPoint[i].x != 0.0F || m.controlPoint[i].y != 0.0F) {
+                report << " point" << i << '=' << m.controlPoint[i].x << ',' << m.controlPoint[i].y;
+            }
+        }
+        report.add("unitKind", m.unitKind);
+        report.add("fileKind", m.fileKind);
+        report.add("isFloat", m.isFloat);
+        describeCells(report, inUse ? m.nRows : 2048);
+        return report.text();
+    }
+
+    void describeColour(Report& report, int i) const {
+        const veltaGEO& m = *map_;
+        std::ostringstream out;
+        out.imbue(std::locale::classic());
+        out << m.lowValue[i] << ' ' << m.lowRed[i] << ' ' << m.lowGreen[i] << ' ' << m.lowBlue[i]
+            << '|' << m.highValue[i] << ' ' << m.highRed[i] << ' ' << m.highGreen[i] << ' '
+            << m.highBlue[i];
+        if (out.str() != "0 0 0 0|0 0 0 0") {
+            report << " [" << out.str() << ']';
+        }
+    }
+
+    void describeCells(Report& report, int rows) const {
+        static const float zeros[2048] = {};
+        for (int row = 0; row < std::clamp(rows, 0, 2048); ++row) {
+            const float* const cells = map_->grid[row];
+            if (std::memcmp(cells, zeros, sizeof zeros) == 0) {
+                continue;
+            }
+            int end = 2048;
+            while (cells[end - 1] == 0.0F) {
+                --end;
+            }
+            report << " row" << row << '=';
+            for (int column = 0; column < end; ++column) {
+                report << (column == 0 ? "" : ",") << cells[column];
+            }
+        }
+    }
+
+    Loader loader_;
+    std::unique_ptr<veltaGEO> map_ = std::make_unique<veltaGEO>();
+};
+
+/// Cells without their header: the sizes are set before each load.
+class CellsSubject : public MapSubject {
+public:
+    CellsSubject() : MapSubject(&veltaGEO::loadBILFile) {}
+
+    bool load(const std::string& path) override {
+        map().nCols = 3;
+        map().nRows = 2;
+        map().isFloat = 1;
+        map().noData = -9.0F;
+        return MapSubject::load(path);
+    }
+};
+
+class CatalogueSubject : public Subject {
+public:
+    bool load(const std::string& path) override { return list_.loadJson(path); }
+
+    std::string said() override { return {}; }
+
+    std::string holds() const override {
+        Report report;
+        for (const char* itemId : {"item", "second"}) {
+            std::unordered_map<std::string, subItem> choices;
+            list_.getSubItemsById(itemId, choices);
+            const std::map<std::string, subItem> sorted(choices.begin(), choices.end());
+            for (const auto& [key, choice] : sorted) {
+                report << ' ' << choice.itemId << '.' << shortened(key) << '='
+                       << shortened(choice.id) << ',' << shortened(choice.label) << ','
+                       << choice.enumValue << ',' << choice.dispSeq;
+            }
+        }
+        return report.text();
+    }
+
+private:
+    subItemList list_;
+};
+
+class SetupsSubject : public Subject {
+public:
+    bool load(const std::string& path) override {
+        before_ = count();
+        log_.take();
+        return list_.loadJson(QString::fromStdString(path));
+    }
+
+    std::string said() override {
+        std::string lines;
+        for (const LoggedMessage& message : log_.take()) {
+            lines += (lines.empty() ? "" : " ") + message.text;
+        }
+        return lines;
+    }
+
+    /// What the last load appended.
+    std::string holds() const override {
+        const int added = count() - before_;
+        if (added > 3) {
+            return std::to_string(added) + " setups";
+        }
+        Report report;
+        for (int i = before_; i < before_ + added; ++i) {
+            report << ' ' << shortened(list_.setupId(i).toStdString()) << ','
+                   << shortened(list_.setupLabel(i).toStdString());
+        }
+        return report.text();
+    }
+
+private:
+    int count() const {
+        int setups = 0;
+        while (!list_.setupId(setups).isNull()) {
+            ++setups;
+        }
+        return setups;
+    }
+
+    MessageLog log_;
+    ResultSetup list_;
+    int before_ = 0;
+};
