@@ -115,6 +115,7 @@ TEST(Catalogue, queries) {
 TEST(Catalogue, badFiles) {
     const SampleFolder folder;
     folder.add("empty.json", "");
+    folder.add("blank.json", " \r\n\n");
     folder.add("array.json", "[1]");
     folder.add("nothing.json", "{}");
     folder.add("truncated.json", std::string(kChoices).substr(0, 60));
@@ -141,7 +142,13 @@ TEST(Catalogue, badFiles) {
              "",
              1,
              "",
-             "rfutils: empty.json:1: illegal value\n"},
+             "rfutils: empty.json: is empty (illegal value)\n"},
+            {"blank lines only",
+             {"catalogue", "blank.json"},
+             "",
+             1,
+             "",
+             "rfutils: blank.json: is empty (illegal value)\n"},
             {"no object",
              {"catalogue", "array.json"},
              "",

@@ -83,7 +83,7 @@ TEST(Setups, badFiles) {
              "",
              1,
              "",
-             "rfutils: empty.json:1: illegal value\n"},
+             "rfutils: empty.json: is empty (illegal value)\n"},
             {"no object",
              {"setups", "array.json"},
              "",

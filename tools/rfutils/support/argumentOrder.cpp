@@ -2,15 +2,18 @@
 
 namespace {
 
+bool isAsciiLetter(QChar character) {
+    return (character >= QLatin1Char('a') && character <= QLatin1Char('z')) ||
+           (character >= QLatin1Char('A') && character <= QLatin1Char('Z'));
+}
+
+/// Options are "--name" and "-n"; "-30", "-.5" and "- 30" are values, right or wrong.
 bool isOption(const QString& argument) {
     if (argument.size() < 2 || argument[0] != QLatin1Char('-')) {
         return false;
     }
-    const QChar next = argument[1];
-    const bool isValue = (next >= QLatin1Char('0') && next <= QLatin1Char('9')) ||
-                         next == QLatin1Char('.') ||
-                         argument.startsWith(QLatin1String("-inf"), Qt::CaseInsensitive);
-    return !isValue;
+    const bool namesOption = argument[1] == QLatin1Char('-') || isAsciiLetter(argument[1]);
+    return namesOption && !argument.startsWith(QLatin1String("-inf"), Qt::CaseInsensitive);
 }
 
 QString optionName(const QString& argument) {

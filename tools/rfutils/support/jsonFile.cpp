@@ -25,6 +25,9 @@ QJsonObject readJsonObject(const QString& file) {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError) {
+        if (bytes.trimmed().isEmpty()) {
+            throw fileError(file, "is empty (" + error.errorString().toStdString() + ")");
+        }
         const int line = 1 + bytes.left(error.offset).count('\n');
         throw lineError(file, line, error.errorString().toStdString());
     }
