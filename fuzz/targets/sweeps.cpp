@@ -7,7 +7,7 @@
 // numbers
 //   that strtod reads;
 // - one with frequencies gives the sweeps that its lines make by a plain restatement of the rules:
-//   the hops up to the first that comes again or a pause, in order of frequency;
+//   the hops up to the first that comes again or comes too early or a pause, in order of frequency;
 // - reading again gives the same.
 #include "support/input.h"
 #include "support/mapText.h"
@@ -44,10 +44,10 @@ void require(const Sweep& sweep, const SweepReader& reader, std::size_t levels) 
     REQUIRE(std::all_of(sweep.levels.begin(), sweep.levels.end(), isLevel));
 }
 
-Recording read(const QString& file) {
+Recording read(const QString& file, std::size_t learned) {
     Recording recording;
     try {
-        SweepReader reader(file);
+        SweepReader reader(file, learned);
         Sweep sweep;
         while (reader.next(sweep)) {
             const std::vector<double>& points = reader.axis().points;
@@ -173,46 +173,107 @@ std::int64_t pause(const HopLine& a, const HopLine& b) {
     return std::abs(a.microseconds - b.microseconds);
 }
 
-/// Of a recording with frequencies that has been read to its end. Sweeps behind the first are
-/// foretold where the whole recording is of one day.
-void requireHops(const Recording& recording, std::string_view file) {
-    const std::vector<HopLine> hops = hopLinesOf(file);
-    Parts levels;
-    Parts points;
-    std::int64_t longestPause = 1000000;
-    std::size_t next = 0;
-    for (; next < hops.size() && levels.count(hops[next].low) == 0; ++next) {
-        const HopLine& hop = hops[next];
-        levels[hop.low] = hop.levels;
-        for (std::size_t i = 0; i < hop.levels.size(); ++i) {
-            points[hop.low].push_back((hop.low + static_cast<double>(i) * hop.step) / 1e6);
+/// Lines that make a sweep.
+struct Bounds {
+    std::size_t begin;
+    std::size_t end;
+};
+
+/// Where the sweeps of a recording of one day end.
+std::vector<Bounds> boundsOf(const std::vector<HopLine>& hops, std::size_t learned) {
+    std::set<double> seen;
+    std::size_t again = 0;  // line of the first hop that comes again
+    while (again < hops.size() && seen.insert(hops[again].low).second) {
+        ++again;
+    }
+    std::size_t bound = again;
+    std::int64_t farthest = again < hops.size() ? pause(hops[again], hops[again - 1]) : INT64_MAX;
+    for (std::size_t i = 1; i < again; ++i) {
+        if (pause(hops[i], hops[i - 1]) > farthest) {
+            farthest = pause(hops[i], hops[i - 1]);
+            bound = i;
         }
-        longestPause = std::max(longestPause, next > 0 ? pause(hop, hops[next - 1]) : 0);
+    }
+    std::int64_t longestPause = 1000000;
+    std::vector<double> order;
+    for (std::size_t i = 0; i < again; ++i) {
+        const std::size_t line = (bound + i) % again;
+        order.push_back(hops[line].low);
+        if (line > 0 && line != bound) {
+            longestPause = std::max(longestPause, pause(hops[line], hops[line - 1]));
+        }
+    }
+    std::vector<Bounds> sweeps = {{0, bound}};
+    while (sweeps.back().end < hops.size()) {
+        const std::size_t begin = sweeps.back().end;
+        std::vector<std::pair<int, double>> news;  // hops behind the turn of a known one
+        int lastTurn = -1;
+        seen.clear();
+        std::size_t i = begin;
+        for (; i < hops.size(); ++i) {
+            const double low = hops[i].low;
+            const auto known = std::find(order.begin(), order.end(), low);
+            const int turn = known == order.end() ? -1 : static_cast<int>(known - order.begin());
+            if (i > begin) {
+                const std::int64_t step = pause(hops[i], hops[i - 1]);
+                const bool isBack = turn < 0 ? low < hops[i - 1].low : turn <= lastTurn;
+                if (seen.count(low) > 0 || (step > 0 && isBack) || step > longestPause) {
+                    break;
+                }
+            }
+            seen.insert(low);
+            if (turn < 0) {
+                REQUIRE(sweeps.size() < learned);
+                news.emplace_back(lastTurn, low);
+            } else {
+                lastTurn = turn;
+            }
+        }
+        sweeps.push_back({begin, i});
+        std::vector<double> merged;
+        for (int turn = -1; turn < static_cast<int>(order.size()); ++turn) {
+            if (turn >= 0) {
+                merged.push_back(order[static_cast<std::size_t>(turn)]);
+            }
+            for (const auto& [behind, low] : news) {
+                if (behind == turn) {
+                    merged.push_back(low);
+                }
+            }
+        }
+        order = merged;
+    }
+    return sweeps;
+}
+
+/// Of a recording with frequencies that has been read to its end. The sweeps are foretold where the
+/// whole recording is of one day.
+void requireHops(const Recording& recording, std::string_view file, std::size_t learned) {
+    const std::vector<HopLine> hops = hopLinesOf(file);
+    Parts none;
+    Parts points;
+    for (const HopLine& hop : hops) {
+        if (points.count(hop.low) == 0) {
+            none[hop.low].assign(hop.levels.size(), -999.0);
+            for (std::size_t i = 0; i < hop.levels.size(); ++i) {
+                points[hop.low].push_back((hop.low + static_cast<double>(i) * hop.step) / 1e6);
+            }
+        }
     }
     REQUIRE(recording.points == joined(points));
-    REQUIRE(recording.sweeps.at(0).levels == joined(levels));
     if (std::any_of(hops.begin(), hops.end(),
                     [&](const HopLine& hop) { return hop.date != hops[0].date; })) {
         return;
     }
-    std::size_t sweep = 1;
-    for (; next < hops.size(); ++sweep) {
-        Parts parts;
-        for (const auto& [low, part] : levels) {
-            parts[low].assign(part.size(), -999.0);
+    const std::vector<Bounds> sweeps = boundsOf(hops, learned);
+    REQUIRE(sweeps.size() == recording.sweeps.size());
+    for (std::size_t i = 0; i < sweeps.size(); ++i) {
+        Parts parts = none;
+        for (std::size_t line = sweeps[i].begin; line < sweeps[i].end; ++line) {
+            parts[hops[line].low] = hops[line].levels;
         }
-        std::set<double> seen;
-        for (; next < hops.size() && seen.count(hops[next].low) == 0; ++next) {
-            if (!seen.empty() && pause(hops[next], hops[next - 1]) > longestPause) {
-                break;
-            }
-            seen.insert(hops[next].low);
-            parts[hops[next].low] = hops[next].levels;
-        }
-        REQUIRE(sweep < recording.sweeps.size());
-        REQUIRE(recording.sweeps[sweep].levels == joined(parts));
+        REQUIRE(recording.sweeps[i].levels == joined(parts));
     }
-    REQUIRE(sweep == recording.sweeps.size());
 }
 
 void requireSame(const Recording& a, const Recording& b) {
@@ -227,12 +288,15 @@ void requireSame(const Recording& a, const Recording& b) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static ScratchFile file("sweeps.csv");
     file.write(data, size);
-    const Recording recording = read(file.path());
-    requireAxis(recording);
-    if (!recording.failure) {
-        const std::string_view text(reinterpret_cast<const char*>(data), size);
-        recording.points.empty() ? requireTraces(recording, text) : requireHops(recording, text);
+    for (const std::size_t learned : {1U, 4U}) {
+        const Recording recording = read(file.path(), learned);
+        requireAxis(recording);
+        if (!recording.failure) {
+            const std::string_view text(reinterpret_cast<const char*>(data), size);
+            recording.points.empty() ? requireTraces(recording, text)
+                                     : requireHops(recording, text, learned);
+        }
+        requireSame(recording, read(file.path(), learned));
     }
-    requireSame(recording, read(file.path()));
     return 0;
 }

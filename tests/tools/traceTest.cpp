@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QProcess>
 #include <algorithm>
+#include <cmath>
 #include <random>
 
 #include "runCommand.h"
@@ -281,8 +282,8 @@ std::string hop(char name, const std::string& time, const char* level) {
            "000000, 1000000, 5, " + level + "\n";
 }
 
-std::string at(const char* time) {
-    return std::string("2024-01-01, ") + time;
+std::string at(const std::string& time) {
+    return "2024-01-01, " + time;
 }
 
 }  // namespace
@@ -300,7 +301,7 @@ TEST(Trace, findsTheBoundsOfSweeps) {
                     "2,2024-01-01 10:00:00,0,0,100,1,-3,-3,-3,dBm\n"
                     "2,2024-01-01 10:00:00,1,1,101,1,-4,-4,-4,dBm\n"),
         good("out of order, times a second apart", options,
-             hop('b', at("10:00:00.25"), "-2") + hop('a', at("10:00:01.25"), "-1") +
+             hop('b', at("10:00:00.25"), "-2") + hop('a', at("10:00:00.75"), "-1") +
                  hop('b', at("10:00:01.25"), "-4") + hop('a', at("10:00:02.25"), "-3"),
              head + "1,2024-01-01 10:00:00.25,0,0,100,1,-1,-1,-1,dBm\n"
                     "1,2024-01-01 10:00:00.25,1,1,101,1,-2,-2,-2,dBm\n"
@@ -368,6 +369,120 @@ TEST(Trace, findsTheBoundsOfSweeps) {
                   "2,101,1,-3,-3,-3,dBm\n"
                   "3,102,1,-4,-4,-4,dBm\n")});
     }
+}
+
+namespace {
+
+/// A recording from words such as "a0" (hop a, stamped 10:00:00) or "b1.5"; the level is the number
+/// of the line, negative.
+std::string recording(const char* lines) {
+    std::string result;
+    int number = 0;
+    for (const QString& word : splitWords(lines)) {
+        const std::string seconds = word.mid(1).toStdString();
+        const bool isShort = seconds.find('.') == 1 || seconds.size() == 1;
+        result += hop(word.front().toLatin1(), at("10:00:") + (isShort ? "0" : "") + seconds,
+                      std::to_string(-++number).c_str());
+    }
+    return result;
+}
+
+/// The sweeps of a recording as words of the hops' lines, in order of frequency, "_" for one that
+/// was not measured: "1 2|3 _". The last `kept` sweeps are looked at one by one.
+std::string sweepsOf(const std::string& input, int points) {
+    const auto cellsOf = [&](int keep) {
+        const CommandResult result = runCommand(
+            trace("--all-points --limit -998 --format csv --keep") << QString::number(keep), input);
+        EXPECT_EQ(result.errors, "");
+        return splitWords(QString::fromStdString(result.output)
+                              .replace(QLatin1Char(' '), QLatin1Char('_'))
+                              .toUtf8()
+                              .constData());
+    };
+    const CommandResult summary = runCommand(trace("--format csv"), input);
+    const int sweeps = QString::fromStdString(summary.output)
+                           .section(QLatin1Char('\n'), 1)
+                           .section(QLatin1Char(','), 0, 0)
+                           .toInt();
+    // The sum of the levels of the last n sweeps tells the level of each of them.
+    std::vector<double> before(static_cast<std::size_t>(points), 0.0);
+    std::string text;
+    for (int keep = 1; keep <= sweeps; ++keep) {
+        const QStringList rows = cellsOf(keep);
+        EXPECT_EQ(rows.size(), points + 1);
+        std::string words;
+        for (int point = 0; point < points; ++point) {
+            const QStringList cells = rows[point + 1].split(QLatin1Char(','));
+            const double sum = cells[2].toInt() == 0 ? 0.0 : cells[2].toInt() * cells[3].toDouble();
+            double& old = before[static_cast<std::size_t>(point)];
+            const long line = std::lround(old - sum);
+            words +=
+                (point == 0 ? "" : " ") + (line == 0 ? std::string("_") : std::to_string(line));
+            old = sum;
+        }
+        text = words + (keep == 1 ? "" : "|") + text;
+    }
+    return text;
+}
+
+}  // namespace
+
+TEST(Trace, findsTheBoundsOfSweepsThatLostHops) {
+    const struct {
+        const char* name;
+        const char* lines;
+        int points;
+        const char* sweeps;
+    } kRows[] = {
+        {"first hop lost, a sweep per second", "a0 b0 c0 a1 b1 c1 b2 c2 a3 b3 c3", 3,
+         "1 2 3|4 5 6|_ 7 8|9 10 11"},
+        {"first hop lost, sweeps in less than a second", "a0.0 b0.0 a0.05 b0.05 b0.1 a0.15 b0.15",
+         2, "1 2|3 4|_ 5|6 7"},
+        {"last hop lost", "a0 b0 c0 a1 b1 a2 b2 c2", 3, "1 2 3|4 5 _|6 7 8"},
+        {"all but the last lost, all but the first lost", "a0 b0 c0 c1 a2 a3 b3 c3", 3,
+         "1 2 3|_ _ 4|5 _ _|6 7 8"},
+        {"a second that rolls over within a sweep", "a0 b0 c0 a1 b1 c2 a2 b2 c2", 3,
+         "1 2 3|4 5 6|7 8 9"},
+        {"backwards at one time is a matter of order", "a0 b0 c0 c1 b1 a1 a2 b2 c2", 3,
+         "1 2 3|6 5 4|7 8 9"},
+        {"in the order of the first sweep", "b0 a0 c0 b1 a1 c1 a2 c2 b3 a3 c3", 3,
+         "2 1 3|5 4 6|7 _ 8|10 9 11"},
+        {"begins in the middle", "c0 a10 b10 c10 a20 b20 c20 b30 c30 a40 b40 c40", 3,
+         "_ _ 1|2 3 4|5 6 7|_ 8 9|10 11 12"},
+        {"begins in the middle, less than a second before",
+         "b0.0 c0.0 a0.02 b0.02 c0.02 a0.04 c0.04", 3, "_ 1 2|3 4 5|6 _ 7"},
+        {"begins in the middle and lost the hop that comes again first",
+         "b0 c0 a10 c10 a20 b20 c20", 3, "_ 1 2|3 _ 4|5 6 7"},
+        {"the order starts where sweeps do", "c0 a10 b10 c10 c10.5 a11 b11 c11", 3,
+         "_ _ 1|2 3 4|_ _ 5|6 7 8"},
+        {"the pause before the bound is none within sweeps",
+         "c0 a10 b10 c10 a12 b14 c16 a18 b18 c18", 3, "_ _ 1|2 3 4|5 _ _|_ 6 _|_ _ 7|8 9 10"},
+        {"equal steps are the receiver's", "a0 b7 c14 a21 b28 c35", 3, "1 2 3|4 5 6"},
+        {"the first sweep lost a middle hop", "a0 c0 a1 b1 c1 a2 b2 c2", 3, "1 _ 2|3 4 5|6 7 8"},
+        {"the first sweeps lost hops by turns",
+         "b0 d0 a1 c1 d1 a2 b2 d2 a3 b3 c3 d3 b4 c4 a5 b5 c5 d5", 4,
+         "_ 1 _ 2|3 _ 4 5|6 7 _ 8|9 10 11 12|_ 13 14 _|15 16 17 18"},
+        {"a lost hop has its turn where it came", "a0 c0.1 a0.2 b0.3 c0.4 a0.5 b0.6 c0.7", 3,
+         "1 _ 2|3 4 5|6 7 8"},
+        {"a new hop after a pause begins a sweep", "a0 a10 b15", 2, "1 _|2 _|_ 3"},
+        {"one sweep", "a0 b0 c0", 3, "1 2 3"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(sweepsOf(recording(row.lines), row.points), row.sweeps) << row.name;
+    }
+}
+
+TEST(Trace, followsARecordingThatBeginsInTheMiddle) {
+    expectCommands({good("the rest of a sweep is the first",
+                         "--follow --marker 0 --marker 2 --keep 1 --format csv",
+                         recording("c0 a10 b10 c10 a20 b20 c20"),
+                         "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+                         "1,2024-01-01 10:00:00,0,0,100,0,,,,dBm\n"
+                         "1,2024-01-01 10:00:00,2,2,102,1,-1,-1,-1,dBm\n"
+                         "2,2024-01-01 10:00:10,0,0,100,1,-2,-2,-2,dBm\n"
+                         "2,2024-01-01 10:00:10,2,2,102,1,-4,-4,-4,dBm\n"
+                         "3,2024-01-01 10:00:20,0,0,100,1,-5,-5,-5,dBm\n"
+                         "3,2024-01-01 10:00:20,2,2,102,1,-7,-7,-7,dBm\n")});
 }
 
 TEST(Trace, readsInterleavedHopsOfFiveBins) {
@@ -494,14 +609,15 @@ TEST(Trace, namesFileAndLineOfWhatIsWrong) {
         bad("more steps than a line can hold", "", "2024-01-01, 10:00:00, 0, 1e300, 1, 5, -1\n",
             "-:1: Hz low, Hz high and Hz step do not fit together: 0 to 1e+300 Hz in steps of 1 "
             "Hz"),
-        bad("a hop that is new", "",
-            first + hop('a', at("10:00:10"), "-1") + hop('b', at("10:00:10"), "-1"),
-            "-:3: the hop 101000000 to 102000000 Hz in steps of 1000000 Hz is not one of the first "
-            "sweep"),
+        bad("a hop that is new after four sweeps", "",
+            first + hop('a', at("10:00:10"), "-1") + hop('a', at("10:00:20"), "-1") +
+                hop('a', at("10:00:30"), "-1") + hop('b', at("10:00:40"), "-1"),
+            "-:5: the hop 101000000 to 102000000 Hz in steps of 1000000 Hz is not one of the first "
+            "4 sweeps"),
         bad("a hop with another step", "",
             first + "2024-01-01, 10:00:10, 100000000, 101000000, 500000, 5, -1, -2\n",
-            "-:2: the hop 100000000 to 101000000 Hz in steps of 500000 Hz is not one of the first "
-            "sweep"),
+            "-:2: the hop 100000000 to 101000000 Hz in steps of 500000 Hz overlaps the hop "
+            "100000000 to 101000000 Hz in steps of 1000000 Hz"),
         bad("overlapping from below", "",
             "2024-01-01, 10:00:00, 100, 104, 1, 5, -1, -2, -3, -4\n"
             "2024-01-01, 10:00:00, 98, 102, 1, 5, -1, -2, -3, -4\n",
@@ -518,6 +634,15 @@ TEST(Trace, namesFileAndLineOfWhatIsWrong) {
         bad("unit unknown", "--unit dBx", kBand,
             "there is no unit \"dBx\"; the nearest are dBm, dBV or dBmV"),
     });
+    expectCommands(
+        {{"a hop that is new, while the recording is followed",
+          trace("--follow --marker 0 --format csv"),
+          first + hop('a', at("10:00:10"), "-1") + hop('b', at("10:00:10"), "-1"), 1,
+          "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+          "1,2024-01-01 10:00:00,0,0,100,1,-1,-1,-1,dBm\n"
+          "2,2024-01-01 10:00:10,0,0,100,2,-1,-1,-1,dBm\n",
+          "rfutils: -:3: the hop 101000000 to 102000000 Hz in steps of 1000000 Hz is not one of "
+          "the first sweep\n"}});
     SampleFolder folder;
     folder.add("band.csv", first + "2024-01-01, 10:00:10, 100000000\n");
     expectCommands(

@@ -16,6 +16,8 @@ namespace {
 
 constexpr int kUsuallyKept = 1000;
 constexpr int kMostKept = 1000000;
+// A hop that the first sweep lost must not make a recording unreadable.
+constexpr std::size_t kLearnedSweeps = 4;
 
 // clang-format off
 const Usage kUsage = {
@@ -26,9 +28,10 @@ const Usage kUsage = {
     "measured; it counts nowhere. Points count from 0; the frequency of a point is that at which its\n"
     "bin begins. Without --marker and --all-points a summary of the recording is shown.\n"
     "\n"
-    "Sweeps: a sweep ends where a hop comes again, where the time moves on by more than a second, or\n"
-    "as soon as it has all hops of the first sweep. Hops may come in any order; one that is missing\n"
-    "in a later sweep was not measured.\n"
+    "Sweeps: a sweep ends where a hop comes again, as soon as it has all hops, where the time moves\n"
+    "while the order of hops starts again, or where it moves by more than a second. Its hops are\n"
+    "those of the first four sweeps, with --follow those of the first; one that is missing in a sweep\n"
+    "was not measured.\n"
     "\n"
     "average is the mean of the dBm numbers, as the instrument shows it. --more adds powerMean: the\n"
     "mean of the powers in milliwatts, converted back to dBm. That is the power that a thermal meter\n"
@@ -107,7 +110,7 @@ class Trace {
 public:
     Trace(const QString& file, const TraceOptions& options)
         : options_(options),
-          recording_(file),
+          recording_(file, options.follow ? 1 : kLearnedSweeps),
           sweeps_(options.capacity),
           markerTable_(options.format, markerColumns(options), options.view, recording_.axis(),
                        sweeps_) {}

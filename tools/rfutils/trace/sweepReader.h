@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
@@ -22,27 +23,35 @@ struct FrequencyAxis {
     double end = 0.0;            // MHz, where the last bin ends
 };
 
-/// Reads a recording sweep by sweep; holds one sweep, however long the recording is.
+/// Reads a recording sweep by sweep; holds a few sweeps, however long the recording is.
 ///
 /// The first line that is not blank decides: with a date in front it is a recording of hops, else
 /// every line is one trace without frequencies, and all traces have as many levels as the first.
 ///
 /// Hops belong to one sweep until
 ///  - a hop comes that the sweep already has;
-///  - after the first sweep: the sweep has all hops;
-///  - after the first sweep: the time stamp moves by more than a second from line to line, or by
-///    more than the longest such step within the first sweep, if that is longer. A sweep that lost
-///    its first hops thus borrows none from the next one.
-/// The hops of the first sweep, in order of frequency, make the points of all sweeps; what a later
-/// sweep lacks was not measured, and a hop that the first sweep does not have is an error. Levels
-/// that stand at Hz high or above are ignored, because rtl_power repeats the last level of a line.
+///  - the sweep has all hops (once the hops are known);
+///  - the time stamp moves from line to line and the hop is no later than the one before in the
+///    order in which the first sweep came. A sweep that lost hops thus borrows none from the next;
+///    a stamp that moves while the order goes on is a second that rolls over;
+///  - the time stamp moves by more than a second, or by more than the longest such step within the
+///    first sweep, if that is longer.
+/// The first sweep ends where a hop comes again. If the time moved by more within it than it does
+/// there, the recording began in the middle of a sweep, and the largest step is the bound.
+///
+/// The hops of the sweeps that are learned from, in order of frequency, make the points of all
+/// sweeps; what a sweep lacks was not measured, and a hop that comes later for the first time is an
+/// error. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
+/// level of a line.
 class SweepReader {
 public:
+    /// @param learned how many sweeps are read before the first is handed out, to learn their
+    /// hops; one where nobody may wait
     /// @throw Failure when the file cannot be read
-    explicit SweepReader(const QString& file);
+    SweepReader(const QString& file, std::size_t learned);
 
-    /// Returns as soon as a sweep is known to be complete, without waiting for more input than that
-    /// takes.
+    /// Once the hops are learned it returns as soon as a sweep is known to be complete, without
+    /// waiting for more input than that takes.
     /// @return false at the end
     /// @throw Failure at the first line that makes no sense
     bool next(Sweep& sweep);
@@ -60,17 +69,24 @@ private:
     struct Place {
         Hop hop;
         std::size_t firstLevel;  // in the levels of a sweep
+        long long turn;          // in the order of arrival; see lastTurn_ for one that is new
         long long sweep;         // the last one that has it
     };
 
     bool nextLine(std::string_view& line);
     bool nextTrace(Sweep& sweep);
     bool nextHopLine();
-    bool firstHops(Sweep& sweep);
-    bool laterHops(Sweep& sweep);
-    Place* addPlace(const Hop& hop, std::size_t levels);
-    void storeLevels(double* levels);
-    void arrange(std::vector<double>& levels);
+    void learn();
+    void learnFirstLines();
+    void numberTurns();
+    bool readSweep();
+    bool beginsSweep(const Place* place) const;
+    void closeSweep(Sweep& sweep);
+    Place* find(const Hop& hop);
+    Place* add(const Hop& hop);
+    void take(Place& place);
+    void arrange();
+    std::int64_t timeStep() const;
     [[noreturn]] void fail(const std::string& what) const;
 
     LineReader lines_;
@@ -78,9 +94,21 @@ private:
     std::string_view firstLine_;
     std::size_t traceLength_ = 0;
 
-    std::optional<HopLine> pending_;  // read, but of the sweep that follows
+    std::size_t learned_;
+    bool isLearning_ = true;
+    std::optional<HopLine> pending_;  // read, but not yet taken into a sweep
     std::map<double, Place> places_;  // by Hz low
+    std::vector<Place*> order_;       // by turn; those new in the open sweep behind
+    std::size_t points_ = 0;          // of all places
     FrequencyAxis axis_;
-    long long sweep_ = 0;                  // counts from 1
     std::int64_t longestPause_ = 1000000;  // microseconds from line to line within a sweep
+
+    std::deque<Sweep> learnedSweeps_;
+    // The sweep that is being read.
+    Sweep open_;
+    long long sweep_ = 1;          // its number, from 1
+    std::size_t openHops_ = 0;     // that it has
+    const Place* last_ = nullptr;  // of its last line
+    long long lastTurn_ = -1;      // of its last hop that was not new
+    std::int64_t lastTime_ = 0;    // of its last line
 };
