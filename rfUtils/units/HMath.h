@@ -20,8 +20,10 @@
 ///
 /// Levels are in dBm, frequencies in MHz, antenna gains in dBi, voltages across 50 ohm. Nothing
 /// throws or refuses: an unknown unit gets the answer that each operation states, and infinite or
-/// undefined numbers go through the arithmetic and are printed as "inf" and "nan". Texts have a
-/// decimal point in every locale.
+/// undefined numbers go through the arithmetic and are printed as "inf" and "nan". A NaN whose sign
+/// bit is set reads "-nan" in volt and watt texts and in those of getDBmToW, and "nan" in level and
+/// field level texts; prefixed field texts have no number for a NaN. Texts have a decimal point in
+/// every locale.
 ///
 /// Two ways of rounding meet here. Level and field level texts round exact ties away from zero, as
 /// QString::setNum does (0.25 with one decimal is "0.3"); volt, watt and prefixed field texts round
@@ -153,7 +155,7 @@ public:
     /// the unit. Leaves `unit` alone.
     ///
     /// Two decimals. Below 0.01 W the first of m, u (ASCII), n, p, f, a, z, y whose number reaches
-    /// 0.01; from 1e3 W k, from 1e6 W M. Below 0.01 yW it is "0.00 ".
+    /// 0.01; from 1e3 W k, from 1e6 W M. From 0.01 yW down it is "0.00 ".
     ///
     ///     getDBmToW(30.0)  -> "1.00 "     getDBmToW(90.0)  -> "1.00 M"
     ///     getDBmToW(-40.0) -> "0.10 u", not "100.00 n"
@@ -192,13 +194,21 @@ public:
     QString getdBmToVolt(double dBm, bool isUnitText);
 
     /// Power text of a level, P[W] = 10^((dBm - 30) / 10), with two decimals, in the first of W,
-    /// mW, µW, nW, pW, fW, aW, zW, yW in which it is at least 0.01. Makes that the object's `unit`;
-    /// emits unitChanged once.
+    /// mW, µW, nW, pW, fW, aW, zW, yW in which it comes out as 0.01 or more. Makes that the object's
+    /// `unit`; emits unitChanged once.
+    ///
+    /// Exactly a hundredth of a unit falls to the next smaller one: 10^x is formed as
+    /// exp(2.302585092994046 x), and that constant, the double nearest to ln 10, is a little more
+    /// than it. 10^-2 comes out as 0.009999999999999995, which does not reach 0.01. So 10 dBm is
+    /// "10.00 mW", not "0.01 W", -20 dBm is "10.00 µW", and -230 dBm, exactly 0.01 yW, "0.00 W".
+    /// Volts compare 10 of the next smaller unit instead, and 10^1 comes out as 10.000000000000002:
+    /// -26.9897 dBm is "0.01 V".
     ///
     /// From 1000 W the number is in kilowatts, from 1e6 W in megawatts, while the unit stays "W".
-    /// Below 0.01 yW the text is "0.00" in "W".
+    /// From 0.01 yW down the text is "0.00" in "W".
     ///
     ///     getdBmToWatt(60.0, true)   -> "1.00 W", a kilowatt
+    ///     getdBmToWatt(10.0, true)   -> "10.00 mW"
     ///     getdBmToWatt(-60.0, true)  -> "1.00 nW"
     ///     getdBmToWatt(-40.0, true)  -> "0.10 µW", not "100.00 nW"
     QString getdBmToWatt(double dBm, bool isUnitText);

@@ -55,7 +55,8 @@ struct Scale {
     Backward toDbm;
 };
 
-/// 30 - 13 - 10 lg(120 pi) with its sign turned, to the last digit.
+/// 13 + 10 lg(120 pi) - 30, which is 8.7633111874175868. The number is taken as it stands: its last
+/// digit is part of the results.
 constexpr double kDbmOfZeroDbmPerM2 = 8.763311187417589;
 
 // clang-format off

@@ -101,6 +101,8 @@ const Back kWatts[] = {
     {"W, two", "W", 2.0, thousandths(33010)},
     {"mW", "mW", 1.0, 0.0},
     {"mW, a half", "mW", 0.5, thousandths(-3010)},
+    // times 1e-06: 0.9999999999999996 W, log10 -1.93e-16; divided by 1e6 it would be 30
+    {"uW, just below a watt", "\u00B5W", 999999.99999999965, thousandths(29999)},
     {"uW, two", "\u00B5W", 2.0, thousandths(-26989)},
     {"nW, two", "nW", 2.0, thousandths(-56989)},
     {"pW, two", "pW", 2.0, thousandths(-86989)},

@@ -77,6 +77,13 @@ TEST(DbmToField, EveryUnit) {
         {"an infinite level", "dBA/m", kInf, 100.0, 0.0, "inf", "dBA/m"},
         {"an infinite field", "V/m", kInf, 100.0, 0.0, "inf", "GV/m"},
         {"beyond single precision", "V/m", 900.0, 100.0, 0.0, "inf", "GV/m"},
+        // The factor comes before the rounding to single precision: 10^(826.98/20) alone is beyond it
+        {"a field near the largest single", "A/m", 709.78, 100.0, 0.0, "592459447706085494882304.0",
+         "GA/m"},
+        // 6.977002e17 and 8.783525e17; singles lie 2^36 apart there. From singles as
+        // factors the first would end in 288.0, from a rounded ratio the second in 576.0.
+        {"a density, rounded once", "W/m^2", 207.0, 100.0, 0.0, "697700224.0", "GW/m^2"},
+        {"another density, rounded once", "W/m^2", 208.0, 100.0, 0.0, "878352512.0", "GW/m^2"},
         {"not a field", "V/m", kNan, 100.0, 0.0, "", ""},
         {"a field of no frequency", "W/m^2", -30.0, -1.0, 0.0, "", ""},
         {"below every prefix", "V/m", -600.0, 100.0, 0.0, "", ""},
@@ -181,6 +188,8 @@ TEST(FieldChangeUnit, RoundsProductsToSinglePrecision) {
     // 1e15 as a single is 999999986991104, 1e-9 is 9.99999971718e-10; singles near their product,
     // 999999.9587, lie a sixteenth apart. In double it would read 1000000.0.
     EXPECT_EQ(utf8(math.getFieldChangeUnit(text("V/m"), 1e15F, false)), "999999.9");
+    // 8.6499996185 as a single; times the double 1e-6 it would be 8.65 and read 8.7
+    EXPECT_EQ(utf8(math.getFieldChangeUnit(text("V/m"), 8650000.0F, true)), "8.6 MV/m");
 }
 
 TEST(FieldChangeUnit, TooSmallOrNoNumberGivesNeitherNumberNorUnit) {
@@ -260,6 +269,15 @@ TEST(FieldToDbm, AddsInItsOrder) {
     EXPECT_EQ(math.getFieldTodBm(text("dBuV/m"), 1e17, 10.0, 9.0), 1e17 - 80.0);
     // (1e17 + 42.8) - 20 -> (1e17 + 48) - 20 -> 1e17 + 32
     EXPECT_EQ(math.getFieldTodBm(text("V/m"), 1.0, 10.0, 1e17), 1e17 + 32.0);
+    // (70 - 77.2) + 1e17 -> -7.2 + 1e17 -> 1e17; 70 + (1e17 - 77.2) would be 1e17 - 16
+    EXPECT_EQ(math.getFieldTodBm(text("dBuV/m"), 70.0, 1.0, 1e17), 1e17);
+}
+
+// The prefix goes first: a thousandth of 1e-323, two steps above 0, is 0.
+TEST(FieldToDbm, BringsADensityToItsBaseUnitFirst) {
+    HMath math;
+    EXPECT_EQ(math.getWattmmTodBm(text("mW/m^2"), 1e-323), 0.0);
+    EXPECT_EQ(math.getFieldTodBm(text("mW/m^2"), 1e-323, 100.0, 0.0), -kInf);
 }
 
 TEST(FieldToDbm, AnyOtherUnitIsUnknown) {

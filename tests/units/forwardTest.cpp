@@ -92,6 +92,9 @@ TEST(DbmToUnit, VoltsChooseTheirPrefix) {
         {"7.07107 V", "V", 30.0, "7.07", "V"},
         {"223.607 mV", "V", 0.0, "0.22", "V"},
         {"10.0112 mV: volts from 0.01 on", "V", -26.98, "0.01", "V"},
+        // 10^1 comes out as 10.000000000000002, which reaches 10
+        {"exactly 10 mV", "V", -26.9897, "0.01", "V"},
+        {"exactly 10 uV", "V", -86.9897, "0.01", "mV"},
         {"9.99966 mV", "V", -26.99, "10.00", "mV"},
         {"0.707107 mV", "V", -50.0, "0.71", "mV"},
         {"0.01001 mV", "V", -86.98, "0.01", "mV"},
@@ -180,6 +183,17 @@ TEST(DbmToUnit, ExactlyAHundredthOfAUnitTakesTheNextSmallerOne) {
     HMath math;
     EXPECT_EQ(utf8(math.getDBmToW(10.0)), "10.00 m");
     EXPECT_EQ(utf8(math.getDBmToW(-20.0)), "10.00 u");
+}
+
+// The tenth is a factor and so are the kilowatt and the megawatt: divisions round otherwise.
+TEST(DbmToUnit, WattsAreFormedWithProducts) {
+    HMath math;
+    // (P - 30) * 0.1 is -5 and falls to the next unit; (P - 30) / 10 is -4.999999999999999
+    EXPECT_EQ(utf8(math.getdBmToWatt(-19.999999999999993, true)), "10.00 \u00B5W");
+    EXPECT_EQ(utf8(math.getDBmToW(-19.999999999999993)), "10.00 u");
+    // 100000000000002211840 W; doubles near the megawatts lie a sixty-fourth apart
+    EXPECT_EQ(utf8(math.getdBmToWatt(230.00000000000006, false)), "100000000000002.20");
+    EXPECT_EQ(utf8(math.getDBmToW(230.00000000000006)), "100000000000002.20 M");
 }
 
 TEST(DbmToLetter, HasThePrefixInTheTextAndLeavesTheUnitAlone) {

@@ -67,6 +67,8 @@ TEST(HMathObject, TheUnitPropertyGoesThroughSetUnit) {
     EXPECT_TRUE(property.isStored());
     EXPECT_TRUE(property.isScriptable());
     EXPECT_TRUE(property.isDesignable());
+    EXPECT_FALSE(property.isUser());
+    EXPECT_FALSE(meta->userProperty().isValid());
     EXPECT_FALSE(property.isResettable());
     EXPECT_FALSE(property.isConstant());
     EXPECT_FALSE(property.isFinal());
