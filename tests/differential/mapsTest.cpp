@@ -1,5 +1,5 @@
-#include "mapRules.h"
 #include <support/samples.h>
+#include "mapRules.h"
 
 #include <support/tempFiles.h>
 

@@ -1,5 +1,5 @@
-#include "cText.h"
 #include <support/samples.h>
+#include "cText.h"
 
 #include <rfUtils/detail/fixedText.h>
 #include <rfUtils/detail/numberPrefix.h>

@@ -151,12 +151,21 @@ TEST_F(DifferentialUnits, getdBmToField) {
     }
 }
 
+/// A single that a prefix brings to a tie between two texts of two decimals, but for its rounding.
+float tieOfAPrefix(Samples& samples) {
+    const double tie = static_cast<double>(samples.below(8000)) / 8.0 + 0.125;
+    const int decade = 3 * (static_cast<int>(samples.below(12)) - 3);
+    return static_cast<float>(tie * std::pow(10.0, -decade));
+}
+
 TEST_F(DifferentialUnits, getFieldChangeUnit) {
     for (int i = caseCount(); i > 0; --i) {
         const QString unit = randomUnit();
         auto value = static_cast<float>(samples.signedAtRandom(samples.number(kFieldValues)));
         if (samples.below(4) == 0) {
             value = samples.anySinglePattern();
+        } else if (samples.below(4) == 0) {
+            value = tieOfAPrefix(samples);
         } else if (samples.coin()) {
             value = std::nextafter(value, samples.coin() ? 1e38F : -1e38F);
         }
