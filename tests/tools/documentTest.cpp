@@ -43,7 +43,7 @@ std::string takeInput(QStringList& words, const SampleFolder& folder) {
     if (at < 0) {
         return {};
     }
-    const std::string input = folder.read(words.value(at + 1).toUtf8().constData());
+    std::string input = folder.read(words.value(at + 1).toUtf8().constData());
     words = words.mid(0, at);
     return input;
 }
