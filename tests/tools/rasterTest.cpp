@@ -310,6 +310,10 @@ TEST(Raster, saysWhatIsWrong) {
     folder.add("blank.asc", kHead + "0 50 100 150\n\n200 -9999 300 -50\n25 100 100 1\n");
     folder.add("order.asc", "ncols 3\nNODATA_value -1\nnrows 1\n1 2 3\n");
     folder.add("narrow.asc", "ncols 2\nnrows 1\nNODATA_value -1\n1 2\n");
+    folder.add("UPPER.ASC", kHead + kCells);
+    folder.add("Mixed.Hdr", kHdr);
+    folder.add("colors.asc", kHead + kCells);
+    ASSERT_TRUE(dir.mkdir(QStringLiteral("colors.clr")));
     folder.add("map.tif", "II*");
     folder.add("map.asc", kHead + kCells);
     const std::string gap =
@@ -342,6 +346,9 @@ TEST(Raster, saysWhatIsWrong) {
          bad("a blank line between rows", {"blank.asc"}, "blank.asc" + gap),
          bad("header out of order", {"order.asc"}, "order.asc" + gap),
          bad("too narrow for rows", {"narrow.asc"}, "narrow.asc: holds 0 of 1 rows"),
+         bad("capitals", {"UPPER.ASC"}, "UPPER.ASC: extensions are in lower case: .asc"),
+         bad("a capital", {"Mixed.Hdr"}, "Mixed.Hdr: extensions are in lower case: .hdr"),
+         bad("a colour table that cannot be opened", {"colors.asc"}, "colors.clr: Is a directory"),
          bad("another format", {"map.tif"}, "map.tif: a raster ends in .asc, .bil or .hdr"),
          {"no file",
           {"raster"},
@@ -359,6 +366,115 @@ TEST(Raster, saysWhatIsWrong) {
           "column  0\nrow     0\nvalue   0\n",
           "rfutils: none/out.png: cannot be written: No such file or directory\n"}},
         folder);
+}
+
+TEST(Raster, refusesMapsThatWouldBeReadWrong) {
+    const auto asc = [](const char* header, const char* rows) {
+        return std::string(header) + "cellsize 30\nNODATA_value -9999\n" + rows;
+    };
+    const std::string place = "the place of a map is given by xllcorner, yllcorner and cellsize";
+    const std::string lower = "is not read: keys are in lower case, except NODATA_value";
+    const struct {
+        const char* name;
+        std::string grid;
+        std::string error;
+    } kGrids[] = {
+        {"a row too long", asc("ncols 4\nnrows 2\n", "1 2 3 4\n5 6 7 8 9\n"),
+         "6: a row of 5 cells, while the grid has 4 columns"},
+        {"a decimal comma", asc("ncols 4\nnrows 2\n", "1 2 3 4\n5 6,5 7 8\n"),
+         "6: a row of 5 cells, while the grid has 4 columns"},
+        {"too many rows", asc("ncols 4\nnrows 2\n", "1 2 3 4\n5 6 7 8\n9 10 11 12\n"),
+         "7: a row beyond the 2 of the grid"},
+        {"a word", asc("ncols 4\nnrows 2\n", "1 2 3 4\n5 x 7 8\n"), "6: \"x\" is no number"},
+        {"a number with a tail", asc("ncols 4\nnrows 2\n", "1 2 3 4x\n5 6 7 8\n"),
+         "5: \"4x\" is no number"},
+        {"hexadecimal", asc("ncols 4\nnrows 2\n", "1 2 3 0x10\n5 6 7 8\n"),
+         "5: \"0x10\" is no number"},
+        {"a sign alone", asc("ncols 4\nnrows 2\n", "1 2 3 -\n5 6 7 8\n"), "5: \"-\" is no number"},
+        {"centre of the corner, x", asc("ncols 4\nnrows 2\nxllcenter 1\n", "1 2 3 4\n5 6 7 8\n"),
+         "3: xllcenter is not read: " + place},
+        {"centre of the corner, y", asc("yllcenter 1\nncols 4\nnrows 2\n", "1 2 3 4\n5 6 7 8\n"),
+         "1: yllcenter is not read: " + place},
+        {"width of a cell", asc("ncols 4\nnrows 2\ndx 1\n", "1 2 3 4\n5 6 7 8\n"),
+         "3: dx is not read: " + place},
+        {"height of a cell", asc("ncols 4\nnrows 2\nDY 1\n", "1 2 3 4\n5 6 7 8\n"),
+         "3: DY is not read: " + place},
+        {"capitals", asc("NCOLS 4\nnrows 2\n", "1 2 3 4\n5 6 7 8\n"), "1: NCOLS " + lower},
+        {"capitals of the origin", asc("ncols 4\nnrows 2\nXLLCorner 4\n", "1 2 3 4\n5 6 7 8\n"),
+         "3: XLLCorner " + lower},
+        {"small letters", asc("ncols 4\nnrows 2\nnodata_value 4\n", "1 2 3 4\n5 6 7 8\n"),
+         "3: nodata_value " + lower},
+    };
+    const SampleFolder folder;
+    for (const auto& grid : kGrids) {
+        folder.add("map.asc", grid.grid);
+        expectCommands({bad(grid.name, {"map.asc"}, "map.asc:" + grid.error)}, folder);
+    }
+    const struct {
+        const char* name;
+        const char* lines;  // behind seven others
+        const char* error;
+    } kHeaders[] = {
+        {"byte order", "BYTEORDER M\n", "BYTEORDER M is not read, only I"},
+        {"byte order in words", "BYTEORDER MSBFIRST\n", "BYTEORDER MSBFIRST is not read, only I"},
+        {"bands", "NBANDS 2\n", "NBANDS 2 is not read, only 1"},
+        {"doubles", "NBITS 64\n", "NBITS 64 is not read, only 32"},
+        {"bytes before the cells", "SKIPBYTES 4\n", "SKIPBYTES 4 is not read, only 0"},
+        {"pixel by pixel", "LAYOUT BIP\n", "LAYOUT BIP is not read, only BIL"},
+        {"band by band", "layout bsq\n", "layout bsq is not read, only BIL"},
+        {"cells that are no squares", "YDIM 0.5\n", "YDIM 0.5 is not read, only 0.25"},
+        {"padded rows", "TOTALROWBYTES 16\n", "TOTALROWBYTES 16 is not read, only 12"},
+        {"padded bands", "BANDROWBYTES 16\n", "BANDROWBYTES 16 is not read, only 12"},
+        {"small letters", "ulxmap 16\n", "ulxmap is not read: keys are in capitals"},
+    };
+    folder.add("map.bil", cells(kFloats));
+    for (const auto& header : kHeaders) {
+        folder.add("map.hdr", std::string(kHdr) + header.lines);
+        expectCommands({bad(header.name, {"map.bil"}, std::string("map.hdr:8: ") + header.error)},
+                       folder);
+    }
+    const auto reads = [&](const char* file) {
+        return runCommand({"raster", file, "--at", "0,0"}, "", folder).output ==
+               "column  0\nrow     0\nvalue   -1.5\n";
+    };
+    folder.add("map.hdr", std::string(kHdr) +
+                              "BYTEORDER I\nLAYOUT bil\nNBANDS 1\nNBITS 32\nSKIPBYTES 0\n"
+                              "BANDROWBYTES 12\nTOTALROWBYTES 12.0\nYDIM .250\nOTHER 3\n");
+    EXPECT_TRUE(reads("map.bil"));
+    folder.add("map.asc", "NCols 4 is a comment of more\n");
+    EXPECT_FALSE(reads("map.asc"));
+    folder.add("map.asc", "ncols 4\nother 3\nnrows 1\nNODATA_value 1\n-1.5 +2 .5e1 -9.\n");
+    EXPECT_TRUE(reads("map.asc"));
+    folder.add("map.hdr", "NCOLS 3\nNROWS 2\nNBITS 16\nTOTALROWBYTES 6\n");
+    EXPECT_EQ(runCommand({"raster", "map.hdr"}, "", folder).exitStatus, 0) << "integers";
+}
+
+TEST(Raster, takesInfiniteCellsForUnmeasured) {
+    SampleFolder folder;
+    folder.add("map.asc",
+               "ncols 4\nnrows 2\nNODATA_value -1\n1 inf -inf nan\n-1 1e39 5 -Infinity\n");
+    const std::string shown =
+        runCommand({"raster", "map.asc", "--format", "csv"}, "", folder).output;
+    EXPECT_EQ(
+        shown.substr(0, shown.find("\n\n")),
+        "columns,rows,originX,originY,cellSize,noData,message,measured,smallest,largest,mean\n"
+        "4,2,0,0,0,-1,Raster file loaded,2,1,5,3");
+    expectCommands(
+        {good("infinite", {"map.asc", "--at", "1,0"}, "column  1\nrow     0\nvalue   -\n"),
+         good("too large for a single", {"map.asc", "--at", "1,1"},
+              "column  1\nrow     1\nvalue   -\n")},
+        folder);
+    const QImage image = picture(folder, {"map.asc"});
+    EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(image.pixel(2, 1), qRgb(255, 255, 255));
+    EXPECT_EQ(image.pixel(1, 0), qRgba(0, 0, 0, 0));
+    EXPECT_EQ(image.pixel(2, 0), qRgba(0, 0, 0, 0));
+    folder.add("map.asc", "ncols 3\nnrows 1\nNODATA_value -1\ninf -1 nan\n");
+    const std::string none =
+        runCommand({"raster", "map.asc", "--format", "json"}, "", folder).output;
+    EXPECT_NE(none.find("\"measured\": 0, \"smallest\": null, \"largest\": null, \"mean\": null"),
+              std::string::npos)
+        << none;
 }
 
 TEST(Raster, survivesNoise) {

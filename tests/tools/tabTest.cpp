@@ -51,9 +51,9 @@ TEST(Tab, showsPointsAsReadAndConverted) {
               "falseNorthing    0\n"
               "\n"
               "point  column   row         x        y  longitude   latitude\n"
-              "Pt 1        0     0    500000        0   3.000000   0.000000\n"
-              "Pt 2        4     0    500000  5000000   3.000000  45.153477\n"
-              "Pt 3        4     3    400000  5000000   1.727967  45.146389\n"
+              "Pt 1        0     0    500000        0          3          0\n"
+              "Pt 2        4     0    500000  5000000          3  45.153477\n"
+              "Pt 3        4     3    400000  5000000   1.727967   45.14639\n"
               "Pt 4      0.5  2.25  600000.5  1000000   3.909884   9.045432\n"),
          good("CSV", {"map.tab", "--format", "csv"},
               "raster,units,utmZone,hemisphere,centralMeridian,originLatitude,falseEasting,"
@@ -96,11 +96,11 @@ TEST(Tab, leavesDegreesAndUnknownUnitsAlone) {
                          "raster           map.asc\nunits            degree\nutmZone          -\n"
                          "hemisphere       -\n" +
                              fields +
-                             "point  column  row      x       y   longitude    latitude\n"
-                             "Pt 1        0    0  -69.5  -33.25  -69.500000  -33.250000\n"
-                             "Pt 2        4    0    -69  -33.25  -69.000000  -33.250000\n"
-                             "Pt 3        4    3    -69   -33.5  -69.000000  -33.500000\n"
-                             "Pt 4        0    3  -69.5   -33.5  -69.500000  -33.500000\n"),
+                             "point  column  row      x       y  longitude  latitude\n"
+                             "Pt 1        0    0  -69.5  -33.25      -69.5    -33.25\n"
+                             "Pt 2        4    0    -69  -33.25        -69    -33.25\n"
+                             "Pt 3        4    3    -69   -33.5        -69     -33.5\n"
+                             "Pt 4        0    3  -69.5   -33.5      -69.5     -33.5\n"),
                     good("no units", {"none.tab"},
                          "raster           map.asc\nunits            -\nutmZone          -\n"
                          "hemisphere       -\n" +
@@ -127,11 +127,11 @@ TEST(Tab, tellsTheSouthByItsFalseNorthing) {
                          "raster           map.asc\nunits            UTM\nutmZone          19\n"
                          "hemisphere       south\ncentralMeridian  -69\noriginLatitude   0.5\n"
                          "falseEasting     500000\nfalseNorthing    10000000\n\n"
-                         "point  column  row       x        y   longitude    latitude\n"
-                         "Pt 1        0    0  500000  6000000  -69.000000  -36.140667\n"
-                         "Pt 2        0    0  500000  6000000  -69.000000  -36.140667\n"
-                         "Pt 3        0    0  500000  6000000  -69.000000  -36.140667\n"
-                         "Pt 4        0    0  500000  6000000  -69.000000  -36.140667\n")},
+                         "point  column  row       x        y  longitude    latitude\n"
+                         "Pt 1        0    0  500000  6000000        -69  -36.140667\n"
+                         "Pt 2        0    0  500000  6000000        -69  -36.140667\n"
+                         "Pt 3        0    0  500000  6000000        -69  -36.140667\n"
+                         "Pt 4        0    0  500000  6000000        -69  -36.140667\n")},
                    folder);
 }
 
@@ -209,6 +209,53 @@ TEST(Tab, saysWhatIsWrong) {
     };
     EXPECT_EQ(pictureError("map.tab"), "rfutils: ./map.asc: No such file or directory\n");
     EXPECT_EQ(pictureError("bip.tab"), "rfutils: ./map.bip: a raster ends in .asc, .bil or .hdr\n");
+}
+
+TEST(Tab, refusesUnitsThatConvertTooEarly) {
+    const std::string late =
+        "Units converts the control points; it has to follow them and CoordSys, and to stand there "
+        "once";
+    const std::string none =
+        "Units converts the control points by a CoordSys line of a transverse Mercator projection, "
+        "and none stands before it";
+    const std::string units = "  Units \"m\"\n";
+    const struct {
+        const char* name;
+        std::string file;
+        std::string error;  // empty: the file is read
+    } kFiles[] = {
+        {"before the points", kStart + kFile + kUtm31 + units + kPoints, "8: " + late},
+        {"before the last point", kStart + kFile + kUtm31 + kPoints + units + kPoints,
+         "12: " + late},
+        {"before CoordSys", kStart + kFile + kPoints + units + kUtm31, "11: " + none},
+        {"between two CoordSys", kStart + kFile + kPoints + kUtm31 + units + kUtm31, "12: " + late},
+        {"twice", kWhole + units, "12: " + late},
+        {"without CoordSys", kStart + kFile + kPoints + units, "11: " + none},
+        {"with a CoordSys that is not read",
+         kStart + kFile + kPoints + "  CoordSys Earth Projection 1, 104\n" + units, "12: " + none},
+        {"degrees anywhere", kStart + kFile + "  Units \"degree\"\n" + kPoints, ""},
+        {"in a comment", kStart + "!Units \"m\"\n" + kFile + kPoints + kUtm31 + units, ""},
+    };
+    const SampleFolder folder;
+    for (const auto& row : kFiles) {
+        folder.add("map.tab", row.file);
+        const CommandResult result = runCommand({"tab", "map.tab"}, "", folder);
+        EXPECT_EQ(result.errors, row.error.empty() ? "" : "rfutils: map.tab:" + row.error + "\n")
+            << row.name;
+        EXPECT_EQ(result.exitStatus, row.error.empty() ? 0 : 1) << row.name;
+    }
+}
+
+TEST(Tab, showsSinglesWithoutNoise) {
+    const SampleFolder folder;
+    std::string points;
+    for (const char* number : {"1", "2", "3", "4"}) {
+        points += std::string("  (8.1,47.4) (0.1,0) Label \"Pt ") + number + "\"\n";
+    }
+    folder.add("map.tab", kStart + kFile + points + "  Units \"degree\"\n");
+    const std::string shown = runCommand({"tab", "map.tab"}, "", folder).output;
+    EXPECT_NE(shown.find("Pt 1      0.1    0  8.1  47.4        8.1      47.4\n"), std::string::npos)
+        << shown;
 }
 
 TEST(Tab, survivesNoise) {

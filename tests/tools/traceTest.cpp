@@ -115,7 +115,9 @@ TEST(Trace, showsMarkersAtTheNearestPoint) {
         bad("above the recording", "--marker 104.1MHz", kBand,
             "-: marker 104.1MHz: the recording reaches from 100 MHz to 104 MHz"),
         bad("no such point", "--marker 4", kBand,
-            "-: marker 4: the points of the recording are 0 to 3"),
+            "-: marker 4: the points of the recording are 0 to 3; a frequency has a unit: 4MHz"),
+        bad("no such point, where there are no frequencies", "--marker 433", "-1,-2\n",
+            "-: marker 433: the points of the recording are 0 to 1"),
         bad("a frequency where there is none", "--marker 100MHz", "-1,-2\n",
             "-: marker 100MHz: the recording holds no frequencies; name a point, 0 to 1"),
     });
@@ -239,6 +241,9 @@ TEST(Trace, readsPlainTraces) {
         good("an empty field in front", "--marker 1 --format csv", ",-1\n",
              "marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
              "1,1,,1,-1,-1,-1,dBm\n"),
+        good("plus signs", "--all-points --format csv", "+1.5,-2, +3\n",
+             "point,frequencyMHz,count,average,maximum,minimum,unit\n"
+             "0,,1,1.5,1.5,1.5,dBm\n1,,1,-2,-2,-2,dBm\n2,,1,3,3,3,dBm\n"),
         good("infinity and other spellings of nothing", "--all-points --format csv",
              "inf,-INF,-nan,NaN,-1e2\n",
              "point,frequencyMHz,count,average,maximum,minimum,unit\n"
@@ -528,6 +533,12 @@ TEST(Trace, followsARecordingWhileItGrows) {
              "\"frequencyMHz\": null, \"count\": 2, \"average\": -1.5, \"maximum\": -1, "
              "\"minimum\": -2, \"unit\": \"dBm\"}\n"
              "]\n"),
+        good("all points behind an empty line", "--follow --marker 0 --all-points", "-1\n",
+             "sweep  time  marker  point  frequencyMHz  count   average   maximum   minimum\n"
+             "    1  -     0           0  -                 1  -1.0 dBm  -1.0 dBm  -1.0 dBm\n"
+             "\n"
+             "point  frequencyMHz  count   average   maximum   minimum\n"
+             "    0  -                 1  -1.0 dBm  -1.0 dBm  -1.0 dBm\n"),
         {"what was shown before a bad line stays", trace("--follow --marker 0 --format csv"),
          "-1\nx\n", 1,
          "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
@@ -575,9 +586,29 @@ TEST(Trace, namesFileAndLineOfWhatIsWrong) {
         bad("a level below the mark of no measurement", "", "-1,-999.5\n",
             "-:1: \"-999.5" + notALevel),
         bad("a level beyond any double", "", "-1,1e999\n", "-:1: \"1e999" + notALevel),
-        bad("a plus sign", "", "-1,+2\n", "-:1: \"+2" + notALevel),
+        bad("two signs", "", "-1,+-2\n", "-:1: \"+-2" + notALevel),
+        bad("two plus signs", "", "-1,++2\n", "-:1: \"++2" + notALevel),
+        bad("a sign alone", "", "-1,+\n", "-:1: \"+" + notALevel),
         bad("date lost", "", first + "10:00:00, 1, 2, 1, 5, -1\n",
             "-:2: \"10:00:00\" is not a date (2024-05-04)"),
+        bad("no such month", "", "2024-13-04, 10:00:00, 1, 2, 1, 5, -1\n",
+            "-:1: \"2024-13-04\" is not a date (2024-05-04)"),
+        bad("month 0", "", "2024-00-04, 10:00:00, 1, 2, 1, 5, -1\n",
+            "-:1: \"2024-00-04\" is not a date (2024-05-04)"),
+        bad("no such day", "", "2024-04-31, 10:00:00, 1, 2, 1, 5, -1\n",
+            "-:1: \"2024-04-31\" is not a date (2024-05-04)"),
+        bad("day 0", "", "2024-04-00, 10:00:00, 1, 2, 1, 5, -1\n",
+            "-:1: \"2024-04-00\" is not a date (2024-05-04)"),
+        bad("no leap year", "", "2100-02-29, 10:00:00, 1, 2, 1, 5, -1\n",
+            "-:1: \"2100-02-29\" is not a date (2024-05-04)"),
+        bad("no such hour", "", "2000-02-29, 24:00:00, 1, 2, 1, 5, -1\n",
+            "-:1: \"24:00:00\" is not a time (21:15:00)"),
+        bad("no such minute", "", "2024-02-29, 23:60:00, 1, 2, 1, 5, -1\n",
+            "-:1: \"23:60:00\" is not a time (21:15:00)"),
+        bad("no such second", "", "2024-12-31, 23:59:61, 1, 2, 1, 5, -1\n",
+            "-:1: \"23:59:61\" is not a time (21:15:00)"),
+        bad("a leap second is one", "", "2024-12-31, 23:59:60.5, 1, 2, 1, 5, x\n",
+            "-:1: \"x" + notALevel),
         bad("time misspelt", "", "2024-01-01, 10h, 1, 2, 1, 5, -1\n",
             "-:1: \"10h\" is not a time (21:15:00)"),
         bad("point without decimals", "", "2024-01-01, 10:00:00., 1, 2, 1, 5, -1\n",
@@ -700,6 +731,18 @@ TEST(Trace, refusesWrongUsage) {
         misused("keeping too much", "--keep 1000001", "--keep takes 1 to 1000000 sweeps"),
         misused("following nothing", "--follow", "--follow and --more need a --marker"),
         misused("more of nothing", "--more --all-points", "--follow and --more need a --marker"),
+        misused("two shapes in CSV", "--follow --marker 0 --all-points --format csv",
+                "--follow together with --all-points prints text only"),
+        misused("two shapes in JSON", "--follow --marker 0 --all-points --format json",
+                "--follow together with --all-points prints text only"),
+        misused("a limit of nothing", "--limit -50", "--limit needs a --marker or --all-points"),
+        misused("a limit of a picture", "--limit -50 --plot x.png",
+                "--limit needs a --marker or --all-points"),
+        misused("a unit of nothing", "--unit V", "--unit needs a --marker, --all-points or --plot"),
+        misused("an antenna for levels", "--marker 0 --center 100MHz",
+                "--center needs a --unit that depends on the antenna, such as dBuV/m"),
+        misused("an antenna for volts", "--marker 0 --unit V --gain 2",
+                "--gain needs a --unit that depends on the antenna, such as dBuV/m"),
         misused("no number", "--limit x", "--limit \"x\": a number is expected"),
     });
     expectCommands(

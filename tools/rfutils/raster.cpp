@@ -15,7 +15,7 @@ const Usage kUsage = {
     "Show what a raster map holds, or draw it.\n"
     "FILE is an ASCII grid (.asc) or a grid of floats with its header (.bil, .hdr); the colour table\n"
     "is read from the .clr file beside it. smallest, largest and mean are those of the measured\n"
-    "cells, which are all but the no-data ones. Rows and columns count from 0, row 0 is on top.\n"
+    "cells: all but no-data, infinite and NaN ones. Rows and columns count from 0, row 0 is on top.\n"
     "\n"
     "The picture has one pixel per cell. Its colour is that of the first entry whose range holds the\n"
     "value, linear between the entry's two colours; outside all ranges that of the nearest end.\n"

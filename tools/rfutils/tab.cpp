@@ -4,7 +4,6 @@
 #include "raster/rasterImage.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
-#include "support/numbers.h"
 #include "support/picture.h"
 #include "support/sections.h"
 #include "support/singles.h"
@@ -28,17 +27,12 @@ const Usage kUsage = {
 
 constexpr int kUnitsDegree = 1;
 constexpr int kUnitsConverted = 2;
-constexpr int kDegreeDecimals = 6;
 
 /// In degrees.
 struct Place {
     float longitude;
     float latitude;
 };
-
-std::string degreeText(float degrees) {
-    return fixedText(static_cast<double>(degrees), kDegreeDecimals);
-}
 
 /// Nothing where the file does not say what its coordinates are.
 std::optional<Place> placeOf(const veltaGEO& map, std::size_t point) {
@@ -79,8 +73,8 @@ void printPoints(const TabFile& tab, Format format) {
         addSingle(table, read.x);
         addSingle(table, read.y);
         if (const auto place = placeOf(*tab.map, i)) {
-            table.number(decimalOf(place->longitude), degreeText(place->longitude));
-            table.number(decimalOf(place->latitude), degreeText(place->latitude));
+            addSingle(table, place->longitude);
+            addSingle(table, place->latitude);
         } else {
             table.none().none();
         }
@@ -89,7 +83,7 @@ void printPoints(const TabFile& tab, Format format) {
 }
 
 QString bearing(float degrees, const char* positive, const char* negative) {
-    return QString::fromStdString(degreeText(std::abs(degrees))) + QChar(0x00B0) +
+    return QString::fromStdString(textOf(std::abs(degrees))) + QChar(0x00B0) +
            QLatin1String(degrees < 0.0F ? negative : positive);
 }
 

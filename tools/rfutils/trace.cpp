@@ -78,6 +78,27 @@ struct TraceOptions {
         if (markers.empty() && (follow || more)) {
             throw usageError("--follow and --more need a --marker");
         }
+        if (follow && allPoints && format != Format::Text) {
+            throw usageError("--follow together with --all-points prints text only");
+        }
+        requireEffects(line);
+    }
+
+    /// An option without effect is a mistake of who gives it.
+    void requireEffects(const CommandLine& line) const {
+        const bool showsLevels = !markers.empty() || allPoints;
+        if (limit && !showsLevels) {
+            throw usageError("--limit needs a --marker or --all-points");
+        }
+        if (line.isSet("unit") && !showsLevels && !line.isSet("plot")) {
+            throw usageError("--unit needs a --marker, --all-points or --plot");
+        }
+        for (const char* antenna : {"center", "gain"}) {
+            if (line.isSet(antenna) && !needsAntenna(view.unit)) {
+                throw usageError(std::string("--") + antenna +
+                                 " needs a --unit that depends on the antenna, such as dBuV/m");
+            }
+        }
     }
 
     std::vector<MarkerRequest> markers;
@@ -145,6 +166,9 @@ public:
         } else if (showsMarkers) {
             printMarkers();
         } else if (options_.allPoints) {
+            if (options_.follow) {
+                standardOutput().write('\n');
+            }
             printPoints();
         } else if (!options_.follow) {
             printSummary();

@@ -8,10 +8,13 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <vector>
 
 #include "support/errors.h"
 #include "support/files.h"
 #include "support/lineReader.h"
+#include "support/numbers.h"
+#include "support/singles.h"
 
 namespace {
 
@@ -81,40 +84,125 @@ bool isTokenCharacter(char c) {
            c == '-' || c == '.' || c == '_';
 }
 
-/// The library's rule, without its limits.
-int countTokens(std::string_view line) {
-    int count = 0;
-    bool inToken = false;
+/// Calls use(std::string_view) with each token of a line, by the library's rule without its limits;
+/// quotes within a token stay.
+template <typename Use>
+void forEachToken(std::string_view line, Use use) {
+    std::size_t begin = line.size();
     bool isQuoted = false;
-    for (const char c : line) {
-        if (c == '"') {
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"') {
             isQuoted = !isQuoted;
-        } else if (isQuoted || isTokenCharacter(c)) {
-            count += int{!inToken};
-            inToken = true;
-        } else {
-            inToken = false;
+        } else if (isQuoted || isTokenCharacter(line[i])) {
+            begin = std::min(begin, i);
+        } else if (begin < i) {
+            use(line.substr(begin, i - begin));
+            begin = line.size();
         }
     }
+    if (begin < line.size()) {
+        use(line.substr(begin));
+    }
+}
+
+int countTokens(std::string_view line) {
+    int count = 0;
+    forEachToken(line, [&count](std::string_view) { ++count; });
     return count;
 }
 
-/// The library takes missing cells for zeros and leaves missing rows as they were; here either is
-/// an error.
+char lowered(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool isSameWord(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return lowered(x) == lowered(y); });
+}
+
+template <std::size_t Count>
+bool hasWord(const std::string_view (&words)[Count], std::string_view word) {
+    return std::any_of(std::begin(words), std::end(words),
+                       [word](std::string_view known) { return isSameWord(known, word); });
+}
+
+/// Calls use(key, value, lines) with each header line, which is one of two tokens.
+template <typename Use>
+void forEachHeaderLine(const QString& file, Use use) {
+    LineReader lines(file);
+    std::string_view line;
+    while (lines.next(line)) {
+        std::string_view tokens[2];
+        std::size_t count = 0;
+        forEachToken(line, [&](std::string_view token) {
+            if (count < std::size(tokens)) {
+                tokens[count] = token;
+            }
+            ++count;
+        });
+        if (count == std::size(tokens)) {
+            use(tokens[0], tokens[1], lines);
+        }
+    }
+}
+
+/// The library ignores keys that it does not know; here those that change the map are an error.
+void requireReadKeys(const QString& file) {
+    static constexpr std::string_view kRead[] = {"ncols",     "nrows",    "xllcorner",
+                                                 "yllcorner", "cellsize", "NODATA_value"};
+    static constexpr std::string_view kMeaningful[] = {"xllcenter", "yllcenter", "dx", "dy"};
+    forEachHeaderLine(file, [](std::string_view key, std::string_view, const LineReader& lines) {
+        if (hasWord(kMeaningful, key)) {
+            throw lineError(lines.file(), lines.number(),
+                            std::string(key) +
+                                " is not read: the place of a map is given by xllcorner, yllcorner "
+                                "and cellsize");
+        }
+        if (hasWord(kRead, key) &&
+            std::find(std::begin(kRead), std::end(kRead), key) == std::end(kRead)) {
+            throw lineError(
+                lines.file(), lines.number(),
+                std::string(key) + " is not read: keys are in lower case, except NODATA_value");
+        }
+    });
+}
+
+bool isNumber(std::string_view token) {
+    if (parseNumber(token)) {
+        return true;
+    }
+    if (!token.empty() && (token.front() == '-' || token.front() == '+')) {
+        token.remove_prefix(1);
+    }
+    static constexpr std::string_view kNotFinite[] = {"inf", "infinity", "nan"};
+    return hasWord(kNotFinite, token);
+}
+
+/// The library takes missing cells for zeros, ignores those beyond the last column, leaves missing
+/// rows as they were and reads words as numbers; here each is an error.
 void requireWholeRows(const veltaGEO& map, const QString& file) {
     constexpr int kFewestCells = 3;  // with less a line is no row to the library
     LineReader lines(file);
     std::string_view line;
     int rows = 0;
-    while (rows < map.nRows && lines.next(line)) {
+    while (lines.next(line)) {
         const int cells = countTokens(line);
         if (cells < kFewestCells) {
             continue;
         }
-        if (cells < map.nCols) {
+        forEachToken(line, [&](std::string_view token) {
+            if (!isNumber(token)) {
+                throw lineError(file, lines.number(), quoted(token) + " is no number");
+            }
+        });
+        if (cells != map.nCols) {
             throw lineError(file, lines.number(),
                             "a row of " + std::to_string(cells) + " cells, while the grid has " +
                                 std::to_string(map.nCols) + " columns");
+        }
+        if (rows == map.nRows) {
+            throw lineError(file, lines.number(),
+                            "a row beyond the " + std::to_string(map.nRows) + " of the grid");
         }
         ++rows;
     }
@@ -146,6 +234,7 @@ Raster loadAsc(const QString& given) {
         loaded = raster.map->loadASCFile(ByteCodec::nameOf(file));
     }
     requireLoaded(loaded, *raster.map, file);
+    requireReadKeys(file);
     requireSize(*raster.map, file);
     requireWholeRows(*raster.map, file);
     return raster;
@@ -159,6 +248,54 @@ bool opensLikeUnicode(const QByteArray& bytes) {
                                 QByteArray("\xFF\xFE", 2), QByteArray("\0\0\xFE\xFF", 4)};
     return std::any_of(std::begin(marks), std::end(marks),
                        [&](const QByteArray& mark) { return bytes.startsWith(mark); });
+}
+
+struct LayoutKey {
+    std::string_view key;
+    std::string wanted;  // the only value that means what the library reads
+    bool ofFloats;       // whether it matters for floats alone
+};
+
+std::vector<LayoutKey> layoutOf(const veltaGEO& map) {
+    const std::string rowBytes = std::to_string(kCellBytes * map.nCols);
+    return {{"BYTEORDER", "I", false},
+            {"LAYOUT", "BIL", false},
+            {"NBANDS", "1", false},
+            {"SKIPBYTES", "0", false},
+            {"YDIM", textOf(map.cellSize), false},
+            {"NBITS", "32", true},
+            {"BANDROWBYTES", rowBytes, true},
+            {"TOTALROWBYTES", rowBytes, true}};
+}
+
+bool isSameValue(std::string_view a, std::string_view b) {
+    const auto x = parseNumber(a);
+    const auto y = parseNumber(b);
+    return x && y ? static_cast<float>(*x) == static_cast<float>(*y) : isSameWord(a, b);
+}
+
+/// The library ignores how the cells are laid out; here only the layout that it reads will do.
+void requireReadLayout(const veltaGEO& map, const QString& header) {
+    static constexpr std::string_view kRead[] = {"NCOLS", "NROWS",  "ULXMAP",   "ULYMAP",
+                                                 "XDIM",  "NODATA", "PIXELTYPE"};
+    const std::vector<LayoutKey> layout = layoutOf(map);
+    const bool isFloat = map.isFloat == 1;
+    forEachHeaderLine(
+        header, [&](std::string_view key, std::string_view value, const LineReader& lines) {
+            const auto fail = [&](const std::string& what) {
+                throw lineError(lines.file(), lines.number(), std::string(key) + ' ' + what);
+            };
+            if (hasWord(kRead, key) &&
+                std::find(std::begin(kRead), std::end(kRead), key) == std::end(kRead)) {
+                fail("is not read: keys are in capitals");
+            }
+            for (const LayoutKey& known : layout) {
+                if (isSameWord(key, known.key) && (isFloat || !known.ofFloats) &&
+                    !isSameValue(value, known.wanted)) {
+                    fail(std::string(value) + " is not read, only " + known.wanted);
+                }
+            }
+        });
 }
 
 void requireWholeCells(const veltaGEO& map, const QString& name) {
@@ -189,6 +326,7 @@ Raster loadBil(const QString& given) {
         loaded = raster.map->loadHDRFile(ByteCodec::nameOf(header));
     }
     requireLoaded(loaded, *raster.map, header);
+    requireReadLayout(*raster.map, header);
     requireSize(*raster.map, header);
     requireReadable(file);
     raster.hasCells = raster.map->isFloat == 1;
@@ -206,15 +344,24 @@ Raster loadBil(const QString& given) {
 }  // namespace
 
 bool Raster::isMeasured(float value) const {
-    return !std::isnan(value) && !(hasNoData && value == map->noData);
+    return std::isfinite(value) && !(hasNoData && value == map->noData);
 }
 
 Raster loadRaster(const QString& file) {
     requireReadable(file);
-    const QString extension = QFileInfo(file).suffix().toLower();
+    const QString written = QFileInfo(file).suffix();
+    const QString extension = written.toLower();
     const bool isBil = extension == QLatin1String("bil") || extension == QLatin1String("hdr");
     if (!isBil && extension != QLatin1String("asc")) {
         throw fileError(file, "a raster ends in .asc, .bil or .hdr");
+    }
+    if (written != extension) {
+        throw fileError(file, "extensions are in lower case: ." + extension.toStdString());
+    }
+    // The library takes a table that it cannot open for one that is not there.
+    const QString colors = withExtension(file, "clr");
+    if (QFileInfo::exists(colors)) {
+        requireReadable(colors);
     }
     Raster raster = isBil ? loadBil(file) : loadAsc(file);
     raster.hasNoData = !isUntouched(raster.map->noData);

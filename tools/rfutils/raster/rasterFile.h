@@ -12,7 +12,7 @@ struct Raster {
     bool hasNoData = true;  // false where the file names no such value
 
     float cell(int column, int row) const { return map->grid[row][column]; }
-    /// Whether a value says something: it is neither the no-data value nor NaN.
+    /// Whether a value says something: it is finite and not the no-data value.
     bool isMeasured(float value) const;
 };
 

@@ -12,12 +12,12 @@ double decimalOf(float value) {
     return result;
 }
 
-TableWriter& addSingle(TableWriter& table, const std::optional<float>& value) {
-    if (!value) {
-        return table.none();
-    }
+std::string textOf(float value) {
     // The shortest text of 500000 is 5e+05, which is not for people.
-    const double number = decimalOf(*value);
     constexpr int kDigits = std::numeric_limits<float>::max_digits10;
-    return table.number(number, QString::number(number, 'g', kDigits).toStdString());
+    return QString::number(decimalOf(value), 'g', kDigits).toStdString();
+}
+
+TableWriter& addSingle(TableWriter& table, const std::optional<float>& value) {
+    return value ? table.number(decimalOf(*value), textOf(*value)) : table.none();
 }

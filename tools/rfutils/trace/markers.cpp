@@ -27,7 +27,10 @@ int pointOf(const MarkerRequest& request, const SweepReader& recording, std::siz
     };
     if (request.point) {
         if (static_cast<std::size_t>(*request.point) >= points) {
-            throw fail("the points of the recording are 0 to " + std::to_string(points - 1));
+            throw fail("the points of the recording are 0 to " + std::to_string(points - 1) +
+                       (recording.hasFrequencies()
+                            ? "; a frequency has a unit: " + std::to_string(*request.point) + "MHz"
+                            : ""));
         }
         return *request.point;
     }

@@ -39,21 +39,38 @@ int digitsAt(std::string_view text, std::size_t at, std::size_t count) {
 constexpr std::string_view kDate = "0000-00-00";
 constexpr std::string_view kTime = "00:00:00";
 
+bool isLeapYear(int year) {
+    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+}
+
+/// Of a month that exists.
+int daysOfMonth(int year, int month) {
+    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    return kDays[month - 1] + int{month == 2 && isLeapYear(year)};
+}
+
 bool isDate(std::string_view text) {
-    return hasShape(text, kDate);
+    if (!hasShape(text, kDate)) {
+        return false;
+    }
+    const int month = digitsAt(text, 5, 2);
+    const int day = digitsAt(text, 8, 2);
+    return month >= 1 && month <= 12 && day >= 1 && day <= daysOfMonth(digitsAt(text, 0, 4), month);
 }
 
 bool isTime(std::string_view text) {
     if (!hasShape(text.substr(0, kTime.size()), kTime)) {
         return false;
     }
+    constexpr int kLeapSecond = 60;
     const std::string_view fraction = text.substr(kTime.size());
-    return fraction.empty() || (fraction.size() > 1 && fraction[0] == '.' &&
-                                std::all_of(fraction.begin() + 1, fraction.end(), isDigit));
+    return digitsAt(text, 0, 2) < 24 && digitsAt(text, 3, 2) < 60 &&
+           digitsAt(text, 6, 2) <= kLeapSecond &&
+           (fraction.empty() || (fraction.size() > 1 && fraction[0] == '.' &&
+                                 std::all_of(fraction.begin() + 1, fraction.end(), isDigit)));
 }
 
-/// Days since 1970-01-01 in the Gregorian calendar. A month or a day that does not exist counts on
-/// into the next ones: only distances matter here.
+/// Days since 1970-01-01 in the Gregorian calendar.
 std::int64_t daysOf(int year, int month, int day) {
     // Years begin in March, so that the day that leap years add is the last of a year.
     const std::int64_t y = month <= 2 ? year - 1 : year;
@@ -124,6 +141,11 @@ const char* skipBlanks(const char* at, const char* end) {
     return at;
 }
 
+/// std::from_chars knows no plus sign.
+const char* behindPlus(const char* at, const char* end) {
+    return end - at > 1 && at[0] == '+' && at[1] != '-' ? at + 1 : at;
+}
+
 [[noreturn]] void throwBadLevel(const char* at, const char* end, const LineReader& where) {
     const std::string_view field =
         trimmed({at, static_cast<std::size_t>(std::find(at, end, ',') - at)});
@@ -138,7 +160,7 @@ double readLevel(const char*& at, const char* end, const LineReader& where) {
         return traceRssiBuffer::kNoMeasurement;
     }
     double level = 0.0;
-    const auto result = std::from_chars(begin, end, level);
+    const auto result = std::from_chars(behindPlus(begin, end), end, level);
     at = skipBlanks(result.ptr, end);
     if (result.ec != std::errc() || (at != end && *at != ',')) {
         throwBadLevel(begin, end, where);
@@ -175,7 +197,7 @@ std::string describe(const Hop& hop) {
 
 bool looksLikeHop(std::string_view line) {
     std::string_view date;
-    return Fields(line).next(date) && isDate(date);
+    return Fields(line).next(date) && hasShape(date, kDate);
 }
 
 bool looksLikeTrace(std::string_view line) {
@@ -183,7 +205,7 @@ bool looksLikeTrace(std::string_view line) {
     Fields(line).next(field);
     double level = 0.0;
     const char* const end = field.data() + field.size();
-    return field.empty() || std::from_chars(field.data(), end, level).ptr == end;
+    return field.empty() || std::from_chars(behindPlus(field.data(), end), end, level).ptr == end;
 }
 
 HopLine readHopLine(std::string_view line, const LineReader& where) {
