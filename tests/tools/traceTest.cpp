@@ -820,6 +820,64 @@ TEST(Trace, plotsMarkersAndGaps) {
     EXPECT_GT(rowOf(early, 700, kAverage), 0) << "the first line behind a gap";
 }
 
+TEST(Trace, plotsPointsWithoutNeighboursAsDots) {
+    const auto isDot = [](const QImage& image, int x, int y, QRgb color) {
+        return distance(image.pixel(x - 2, y), color) < 60 &&
+               distance(image.pixel(x + 1, y), color) < 60 &&
+               distance(image.pixel(x, y - 2), color) < 60 &&
+               distance(image.pixel(x, y + 1), color) < 60;
+    };
+    // Places 0 to 4 lie at columns 84 to 1252; levels reach from -2 to -42, 0 dBm lies at row 74,
+    // -45 dBm at row 618.
+    const QImage image =
+        plotOf("", "nan,-2,nan,-22,-22\nnan,-22,nan,-22,-22\nnan,-42,nan,-22,-22\n");
+    EXPECT_TRUE(isDot(image, 376, 98, kMaximum));
+    EXPECT_TRUE(isDot(image, 376, 340, kAverage));
+    EXPECT_TRUE(isDot(image, 376, 582, kMinimum));
+    const QImage one = plotOf("", "-2\n-22\n-42\n");
+    EXPECT_TRUE(isDot(one, 668, 98, kMaximum));
+    EXPECT_TRUE(isDot(one, 668, 340, kAverage));
+    EXPECT_TRUE(isDot(one, 668, 582, kMinimum));
+}
+
+namespace {
+
+/// Columns with a line of the grid, which shows in the middle between two levels.
+std::vector<int> gridColumns(const QImage& image, int y) {
+    std::vector<int> columns;
+    for (int x = 86; x < 1250; ++x) {
+        if (distance(image.pixel(x, y), qRgb(0xe2, 0xe6, 0xea)) < 15) {
+            columns.push_back(x);
+        }
+    }
+    return columns;
+}
+
+}  // namespace
+
+TEST(Trace, plotsRoundPlaces) {
+    // points 0 to 2: only the one in the middle; -10 dBm everywhere
+    EXPECT_EQ(gridColumns(plotOf("", "-10,-10,-10\n"), 200), std::vector<int>{668});
+    EXPECT_EQ(gridColumns(plotOf("", "-10\n"), 200), std::vector<int>{668});
+    // 100 to 104 MHz with the last bin, in steps of 0.5
+    EXPECT_EQ(gridColumns(plotOf("--keep 1 --marker 103MHz", kBand), 600),
+              (std::vector<int>{230, 376, 522, 668, 814, 1106}));
+}
+
+TEST(Trace, plotsTheLastBinToItsEnd) {
+    const QImage image = plotOf("--marker 103MHz", kBand);
+    EXPECT_GT(markedRows(image, 960), 100) << "three quarters of the way";
+}
+
+TEST(Trace, plotsLabelsBesideTheLevels) {
+    const QImage image = plotOf("--marker 100MHz --marker 100.1MHz --marker 100.2MHz", kBand);
+    for (int x = 0; x < 77; ++x) {
+        for (int y = 70; y < 640; ++y) {
+            ASSERT_GT(distance(image.pixel(x, y), kMark), 60) << x << ' ' << y;
+        }
+    }
+}
+
 TEST(Trace, plotsWhateverWasRead) {
     for (const char* input : {"-1\n", "nan\n", "nan,nan\n", "-50,-50\n", "998.9,-998.9\n"}) {
         EXPECT_EQ(plotOf("--marker 0", input).size(), QSize(1280, 680)) << input;

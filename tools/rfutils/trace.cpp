@@ -184,6 +184,8 @@ public:
         plot.title = file + ", " + std::to_string(sweeps_.kept()) +
                      (sweeps_.kept() == 1 ? " sweep" : " sweeps");
         plot.placeName = recording_.hasFrequencies() ? "frequency in MHz" : "point";
+        plot.end = recording_.hasFrequencies() ? axis.end : points_ - 1;
+        plot.isCounted = !recording_.hasFrequencies();
         for (int point = 0; point < points_; ++point) {
             sweeps_.buffer().calcMarkerPower(0, point);
             const PointStatistics statistics = summarise(sweeps_.buffer(), 0, 0.0);

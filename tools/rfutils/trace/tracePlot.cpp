@@ -16,6 +16,7 @@ constexpr double kBottom = 62.0;
 constexpr double kLabelRow = 20.0;
 constexpr double kTick = 5.0;
 constexpr int kWantedTicks = 10;
+constexpr double kDotRadius = 3.0;
 
 const QColor kPaper(0xfa, 0xfb, 0xfc);
 const QColor kInk(0x2b, 0x33, 0x3d);
@@ -49,13 +50,14 @@ QFont fontOf(int pixels, bool bold = false) {
 class Scale {
 public:
     /// @param widen whether the ends move out to round numbers
-    Scale(double low, double high, bool widen) : low_(low), high_(high) {
+    /// @param smallestStep from one round number to the next
+    Scale(double low, double high, bool widen, double smallestStep = 0.0) : low_(low), high_(high) {
         if (!(high_ > low_)) {
             const double margin = std::max(std::abs(low_) * 0.01, 0.5);
             low_ -= margin;
             high_ += margin;
         }
-        step_ = roundStep((high_ - low_) / kWantedTicks);
+        step_ = std::max(roundStep((high_ - low_) / kWantedTicks), smallestStep);
         if (widen) {
             low_ = std::floor(low_ / step_) * step_;
             high_ = std::ceil(high_ / step_) * step_;
@@ -112,7 +114,7 @@ Scale levelScale(const TracePlot& plot) {
 }
 
 Scale placeScale(const TracePlot& plot) {
-    return {plot.places.front(), plot.places.back(), false};
+    return {plot.places.front(), plot.end, false, plot.isCounted ? 1.0 : 0.0};
 }
 
 class Drawing {
@@ -129,7 +131,8 @@ public:
         legend();
         axes();
         painter_.save();
-        painter_.setClipRect(area_.adjusted(-1, -1, 1, 1));
+        painter_.setClipRect(
+            area_.adjusted(-kDotRadius - 1, -kDotRadius - 1, kDotRadius + 1, kDotRadius + 1));
         band();
         curve(plot_.minimum, kMinimum, 1.2);
         curve(plot_.maximum, kMaximum, 1.2);
@@ -244,20 +247,22 @@ private:
 
     void curve(const std::vector<double>& levels, const QColor& color, double width) {
         painter_.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter_.setBrush(color);
         forEachRun(levels, [&](std::size_t first, std::size_t end) {
             QPolygonF line;
             for (std::size_t i = first; i < end; ++i) {
                 line << QPointF(x(i), y(levels[i]));
             }
-            if (line.size() == 1) {
-                painter_.drawPoint(line.first());
+            if (line.size() == 1) {  // without neighbours, which a line needs
+                painter_.drawEllipse(line.first(), kDotRadius, kDotRadius);
             } else {
                 painter_.drawPolyline(line);
             }
         });
     }
 
-    /// Labels stand above the plot, in a further row where they would touch.
+    /// Labels stand above the plot, in a further row where they would touch. None reaches out to
+    /// the left, where the topmost level stands.
     void arrangeLabels() {
         const QFontMetricsF metrics(fontOf(13, true));
         std::vector<std::size_t> order(plot_.marks.size());
@@ -272,7 +277,7 @@ private:
             const double width = metrics.horizontalAdvance(text(plot_.marks[i].label)) + 4.0;
             const double highest = kSize.width() - 4.0 - width;
             const double left =
-                std::min(std::max(4.0, x(plot_.marks[i].point) - width / 2), highest);
+                std::min(std::max(kLeft, x(plot_.marks[i].point) - width / 2), highest);
             std::size_t row = 0;
             while (row < labelRows_.size() && labelRows_[row] + 8.0 > left) {
                 ++row;

@@ -16,6 +16,8 @@ struct TracePlot {
     std::string levelUnit;
     std::string placeName;       // of the horizontal axis, with its unit
     std::vector<double> places;  // of the points, ascending
+    double end = 0.0;            // of the horizontal axis, which begins at the first place
+    bool isCounted = false;      // whether only whole places mean something
     std::vector<double> maximum;
     std::vector<double> average;
     std::vector<double> minimum;
