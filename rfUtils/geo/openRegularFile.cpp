@@ -1,7 +1,9 @@
 #include "detail/openRegularFile.h"
 
+#include <QChar>
 #include <QFile>
 #include <QFileInfo>
+#include <QString>
 
 #include <sys/stat.h>
 
@@ -20,7 +22,9 @@ bool isRegular(const QFile& file) {
 }  // namespace
 
 bool openRegularFile(QFile& file) {
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
+    // No file has a name with a NUL in it, and Qt would write a warning about it.
+    const bool canExist = !file.fileName().contains(QChar::Null);
+    if (!canExist || !QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
         return false;
     }
     if (!isRegular(file)) {

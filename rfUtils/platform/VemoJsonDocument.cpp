@@ -1,6 +1,7 @@
 #include <rfUtils/platform/VemoJsonDocument.h>
 
 #include <QByteArray>
+#include <QChar>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -10,6 +11,11 @@ namespace {
 
 /// The file's bytes; on failure nothing, and the reason in `error`.
 QByteArray bytesOf(const QString& path, QString& error) {
+    // Qt would write a warning about such a name.
+    if (path.isEmpty() || path.contains(QChar::Null)) {
+        error = QStringLiteral("not a file name");
+        return {};
+    }
     const QFileInfo info(path);
     if (info.exists() && !info.isFile()) {
         error = QStringLiteral("not a regular file");

@@ -41,6 +41,7 @@ public:
     /// Why the last readFile() failed; empty when it did not:
     ///   missing or unreadable file -> QFile's text, as "No such file or directory"
     ///   directory, FIFO, device    -> "not a regular file"
+    ///   empty path, or NUL in it   -> "not a file name"
     ///   refused bytes              -> QJsonParseError's text, as "illegal value" for an empty file
     QString errorString() const { return error_; }
 

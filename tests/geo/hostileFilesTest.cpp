@@ -1,5 +1,7 @@
 #include "mapFiles.h"
 
+#include <support/messageLog.h>
+
 #include <QFileInfo>
 
 #include <functional>
@@ -102,12 +104,21 @@ TEST_F(HostileFiles, FilesWithoutPermissionAreNotFound) {
 }
 
 TEST_F(HostileFiles, OddNamesAreNotFound) {
-    const QString names[] = {QString(), QStringLiteral(""), QStringLiteral("/nowhere/map.asc"),
+    const QString names[] = {QString(),
+                             QStringLiteral(""),
+                             QStringLiteral("/nowhere/map.asc"),
                              QString(5000, QLatin1Char('x')),
-                             path("map") + QChar(0) + QStringLiteral(".asc")};
+                             path("map") + QChar(0) + QStringLiteral(".asc"),
+                             path("map") + QChar(0),
+                             QString(QChar(0))};
+    const MessageLog log;
     for (const Loader& loader : loaders()) {
         for (const QString& name : names) {
+            map->setErrMsg(QString());
             EXPECT_FALSE((map.get()->*loader.load)(name)) << loader.name;
+            EXPECT_EQ(message(), loader.notFound) << loader.name;
+            EXPECT_EQ(MessageLog::take(), std::vector<LoggedMessage>())
+                << loader.name << ' ' << name.toStdString();
         }
     }
 }

@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -205,8 +206,17 @@ TEST(VemoJsonDocument, GivesTheFilesErrorTextForAFileThatCannotBeRead) {
         ASSERT_FALSE(unreadable.open(QIODevice::ReadOnly));
         EXPECT_EQ(readFile(path).errorString(), unreadable.errorString()) << path;
     }
-    EXPECT_TRUE(readFile("").hasError());
-    EXPECT_TRUE(readFile(std::string("a\0b", 3)).hasError());
+}
+
+TEST(VemoJsonDocument, RefusesWhatIsNoFileName) {
+    const TempFiles files;
+    const std::string file = files.write("file.json", kGood);
+    const MessageLog log;
+    for (const std::string& path :
+         {std::string(), std::string(1, '\0'), std::string("a\0b", 3), file + '\0'}) {
+        EXPECT_EQ(readFile(path).errorString().toStdString(), "not a file name") << path;
+    }
+    EXPECT_EQ(MessageLog::take(), std::vector<LoggedMessage>());
 }
 
 TEST(VemoJsonDocument, ReportsAReadThatFailsAfterTheOpen) {
