@@ -14,7 +14,7 @@ using namespace rfu::fuzz;
 
 namespace {
 
-constexpr std::size_t kLineLimit = 10239;
+constexpr std::size_t kLineLimit = 1023999;
 
 void storeUnits(const std::string& unit, veltaGEO& map) {
     if (unit == "degree") {

@@ -15,8 +15,6 @@ using namespace rfu::detail;
 
 namespace {
 
-constexpr std::size_t kMaxLineLength = 1023999;
-
 constexpr GridHeaderKeys kKeys = {"ncols",     "nrows",    "xllcorner",
                                   "yllcorner", "cellsize", "NODATA_value"};
 
@@ -48,7 +46,7 @@ bool veltaGEO::loadASCFile(const QString& fileName) {
         return false;
     }
     std::int64_t headerEnd = 0;
-    LineReader lines(file, kMaxLineLength);
+    LineReader lines(file, kMaxLongLineLength);
     for (std::int64_t lineNumber = 0; char* const line = lines.next(); ++lineNumber) {
         Tokenizer tokenizer(line);
         FirstTokens first;

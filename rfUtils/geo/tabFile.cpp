@@ -15,8 +15,6 @@ using namespace rfu::detail;
 
 namespace {
 
-constexpr std::size_t kMaxLineLength = 10239;
-
 constexpr std::int32_t kDegrees = 1;
 constexpr std::int32_t kOtherUnit = 2;
 
@@ -104,7 +102,7 @@ bool veltaGEO::loadTabFile(const QString& fileName) {
     if (!openRegularFile(file)) {
         return false;
     }
-    LineReader lines(file, kMaxLineLength);
+    LineReader lines(file, kMaxLongLineLength);
     while (char* const line = lines.next()) {
         const bool comment = line[0] == '!';
         if (!comment && !storeLine(*this, line)) {

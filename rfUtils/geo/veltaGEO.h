@@ -225,7 +225,7 @@ public:
     /// - `Units "m"`, or any other unit: unitKind 2; utmZone, southHemisphere and all four control
     ///   points are computed at once from what has been read so far.
     ///
-    /// Other lines are ignored; of a line at most 10239 characters count.
+    /// Other lines are ignored; of a line at most 1,023,999 characters count, as of an ASC grid's.
     ///
     /// So "Units" has to follow "CoordSys" and the points. A point is converted once for each such
     /// line, and points that the file does not name are converted too.

@@ -279,12 +279,13 @@ TEST_F(TabFile, TakesItsNameAsItStands) {
     EXPECT_STREQ(map->rasterFileName, "b.asc");
 }
 
-TEST_F(TabFile, CutsLinesTo10239Characters) {
-    EXPECT_TRUE(load(padded("File", 10239, "a.asc") + '\n'));
+TEST_F(TabFile, CutsLinesTo1023999Characters) {
+    constexpr std::size_t kLast = 1023999;
+    EXPECT_TRUE(load(padded("File", kLast, "a.asc") + '\n'));
     EXPECT_STREQ(map->rasterFileName, "a");
-    EXPECT_TRUE(load(padded("File", 10240, "b.asc") + '\n'));
+    EXPECT_TRUE(load(padded("File", kLast + 1, "b.asc") + '\n'));
     EXPECT_STREQ(map->rasterFileName, "a");
-    EXPECT_TRUE(load(padded("File c.asc", 10240, "x\nType RASTER")));
+    EXPECT_TRUE(load(padded("File c.asc", kLast + 1, "x\nType RASTER")));
     EXPECT_STREQ(map->rasterFileName, "c.asc");
 }
 

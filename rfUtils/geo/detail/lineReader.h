@@ -8,6 +8,9 @@ class QIODevice;
 
 namespace rfu::detail {
 
+/// Most characters of a line of the formats with long or unbounded lines, ASC and TAB.
+constexpr std::size_t kMaxLongLineLength = 1023999;
+
 /// Reads a device line by line as raw bytes, in memory that does not grow with the file.
 /// Only '\n' ends a line. A longer line than the limit is cut and its rest dropped. The last line
 /// counts without a '\n' too; a '\n' at the very end begins no further line.
