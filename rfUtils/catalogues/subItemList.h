@@ -25,7 +25,8 @@ struct subItem {
 /// under a Turkish UTF-8 locale the letter i stays as it is, because its capital there is no single
 /// byte: "dist" and "DIST" are then two choices. In an 8-bit locale accented letters follow too. An
 /// application that changes the global locale between loading and asking may no longer find what it
-/// loaded. This is the one place of the library whose result depends on the locale, by design.
+/// loaded. By design: apart from the text codec, which encodes file names and decodes the cells of
+/// veltaGEO::loadBILFile(), nothing else in the library depends on the locale.
 ///
 /// Absence. Each query has its own answer for nothing found, and callers tell absence by it alone:
 /// "None" for an id by code, "" for an id by label and for a label by id, -999 for a code by id.

@@ -22,8 +22,8 @@ struct stPaser {
 /// map. A load overwrites fields one by one as lines are read and clears nothing: after a failed
 /// or smaller load the cells and fields that were not read keep what they held. Loaders report
 /// failure by `false` and a message; they throw nothing of their own. Use one object from one
-/// thread at a time. Nothing here depends on the process's locale except the text codec of
-/// loadBILFile().
+/// thread at a time. Nothing here depends on the process's locale except the text codec, which
+/// decodes the cells of loadBILFile() and encodes the file names of every loader.
 ///
 /// ## Files
 /// Every grid loader takes any name of the raster's family: it strips what follows the last '.'
@@ -167,9 +167,10 @@ public:
     /// mark (EF BB BF; FE FF; FF FE; FF FE 00 00; 00 00 FE FF) is decoded as the Unicode text it
     /// announces.
     ///
-    /// Qt encodes file names by the same codec: a name beyond ASCII finds its file if the codec was
-    /// set before the name was decoded from the system's bytes (QCoreApplication::arguments(), a
-    /// folder's listing), and is not found if it was decoded as UTF-8 before.
+    /// Qt encodes the file names of all loaders by the same codec: a name beyond ASCII finds its
+    /// file if the codec was set before the name was decoded from the system's bytes
+    /// (QCoreApplication::arguments(), a folder's listing), and is not found if it was decoded as
+    /// UTF-8 before.
     ///
     /// @return false with "BIL file not found", or with the size messages of loadHDRFile() where
     ///         nCols or nRows is outside 0 to 2048; isLoaded and the grid are then as before
@@ -282,7 +283,7 @@ public:
     ///
     /// It departs from the book in three places, and callers hold results computed so:
     /// - The latitude's correction for the distance from the central meridian is divided once
-    ///   too often by k0, 0.9996: up to some metres at a zone's edge.
+    ///   too often by k0, 0.9996: up to about 1.75 m at a zone's edge.
     /// - South of the equator the arc is northing - 10001151.0, not (northing - 10000000) / k0:
     ///   latitudes come out 1.2 km too far south at the equator, right near 26 degrees south, and
     ///   2.4 km too far north at 80 degrees south.
