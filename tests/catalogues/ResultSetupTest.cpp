@@ -222,14 +222,16 @@ TEST(ResultSetup, AppendsOtherTypesAsEmptyTexts) {
     ResultSetup list;
     EXPECT_TRUE(list.loadJson(qString(files.write("types.json", R"({"key": [
         {"id": 1, "label": null}, {"id": ["x"], "label": "L"}, {"id": "i", "label": {}},
+        {"id": "n", "label": 5}, {"id": "b", "label": true}, {"id": false, "label": "F"},
         {"id": "", "label": ""}, {"id": "end", "label": "End"}]})"))));
-    const Setups expected{{"", ""}, {"", "L"}, {"i", ""}, {"", ""}, {"end", "End"}};
+    const Setups expected{{"", ""},  {"", "L"}, {"i", ""}, {"n", ""},
+                          {"b", ""}, {"", "F"}, {"", ""},  {"end", "End"}};
     for (std::size_t index = 0; index < expected.size(); ++index) {
         const int position = static_cast<int>(index);
         EXPECT_EQ(list.setupId(position).toStdString(), expected[index].first) << index;
         EXPECT_EQ(list.setupLabel(position).toStdString(), expected[index].second) << index;
     }
-    EXPECT_TRUE(list.setupId(5).isNull());
+    EXPECT_TRUE(list.setupId(8).isNull());
     EXPECT_EQ(debugLines(), Lines{R"("key")"});
 }
 

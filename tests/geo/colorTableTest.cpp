@@ -59,6 +59,26 @@ TEST_F(ColorTable, StoresColoursAsWritten) {
     expectHigh(0, 2.0F, 12, 0, 0);
 }
 
+TEST_F(ColorTable, ReadsEachColourAsADecimalInteger) {
+    const struct {
+        const char* text;
+        int value;
+    } kCases[] = {{"1e2", 1}, {"0x10", 0}, {"010", 10}, {"12.9", 12}};
+    for (const auto& row : kCases) {
+        for (std::size_t place = 0; place < 6; ++place) {
+            std::vector<std::string> texts(6, "7");
+            std::vector<int> expected(6, 7);
+            texts[place] = row.text;
+            expected[place] = row.value;
+            EXPECT_TRUE(load("1 " + texts[0] + ' ' + texts[1] + ' ' + texts[2] + "\n2 " + texts[3] +
+                             ' ' + texts[4] + ' ' + texts[5] + '\n'));
+            SCOPED_TRACE(std::string(row.text) + " at " + std::to_string(place));
+            expectLow(0, 1.0F, expected[0], expected[1], expected[2]);
+            expectHigh(0, 2.0F, expected[3], expected[4], expected[5]);
+        }
+    }
+}
+
 TEST_F(ColorTable, IsNotFound) {
     mark();
     EXPECT_FALSE(map->LoadColorTable(path("map.clr")));
