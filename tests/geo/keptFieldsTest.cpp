@@ -1,6 +1,7 @@
 #include "mapFiles.h"
 
 #include <iterator>
+#include <locale>
 #include <map>
 #include <sstream>
 #include <type_traits>
@@ -74,6 +75,7 @@ Fields fieldsOf(veltaGEO& map) {
     Fields fields;
     forEachNumber(map, [&fields](const std::string& name, auto& number) {
         std::ostringstream text;
+        text.imbue(std::locale::classic());
         text << number;
         fields[name] = text.str();
     });
