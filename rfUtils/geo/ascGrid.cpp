@@ -1,13 +1,11 @@
 #include "detail/gridHeader.h"
 #include "detail/lineReader.h"
-#include "detail/openRegularFile.h"
 #include "detail/tokenizer.h"
 
 #include <rfUtils/detail/numberPrefix.h>
+#include <rfUtils/detail/regularFile.h>
 #include <rfUtils/detail/saturate.h>
 #include <rfUtils/geo/veltaGEO.h>
-
-#include <QFile>
 
 #include <algorithm>
 
@@ -40,13 +38,13 @@ void readRow(const FirstTokens& first, Tokenizer& rest, float* row, std::int32_t
 
 bool veltaGEO::loadASCFile(const QString& fileName) {
     isLoaded = 0;
-    QFile file(GetFileNameExtDel(fileName) + QLatin1String(".asc"));
-    if (!openRegularFile(file)) {
+    RegularFile file(GetFileNameExtDel(fileName) + QLatin1String(".asc"));
+    if (!file.open()) {
         setErrMsg(QStringLiteral("ASC file not found"));
         return false;
     }
     std::int64_t headerEnd = 0;
-    LineReader lines(file, kMaxLongLineLength);
+    LineReader lines(file.device(), kMaxLongLineLength);
     for (std::int64_t lineNumber = 0; char* const line = lines.next(); ++lineNumber) {
         Tokenizer tokenizer(line);
         FirstTokens first;

@@ -1,6 +1,6 @@
 #include "detail/gridHeader.h"
-#include "detail/openRegularFile.h"
 
+#include <rfUtils/detail/regularFile.h>
 #include <rfUtils/geo/veltaGEO.h>
 
 #include <QFile>
@@ -63,8 +63,8 @@ void readRows(veltaGEO& map, QFile& file) {
 }  // namespace
 
 bool veltaGEO::loadBILFile(const QString& fileName) {
-    QFile file(GetFileNameExtDel(fileName) + QLatin1String(".bil"));
-    if (!openRegularFile(file)) {
+    RegularFile file(GetFileNameExtDel(fileName) + QLatin1String(".bil"));
+    if (!file.open()) {
         setErrMsg(QStringLiteral("BIL file not found"));
         return false;
     }
@@ -79,7 +79,7 @@ bool veltaGEO::loadBILFile(const QString& fileName) {
     }
     // Integer rasters are reported as loaded although their cells are not read.
     if (isFloat == 1) {
-        readRows(*this, file);
+        readRows(*this, file.device());
     }
     isLoaded = 1;
     isValid = 1;

@@ -1,12 +1,10 @@
 #include "detail/lineReader.h"
-#include "detail/openRegularFile.h"
 #include "detail/tokenizer.h"
 
 #include <rfUtils/detail/numberPrefix.h>
+#include <rfUtils/detail/regularFile.h>
 #include <rfUtils/detail/saturate.h>
 #include <rfUtils/geo/veltaGEO.h>
-
-#include <QFile>
 
 #include <type_traits>
 
@@ -43,12 +41,12 @@ void storeColorLine(veltaGEO& map, std::int32_t lineNumber,
 
 bool veltaGEO::LoadColorTable(const QString& fileName) {
     installDefaultTable(*this);
-    QFile file(GetFileNameExtDel(fileName) + QLatin1String(".clr"));
-    if (!openRegularFile(file)) {
+    RegularFile file(GetFileNameExtDel(fileName) + QLatin1String(".clr"));
+    if (!file.open()) {
         setErrMsg(QStringLiteral("CLR file not found. Unable to display in color."));
         return false;
     }
-    LineReader lines(file, kMaxLineLength);
+    LineReader lines(file.device(), kMaxLineLength);
     std::int32_t lineCount = 0;
     for (; lineCount < 2 * kMaxEntries; ++lineCount) {
         char* const line = lines.next();

@@ -1,11 +1,9 @@
 #include "detail/gridHeader.h"
 #include "detail/lineReader.h"
-#include "detail/openRegularFile.h"
 #include "detail/tokenizer.h"
 
+#include <rfUtils/detail/regularFile.h>
 #include <rfUtils/geo/veltaGEO.h>
-
-#include <QFile>
 
 using namespace rfu::detail;
 
@@ -19,12 +17,12 @@ constexpr GridHeaderKeys kKeys = {"NCOLS", "NROWS", "ULXMAP", "ULYMAP", "XDIM", 
 
 bool veltaGEO::loadHDRFile(const QString& fileName) {
     isLoaded = 0;
-    QFile file(GetFileNameExtDel(fileName) + QLatin1String(".hdr"));
-    if (!openRegularFile(file)) {
+    RegularFile file(GetFileNameExtDel(fileName) + QLatin1String(".hdr"));
+    if (!file.open()) {
         setErrMsg(QStringLiteral("HDR file not found"));
         return false;
     }
-    LineReader lines(file, kMaxLineLength);
+    LineReader lines(file.device(), kMaxLineLength);
     while (char* const line = lines.next()) {
         std::array<std::string_view, 3> tokens;
         if (Tokenizer(line).take(tokens) != 2) {

@@ -1,12 +1,10 @@
 #include "detail/lineReader.h"
-#include "detail/openRegularFile.h"
 #include "detail/tokenizer.h"
 
 #include <rfUtils/detail/numberPrefix.h>
+#include <rfUtils/detail/regularFile.h>
 #include <rfUtils/detail/saturate.h>
 #include <rfUtils/geo/veltaGEO.h>
-
-#include <QFile>
 
 #include <cstring>
 #include <iterator>
@@ -98,11 +96,11 @@ bool storeLine(veltaGEO& map, char* line) {
 }  // namespace
 
 bool veltaGEO::loadTabFile(const QString& fileName) {
-    QFile file(fileName);
-    if (!openRegularFile(file)) {
+    RegularFile file(fileName);
+    if (!file.open()) {
         return false;
     }
-    LineReader lines(file, kMaxLongLineLength);
+    LineReader lines(file.device(), kMaxLongLineLength);
     while (char* const line = lines.next()) {
         const bool comment = line[0] == '!';
         if (!comment && !storeLine(*this, line)) {

@@ -1,9 +1,8 @@
 #include <rfUtils/platform/VemoJsonDocument.h>
 
+#include <rfUtils/detail/regularFile.h>
+
 #include <QByteArray>
-#include <QChar>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonParseError>
 
@@ -11,24 +10,14 @@ namespace {
 
 /// The file's bytes; on failure nothing, and the reason in `error`.
 QByteArray bytesOf(const QString& path, QString& error) {
-    // Qt would write a warning about such a name.
-    if (path.isEmpty() || path.contains(QChar::Null)) {
-        error = QStringLiteral("not a file name");
+    rfu::detail::RegularFile file(path);
+    if (!file.open()) {
+        error = file.refusal();
         return {};
     }
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile()) {
-        error = QStringLiteral("not a regular file");
-        return {};
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = file.errorString();
-        return {};
-    }
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        error = file.errorString();
+    QByteArray bytes = file.device().readAll();
+    if (file.device().error() != QFileDevice::NoError) {
+        error = file.device().errorString();
         return {};
     }
     return bytes;

@@ -10,7 +10,7 @@ import sys
 # room: the rooms whose public headers it may include beside its own
 MAY_USE = {
     "detail": set(),
-    "platform": set(),
+    "platform": {"detail"},
     "units": {"detail"},
     "presentation": {"units", "platform", "detail"},
     "catalogues": {"platform", "detail"},
