@@ -1,0 +1,183 @@
+// Statistics of a marker's thousand values beside a bare pass over an array of them.
+#include "support/random.h"
+
+#include <rfUtils/trace/traceRssiBuffer.h>
+
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+namespace {
+
+using rfu::bench::Random;
+
+constexpr int kValues = 1000;
+constexpr int kMarker = 2;
+constexpr double kLimit = -80.0;
+
+/// Levels of which one in thirty was not measured.
+std::vector<double> levels() {
+    Random random(20240923);
+    std::vector<double> all(kValues);
+    for (double& level : all) {
+        level = random.below(30) == 0 ? -999.0 : random.between(-130.0, -20.0);
+    }
+    return all;
+}
+
+/// A marker that holds the levels in a ring whose seam lies somewhere within them.
+traceRssiBuffer filledMarker() {
+    traceRssiBuffer buffer(1, kValues);
+    for (int i = 0; i < kValues / 3; ++i) {
+        buffer.appendMarkerPower(kMarker, 0.0);
+    }
+    for (const double level : levels()) {
+        buffer.appendMarkerPower(kMarker, level);
+    }
+    return buffer;
+}
+
+// What a program does that keeps its values in an array.
+
+double bareAverage(const std::vector<double>& values) {
+    double sum = 0.0;
+    int count = 0;
+    for (const double value : values) {
+        if (value != -999.0) {
+            sum += value;
+            ++count;
+        }
+    }
+    return sum / count;
+}
+
+double bareMaximum(const std::vector<double>& values) {
+    double maximum = values.front();
+    for (const double value : values) {
+        maximum = value > maximum ? value : maximum;
+    }
+    return maximum;
+}
+
+double bareMinimum(const std::vector<double>& values) {
+    double minimum = 999.0;
+    for (const double value : values) {
+        if (value != -999.0) {
+            minimum = value < minimum ? value : minimum;
+        }
+    }
+    return minimum;
+}
+
+int bareCount(const std::vector<double>& values) {
+    int count = 0;
+    for (const double value : values) {
+        count += value > kLimit ? 1 : 0;
+    }
+    return count;
+}
+
+template <typename Ours, typename Bare>
+void measureOurs(benchmark::State& state, Ours ours, Bare bare) {
+    const traceRssiBuffer buffer = filledMarker();
+    if (ours(buffer) != bare(levels())) {
+        state.SkipWithError("not the answer of the bare pass");
+        return;
+    }
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(ours(buffer));
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(state.iterations() * kValues);
+}
+
+template <typename Bare>
+void measureBare(benchmark::State& state, Bare bare) {
+    const std::vector<double> values = levels();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(bare(values));
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(state.iterations() * kValues);
+}
+
+template <bool (traceRssiBuffer::*statistic)(int, double*) const>
+double ask(const traceRssiBuffer& buffer) {
+    double answer = 0.0;
+    (buffer.*statistic)(kMarker, &answer);
+    return answer;
+}
+
+int askCount(const traceRssiBuffer& buffer) {
+    int count = 0;
+    buffer.getCountLimitMarkerPower(kMarker, kLimit, &count);
+    return count;
+}
+
+void average(benchmark::State& state) {
+    measureOurs(state, ask<&traceRssiBuffer::getAverageMarkerPower>, bareAverage);
+}
+BENCHMARK(average)->Name("marker_average/ours");
+BENCHMARK_CAPTURE(measureBare, average, bareAverage)->Name("marker_average/bare");
+
+void maximum(benchmark::State& state) {
+    measureOurs(state, ask<&traceRssiBuffer::getMaxMarkerPower>, bareMaximum);
+}
+BENCHMARK(maximum)->Name("marker_maximum/ours");
+BENCHMARK_CAPTURE(measureBare, maximum, bareMaximum)->Name("marker_maximum/bare");
+
+void minimum(benchmark::State& state) {
+    measureOurs(state, ask<&traceRssiBuffer::getMinMarkerPower>, bareMinimum);
+}
+BENCHMARK(minimum)->Name("marker_minimum/ours");
+BENCHMARK_CAPTURE(measureBare, minimum, bareMinimum)->Name("marker_minimum/bare");
+
+void count(benchmark::State& state) {
+    measureOurs(state, askCount, bareCount);
+}
+BENCHMARK(count)->Name("marker_count/ours");
+BENCHMARK_CAPTURE(measureBare, count, bareCount)->Name("marker_count/bare");
+
+void copy(benchmark::State& state) {
+    const traceRssiBuffer buffer = filledMarker();
+    std::vector<double> out;
+    for (auto _ : state) {
+        buffer.getDataMarkerPower(out, kMarker);
+        benchmark::DoNotOptimize(out.data());
+        benchmark::ClobberMemory();
+    }
+    if (out != levels()) {
+        state.SkipWithError("not the values");
+    }
+    state.SetItemsProcessed(state.iterations() * kValues);
+}
+BENCHMARK(copy)->Name("marker_copy/ours");
+
+void copyToQVector(benchmark::State& state) {
+    const traceRssiBuffer buffer = filledMarker();
+    QVector<double> out;
+    for (auto _ : state) {
+        buffer.getDataMarkerPower(out, kMarker);
+        benchmark::DoNotOptimize(out.data());
+        benchmark::ClobberMemory();
+    }
+    if (std::vector<double>(out.cbegin(), out.cend()) != levels()) {
+        state.SkipWithError("not the values");
+    }
+    state.SetItemsProcessed(state.iterations() * kValues);
+}
+BENCHMARK(copyToQVector)->Name("marker_copy/ours_qvector");
+
+void bareCopy(benchmark::State& state) {
+    const std::vector<double> values = levels();
+    std::vector<double> out;
+    for (auto _ : state) {
+        out = values;
+        benchmark::DoNotOptimize(out.data());
+        benchmark::ClobberMemory();
+    }
+    state.SetItemsProcessed(state.iterations() * kValues);
+}
+BENCHMARK(bareCopy)->Name("marker_copy/bare");
+
+}  // namespace
