@@ -9,7 +9,6 @@
 #include <QString>
 
 #include <algorithm>
-#include <boost/algorithm/string/case_conv.hpp>
 #include <cstdio>
 #include <limits>
 #include <locale>
@@ -21,10 +20,29 @@ namespace {
 constexpr char kNoId[] = "None";
 constexpr int kNoCode = -999;
 
+/// Allowed under the classic locale alone, where a to z are the only letters with a capital of one
+/// byte.
+void upperCaseAscii(std::string& text) {
+    for (char& byte : text) {
+        byte = byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
+    }
+}
+
 /// The key under which a sub-item is filed. Up to 15 bytes fit into the string itself, so that
 /// queries by an ordinary id allocate nothing.
 std::string keyOf(const std::string& subItemId) {
-    return boost::algorithm::to_upper_copy(subItemId, std::locale());
+    std::string key = subItemId;
+    const std::locale locale;
+    if (locale == std::locale::classic()) {
+        upperCaseAscii(key);
+        return key;
+    }
+    // Each byte takes a call of its own: a facet of an application may change single bytes only.
+    const auto& letters = std::use_facet<std::ctype<char>>(locale);
+    for (char& byte : key) {
+        byte = letters.toupper(byte);
+    }
+    return key;
 }
 
 /// The choice that a file's object describes; nothing when it lacks a member.
