@@ -31,23 +31,33 @@ bool decodesToItself(QFile& file) {
     return codec != nullptr && codec->mibEnum() == kLatin1;
 }
 
-void readRowsAsText(veltaGEO& map, QFile& file) {
+/// Fills the rows by what `readRow` gives: the bytes that it wrote, negative for an error. A row that
+/// is not whole is the last: what came behind a read error would stand in the wrong cells.
+template <typename ReadRow>
+void readRowsBy(veltaGEO& map, ReadRow readRow) {
     const qint64 rowBytes = map.nCols * qint64{sizeof(float)};
-    QTextStream stream(&file);
+    bool ended = false;
     for (std::int32_t row = 0; row < map.nRows; ++row) {
-        const QByteArray bytes = stream.read(rowBytes).toLatin1();
-        std::memcpy(map.grid[row], bytes.constData(), static_cast<std::size_t>(bytes.size()));
-        fillUncovered(map.grid[row], map.nCols, bytes.size(), map.noData);
+        const qint64 got = ended ? 0 : readRow(map.grid[row], rowBytes);
+        ended = got < rowBytes;
+        fillUncovered(map.grid[row], map.nCols, got, map.noData);
     }
+}
+
+void readRowsAsText(veltaGEO& map, QFile& file) {
+    QTextStream stream(&file);
+    readRowsBy(map, [&stream](float* row, qint64 size) -> qint64 {
+        const QByteArray bytes = stream.read(size).toLatin1();
+        std::memcpy(row, bytes.constData(), static_cast<std::size_t>(bytes.size()));
+        return bytes.size();
+    });
 }
 
 /// The same rows as readRowsAsText() gives where decoding and encoding again changes no byte.
 void readRowsAsBytes(veltaGEO& map, QFile& file) {
-    const qint64 rowBytes = map.nCols * qint64{sizeof(float)};
-    for (std::int32_t row = 0; row < map.nRows; ++row) {
-        const qint64 got = file.read(reinterpret_cast<char*>(map.grid[row]), rowBytes);
-        fillUncovered(map.grid[row], map.nCols, got, map.noData);
-    }
+    readRowsBy(map, [&file](float* row, qint64 size) {
+        return file.read(reinterpret_cast<char*>(row), size);
+    });
 }
 
 /// Fills the first nCols cells of the first nRows grid rows from a file that is open, at its start;

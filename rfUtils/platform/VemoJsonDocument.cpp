@@ -16,6 +16,9 @@ QByteArray bytesOf(const QString& path, QString& error) {
         return {};
     }
     QByteArray bytes = file.device().readAll();
+    // A read that fails behind some bytes ends as at the end of the file; the next one tells.
+    char next = 0;
+    file.device().read(&next, sizeof next);
     if (file.device().error() != QFileDevice::NoError) {
         error = file.device().errorString();
         return {};

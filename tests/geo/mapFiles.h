@@ -1,5 +1,7 @@
 #pragma once
 
+#include <support/scopedCodec.h>
+
 #include <rfUtils/geo/veltaGEO.h>
 
 #include <gtest/gtest.h>
@@ -8,7 +10,6 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <QTextCodec>
 
 #include <cstring>
 #include <memory>
@@ -31,20 +32,6 @@ protected:
 
     QTemporaryDir dir;
     std::unique_ptr<veltaGEO> map = std::make_unique<veltaGEO>();
-};
-
-/// Sets the process's text codec for the time of a test.
-class ScopedCodec {
-public:
-    explicit ScopedCodec(const char* name) : previous_(QTextCodec::codecForLocale()) {
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName(name));
-    }
-    ~ScopedCodec() { QTextCodec::setCodecForLocale(previous_); }
-    ScopedCodec(const ScopedCodec&) = delete;
-    ScopedCodec& operator=(const ScopedCodec&) = delete;
-
-private:
-    QTextCodec* previous_;
 };
 
 /// The first cells of a row.

@@ -1,0 +1,101 @@
+#include "readFaults.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdarg>
+#include <utility>
+
+#include <dlfcn.h>
+#include <fcntl.h>
+
+namespace {
+
+thread_local ReadFaults* active = nullptr;
+
+/// The function that another library has under a name taken here.
+template <typename Function>
+Function next(const char* name) {
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+int systemOpen(const char* path, int flags, mode_t mode) {
+    static const auto open = next<int (*)(const char*, int, ...)>("open");
+    return open(path, flags, mode);
+}
+
+ssize_t systemRead(int descriptor, void* bytes, std::size_t size) {
+    static const auto read = next<ssize_t (*)(int, void*, std::size_t)>("read");
+    return read(descriptor, bytes, size);
+}
+
+/// What happens before a call uses files itself.
+class Unwatched {
+public:
+    Unwatched() : watcher_(std::exchange(active, nullptr)) {}
+    ~Unwatched() { active = watcher_; }
+    Unwatched(const Unwatched&) = delete;
+    Unwatched& operator=(const Unwatched&) = delete;
+
+private:
+    ReadFaults* watcher_;
+};
+
+}  // namespace
+
+ReadFaults::ReadFaults() {
+    active = this;
+}
+
+ReadFaults::~ReadFaults() {
+    active = nullptr;
+}
+
+int ReadFaults::open(const char* path, int flags, mode_t mode) {
+    if (beforeOpen) {
+        const Unwatched unwatched;
+        beforeOpen();
+    }
+    return systemOpen(path, flags, mode);
+}
+
+ssize_t ReadFaults::read(int descriptor, void* bytes, std::size_t size) {
+    ++reads_;
+    int error = 0;
+    if (beforeRead) {
+        const Unwatched unwatched;
+        error = beforeRead(reads_);
+    }
+    if (error != 0) {
+        errno = error;
+        return -1;
+    }
+    return systemRead(descriptor, bytes, std::min(size, mostBytes));
+}
+
+// The names under which the library and Qt call the system. Other names here, so that no
+// declaration of the system's headers is in the way.
+
+extern "C" {
+
+__attribute__((used, visibility("default"))) int watchedOpen(const char* path, int flags,
+                                                             ...) __asm__("open");
+__attribute__((used, visibility("default"))) ssize_t watchedRead(int descriptor, void* bytes,
+                                                                 std::size_t size) __asm__("read");
+
+int watchedOpen(const char* path, int flags, ...) {
+    mode_t mode = 0;
+    if ((flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE) {
+        va_list rest;
+        va_start(rest, flags);
+        mode = va_arg(rest, mode_t);
+        va_end(rest);
+    }
+    return active != nullptr ? active->open(path, flags, mode) : systemOpen(path, flags, mode);
+}
+
+ssize_t watchedRead(int descriptor, void* bytes, std::size_t size) {
+    return active != nullptr ? active->read(descriptor, bytes, size)
+                             : systemRead(descriptor, bytes, size);
+}
+
+}  // extern "C"

@@ -1,0 +1,335 @@
+// Files that change, vanish or cannot be read while they are loaded: at each call by which they are
+// read, in turn. Whatever happens, the answer is that of a file which holds the bytes that came.
+#include "readFaults.h"
+#include "recordingSubject.h"
+
+#include <support/deadline.h>
+#include <support/scopedCodec.h>
+#include <support/tempFiles.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+/// What a load makes of a new object.
+struct Answer {
+    bool done;
+    std::string said;
+    std::string holds;
+
+    friend bool operator==(const Answer& a, const Answer& b) {
+        return a.done == b.done && a.said == b.said && a.holds == b.holds;
+    }
+    friend std::ostream& operator<<(std::ostream& out, const Answer& answer) {
+        return out << (answer.done ? "done" : "refused") << ", says \"" << answer.said
+                   << "\", holds \"" << answer.holds << '"';
+    }
+};
+
+bool isJson(const Format& format) {
+    return &format == &kItems || &format == &kSetups;
+}
+
+/// Few enough bytes for several calls within each of the good files.
+constexpr std::size_t kPiece = 7;
+
+class ReadFaultsTest : public testing::TestWithParam<const char*> {
+protected:
+    ReadFaultsTest() {
+        for (const Format* format : everyFormat()) {  // what Qt sets up once reads no files later
+            answerTo(*format, format->good);
+        }
+    }
+
+    /// The only file there is: a grid's loader would read the colours beside it too.
+    std::string write(const Format& format, const std::string& bytes) const {
+        for (const Format* other : everyFormat()) {
+            std::filesystem::remove(files_.path(other->file));
+        }
+        return files_.write(format.file, bytes);
+    }
+
+    Answer load(const Format& format, const std::string& path) const {
+        const auto subject = format.make();
+        const bool done = subject->load(path);
+        return {done, subject->said(), subject->holds()};
+    }
+
+    /// The answer to a file that holds these bytes and keeps them.
+    Answer answerTo(const Format& format, const std::string& bytes) const {
+        return load(format, write(format, bytes));
+    }
+
+    /// The answer to a good file that comes in pieces, when something happens before a read.
+    Answer answerWith(const Format& format, const std::function<int(int)>& beforeRead) const {
+        const std::string path = write(format, format.good);
+        ReadFaults faults;
+        faults.mostBytes = kPiece;
+        faults.beforeRead = beforeRead;
+        return load(format, path);
+    }
+
+    /// Something happens to the file before the read with this number.
+    Answer answerWhen(const Format& format, int number,
+                      const std::function<void(const std::string&)>& happens) const {
+        return answerWith(format, [&](int read) {
+            if (read == number) {
+                happens(files_.path(format.file));
+            }
+            return 0;
+        });
+    }
+
+    /// How often a good file is read that comes in pieces.
+    int reads(const Format& format) const {
+        const std::string path = write(format, format.good);
+        ReadFaults faults;
+        faults.mostBytes = kPiece;
+        load(format, path);
+        EXPECT_GT(faults.reads(), static_cast<int>(format.good.size() / kPiece)) << format.file;
+        return faults.reads();
+    }
+
+    /// How many bytes came before the read with this number.
+    static std::size_t bytesBefore(const Format& format, int number) {
+        return std::min(format.good.size(), kPiece * static_cast<std::size_t>(number - 1));
+    }
+
+    /// Calls an action with each loader and the number of each of its reads.
+    template <typename Action>
+    void forEachRead(Action action) const {
+        for (const Format* format : everyFormat()) {
+            const int last = reads(*format);
+            for (int number = 1; number <= last; ++number) {
+                SCOPED_TRACE(std::string(format->file) + ", read " + std::to_string(number));
+                action(*format, number);
+            }
+        }
+    }
+
+    TempFiles files_;
+
+private:
+    Deadline deadline_{300};
+    ScopedCodec codec_{GetParam()};
+};
+
+TEST_P(ReadFaultsTest, PiecesAndInterruptionsChangeNothing) {
+    for (const Format* format : everyFormat()) {
+        const Answer whole = answerTo(*format, format->good);
+        EXPECT_TRUE(whole.done) << format->file;
+        for (const std::size_t piece : {1, 2, 7, 64}) {
+            const std::string path = write(*format, format->good);
+            ReadFaults faults;
+            faults.mostBytes = piece;
+            faults.beforeRead = [](int number) { return number % 2 == 1 ? EINTR : 0; };
+            EXPECT_EQ(load(*format, path), whole) << format->file << " by " << piece;
+            EXPECT_GT(faults.reads(), 1);
+        }
+    }
+}
+
+/// Maps end where they cannot be read; JSON files and recordings are refused with the reason.
+TEST_P(ReadFaultsTest, AReadErrorThatStaysEndsAMapAndRefusesOtherFiles) {
+    const std::string reason = qt_error_string(EIO).toStdString();
+    forEachRead([&](const Format& format, int number) {
+        const Answer answer =
+            answerWith(format, [&](int read) { return read >= number ? EIO : 0; });
+        if (&format == &kRecording) {
+            EXPECT_FALSE(answer.done);
+            EXPECT_EQ(answer.said, ": " + reason);
+        } else if (isJson(format)) {
+            const std::string said = &format == &kSetups ? '"' + reason + '"' : "";
+            EXPECT_EQ(answer, (Answer{false, said, ""}));
+        } else {
+            const std::size_t came = bytesBefore(format, number);
+            EXPECT_EQ(answer, answerTo(format, format.good.substr(0, came)));
+        }
+    });
+}
+
+TEST_P(ReadFaultsTest, AReadErrorThatPassesGivesAWholeOrACutFile) {
+    forEachRead([&](const Format& format, int number) {
+        const Answer answer =
+            answerWith(format, [&](int read) { return read == number ? EIO : 0; });
+        if (&format == &kRecording) {
+            EXPECT_EQ(answer.said, ": " + qt_error_string(EIO).toStdString());
+            return;
+        }
+        const std::size_t came = bytesBefore(format, number);
+        const bool refused = isJson(format) && !answer.done && answer.holds.empty();
+        EXPECT_TRUE(refused || answer == answerTo(format, format.good) ||
+                    answer == answerTo(format, format.good.substr(0, came)))
+            << answer;
+    });
+}
+
+/// Rows that share what the system gives with their neighbours: none is filled by another's cells.
+TEST_P(ReadFaultsTest, AReadErrorThatPassesMovesNoCells) {
+    constexpr int kColumns = 1000;
+    constexpr int kRows = 10;
+    constexpr float kNothing = -9.0F;
+    std::vector<float> cells(static_cast<std::size_t>(kColumns) * kRows);
+    for (std::size_t i = 0; i < cells.size(); ++i) {  // all different, no byte beyond ASCII
+        const auto bits = static_cast<std::uint32_t>(0x3A000000U + i / 128 * 256 + i % 128);
+        std::memcpy(&cells[i], &bits, sizeof bits);
+    }
+    const std::string path = files_.write("wide.bil", bytesOf(cells));
+    const auto map = std::make_unique<veltaGEO>();
+    map->nCols = kColumns;
+    map->nRows = kRows;
+    map->isFloat = 1;
+    map->noData = kNothing;
+    bool failed = true;
+    for (int number = 1; failed; ++number) {
+        failed = false;
+        ReadFaults faults;
+        faults.mostBytes = 1000;
+        faults.beforeRead = [&](int read) {
+            failed = failed || read == number;
+            return read == number ? EIO : 0;
+        };
+        ASSERT_TRUE(map->loadBILFile(QString::fromStdString(path)));
+        bool covered = true;
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            const float cell = map->grid[i / kColumns][i % kColumns];
+            covered = covered && cell != kNothing;
+            ASSERT_EQ(cell, covered ? cells[i] : kNothing) << "read " << number << ", cell " << i;
+        }
+    }
+}
+
+TEST_P(ReadFaultsTest, AFileThatIsShortenedIsACutFile) {
+    forEachRead([&](const Format& format, int number) {
+        const std::size_t came = bytesBefore(format, number);
+        for (const std::size_t left : {std::size_t{0}, std::size_t{1}, format.good.size() / 2}) {
+            const Answer answer = answerWhen(format, number, [&](const std::string& path) {
+                std::filesystem::resize_file(path, left);
+            });
+            EXPECT_EQ(answer, answerTo(format, format.good.substr(0, std::max(came, left))))
+                << "cut to " << left;
+        }
+    });
+}
+
+TEST_P(ReadFaultsTest, AFileThatIsReplacedOrRemovedIsReadToItsEnd) {
+    forEachRead([&](const Format& format, int number) {
+        const Answer whole = answerTo(format, format.good);
+        EXPECT_EQ(whole, answerWhen(format, number, [&](const std::string& path) {
+                      std::filesystem::rename(files_.write("other", "0 1 2\n"), path);
+                  }));
+        EXPECT_EQ(whole, answerWhen(format, number, [](const std::string& path) {
+                      std::filesystem::remove(path);
+                  }));
+        EXPECT_EQ(whole, answerWhen(format, number, [](const std::string& path) {
+                      std::filesystem::remove(path);
+                      mkfifo(path.c_str(), 0600);
+                  }));
+    });
+}
+
+TEST_P(ReadFaultsTest, AFileThatIsWrittenOverIsAMixtureOfBoth) {
+    forEachRead([&](const Format& format, int number) {
+        // digits turned into others, so that numbers change and lines do not
+        std::string other = format.good;
+        std::replace(other.begin(), other.end(), '5', '7');
+        std::replace(other.begin(), other.end(), '3', '2');
+        const std::size_t came = bytesBefore(format, number);
+        const Answer answer = answerWhen(format, number, [&](const std::string&) {
+            files_.write(format.file, other);  // the same file, not another of the name
+        });
+        EXPECT_EQ(answer, answerTo(format, format.good.substr(0, came) + other.substr(came)));
+    });
+}
+
+/// What is added may be read or not; JSON files are as long as they were when they were opened.
+TEST_P(ReadFaultsTest, AFileThatGrowsIsReadWithOrWithoutWhatIsAdded) {
+    for (const Format* format : everyFormat()) {
+        const std::string more = isJson(*format) ? "x" : format->good;
+        const Answer grown = answerTo(*format, format->good + more);
+        const Answer whole = answerTo(*format, format->good);
+        const int last = reads(*format);
+        for (int number = 1; number <= last; ++number) {
+            const Answer answer = answerWhen(*format, number, [&](const std::string& path) {
+                std::ofstream(path, std::ios::binary | std::ios::app) << more;
+            });
+            EXPECT_TRUE(answer == whole || (answer == grown && !isJson(*format)))
+                << format->file << ", read " << number << ": " << answer;
+        }
+    }
+}
+
+/// What stands under the name when it is opened, although another thing did when it was looked at.
+struct Swap {
+    const char* what;
+    std::function<void(const std::string&)> make;
+    std::string setupsSay;
+};
+
+TEST_P(ReadFaultsTest, WhatTakesTheFilesPlaceBeforeItIsOpenedIsRefusedWithoutWaiting) {
+    const std::vector<Swap> swaps = {
+        {"FIFO", [](const std::string& path) { mkfifo(path.c_str(), 0600); },
+         "\"not a regular file\""},
+        {"folder", [](const std::string& path) { mkdir(path.c_str(), 0700); },
+         "\"not a regular file\""},
+        {"device",
+         [](const std::string& path) { std::filesystem::create_symlink("/dev/zero", path); },
+         "\"not a regular file\""},
+        {"nothing", [](const std::string&) {}, '"' + qt_error_string(ENOENT).toStdString() + '"'},
+    };
+    for (const Format* format : kFormats) {  // a recording may come from a FIFO
+        for (const Swap& swap : swaps) {
+            const std::string what = std::string(format->file) + ": " + swap.what;
+            const std::string path = write(*format, format->good);
+            const auto subject = format->make();
+            EXPECT_TRUE(subject->load(path)) << what;
+            const std::string held = subject->holds();
+            {
+                ReadFaults faults;
+                faults.beforeOpen = [&] {
+                    std::filesystem::remove(path);
+                    swap.make(path);
+                };
+                EXPECT_FALSE(subject->load(path)) << what;
+                EXPECT_EQ(faults.reads(), 0) << what;
+            }
+            EXPECT_EQ(subject->said(), format == &kSetups ? swap.setupsSay : format->missing)
+                << what;
+            // what a BIL file holds under another codec is another matter
+            EXPECT_EQ(subject->holds(), format == &kBil ? held : format->missingHolds) << what;
+            EXPECT_TRUE(subject->load(write(*format, format->good))) << what;
+            EXPECT_EQ(subject->holds(), held) << what;
+        }
+    }
+}
+
+TEST_P(ReadFaultsTest, AFileThatTakesTheFilesPlaceBeforeItIsOpenedIsTheOneThatIsRead) {
+    for (const Format* format : everyFormat()) {
+        const std::string half = format->good.substr(0, format->good.size() / 2);
+        const Answer expected = answerTo(*format, half);
+        const std::string path = write(*format, format->good);
+        ReadFaults faults;
+        faults.beforeOpen = [&] {
+            std::filesystem::rename(files_.write("other", half), path);
+            faults.beforeOpen = nullptr;
+        };
+        EXPECT_EQ(load(*format, path), expected) << format->file;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(UnderCodec, ReadFaultsTest, testing::Values("ISO 8859-1", "UTF-8"),
+                         [](const auto& codec) {
+                             return std::string(codec.param[0] == 'I' ? "Latin1" : "Utf8");
+                         });
+
+}  // namespace
