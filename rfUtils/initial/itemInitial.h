@@ -123,11 +123,11 @@ public:
 
 private:
     /// Entry 0, which follows the guard slot.
-    initialValue_t* values() { return slots + 1; }
-    const initialValue_t* values() const { return slots + 1; }
+    initialValue_t* values() { return entries + 1; }
+    const initialValue_t* values() const { return entries + 1; }
     initialValue_t* nextSlot();
 
     // One array, so that the guard slot is an entry like the others: that of index -1.
-    initialValue_t slots[1 + kCapacity];
+    initialValue_t entries[1 + kCapacity];
     std::int32_t count = 0;
 };

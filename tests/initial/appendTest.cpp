@@ -41,7 +41,7 @@ TEST_F(Store, EmbedsTheGuardSlotItsEntriesAndTheCountInThisOrder) {
     };
     static_assert(sizeof(itemInitial) == sizeof(Layout));
     static_assert(itemInitial::kCapacity == 5120);
-    EXPECT_EQ(static_cast<const void*>(slots - 1), table.get());
+    EXPECT_EQ(static_cast<const void*>(stored - 1), table.get());
 }
 
 TEST(InitialValue, HoldsItsFieldsInTheirOrderAndNothingElse) {
@@ -81,11 +81,11 @@ TEST_F(Store, AppendsInOrderWithTheTypeOfTheValue) {
     EXPECT_TRUE(table->setInitialVal("s", text));
     EXPECT_TRUE(table->addInitialVal({"all", 42, 1, 2.0, "3"}));
     EXPECT_EQ(countOf(*table), 4);
-    EXPECT_EQ(slots[0], (initialValue_t{"i", 1, -7, 0.0, ""}));
-    EXPECT_EQ(slots[1], (initialValue_t{"d", 2, 0, 2.25, ""}));
-    EXPECT_EQ(slots[2], (initialValue_t{"s", 3, 0, 0.0, "seven"}));
-    EXPECT_EQ(slots[3], (initialValue_t{"all", 42, 1, 2.0, "3"}));
-    EXPECT_EQ(slots[4], kEmpty);
+    EXPECT_EQ(stored[0], (initialValue_t{"i", 1, -7, 0.0, ""}));
+    EXPECT_EQ(stored[1], (initialValue_t{"d", 2, 0, 2.25, ""}));
+    EXPECT_EQ(stored[2], (initialValue_t{"s", 3, 0, 0.0, "seven"}));
+    EXPECT_EQ(stored[3], (initialValue_t{"all", 42, 1, 2.0, "3"}));
+    EXPECT_EQ(stored[4], kEmpty);
 }
 
 TEST_F(Store, AppendLeavesTheOtherFieldsOfTheSlotAsTheyWere) {
@@ -96,10 +96,10 @@ TEST_F(Store, AppendLeavesTheOtherFieldsOfTheSlotAsTheyWere) {
     table->setInitialVal("d", 1.5);
     table->setInitialVal("s", std::string("new"));
     table->addInitialVal({"all", 0, 0, 0.0, ""});
-    EXPECT_EQ(slots[0], (initialValue_t{"i", 1, 1, 2.5, "text"}));
-    EXPECT_EQ(slots[1], (initialValue_t{"d", 2, 11, 1.5, "text"}));
-    EXPECT_EQ(slots[2], (initialValue_t{"s", 3, 11, 2.5, "new"}));
-    EXPECT_EQ(slots[3], (initialValue_t{"all", 0, 0, 0.0, ""}));  // all five are overwritten
+    EXPECT_EQ(stored[0], (initialValue_t{"i", 1, 1, 2.5, "text"}));
+    EXPECT_EQ(stored[1], (initialValue_t{"d", 2, 11, 1.5, "text"}));
+    EXPECT_EQ(stored[2], (initialValue_t{"s", 3, 11, 2.5, "new"}));
+    EXPECT_EQ(stored[3], (initialValue_t{"all", 0, 0, 0.0, ""}));  // all five are overwritten
 }
 
 TEST_F(Store, AcceptsEmptyAndRepeatedIds) {
@@ -110,7 +110,7 @@ TEST_F(Store, AcceptsEmptyAndRepeatedIds) {
 
 TEST_F(Store, RefusesAnAppendWhenFull) {
     fillUp();
-    EXPECT_EQ(slots[5119], (initialValue_t{"5119", 1, 5119, 0.0, ""}));  // the last place is used
+    EXPECT_EQ(stored[5119], (initialValue_t{"5119", 1, 5119, 0.0, ""}));  // the last place is used
     for (const auto& row : kAppends) {
         EXPECT_FALSE(row.append(*table)) << row.name;
     }
@@ -118,11 +118,11 @@ TEST_F(Store, RefusesAnAppendWhenFull) {
     EXPECT_FALSE(table->setTypeId(typeid(double)));
     EXPECT_EQ(countOf(*table), 5120);
     for (int index = 0; index < 5120; ++index) {
-        ASSERT_EQ(slots[index], (initialValue_t{std::to_string(index), 1, index, 0.0, ""}));
+        ASSERT_EQ(stored[index], (initialValue_t{std::to_string(index), 1, index, 0.0, ""}));
     }
     table->delInitialVal("5119");
     EXPECT_TRUE(table->setInitialVal("again", 1));
-    EXPECT_EQ(slots[5119].id, "again");
+    EXPECT_EQ(stored[5119].id, "again");
     EXPECT_EQ(countOf(*table), 5120);
 }
 
@@ -134,16 +134,16 @@ TEST_F(Store, AppendAfterACountOfMinusOneIsLost) {
         EXPECT_EQ(countOf(*table), 0) << row.name;
         EXPECT_EQ(table->findInitialVal("new"), nullptr) << row.name;
         for (int index = 0; index < 5120; ++index) {
-            ASSERT_EQ(slots[index], kEmpty) << row.name;
+            ASSERT_EQ(stored[index], kEmpty) << row.name;
         }
     }
     table->setInitialVal("kept", 1);
-    EXPECT_EQ(table->findInitialVal("kept"), slots);
-    EXPECT_EQ(slots[0].id, "kept");
+    EXPECT_EQ(table->findInitialVal("kept"), stored);
+    EXPECT_EQ(stored[0].id, "kept");
 }
 
 TEST_F(Store, AppendAtACountOfMinusOneWritesItsFieldsOfTheGuardSlot) {
-    EXPECT_EQ(slots[-1], kEmpty);
+    EXPECT_EQ(stored[-1], kEmpty);
     const struct {
         const char* name;
         std::function<bool(itemInitial&)> append;
@@ -168,8 +168,8 @@ TEST_F(Store, AppendAtACountOfMinusOneWritesItsFieldsOfTheGuardSlot) {
     for (const auto& row : kCases) {
         table->delInitialVal("");  // on an empty table: the count becomes -1
         EXPECT_TRUE(row.append(*table)) << row.name;
-        EXPECT_EQ(slots[-1], row.guard) << row.name;
-        EXPECT_EQ(slots[0], kEmpty) << row.name;
+        EXPECT_EQ(stored[-1], row.guard) << row.name;
+        EXPECT_EQ(stored[0], kEmpty) << row.name;
         EXPECT_EQ(countOf(*table), 0) << row.name;
     }
     table->setInitialVal("kept", 1);
@@ -182,7 +182,7 @@ TEST_F(Store, CopiesAreIndependent) {
     copy->setInitialVal("b", 2);
     copy->modifyInitialVal("a", 7);
     EXPECT_EQ(idsInUse(), Ids{"a"});
-    EXPECT_EQ(slots[0].iValue, 'a');
+    EXPECT_EQ(stored[0].iValue, 'a');
     EXPECT_EQ(copy->findInitialVal("b")[0].iValue, 7);
 }
 
@@ -201,25 +201,25 @@ TEST(TypeId, KnowsIntAndDouble) {
 TEST_F(Store, SetTypeIdMarksTheNextFreeSlot) {
     append({"a"});
     EXPECT_TRUE(table->setTypeId(typeid(double)));
-    EXPECT_EQ(slots[0].type, 1);
-    EXPECT_EQ(slots[1], (initialValue_t{"", 2, 0, 0.0, ""}));
-    EXPECT_EQ(slots[2], kEmpty);
+    EXPECT_EQ(stored[0].type, 1);
+    EXPECT_EQ(stored[1], (initialValue_t{"", 2, 0, 0.0, ""}));
+    EXPECT_EQ(stored[2], kEmpty);
     EXPECT_EQ(countOf(*table), 1);
     EXPECT_TRUE(table->setTypeId(typeid(int)));
-    EXPECT_EQ(slots[1].type, 1);
+    EXPECT_EQ(stored[1].type, 1);
     for (const std::type_info* const other : {&typeid(std::string), &typeid(float)}) {
         EXPECT_FALSE(table->setTypeId(*other));
-        EXPECT_EQ(slots[1].type, 1);
+        EXPECT_EQ(stored[1].type, 1);
     }
     table->setInitialVal("b", 0.5);
-    EXPECT_EQ(slots[1].type, 2);
+    EXPECT_EQ(stored[1].type, 2);
 }
 
 TEST_F(Store, SetTypeIdMarksTheLastSlotToo) {
     fillUp();
     table->delInitialVal("5119");
     EXPECT_TRUE(table->setTypeId(typeid(double)));
-    EXPECT_EQ(slots[5119].type, 2);
+    EXPECT_EQ(stored[5119].type, 2);
 }
 
 TEST_F(Store, SetTypeIdAtACountOfMinusOneMarksTheGuardSlotOnly) {
@@ -227,14 +227,14 @@ TEST_F(Store, SetTypeIdAtACountOfMinusOneMarksTheGuardSlotOnly) {
     table->addInitialVal(kFull);
     table->delInitialVal("");
     EXPECT_TRUE(table->setTypeId(typeid(int)));
-    EXPECT_EQ(slots[-1], (initialValue_t{"old", 1, 11, 2.5, "text"}));
+    EXPECT_EQ(stored[-1], (initialValue_t{"old", 1, 11, 2.5, "text"}));
     EXPECT_TRUE(table->setTypeId(typeid(double)));
-    EXPECT_EQ(slots[-1], (initialValue_t{"old", 2, 11, 2.5, "text"}));
+    EXPECT_EQ(stored[-1], (initialValue_t{"old", 2, 11, 2.5, "text"}));
     EXPECT_FALSE(table->setTypeId(typeid(std::string)));
-    EXPECT_EQ(slots[-1], (initialValue_t{"old", 2, 11, 2.5, "text"}));
+    EXPECT_EQ(stored[-1], (initialValue_t{"old", 2, 11, 2.5, "text"}));
     EXPECT_EQ(countOf(*table), -1);
     for (int index = 0; index < 5120; ++index) {
-        ASSERT_EQ(slots[index], kEmpty);
+        ASSERT_EQ(stored[index], kEmpty);
     }
 }
 

@@ -20,9 +20,9 @@ TEST_F(Store, DeletesTheFirstMatchAndClosesTheGap) {
         const std::size_t count = row.before.size();
         EXPECT_TRUE(table->delInitialVal(row.id)) << row.name;
         EXPECT_EQ(idsInUse(), row.after) << row.name;
-        EXPECT_EQ(slots[count - 1], kEmpty) << row.name;
+        EXPECT_EQ(stored[count - 1], kEmpty) << row.name;
         for (std::size_t index = 0; index < row.after.size(); ++index) {
-            EXPECT_EQ(slots[index].iValue, row.after[index][0]) << row.name;
+            EXPECT_EQ(stored[index].iValue, row.after[index][0]) << row.name;
         }
         for (const std::string& id : row.after) {
             table->delInitialVal(id);
@@ -35,32 +35,32 @@ TEST_F(Store, DeletingMovesAllFieldsOfTheLaterEntries) {
     table->addInitialVal(kFull);
     table->addInitialVal({"last", 8, 7, 6.5, "end"});
     EXPECT_TRUE(table->delInitialVal("a"));
-    EXPECT_EQ(slots[0], kFull);
-    EXPECT_EQ(slots[1], (initialValue_t{"last", 8, 7, 6.5, "end"}));
-    EXPECT_EQ(slots[2], kEmpty);
+    EXPECT_EQ(stored[0], kFull);
+    EXPECT_EQ(stored[1], (initialValue_t{"last", 8, 7, 6.5, "end"}));
+    EXPECT_EQ(stored[2], kEmpty);
 }
 
 TEST_F(Store, DeletingMovesTextsWithoutCopyingThem) {
     append({"a"});
     const std::string longText(1000, 'x');
     table->addInitialVal({longText, 3, 0, 0.0, longText});
-    const char* const id = slots[1].id.data();
-    const char* const text = slots[1].sValue.data();
+    const char* const id = stored[1].id.data();
+    const char* const text = stored[1].sValue.data();
     table->delInitialVal("a");
-    EXPECT_EQ(slots[0].id.data(), id);
-    EXPECT_EQ(slots[0].sValue.data(), text);
+    EXPECT_EQ(stored[0].id.data(), id);
+    EXPECT_EQ(stored[0].sValue.data(), text);
 }
 
 TEST_F(Store, DeletingAnAbsentIdDropsTheLastEntryUncleared) {
     append({"a", "b"});
     EXPECT_TRUE(table->delInitialVal("x"));
     EXPECT_EQ(idsInUse(), Ids{"a"});
-    EXPECT_EQ(slots[1], (initialValue_t{"b", 1, 'b', 0.0, ""}));
+    EXPECT_EQ(stored[1], (initialValue_t{"b", 1, 'b', 0.0, ""}));
     EXPECT_EQ(table->findInitialVal("b"), nullptr);
     // "b" is there no longer, so this drops "a".
     EXPECT_TRUE(table->delInitialVal("b"));
     EXPECT_EQ(idsInUse(), Ids{});
-    EXPECT_EQ(slots[0].id, "a");
+    EXPECT_EQ(stored[0].id, "a");
 }
 
 TEST_F(Store, DeletingFromAnEmptyTableLeavesACountOfMinusOne) {
@@ -73,7 +73,7 @@ TEST_F(Store, DeletingFromAnEmptyTableLeavesACountOfMinusOne) {
     EXPECT_EQ(countOf(*table), -1);
     EXPECT_EQ(table->findInitialVal(""), nullptr);
     EXPECT_FALSE(table->modifyInitialVal("", 1));
-    EXPECT_EQ(slots[0], kEmpty);
+    EXPECT_EQ(stored[0], kEmpty);
 }
 
 TEST_F(Store, DeletesFromAFullTable) {
@@ -81,13 +81,13 @@ TEST_F(Store, DeletesFromAFullTable) {
     EXPECT_TRUE(table->delInitialVal("0"));
     EXPECT_EQ(countOf(*table), 5119);
     for (int index = 0; index < 5119; ++index) {
-        ASSERT_EQ(slots[index].iValue, index + 1);
+        ASSERT_EQ(stored[index].iValue, index + 1);
     }
-    EXPECT_EQ(slots[5119], kEmpty);
+    EXPECT_EQ(stored[5119], kEmpty);
     EXPECT_TRUE(table->setInitialVal("x", 1));
     EXPECT_TRUE(table->delInitialVal("absent"));
     EXPECT_EQ(countOf(*table), 5119);
-    EXPECT_EQ(slots[5119].id, "x");
+    EXPECT_EQ(stored[5119].id, "x");
 }
 
 TEST_F(Store, DeletingComparesIdsByteForByte) {
@@ -102,7 +102,7 @@ TEST_F(Store, DeletingComparesIdsByteForByte) {
 
 TEST_F(Store, DeletesByTheIdOfAnEntryItself) {
     append({"a", "b", "c"});
-    EXPECT_TRUE(table->delInitialVal(slots[1].id));
+    EXPECT_TRUE(table->delInitialVal(stored[1].id));
     EXPECT_EQ(idsInUse(), (Ids{"a", "c"}));
 }
 

@@ -11,10 +11,10 @@ TEST_F(Store, FillOverwritesAnyEntryAndNotTheCount) {
     append({"a", "b"});
     for (const int index : {0, 1, 2, 5119}) {
         EXPECT_TRUE(table->fillInitialVal(index, kFull)) << index;
-        EXPECT_EQ(slots[index], kFull) << index;
+        EXPECT_EQ(stored[index], kFull) << index;
     }
     EXPECT_EQ(countOf(*table), 2);
-    EXPECT_EQ(slots[3], kEmpty);
+    EXPECT_EQ(stored[3], kEmpty);
 }
 
 TEST_F(Store, EmptyClearsAnyEntryAndNotTheCount) {
@@ -22,7 +22,7 @@ TEST_F(Store, EmptyClearsAnyEntryAndNotTheCount) {
     for (const int index : {0, 1, 5119}) {
         table->fillInitialVal(index, kFull);
         EXPECT_TRUE(table->emptyInitialVal(index)) << index;
-        EXPECT_EQ(slots[index], kEmpty) << index;
+        EXPECT_EQ(stored[index], kEmpty) << index;
     }
     EXPECT_EQ(idsInUse(), (Ids{"", "", "c"}));
 }
@@ -36,8 +36,8 @@ TEST_F(Store, CopyCopiesAllFieldsFromOneEntryToTheOther) {
     } kCases[] = {{1, 0}, {0, 5119}, {5119, 2}, {1, 1}};
     for (const auto& row : kCases) {
         EXPECT_TRUE(table->copyInitialVal(row.from, row.to));
-        EXPECT_EQ(slots[row.from], kFull);
-        EXPECT_EQ(slots[row.to], kFull);
+        EXPECT_EQ(stored[row.from], kFull);
+        EXPECT_EQ(stored[row.to], kFull);
     }
     EXPECT_EQ(countOf(*table), 2);
 }
@@ -52,9 +52,9 @@ TEST_F(Store, RefusesIndexesOutsideTheTable) {
         EXPECT_FALSE(table->copyInitialVal(index, index)) << index;
     }
     EXPECT_EQ(countOf(*table), 5120);
-    EXPECT_EQ(slots[-1], kEmpty);
+    EXPECT_EQ(stored[-1], kEmpty);
     for (int index = 0; index < 5120; ++index) {
-        ASSERT_EQ(slots[index], (initialValue_t{std::to_string(index), 1, index, 0.0, ""}));
+        ASSERT_EQ(stored[index], (initialValue_t{std::to_string(index), 1, index, 0.0, ""}));
     }
 }
 

@@ -4,9 +4,9 @@ namespace {
 
 TEST_F(Store, LookupYieldsTheFirstEntryWhicheverMatches) {
     append({"a", "b", "c"});
-    EXPECT_EQ(table->findInitialVal("a"), slots);
-    EXPECT_EQ(table->findInitialVal("b"), slots);
-    EXPECT_EQ(table->findInitialVal("c"), slots);
+    EXPECT_EQ(table->findInitialVal("a"), stored);
+    EXPECT_EQ(table->findInitialVal("b"), stored);
+    EXPECT_EQ(table->findInitialVal("c"), stored);
     EXPECT_EQ(table->findInitialVal("c")->id, "a");
 }
 
@@ -38,12 +38,12 @@ TEST_F(Store, LookupOfAnEmptyIdFindsAnEmptyId) {
     append({"a"});
     EXPECT_EQ(table->findInitialVal(""), nullptr);  // slots not in use do not count
     table->setInitialVal("", 1);
-    EXPECT_EQ(table->findInitialVal(""), slots);
+    EXPECT_EQ(table->findInitialVal(""), stored);
 }
 
 TEST_F(Store, LookupReachesTheLastPlace) {
     fillUp();
-    EXPECT_EQ(table->findInitialVal("5119"), slots);
+    EXPECT_EQ(table->findInitialVal("5119"), stored);
     EXPECT_EQ(table->findInitialVal("5120"), nullptr);
 }
 
@@ -59,14 +59,14 @@ TEST_F(Store, ModifyAlwaysWritesTheFirstEntry) {
     append({"a"});
     table->addInitialVal(kFull);
     EXPECT_TRUE(table->modifyInitialVal("old", 7));
-    EXPECT_EQ(slots[0], (initialValue_t{"a", 1, 7, 0.0, ""}));
+    EXPECT_EQ(stored[0], (initialValue_t{"a", 1, 7, 0.0, ""}));
     EXPECT_TRUE(table->modifyInitialVal("old", 7.5));  // the type stays
-    EXPECT_EQ(slots[0], (initialValue_t{"a", 1, 7, 7.5, ""}));
+    EXPECT_EQ(stored[0], (initialValue_t{"a", 1, 7, 7.5, ""}));
     EXPECT_TRUE(table->modifyInitialVal("old", std::string("seven")));
-    EXPECT_EQ(slots[0], (initialValue_t{"a", 1, 7, 7.5, "seven"}));
-    EXPECT_EQ(slots[1], kFull);
+    EXPECT_EQ(stored[0], (initialValue_t{"a", 1, 7, 7.5, "seven"}));
+    EXPECT_EQ(stored[1], kFull);
     EXPECT_TRUE(table->modifyInitialVal("a", 8));
-    EXPECT_EQ(slots[0].iValue, 8);
+    EXPECT_EQ(stored[0].iValue, 8);
     EXPECT_EQ(countOf(*table), 2);
 }
 
@@ -89,13 +89,13 @@ TEST_F(Store, ModifyOfAnAbsentIdChangesNothing) {
     EXPECT_FALSE(table->modifyInitialVal("x", 7));
     EXPECT_FALSE(table->modifyInitialVal("x", 7.5));
     EXPECT_FALSE(table->modifyInitialVal("x", std::string("seven")));
-    EXPECT_EQ(slots[0], kFull);
+    EXPECT_EQ(stored[0], kFull);
     EXPECT_EQ(countOf(*table), 1);
 }
 
 TEST_F(Store, ModifyOfAnEmptyTableChangesNothing) {
     EXPECT_FALSE(table->modifyInitialVal("", 7));
-    EXPECT_EQ(slots[0], kEmpty);
+    EXPECT_EQ(stored[0], kEmpty);
 }
 
 }  // namespace

@@ -37,7 +37,7 @@ protected:
     Store() {
         // A lookup yields the first slot, which then leads to all of them.
         table->setInitialVal("first slot", 0);
-        slots = table->findInitialVal("first slot");
+        stored = table->findInitialVal("first slot");
         table->delInitialVal("first slot");
     }
 
@@ -57,7 +57,7 @@ protected:
     std::vector<std::string> idsInUse() const {
         std::vector<std::string> ids;
         for (int index = 0; index < countOf(*table); ++index) {
-            ids.push_back(slots[index].id);
+            ids.push_back(stored[index].id);
         }
         return ids;
     }
@@ -65,7 +65,7 @@ protected:
     using Ids = std::vector<std::string>;
 
     const std::unique_ptr<itemInitial> table = std::make_unique<itemInitial>();
-    initialValue_t* slots = nullptr;  // entry 0; the guard slot is slots[-1]
+    initialValue_t* stored = nullptr;  // entry 0; the guard slot is stored[-1]
     const initialValue_t kEmpty;
     const initialValue_t kFull{"old", 9, 11, 2.5, "text"};
 };

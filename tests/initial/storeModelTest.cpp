@@ -196,15 +196,15 @@ protected:
     }
 
     void expectSameSlot(int index) {
-        ASSERT_TRUE(slots[index] == model.at(index))
-            << index << ": " << testing::PrintToString(slots[index]) << " instead of "
+        ASSERT_TRUE(stored[index] == model.at(index))
+            << index << ": " << testing::PrintToString(stored[index]) << " instead of "
             << testing::PrintToString(model.at(index));
     }
 
     /// The slots in reach of the last step.
     void expectSameNearby() {
         const std::string id = randomId();
-        ASSERT_EQ(table->findInitialVal(id), model.finds(id) ? slots : nullptr) << id;
+        ASSERT_EQ(table->findInitialVal(id), model.finds(id) ? stored : nullptr) << id;
         for (const int index : touched) {
             if (isIndex(index)) {
                 expectSameSlot(index);
@@ -236,14 +236,14 @@ protected:
 };
 
 TEST_F(StoreModel, AnAlmostEmptyTableIsThatOfTheModel) {
-    model.at(0) = slots[0];  // the first slot was used to find the others
+    model.at(0) = stored[0];  // the first slot was used to find the others
     for (int round = 0; round < 60 && !HasFatalFailure(); ++round) {
         use(500, round % 2 == 0 ? 6 : 9);
     }
 }
 
 TEST_F(StoreModel, AnAlmostFullTableIsThatOfTheModel) {
-    model.at(0) = slots[0];
+    model.at(0) = stored[0];
     fillUp();
     for (int index = 0; index < 5120; ++index) {
         model.appended(std::to_string(index), 1).iValue = index;

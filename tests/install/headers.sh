@@ -1,21 +1,32 @@
 #!/usr/bin/env bash
 # headers.sh PREFIX WORK COMPILER...: every installed header compiles alone, free of warnings, with Qt's
-# Core headers only. Other libraries' headers count as system headers.
+# Core headers only, and all of them behind Qt's own keywords (slots, signals, emit, foreach), which an
+# application's earlier includes bring along. Other libraries' headers count as system headers.
 . "$(dirname "$0")/common.sh"
 prefix=$1 work=$2
 shift 2
 
 mkdir -p "$work"
 flags=$(pkg-config --cflags Qt5Core | sed 's/-I/-isystem /g')
-count=0
-while IFS= read -r header; do
-    for compiler in "$@"; do
-        printf '#include <%s>\n' "$header" >"$work/alone.cpp"
+
+expect_clean() { # source, what it is
+    local compiler
+    for compiler in "${compilers[@]}"; do
         # shellcheck disable=SC2086  # the flags are words
         "$compiler" -std=c++17 -fPIC -fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \
-            -I "$prefix/include" $flags "$work/alone.cpp" || { echo "failed: $compiler $header" >&2; exit 1; }
+            -I "$prefix/include" $flags "$1" || { echo "failed: $compiler $2" >&2; exit 1; }
     done
+}
+
+compilers=("$@")
+count=0
+echo '#include <QObject>' >"$work/behindQt.cpp"
+while IFS= read -r header; do
+    echo "#include <$header>" >"$work/alone.cpp"
+    cat "$work/alone.cpp" >>"$work/behindQt.cpp"
+    expect_clean "$work/alone.cpp" "$header"
     count=$((count + 1))
 done < <(cd "$prefix/include" && find rfUtils -name '*.h' | sort)
+expect_clean "$work/behindQt.cpp" "all headers behind Qt's"
 echo "$count headers"
 test "$count" -ge 13
