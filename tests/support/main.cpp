@@ -2,7 +2,7 @@
 // same tests run under a decimal comma too, and gives Qt an application that needs no display.
 #include <gtest/gtest.h>
 
-#ifdef RFUTILS_TEST_GUI
+#ifdef QT_GUI_LIB
 #include <QGuiApplication>
 using Application = QGuiApplication;
 #else
@@ -15,7 +15,7 @@ using Application = QCoreApplication;
 #include <locale>
 #include <stdexcept>
 
-#if defined(RFUTILS_TEST_GUI) && defined(__SANITIZE_ADDRESS__)
+#if defined(QT_GUI_LIB) && defined(__SANITIZE_ADDRESS__)
 // Qt's offscreen platform never frees its screen. The stacks that name it need the slow unwinder.
 // NOLINTBEGIN(bugprone-reserved-identifier): the sanitizers look for these names
 extern "C" const char* __asan_default_options() {
