@@ -112,6 +112,13 @@ TYPED_TEST(ElfItemTest, MayHoldNoServerItem) {
     EXPECT_EQ(TypeParam(nullptr).serverItem(), nullptr);
 }
 
+// Its functions are inline: programs that were built earlier hold this layout.
+TYPED_TEST(ElfItemTest, IsOnePointer) {
+    EXPECT_EQ(sizeof(TypeParam), sizeof(ServerItem*));
+    EXPECT_TRUE(std::is_standard_layout<TypeParam>::value);
+    EXPECT_TRUE(std::is_trivially_copyable<TypeParam>::value);
+}
+
 TYPED_TEST(ElfItemTest, IsBuiltExplicitly) {
     EXPECT_TRUE((std::is_constructible<TypeParam, ServerItem*>::value));
     EXPECT_FALSE((std::is_convertible<ServerItem*, TypeParam>::value));
