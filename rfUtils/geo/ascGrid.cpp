@@ -1,5 +1,6 @@
 #include "detail/gridHeader.h"
 #include "detail/lineReader.h"
+#include "detail/plainDecimal.h"
 #include "detail/tokenizer.h"
 
 #include <rfUtils/detail/numberPrefix.h>
@@ -22,15 +23,26 @@ float cellValue(std::string_view token) {
     return toFloat(decimalPrefix(token));
 }
 
+/// The cell of the next token, 0 where there is none.
+float nextCell(Tokenizer& rest, const char* lineEnd) {
+    const PlainDecimal number = plainDecimal(rest.skipSeparators(), lineEnd);
+    if (number.end == nullptr) {
+        return cellValue(rest.next());
+    }
+    rest.continueAt(number.end);
+    return toFloat(number.value);
+}
+
 /// Fills the first `columns` cells of a row from the line's first tokens, already taken, and the
 /// ones behind them; a cell without a token becomes 0.
-void readRow(const FirstTokens& first, Tokenizer& rest, float* row, std::int32_t columns) {
+void readRow(const FirstTokens& first, Tokenizer& rest, const char* lineEnd, float* row,
+             std::int32_t columns) {
     const auto taken = std::min(columns, static_cast<std::int32_t>(first.size()));
     for (std::int32_t column = 0; column < taken; ++column) {
         row[column] = cellValue(first[static_cast<std::size_t>(column)]);
     }
     for (std::int32_t column = taken; column < columns; ++column) {
-        row[column] = cellValue(rest.next());
+        row[column] = nextCell(rest, lineEnd);
     }
 }
 
@@ -57,7 +69,8 @@ bool veltaGEO::loadASCFile(const QString& fileName) {
                 headerEnd = lineNumber + 1;
             }
         } else if (count == first.size() && lineNumber - headerEnd < kMaxRows) {
-            readRow(first, tokenizer, grid[lineNumber - headerEnd], std::min(nCols, kMaxColumns));
+            readRow(first, tokenizer, lines.lineEnd(), grid[lineNumber - headerEnd],
+                    std::min(nCols, kMaxColumns));
         }
     }
     isLoaded = 1;

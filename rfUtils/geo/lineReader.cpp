@@ -61,11 +61,13 @@ bool LineReader::fill() {
 
 char* LineReader::takeLine(char* lineEnd) {
     char* const line = unread_;
-    *lineEnd = '\0';
-    if (static_cast<std::size_t>(lineEnd - line) > limit_) {
-        line[limit_] = '\0';
-    }
     unread_ = lineEnd == end_ ? end_ : lineEnd + 1;
+    return terminateLine(line, std::min(limit_, static_cast<std::size_t>(lineEnd - line)));
+}
+
+char* LineReader::terminateLine(char* line, std::size_t length) {
+    line[length] = '\0';
+    lineEnd_ = line + length;
     return line;
 }
 
@@ -74,9 +76,8 @@ char* LineReader::takeLine(char* lineEnd) {
 char* LineReader::takeCutLine() {
     inDroppedRest_ = true;
     char* const line = unread_;
-    line[limit_] = '\0';
     unread_ = end_;
-    return line;
+    return terminateLine(line, limit_);
 }
 
 void LineReader::dropRestOfLine() {

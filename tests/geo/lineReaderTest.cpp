@@ -43,7 +43,10 @@ Lines readAll(QIODevice& device, std::size_t limit) {
     LineReader reader(device, limit);
     Lines lines;
     while (char* const line = reader.next()) {
-        lines.emplace_back(line);
+        const std::string whole(static_cast<const char*>(line), reader.lineEnd());
+        EXPECT_LE(whole.size(), limit);
+        EXPECT_EQ(*reader.lineEnd(), '\0');
+        lines.emplace_back(whole.c_str());        // up to a NUL
         line[0] = line[0] == '\0' ? '\0' : '\n';  // lines may be changed at will
     }
     EXPECT_EQ(reader.next(), nullptr);

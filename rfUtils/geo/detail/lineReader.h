@@ -23,10 +23,14 @@ public:
     /// call; null at the end of the device, which a read error counts as.
     char* next();
 
+    /// The terminating NUL of the last line that next() gave.
+    const char* lineEnd() const noexcept { return lineEnd_; }
+
 private:
     bool fill();
     char* takeLine(char* lineEnd);
     char* takeCutLine();
+    char* terminateLine(char* line, std::size_t length);
     void dropRestOfLine();
 
     QIODevice& device_;
@@ -35,6 +39,7 @@ private:
     const std::unique_ptr<char[]> buffer_;  // capacity_ bytes and one for a terminator
     char* unread_;
     char* end_;
+    const char* lineEnd_ = nullptr;
     bool inDroppedRest_ = false;
 };
 

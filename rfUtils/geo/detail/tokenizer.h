@@ -106,6 +106,17 @@ public:
         return {token.begin, std::min(length, kMaxTokenLength)};
     }
 
+    /// Moves to where the next token begins, or to the end of the line.
+    const char* skipSeparators() noexcept {
+        while (classOf(*cursor_) == CharClass::Separator) {
+            ++cursor_;
+        }
+        return cursor_;
+    }
+
+    /// Goes on behind a token that was read where it stands.
+    void continueAt(const char* tokenEnd) noexcept { cursor_ = tokenEnd; }
+
     /// Fills the table with the next tokens; gives how many there were, at most its capacity.
     template <std::size_t Capacity>
     std::size_t take(std::array<std::string_view, Capacity>& tokens) noexcept {
