@@ -3,9 +3,11 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -45,6 +47,73 @@ double smallerNumber(double a, double b) {
 
 bool isMeasured(double value) {
     return value != traceRssiBuffer::kNoMeasurement;
+}
+
+using MarkerRing = boost::circular_buffer<double>;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+/// Calls `action(first, last)` for the one or two runs of memory that hold a ring's items, oldest
+/// first. A loop over plain pointers need not look for the seam at every item.
+template <typename Item, typename Action>
+void forEachRun(const boost::circular_buffer<Item>& ring, Action action) {
+    const auto older = ring.array_one();
+    const auto newer = ring.array_two();
+    action(older.first, older.first + older.second);
+    action(newer.first, newer.first + newer.second);
+}
+
+/// `choose(best, value)` folded over a ring from `start`. The values are dealt out to several lanes,
+/// which the processor works off side by side: for choices that do not depend on the order.
+template <typename Choose>
+double foldedInLanes(const MarkerRing& ring, double start, Choose choose) {
+    std::array<double, 8> lanes;
+    lanes.fill(start);
+    forEachRun(ring, [&lanes, choose](const double* value, const double* end) {
+        for (; static_cast<std::size_t>(end - value) >= lanes.size(); value += lanes.size()) {
+            for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
+                lanes[lane] = choose(lanes[lane], value[lane]);
+            }
+        }
+        for (; value != end; ++value) {
+            lanes[0] = choose(lanes[0], *value);
+        }
+    });
+    return std::accumulate(lanes.begin() + 1, lanes.end(), lanes[0], choose);
+}
+
+double maximumByRule(const MarkerRing& ring) {
+    double maximum = ring.front();
+    for (const double value : ring) {
+        maximum = largerNumber(maximum, value);
+    }
+    return maximum;
+}
+
+double minimumByRule(const MarkerRing& ring) {
+    double minimum = isMeasured(ring.front()) ? ring.front() : traceRssiBuffer::kPlaceholder;
+    for (const double value : ring) {
+        if (isMeasured(value)) {
+            minimum = smallerNumber(minimum, value);
+        }
+    }
+    return minimum;
+}
+
+// Plain comparison passes over every NaN and takes zeros of both signs for the same, so its answer
+// is the rule's unless it is a zero, or the infinity that it starts from: then there may be nothing
+// but NaN.
+
+double maximumInLanes(const MarkerRing& ring) {
+    return foldedInLanes(ring, -kInfinity,
+                         [](double best, double value) { return value > best ? value : best; });
+}
+
+double minimumInLanes(const MarkerRing& ring) {
+    return foldedInLanes(ring, kInfinity, [](double best, double value) {
+        const double candidate = isMeasured(value) ? value : kInfinity;
+        return candidate < best ? candidate : best;
+    });
 }
 
 }  // namespace
@@ -120,11 +189,8 @@ bool traceRssiBuffer::getMaxMarkerPower(int marker, double* out) const {
     if (ring == nullptr || ring->empty() || out == nullptr) {
         return false;
     }
-    double maximum = ring->front();
-    for (const double value : *ring) {
-        maximum = largerNumber(maximum, value);
-    }
-    *out = maximum;
+    const double maximum = maximumInLanes(*ring);
+    *out = maximum == 0.0 || maximum == -kInfinity ? maximumByRule(*ring) : maximum;
     return true;
 }
 
@@ -133,13 +199,10 @@ bool traceRssiBuffer::getMinMarkerPower(int marker, double* out) const {
     if (ring == nullptr || ring->empty() || out == nullptr) {
         return false;
     }
-    double minimum = isMeasured(ring->front()) ? ring->front() : kPlaceholder;
-    for (const double value : *ring) {
-        if (isMeasured(value)) {
-            minimum = smallerNumber(minimum, value);
-        }
-    }
-    *out = minimum;
+    const double highest = isMeasured(ring->front()) ? kInfinity : kPlaceholder;
+    const double minimum = minimumInLanes(*ring);
+    *out =
+        minimum == 0.0 || minimum == kInfinity ? minimumByRule(*ring) : std::min(minimum, highest);
     return true;
 }
 

@@ -10,17 +10,18 @@ namespace {
 
 using namespace rfu::test;
 
-constexpr std::size_t kCapacity = 12;
-
 /// A marker ring and what it should hold, oldest first.
 struct Ring {
-    traceRssiBuffer buffer{1, kCapacity};
+    explicit Ring(std::size_t values) : capacity(values), buffer(1, static_cast<int>(values)) {}
+
+    std::size_t capacity;
+    traceRssiBuffer buffer;
     std::deque<double> held;
 
     void append(double value) {
         buffer.appendMarkerPower(3, value);
         held.push_back(value);
-        if (held.size() > kCapacity) {
+        if (held.size() > capacity) {
             held.pop_front();
         }
     }
@@ -38,19 +39,21 @@ double randomPower(Samples& samples) {
     }
 }
 
-/// Tries a statistic on rings of all fill levels.
+/// Tries a statistic on short and long rings of all fill levels.
 template <typename Check>
 void forRandomRings(std::uint64_t seed, Check check) {
     Samples samples(seed);
-    Ring ring;
-    for (int i = caseCount(); i > 0 && !testing::Test::HasFatalFailure(); --i) {
-        if (samples.below(10) == 0) {
-            ring.buffer.clearMarkers();
-            ring.held.clear();
-        } else {
-            ring.append(randomPower(samples));
+    for (const std::size_t capacity : {std::size_t{12}, std::size_t{50}}) {
+        Ring ring(capacity);
+        for (int i = caseCount() / 2; i > 0 && !testing::Test::HasFatalFailure(); --i) {
+            if (samples.below(capacity) == 0) {
+                ring.buffer.clearMarkers();
+                ring.held.clear();
+            } else {
+                ring.append(randomPower(samples));
+            }
+            check(ring, samples);
         }
-        check(ring, samples);
     }
 }
 
