@@ -5,6 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
@@ -138,35 +139,40 @@ void count(benchmark::State& state) {
 BENCHMARK(count)->Name("marker_count/ours");
 BENCHMARK_CAPTURE(measureBare, count, bareCount)->Name("marker_count/bare");
 
-void copy(benchmark::State& state) {
-    const traceRssiBuffer buffer = filledMarker();
-    std::vector<double> out;
-    for (auto _ : state) {
-        buffer.getDataMarkerPower(out, kMarker);
-        benchmark::DoNotOptimize(out.data());
-        benchmark::ClobberMemory();
-    }
-    if (out != levels()) {
-        state.SkipWithError("not the values");
-    }
-    state.SetItemsProcessed(state.iterations() * kValues);
-}
-BENCHMARK(copy)->Name("marker_copy/ours");
+// Copies, of a ring in one run of memory, as calcMarkerPower fills it, and of one with a seam. In that
+// an array as well has to be copied in two parts.
 
-void copyToQVector(benchmark::State& state) {
-    const traceRssiBuffer buffer = filledMarker();
-    QVector<double> out;
+constexpr std::size_t kSeam = kValues - kValues / 3;
+
+traceRssiBuffer markerWithoutSeam() {
+    traceRssiBuffer buffer(1, kValues);
+    for (const double level : levels()) {
+        buffer.appendMarkerPower(kMarker, level);
+    }
+    return buffer;
+}
+
+template <typename Values>
+void measureOurCopy(benchmark::State& state, traceRssiBuffer (*marker)(), Values out) {
+    const traceRssiBuffer buffer = marker();
     for (auto _ : state) {
         buffer.getDataMarkerPower(out, kMarker);
         benchmark::DoNotOptimize(out.data());
         benchmark::ClobberMemory();
     }
-    if (std::vector<double>(out.cbegin(), out.cend()) != levels()) {
+    if (std::vector<double>(out.begin(), out.end()) != levels()) {
         state.SkipWithError("not the values");
     }
     state.SetItemsProcessed(state.iterations() * kValues);
 }
-BENCHMARK(copyToQVector)->Name("marker_copy/ours_qvector");
+BENCHMARK_CAPTURE(measureOurCopy, vector, markerWithoutSeam, std::vector<double>())
+    ->Name("marker_copy/ours");
+BENCHMARK_CAPTURE(measureOurCopy, qvector, markerWithoutSeam, QVector<double>())
+    ->Name("marker_copy/ours_qvector");
+BENCHMARK_CAPTURE(measureOurCopy, vectorOfSeam, filledMarker, std::vector<double>())
+    ->Name("marker_copy_with_seam/ours");
+BENCHMARK_CAPTURE(measureOurCopy, qvectorOfSeam, filledMarker, QVector<double>())
+    ->Name("marker_copy_with_seam/ours_qvector");
 
 void bareCopy(benchmark::State& state) {
     const std::vector<double> values = levels();
@@ -179,5 +185,22 @@ void bareCopy(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * kValues);
 }
 BENCHMARK(bareCopy)->Name("marker_copy/bare");
+
+void bareCopyInTwoParts(benchmark::State& state) {
+    std::vector<double> values = levels();
+    std::rotate(values.begin(), values.begin() + kSeam, values.end());
+    std::vector<double> out(kValues);
+    for (auto _ : state) {
+        const auto oldest = values.begin() + (kValues - kSeam);
+        std::copy(values.begin(), oldest, std::copy(oldest, values.end(), out.begin()));
+        benchmark::DoNotOptimize(out.data());
+        benchmark::ClobberMemory();
+    }
+    if (out != levels()) {
+        state.SkipWithError("not the values");
+    }
+    state.SetItemsProcessed(state.iterations() * kValues);
+}
+BENCHMARK(bareCopyInTwoParts)->Name("marker_copy_with_seam/bare");
 
 }  // namespace

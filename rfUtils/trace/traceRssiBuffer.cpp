@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <iterator>
 #include <limits>
 #include <numeric>
@@ -80,6 +81,14 @@ double foldedInLanes(const MarkerRing& ring, double start, Choose choose) {
         }
     });
     return std::accumulate(lanes.begin() + 1, lanes.end(), lanes[0], choose);
+}
+
+/// Copies the values of a ring that is not empty, oldest first.
+void copyOut(const MarkerRing& ring, double* out) {
+    const auto older = ring.array_one();
+    const auto newer = ring.array_two();
+    std::memcpy(out, older.first, older.second * sizeof(double));
+    std::memcpy(out + older.second, newer.first, newer.second * sizeof(double));
 }
 
 double maximumByRule(const MarkerRing& ring) {
@@ -211,29 +220,39 @@ bool traceRssiBuffer::getCountLimitMarkerPower(int marker, double limit, int* ou
     if (ring == nullptr || out == nullptr) {
         return false;
     }
-    *out = static_cast<int>(
-        std::count_if(ring->begin(), ring->end(), [limit](double value) { return value > limit; }));
+    std::ptrdiff_t count = 0;
+    forEachRun(*ring, [limit, &count](const double* value, const double* end) {
+        count += std::count_if(value, end, [limit](double power) { return power > limit; });
+    });
+    *out = static_cast<int>(count);
     return true;
 }
 
 bool traceRssiBuffer::getDataMarkerPower(std::vector<double>& out, int marker) const {
-    out.clear();
     const auto* const ring = ringOf(markerBuffer, marker);
-    if (ring == nullptr || ring->empty()) {
+    const std::size_t size = ring == nullptr ? 0 : ring->size();
+    if (size == 0 || size > out.capacity()) {
+        out.clear();  // otherwise what it holds is written over, without zeros before
+    }
+    out.resize(size);
+    if (size == 0) {
         return false;
     }
-    out.assign(ring->begin(), ring->end());
+    copyOut(*ring, out.data());
     return true;
 }
 
 bool traceRssiBuffer::getDataMarkerPower(QVector<double>& out, int marker) const {
-    out.resize(0);  // keeps the capacity
     const auto* const ring = ringOf(markerBuffer, marker);
-    if (ring == nullptr || ring->empty()) {
+    const int size = ring == nullptr ? 0 : static_cast<int>(ring->size());
+    if (size == 0 || size > out.capacity() || !out.isDetached()) {
+        out.resize(0);  // keeps the capacity; otherwise as above
+    }
+    out.resize(size);
+    if (size == 0) {
         return false;
     }
-    out.resize(static_cast<int>(ring->size()));
-    std::copy(ring->begin(), ring->end(), out.begin());
+    copyOut(*ring, out.data());
     return true;
 }
 

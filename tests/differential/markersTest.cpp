@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
+#include <vector>
 
 namespace {
 
@@ -143,14 +145,25 @@ TEST(DifferentialMarkers, getCountLimitMarkerPower) {
     });
 }
 
+template <typename Values>
+testing::AssertionResult holds(const Values& got, const std::deque<double>& expected) {
+    const bool equal = std::equal(got.begin(), got.end(), expected.begin(), expected.end(),
+                                  [](double a, double b) { return same(a, b); });
+    return equal ? testing::AssertionSuccess() : testing::AssertionFailure() << "other values";
+}
+
+// Into vectors that held nothing, less or more before, and into one that shares what it holds.
 TEST(DifferentialMarkers, getDataMarkerPower) {
-    forRandomRings(20240921, [](const Ring& ring, Samples&) {
-        std::vector<double> got{7.0};
+    forRandomRings(20240921, [](const Ring& ring, Samples& samples) {
+        const auto before = static_cast<int>(samples.below(80));
+        std::vector<double> got(static_cast<std::size_t>(before), 7.0);
+        QVector<double> qtGot(before, 7.0);
+        const QVector<double> shared = samples.coin() ? qtGot : QVector<double>();
         ASSERT_EQ(ring.buffer.getDataMarkerPower(got, 3), !ring.held.empty());
-        ASSERT_EQ(got.size(), ring.held.size());
-        for (std::size_t i = 0; i < got.size(); ++i) {
-            ASSERT_TRUE(same(got[i], ring.held[i])) << i;
-        }
+        ASSERT_EQ(ring.buffer.getDataMarkerPower(qtGot, 3), !ring.held.empty());
+        ASSERT_TRUE(holds(got, ring.held));
+        ASSERT_TRUE(holds(qtGot, ring.held));
+        ASSERT_EQ(shared.count(7.0), shared.size());
     });
 }
 
