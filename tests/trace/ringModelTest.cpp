@@ -153,8 +153,8 @@ void expectSame(const traceRssiBuffer& buffer, const Model& model) {
 TEST(RingModel, HoldsWhatPlainQueuesHold) {
     Samples samples(20241001);
     for (int round = 0; round < kRounds && !HasFatalFailure(); ++round) {
-        const int traceCapacity = static_cast<int>(samples.below(7)) - 1;
-        const int markerCapacity = static_cast<int>(samples.below(9)) - 1;
+        const int traceCapacity = static_cast<int>(samples.below(14)) - 1;
+        const int markerCapacity = static_cast<int>(samples.below(17)) - 1;
         traceRssiBuffer buffer(traceCapacity, markerCapacity, round);
         Model model(traceCapacity, markerCapacity, round);
         for (int i = 0; i < kSteps && !HasFatalFailure(); ++i) {
