@@ -1,5 +1,8 @@
+#include <rfUtils/catalogues/detail/choiceKey.h>
 #include <rfUtils/catalogues/detail/existingFile.h>
+#include <rfUtils/catalogues/detail/plainCatalogue.h>
 #include <rfUtils/catalogues/subItemList.h>
+#include <rfUtils/detail/regularFile.h>
 #include <rfUtils/platform/VemoJsonDocument.h>
 
 #include <QJsonArray>
@@ -11,39 +14,17 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
-#include <locale>
 #include <optional>
 #include <utility>
+
+using rfu::detail::choiceKey;
+using rfu::detail::PlainCatalogue;
+using rfu::detail::readPlainCatalogue;
 
 namespace {
 
 constexpr char kNoId[] = "None";
 constexpr int kNoCode = -999;
-
-/// Allowed under the classic locale alone, where a to z are the only letters with a capital of one
-/// byte.
-void upperCaseAscii(std::string& text) {
-    for (char& byte : text) {
-        byte = byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
-    }
-}
-
-/// The key under which a sub-item is filed. Up to 15 bytes fit into the string itself, so that
-/// queries by an ordinary id allocate nothing.
-std::string keyOf(const std::string& subItemId) {
-    std::string key = subItemId;
-    const std::locale locale;
-    if (locale == std::locale::classic()) {
-        upperCaseAscii(key);
-        return key;
-    }
-    // Each byte takes a call of its own: a facet of an application may change single bytes only.
-    const auto& letters = std::use_facet<std::ctype<char>>(locale);
-    for (char& byte : key) {
-        byte = letters.toupper(byte);
-    }
-    return key;
-}
 
 /// The choice that a file's object describes; nothing when it lacks a member.
 std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& object) {
@@ -58,6 +39,41 @@ std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& ob
     return subItem{itemId, id.value().toString().toStdString(),
                    label.value().toString().toStdString(), enumValue.value().toInt(),
                    dispSeq.value().toInt()};
+}
+
+/// The choices of a plain file; nothing where it is not plain or cannot be read. Never of an
+/// external platform's documents, whose format is that platform's affair, nor with an older Qt,
+/// which refuses large ones.
+std::optional<PlainCatalogue> plainCatalogueOf(const QString& path) {
+#if defined(RFUTILS_EXTERNAL_PLATFORM) || QT_VERSION < QT_VERSION_CHECK(5, 15, 0)
+    Q_UNUSED(path)
+    return std::nullopt;
+#else
+    rfu::detail::RegularFile file(path);
+    if (!file.open()) {
+        return std::nullopt;
+    }
+    const QByteArray bytes = file.device().readAll();
+    return file.device().error() == QFileDevice::NoError ? readPlainCatalogue(bytes) : std::nullopt;
+#endif
+}
+
+/// Moves choices into a catalogue, where they replace those of the same ids.
+template <typename Items>
+void merge(Items& items, Items& added) {
+    items.merge(added);  // leaves behind what is an item already
+    for (auto& [itemId, choices] : added) {
+        auto& known = items[itemId];
+        for (auto& [key, choice] : choices) {
+            known.insert_or_assign(key, std::move(choice));
+        }
+    }
+}
+
+/// Stops at the largest number.
+void countArrays(std::int32_t& count, std::int64_t more) {
+    count = static_cast<std::int32_t>(
+        std::min<std::int64_t>(count + more, std::numeric_limits<std::int32_t>::max()));
 }
 
 /// The id of the first record that the predicate accepts, else `none`.
@@ -78,6 +94,11 @@ bool subItemList::loadJson(const std::string& path) {
     if (!rfu::detail::existingFile(file)) {
         return false;
     }
+    if (auto plain = plainCatalogueOf(file)) {
+        merge(itemList, plain->items);
+        countArrays(itemListCount, plain->arrays);
+        return true;
+    }
     VemoJsonDocument document;
     document.readFile(file);
     if (document.hasError()) {
@@ -96,9 +117,7 @@ bool subItemList::loadJson(const std::string& path) {
                 store(std::move(*choice));
             }
         }
-        if (itemListCount < std::numeric_limits<std::int32_t>::max()) {
-            ++itemListCount;
-        }
+        countArrays(itemListCount, 1);
     }
     return true;
 }
@@ -115,7 +134,7 @@ bool subItemList::addFromSubItem(const subItem& item) {
 }
 
 void subItemList::store(subItem item) {
-    std::string key = keyOf(item.id);
+    std::string key = choiceKey(item.id);
     Choices& choices = itemList[item.itemId];
     choices.insert_or_assign(std::move(key), std::move(item));
 }
@@ -131,7 +150,7 @@ const subItem* subItemList::findSubItem(const std::string& itemId,
     if (choices == nullptr) {
         return nullptr;
     }
-    const auto found = choices->find(keyOf(subItemId));
+    const auto found = choices->find(choiceKey(subItemId));
     return found == choices->end() ? nullptr : &found->second;
 }
 
@@ -186,7 +205,7 @@ bool subItemList::deleteItemById(const std::string& itemId) {
 
 bool subItemList::deleteSubItemById(const std::string& itemId, const std::string& subItemId) {
     const auto item = itemList.find(itemId);
-    return item != itemList.end() && item->second.erase(keyOf(subItemId)) != 0;
+    return item != itemList.end() && item->second.erase(choiceKey(subItemId)) != 0;
 }
 
 bool subItemList::checkAllSubitem() {

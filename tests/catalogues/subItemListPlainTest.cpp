@@ -1,0 +1,211 @@
+// Plain catalogue files are read without Qt's parser. Whatever the bytes, the catalogue holds what a
+// walk over Qt's document finds: around plain files, where one byte decides, most of all.
+#include "catalogueContent.h"
+
+#include <support/tempFiles.h>
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <locale>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace {
+
+using namespace std::string_literals;
+
+using Model = std::map<std::string, Content>;
+
+std::string keyOf(std::string id) {
+    const std::locale locale;
+    for (char& c : id) {
+        c = std::toupper(c, locale);
+    }
+    return id;
+}
+
+Content choicesOf(const std::string& item, const QJsonArray& elements) {
+    Content choices;
+    for (int i = 0; i < elements.size(); ++i) {
+        const QJsonObject object = elements.at(i).toObject();
+        const auto value = [&](const char* name) { return object.value(QLatin1String(name)); };
+        if (value("label").isUndefined() || value("id").isUndefined() ||
+            value("enum").isUndefined() || value("dispSeq").isUndefined()) {
+            continue;
+        }
+        const std::string id = value("id").toString().toStdString();
+        choices[keyOf(id)] = {item, id, value("label").toString().toStdString(),
+                              value("enum").toInt(), value("dispSeq").toInt()};
+    }
+    return choices;
+}
+
+/// What a file of these bytes says; nothing where Qt refuses it.
+std::optional<Model> modelOf(const std::string& bytes) {
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray::fromStdString(bytes));
+    if (document.isNull()) {
+        return std::nullopt;
+    }
+    Model model;
+    const QJsonObject items = document.object();
+    for (auto item = items.begin(); item != items.end(); ++item) {
+        const std::string id = item.key().toStdString();
+        Content choices = choicesOf(id, item.value().toArray());
+        if (!choices.empty()) {
+            model[id] = choices;
+        }
+    }
+    return model;
+}
+
+class SubItemListPlain : public testing::Test {
+protected:
+    void expectAsQt(const std::string& bytes) {
+        const std::optional<Model> model = modelOf(bytes);
+        subItemList list;
+        ASSERT_EQ(list.loadJson(files_.write("file.json", bytes)), model.has_value()) << bytes;
+        std::size_t choices = 0;
+        for (const auto& [item, expected] : model.value_or(Model())) {
+            ASSERT_EQ(contentOf(list, item), expected) << bytes;
+            choices += expected.size();
+        }
+        ASSERT_EQ(dumpOf(list).size(), choices) << bytes;
+    }
+
+private:
+    TempFiles files_;
+};
+
+std::string choice(const std::string& label, const std::string& code) {
+    return R"({"label":")" + label + R"(","id":"auto","enum":)" + code + R"(,"dispSeq":1})";
+}
+
+std::string file(const std::string& choices) {
+    return "{\"item\": [" + choices + "]}";
+}
+
+TEST_F(SubItemListPlain, ReadsIntegersAsQtDoes) {
+    for (const char* code : {"0",           "-0",         "7",          "-7",         "999999999",
+                             "-999999999",  "1000000000", "2147483647", "2147483648", "-2147483648",
+                             "-2147483649", "9999999999", "00",         "01",         "-01",
+                             "-",           "--1",        "- 1",        "+1",         "1.0",
+                             "1.5",         "1.",         "1e2",        "1E2",        "0e1",
+                             "0x1",         "1 2",        "",           "true",       "null",
+                             "\"1\"",       "[1]",        "{\"a\":1}",  " 5 ",        "\t5\r\n"}) {
+        expectAsQt(file(choice("Auto", code)));
+        expectAsQt(file(R"({"other":)"s + code + ',' + choice("Auto", "3").substr(1)));
+    }
+}
+
+TEST_F(SubItemListPlain, ReadsTextsAsQtDoes) {
+    // bounds of the lengths in UTF-8, of surrogates and of what is left to Qt's parser
+    for (const char* text : {"",
+                             " ",
+                             "~",
+                             "\x7F",
+                             "\t",
+                             "\x1F",
+                             "\\\"",
+                             "\\\\",
+                             "\\u00b5",
+                             "\\x",
+                             "\xC2\x80",
+                             "\xDF\xBF",
+                             "\xC0\x80",
+                             "\xC1\xBF",
+                             "\xC2",
+                             "\xC2 ",
+                             "\x80",
+                             "\xE0\xA0\x80",
+                             "\xE0\x9F\xBF",
+                             "\xE1\x80\x80",
+                             "\xE1\x80",
+                             "\xE1\x80 ",
+                             "\xE1 \x80",
+                             "\xEC\xBF\xBF",
+                             "\xED\x9F\xBF",
+                             "\xED\xA0\x80",
+                             "\xED\xBF\xBF",
+                             "\xEE\x80\x80",
+                             "\xEE\xBF\xBF",
+                             "\xEF\x80\x80",
+                             "\xEF\xBB\xBF",
+                             "\xEF\xBF\xBE",
+                             "\xEF\xBF\xBF",
+                             "\xF0\x90\x80\x80",
+                             "\xF4\x8F\xBF\xBF",
+                             "\xF5\x80\x80\x80",
+                             "\xFE",
+                             "\xFF",
+                             "a\xC2\xB5z",
+                             "\xE2\x84\xA6"}) {
+        expectAsQt(file(choice(text, "1")));
+        expectAsQt("{\"" + std::string(text) + "\": [" + choice("Auto", "1") + "]}");
+        expectAsQt(file(R"({")"s + text + R"(":1,)" + choice("Auto", "3").substr(1)));
+    }
+    expectAsQt(file(choice("a\0b"s, "1")));
+}
+
+TEST_F(SubItemListPlain, ReadsMembersAndItemsThatRepeatAsQtDoes) {
+    // Qt never frees an array that is displaced, unless it is empty.
+    const std::string one = choice("One", "1");
+    const std::string two = choice("Two", "2");
+    expectAsQt(file(one + ',' + two));
+        expectAsQt(R"({"a":[],"b":[)" + one + R"(],"a":[)" + two + "]}");
+    expectAsQt(R"({"a":1,"a":[)" + one + "]}");
+    for (const char* again : {"label", "id", "enum", "dispSeq", "other"}) {
+        for (const char* value : {"5", "\"five\""}) {
+            const std::string member = '"' + std::string(again) + "\":" + value;
+            expectAsQt(file('{' + member + ',' + one.substr(1)));
+            expectAsQt(file('{' + member + ',' + member + '}'));
+        }
+    }
+}
+
+TEST_F(SubItemListPlain, ReadsChangedFilesAsQtDoes) {
+    const std::string base =
+        "\t{ \"p\": [{\"label\":\"L\xC2\xB5\",\"id\":\"i\",\"enum\":-10,\"dispSeq\": "
+        "0,\"x\":\"\"}, "
+        "{}],\r\n\"q\":[],\"r\":[{\"id\":\"I\",\"label\":\"\",\"dispSeq\":2,\"enum\":3}]}\n";
+    ASSERT_EQ(modelOf(base)->size(), 2U);
+    expectAsQt(base);
+    constexpr char kBytes[] = "\0\t\r {}[]\":,-+.019eEIi\\/\x1F\x7F\x80\xB5\xC2\xED\xEF\xFF";
+    for (std::size_t at = 0; at <= base.size(); ++at) {
+        expectAsQt(base.substr(0, at));
+        expectAsQt(base.substr(at));
+        for (const char byte : std::string_view(kBytes, sizeof kBytes - 1)) {
+            std::string inserted = base;
+            inserted.insert(at, 1, byte);
+            expectAsQt(inserted);
+            if (at < base.size()) {
+                std::string replaced = base;
+                replaced[at] = byte;
+                expectAsQt(replaced);
+            }
+        }
+    }
+}
+
+TEST_F(SubItemListPlain, MergesIntoItemsThatAreThere) {
+    const TempFiles files;
+    subItemList list;
+    list.addSubItem("item", "Before", "AUTO", 1, 1);
+    list.addSubItem("item", "Other", "other", 2, 1);
+    list.addSubItem("kept", "Kept", "auto", 3, 1);
+    ASSERT_TRUE(list.loadJson(files.write("plain.json", R"({"item":[)" + choice("Auto", "4") +
+                                                            R"(],"new":[)" + choice("New", "5") +
+                                                            R"(],"empty":[],"kept":[]})")));
+    EXPECT_EQ(contentOf(list, "item"),
+              (Content{{keyOf("auto"), {"item", "auto", "Auto", 4, 1}},
+                       {keyOf("other"), {"item", "other", "Other", 2, 1}}}));
+    EXPECT_EQ(contentOf(list, "kept"), (Content{{keyOf("auto"), {"kept", "auto", "Kept", 3, 1}}}));
+    EXPECT_EQ(contentOf(list, "new"), (Content{{keyOf("auto"), {"new", "auto", "New", 5, 1}}}));
+    std::unordered_map<std::string, subItem> choices;
+    EXPECT_FALSE(list.getSubItemsById("empty", choices));
+}
+
+}  // namespace
