@@ -80,6 +80,11 @@ TEST(UnitTable, HasEveryUnitOnceInOrder) {
     }
 }
 
+TEST(UnitTable, HasNoNameForWhatIsNoQuantity) {
+    EXPECT_TRUE(rfu::quantityName(static_cast<rfu::Quantity>(-1)).isEmpty());
+    EXPECT_TRUE(rfu::quantityName(static_cast<rfu::Quantity>(9)).isEmpty());
+}
+
 TEST(UnitTable, FindsWholeNamesOnly) {
     for (const char* name : {"", "dBm ", " dBm", "dB", "dbm", "uV", "\u03BCV", "V/", "kV/m"}) {
         EXPECT_EQ(rfu::findUnit(text(name)), nullptr) << name;
