@@ -9,6 +9,9 @@
 /// An ordered list of result setups (id and label), read from JSON files and asked by position.
 ///
 /// Belongs to the thread that created it, like any QObject.
+///
+/// Running out of memory passes on as std::bad_alloc; setups that were appended before stay. Where
+/// it happens while Qt parses a file or writes a line of its log, Qt 5.15 ends the process.
 class RFUTILS_EXPORT ResultSetup : public QObject {
     Q_OBJECT
 

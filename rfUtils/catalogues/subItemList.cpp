@@ -133,10 +133,18 @@ bool subItemList::addFromSubItem(const subItem& item) {
     return true;
 }
 
+/// Changes nothing where memory runs out: an item comes with its first choice or not at all.
 void subItemList::store(subItem item) {
     std::string key = choiceKey(item.id);
-    Choices& choices = itemList[item.itemId];
-    choices.insert_or_assign(std::move(key), std::move(item));
+    const auto known = itemList.find(item.itemId);
+    if (known != itemList.end()) {
+        known->second.insert_or_assign(std::move(key), std::move(item));
+        return;
+    }
+    std::string itemId = item.itemId;
+    Choices choices;
+    choices.emplace(std::move(key), std::move(item));
+    itemList.emplace(std::move(itemId), std::move(choices));
 }
 
 const subItemList::Choices* subItemList::findItem(const std::string& itemId) const {

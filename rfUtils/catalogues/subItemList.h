@@ -35,7 +35,11 @@ struct subItem {
 /// (`enumValue`), not the display sequence.
 ///
 /// Not synchronised: serialise access from several threads; const queries may run together while
-/// nothing changes the catalogue. Running out of memory passes on as std::bad_alloc.
+/// nothing changes the catalogue.
+///
+/// Running out of memory passes on as std::bad_alloc. The operation has then changed nothing, but
+/// for loadJson(), which keeps the choices that it stored before, and getSubItemsById(), which
+/// leaves its result empty. Where memory runs out while Qt parses a file, Qt 5.15 ends the process.
 class RFUTILS_EXPORT subItemList {
 public:
     subItemList() = default;

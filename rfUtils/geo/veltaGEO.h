@@ -21,8 +21,11 @@ struct stPaser {
 /// The caller chooses the loader, reads the public fields and shows `errMsg`. One object holds one
 /// map. A load overwrites fields one by one as lines are read and clears nothing: after a failed
 /// or smaller load the cells and fields that were not read keep what they held. Loaders report
-/// failure by `false` and a message; they throw nothing of their own. Use one object from one
-/// thread at a time. Nothing here depends on the process's locale except the text codec, which
+/// failure by `false` and a message; they throw nothing of their own. Where memory runs out,
+/// std::bad_alloc passes on: the map is then as after a file that is not found, or the grid is
+/// whole, isLoaded is 1 and only colours and message are missing. (Under another codec than ISO
+/// 8859-1, where Qt decodes the cells of a BIL grid, it may end the process instead.) Use one
+/// object from one thread at a time. Nothing here depends on the process's locale except the text codec, which
 /// decodes the cells of loadBILFile() and encodes the file names of every loader.
 ///
 /// ## Files

@@ -95,11 +95,8 @@ bool itemInitial::emptyInitialVal(int index) {
 }
 
 bool itemInitial::copyInitialVal(int from, int to) {
-    if (!isIndex(from) || !isIndex(to)) {
-        return false;
-    }
-    values()[to] = values()[from];
-    return true;
+    // By way of a copy, so that an entry never holds half of another when memory runs out.
+    return isIndex(from) && fillInitialVal(to, values()[from]);
 }
 
 bool itemInitial::delInitialVal(const std::string& id) {

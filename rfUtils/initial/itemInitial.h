@@ -36,6 +36,9 @@ struct initialValue_t {
 ///    its other fields.
 ///
 /// Ids may be empty and may repeat; the first match counts.
+///
+/// The table itself allocates nothing, its texts do: where memory runs out, std::bad_alloc passes
+/// on and the entries in use are as before (a free slot may hold part of the new entry).
 class RFUTILS_EXPORT itemInitial {
 public:
     /// Number of entries that fit.

@@ -31,15 +31,19 @@ public:
     ///
     /// Every call starts anew: after a failure the object is empty, also when an earlier file was
     /// read well; a success clears the error of an earlier failure.
+    /// Where memory runs out, std::bad_alloc passes on and the document is as a new one; while Qt
+    /// 5.15 parses, it ends the process instead.
     /// What is not a regular file (a directory, FIFO, socket or device) is refused without being
-    /// opened, so the call never waits for a writer nor reads without end.
+    /// read, also where it takes the place of a file that was there a moment ago, so the call never
+    /// waits for a writer nor reads without end. Of a file that changes meanwhile at most as many
+    /// bytes count as it had when it was opened.
     bool readFile(const QString& path);
 
     /// Whether the last readFile() failed.
     bool hasError() const { return !error_.isEmpty(); }
 
     /// Why the last readFile() failed; empty when it did not:
-    ///   missing or unreadable file -> QFile's text, as "No such file or directory"
+    ///   missing or unreadable file -> the system's text, as "No such file or directory"
     ///   directory, FIFO, device    -> "not a regular file"
     ///   empty path, or NUL in it   -> "not a file name"
     ///   refused bytes              -> QJsonParseError's text, as "illegal value" for an empty file

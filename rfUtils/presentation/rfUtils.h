@@ -20,7 +20,8 @@
 /// integer makeBoundaryMsg() read no member and may be called from any thread.
 ///
 /// Frequencies are in MHz, levels in dBm, antenna gains in dBi, angles in degrees. Standard strings
-/// are UTF-8. Numbers in texts have a decimal point in every locale.
+/// are UTF-8. Numbers in texts have a decimal point in every locale. Where memory runs out,
+/// std::bad_alloc passes on: no toast is counted then, and the unit of hMath may be the one before.
 class RFUTILS_EXPORT rfUtils {
 public:
     /// Number of toast messages stored since the last clear, 0 in a new object.

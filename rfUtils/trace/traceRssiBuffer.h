@@ -114,7 +114,8 @@ public:
     bool getCountLimitMarkerPower(int marker, double limit, int* out) const;
 
     /// Copies the marker's values out, oldest first, -999.0 included. The output is emptied before
-    /// anything is checked: it is empty after the answer false.
+    /// anything is checked: it is empty after the answer false, and where memory runs out
+    /// (std::bad_alloc).
     /// @return false for a bad marker or an empty ring
     bool getDataMarkerPower(std::vector<double>& out, int marker) const;
 

@@ -23,7 +23,8 @@
 /// undefined numbers go through the arithmetic and are printed as "inf" and "nan". A NaN whose sign
 /// bit is set reads "-nan" in volt and watt texts and in those of getDBmToW, and "nan" in level and
 /// field level texts; prefixed field texts have no number for a NaN. Texts have a decimal point in
-/// every locale.
+/// every locale. Only where memory runs out does std::bad_alloc pass on; an operation that sets the
+/// unit may have done so by then.
 ///
 /// Two ways of rounding meet here. Level and field level texts round exact ties away from zero, as
 /// QString::setNum does (0.25 with one decimal is "0.3"); volt, watt and prefixed field texts round
