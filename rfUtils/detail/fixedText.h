@@ -1,6 +1,8 @@
 // Private to the library: not installed, may change in any release.
 #pragma once
 
+#include <rfUtils/detail/exactDecimal.h>
+
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -13,22 +15,29 @@ namespace rfu::detail {
 /// rounds them away from zero. Infinities and NaN read "inf", "-inf", "nan", "-nan".
 class FixedText {
 public:
-    static constexpr int kMaxDecimals = 9;
+    static constexpr int kMaxDecimals = kMostExactDecimals;
 
     /// @param decimals 0 to kMaxDecimals; a value outside is brought to the nearer bound
     FixedText(double value, int decimals) noexcept {
         const int used = decimals < 0 ? 0 : decimals > kMaxDecimals ? kMaxDecimals : decimals;
-        const auto result = std::to_chars(buffer_.data(), buffer_.data() + buffer_.size(), value,
-                                          std::chars_format::fixed, used);
-        size_ = static_cast<std::size_t>(result.ptr - buffer_.data());
+        char* const end = buffer_.data() + buffer_.size();
+        if (const char* const exact = writeExactDecimal(end, value, used, Ties::ToEven)) {
+            text_ = {exact, static_cast<std::size_t>(end - exact)};
+            return;
+        }
+        const auto result =
+            std::to_chars(buffer_.data(), end, value, std::chars_format::fixed, used);
+        text_ = {buffer_.data(), static_cast<std::size_t>(result.ptr - buffer_.data())};
     }
+    FixedText(const FixedText&) = delete;
+    FixedText& operator=(const FixedText&) = delete;
 
-    std::string_view view() const noexcept { return {buffer_.data(), size_}; }
+    std::string_view view() const noexcept { return text_; }
 
 private:
     // sign, 309 digits of the largest double, point, decimals
     std::array<char, 1 + 309 + 1 + kMaxDecimals> buffer_;
-    std::size_t size_ = 0;
+    std::string_view text_;  // of buffer_
 };
 
 }  // namespace rfu::detail

@@ -1,11 +1,17 @@
 #include <support/samples.h>
 #include "cText.h"
 
+#include <rfUtils/detail/exactDecimal.h>
 #include <rfUtils/detail/fixedText.h>
 #include <rfUtils/detail/numberPrefix.h>
 #include <rfUtils/detail/saturate.h>
 
 #include <gtest/gtest.h>
+
+#include <QString>
+
+#include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -20,6 +26,45 @@ TEST(DifferentialNumbers, fixedTextIsThatOfPrintf) {
         const auto decimals = static_cast<int>(samples.below(10));
         ASSERT_EQ(rfu::detail::FixedText(value, decimals).view(), printed(value, decimals))
             << std::hexfloat << value << ' ' << decimals;
+    }
+}
+
+/// Numbers from 2^-13 to 2^54, among them exact ties of any number of decimals and what lies beside
+/// them.
+double printable(Samples& samples) {
+    const double scale = std::ldexp(1.0, static_cast<int>(samples.below(67)) - 13);
+    const double binaryStep = std::ldexp(1.0, -static_cast<int>(samples.below(16)));
+    const double decimalStep = std::pow(10.0, -static_cast<double>(samples.below(10)));
+    const double value = samples.between(scale, 2.0 * scale);
+    switch (samples.below(4)) {
+        case 0:
+            return samples.signedAtRandom(value);
+        case 1:
+            return samples.signedAtRandom(std::nearbyint(value / binaryStep) * binaryStep);
+        case 2:
+            return samples.beside(std::nearbyint(value / binaryStep) * binaryStep);
+        default:
+            return samples.beside(std::nearbyint(value / decimalStep) * decimalStep);
+    }
+}
+
+TEST(DifferentialNumbers, exactDecimalsAreThoseOfThePrinterOfTheirRounding) {
+    Samples samples(20241120);
+    for (int i = caseCount(); i > 0; --i) {
+        const double value = printable(samples);
+        const auto decimals = static_cast<int>(samples.below(10));
+        char buffer[rfu::detail::kLongestExactDecimal];
+        char* const end = std::end(buffer);
+        if (char* const text =
+                rfu::detail::writeExactDecimal(end, value, decimals, rfu::detail::Ties::ToEven)) {
+            ASSERT_EQ(std::string(text, end), printed(value, decimals))
+                << std::hexfloat << value << ' ' << decimals;
+        }
+        if (char* const text = rfu::detail::writeExactDecimal(end, value, decimals,
+                                                              rfu::detail::Ties::AwayFromZero)) {
+            ASSERT_EQ(std::string(text, end), QString::number(value, 'f', decimals).toStdString())
+                << std::hexfloat << value << ' ' << decimals;
+        }
     }
 }
 
