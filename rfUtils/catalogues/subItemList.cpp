@@ -50,11 +50,11 @@ std::optional<PlainCatalogue> plainCatalogueOf(const QString& path) {
     return std::nullopt;
 #else
     rfu::detail::RegularFile file(path);
-    if (!file.open()) {
+    QByteArray bytes;
+    if (!file.open() || !file.readAll(bytes)) {
         return std::nullopt;
     }
-    const QByteArray bytes = file.device().readAll();
-    return file.device().error() == QFileDevice::NoError ? readPlainCatalogue(bytes) : std::nullopt;
+    return readPlainCatalogue(bytes);
 #endif
 }
 

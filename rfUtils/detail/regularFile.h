@@ -68,6 +68,15 @@ public:
         return info.isNativePath() ? openNative(info.filePath()) : openResource();
     }
 
+    /// Everything in the open file. False, with the reason in refusal(), where reading fails.
+    bool readAll(QByteArray& bytes) {
+        bytes = file_.readAll();
+        // An error behind bytes that came looks like the end of the file; the next read tells.
+        char next = 0;
+        file_.read(&next, sizeof next);
+        return file_.error() == QFileDevice::NoError || refuse(file_.errorString());
+    }
+
     /// Why the file was refused, in words for the operator.
     const QString& refusal() const { return refusal_; }
 

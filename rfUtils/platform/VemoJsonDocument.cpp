@@ -11,16 +11,9 @@ namespace {
 /// The file's bytes; on failure nothing, and the reason in `error`.
 QByteArray bytesOf(const QString& path, QString& error) {
     rfu::detail::RegularFile file(path);
-    if (!file.open()) {
+    QByteArray bytes;
+    if (!file.open() || !file.readAll(bytes)) {
         error = file.refusal();
-        return {};
-    }
-    QByteArray bytes = file.device().readAll();
-    // A read that fails behind some bytes ends as at the end of the file; the next one tells.
-    char next = 0;
-    file.device().read(&next, sizeof next);
-    if (file.device().error() != QFileDevice::NoError) {
-        error = file.device().errorString();
         return {};
     }
     return bytes;

@@ -14,8 +14,10 @@
 #include <locale>
 #include <map>
 #include <memory>
+#include <new>
 #include <sstream>
 #include <string>
+#include <vector>
 
 /// An object with one of its loaders.
 class Subject {
@@ -69,6 +71,36 @@ inline std::string shortened(const std::string& text) {
     return visible;
 }
 
+/// A new map, in the memory of one that is done with: 16 MiB from the system for every load would
+/// take longer than all else.
+class RecycledMap {
+public:
+    RecycledMap() {
+        if (spare().empty()) {
+            map_ = std::make_unique<veltaGEO>();
+            return;
+        }
+        map_ = std::move(spare().back());
+        spare().pop_back();
+        map_->~veltaGEO();
+        new (map_.get()) veltaGEO();
+    }
+    ~RecycledMap() { spare().push_back(std::move(map_)); }
+    RecycledMap(const RecycledMap&) = delete;
+    RecycledMap& operator=(const RecycledMap&) = delete;
+
+    veltaGEO& operator*() const { return *map_; }
+    veltaGEO* operator->() const { return map_.get(); }
+
+private:
+    static std::vector<std::unique_ptr<veltaGEO>>& spare() {
+        static std::vector<std::unique_ptr<veltaGEO>> maps;
+        return maps;
+    }
+
+    std::unique_ptr<veltaGEO> map_;
+};
+
 class MapSubject : public Subject {
 public:
     using Loader = bool (veltaGEO::*)(const QString&);
@@ -77,7 +109,7 @@ public:
 
     bool load(const std::string& path) override {
         map_->setErrMsg(QString());
-        return (map_.get()->*loader_)(QString::fromStdString(path));
+        return ((*map_).*loader_)(QString::fromStdString(path));
     }
     std::string said() override { return map_->errMsg.toStdString(); }
     std::string holds() const override { return describe(false); }
@@ -152,7 +184,7 @@ private:
     }
 
     Loader loader_;
-    std::unique_ptr<veltaGEO> map_ = std::make_unique<veltaGEO>();
+    RecycledMap map_;
 };
 
 /// Cells without their header: the sizes are set before each load.

@@ -292,26 +292,35 @@ const char kTwoItems[] = R"({
     "b second item id that needs memory": [
         {"label": "a label that needs memory", "id": "id 1 that needs memory", "enum": 5, "dispSeq": 6}]})";
 
-TEST_F(MemoryFaultsTest, OfACatalogueFileLeaveTheChoicesUpToOne) {
-    const std::string path = files_.write("items.json", kTwoItems);
+TEST_F(MemoryFaultsTest, OfACatalogueFileLeaveWholeChoices) {
     const std::string first = "a first item id that needs memory";
     const std::string second = "b second item id that needs memory";
-    const auto choice = [](const std::string& item, const std::string& id, const char* codes) {
-        std::string key = id;
-        std::transform(key.begin(), key.end(), key.begin(), ::toupper);
-        return key + '=' + item + ',' + id + ",a label that needs memory," + codes + ';';
+    const auto line = [](const std::string& item, const std::string& number, const char* codes) {
+        return "ID " + number + " THAT NEEDS MEMORY=" + item + ",id " + number +
+               " that needs memory,a label that needs memory," + codes + ';';
     };
-    const std::string one = "item:" + choice(first, "id 1 that needs memory", "1,2");
-    const std::string two = one + choice(first, "id 2 that needs memory", "3,4");
-    const std::string three = "item:" + choice(second, "id 1 that needs memory", "5,6");
-    expectToSurviveEveryFailure(
-        {{"loadJson",
-          [=] {
-              const auto list = std::make_shared<subItemList>();
-              return Trial{[=] { EXPECT_TRUE(list->loadJson(path)); },
-                           [=] { return choicesOf(*list, first) + choicesOf(*list, second); }};
-          },
-          {one + "none;", two + "none;", two + three}}});
+    const std::string held = "ID 0=" + first + ",id 0,held before,7,8;";
+    States someOfThem;
+    for (unsigned stored = 0; stored < 8; ++stored) {
+        someOfThem.insert("item:" + held + ((stored & 1U) != 0 ? line(first, "1", "1,2") : "") +
+                          ((stored & 2U) != 0 ? line(first, "2", "3,4") : "") +
+                          ((stored & 4U) != 0 ? "item:" + line(second, "1", "5,6") : "none;"));
+    }
+    // the second does not go the short way of plain files
+    std::string indirect = kTwoItems;
+    indirect.insert(1, "\"c\": null, ");
+    for (const std::string& content : {std::string(kTwoItems), indirect}) {
+        const std::string path = files_.write("items.json", content);
+        expectToSurviveEveryFailure(
+            {{"loadJson",
+              [=] {
+                  const auto list = std::make_shared<subItemList>();
+                  list->addSubItem(first, "held before", "id 0", 7, 8);
+                  return Trial{[=] { EXPECT_TRUE(list->loadJson(path)); },
+                               [=] { return choicesOf(*list, first) + choicesOf(*list, second); }};
+              },
+              someOfThem}});
+    }
 }
 
 TEST_F(MemoryFaultsTest, OfASetupFileLeaveTheSetupsUpToOne) {

@@ -40,13 +40,15 @@ bool isJson(const Format& format) {
     return &format == &kItems || &format == &kSetups;
 }
 
+constexpr const char* kLatin1 = "ISO 8859-1";
+
 /// Few enough bytes for several calls within each of the good files.
 constexpr std::size_t kPiece = 7;
 
 class ReadFaultsTest : public testing::TestWithParam<const char*> {
 protected:
     ReadFaultsTest() {
-        for (const Format* format : everyFormat()) {  // what Qt sets up once reads no files later
+        for (const Format* format : formats()) {  // what Qt sets up once reads no files later
             answerTo(*format, format->good);
         }
     }
@@ -62,7 +64,7 @@ protected:
     Answer load(const Format& format, const std::string& path) const {
         const auto subject = format.make();
         const bool done = subject->load(path);
-        return {done, subject->said(), subject->holds()};
+        return {done, subject->said(), subject->holdsInUse()};
     }
 
     /// The answer to a file that holds these bytes and keeps them.
@@ -108,13 +110,18 @@ protected:
     /// Calls an action with each loader and the number of each of its reads.
     template <typename Action>
     void forEachRead(Action action) const {
-        for (const Format* format : everyFormat()) {
+        for (const Format* format : formats()) {
             const int last = reads(*format);
             for (int number = 1; number <= last; ++number) {
                 SCOPED_TRACE(std::string(format->file) + ", read " + std::to_string(number));
                 action(*format, number);
             }
         }
+    }
+
+    /// Under the second codec only what depends on it.
+    static std::vector<const Format*> formats() {
+        return GetParam() == kLatin1 ? everyFormat() : std::vector<const Format*>{&kBil};
     }
 
     TempFiles files_;
@@ -125,7 +132,7 @@ private:
 };
 
 TEST_P(ReadFaultsTest, PiecesAndInterruptionsChangeNothing) {
-    for (const Format* format : everyFormat()) {
+    for (const Format* format : formats()) {
         const Answer whole = answerTo(*format, format->good);
         EXPECT_TRUE(whole.done) << format->file;
         for (const std::size_t piece : {1, 2, 7, 64}) {
@@ -254,7 +261,7 @@ TEST_P(ReadFaultsTest, AFileThatIsWrittenOverIsAMixtureOfBoth) {
 
 /// What is added may be read or not; JSON files are as long as they were when they were opened.
 TEST_P(ReadFaultsTest, AFileThatGrowsIsReadWithOrWithoutWhatIsAdded) {
-    for (const Format* format : everyFormat()) {
+    for (const Format* format : formats()) {
         const std::string more = isJson(*format) ? "x" : format->good;
         const Answer grown = answerTo(*format, format->good + more);
         const Answer whole = answerTo(*format, format->good);
@@ -287,7 +294,10 @@ TEST_P(ReadFaultsTest, WhatTakesTheFilesPlaceBeforeItIsOpenedIsRefusedWithoutWai
          "\"not a regular file\""},
         {"nothing", [](const std::string&) {}, '"' + qt_error_string(ENOENT).toStdString() + '"'},
     };
-    for (const Format* format : kFormats) {  // a recording may come from a FIFO
+    for (const Format* format : formats()) {
+        if (format == &kRecording) {
+            continue;  // which may come from a FIFO
+        }
         for (const Swap& swap : swaps) {
             const std::string what = std::string(format->file) + ": " + swap.what;
             const std::string path = write(*format, format->good);
@@ -314,7 +324,7 @@ TEST_P(ReadFaultsTest, WhatTakesTheFilesPlaceBeforeItIsOpenedIsRefusedWithoutWai
 }
 
 TEST_P(ReadFaultsTest, AFileThatTakesTheFilesPlaceBeforeItIsOpenedIsTheOneThatIsRead) {
-    for (const Format* format : everyFormat()) {
+    for (const Format* format : formats()) {
         const std::string half = format->good.substr(0, format->good.size() / 2);
         const Answer expected = answerTo(*format, half);
         const std::string path = write(*format, format->good);
@@ -327,9 +337,9 @@ TEST_P(ReadFaultsTest, AFileThatTakesTheFilesPlaceBeforeItIsOpenedIsTheOneThatIs
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(UnderCodec, ReadFaultsTest, testing::Values("ISO 8859-1", "UTF-8"),
+INSTANTIATE_TEST_SUITE_P(UnderCodec, ReadFaultsTest, testing::Values(kLatin1, "UTF-8"),
                          [](const auto& codec) {
-                             return std::string(codec.param[0] == 'I' ? "Latin1" : "Utf8");
+                             return std::string(codec.param == kLatin1 ? "Latin1" : "Utf8");
                          });
 
 }  // namespace
