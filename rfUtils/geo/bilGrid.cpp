@@ -1,14 +1,13 @@
 #include "detail/gridHeader.h"
+#include "detail/textAsBytes.h"
 
 #include <rfUtils/detail/regularFile.h>
 #include <rfUtils/geo/veltaGEO.h>
 
 #include <QFile>
 #include <QTextCodec>
-#include <QTextStream>
 
 #include <algorithm>
-#include <cstring>
 
 using namespace rfu::detail;
 
@@ -16,57 +15,47 @@ namespace {
 
 static_assert(sizeof(float) == 4, "a cell of the file is a grid cell as it stands");
 
-/// The cells behind the bytes that the file gave for a row.
-void fillUncovered(float* row, std::int32_t columns, qint64 bytes, float noData) {
-    std::fill(row + std::max<qint64>(bytes, 0) / qint64{sizeof(float)}, row + columns, noData);
-}
-
-/// Whether QTextStream, which looks for a byte-order mark at the start of its device before it
-/// takes the locale's codec, would decode the file as ISO 8859-1: a byte for a character.
-bool decodesToItself(QFile& file) {
+/// What QTextStream would decode the file with: it looks for a byte-order mark at the start of its
+/// device before it takes the locale's codec. Null where bytes are taken for characters.
+const QTextCodec* codecOf(QFile& file) {
     constexpr qint64 kLongestMark = 4;
-    constexpr int kLatin1 = 4;  // its number in the IANA registry
-    const QTextCodec* codec =
-        QTextCodec::codecForUtfText(file.peek(kLongestMark), QTextCodec::codecForLocale());
-    return codec != nullptr && codec->mibEnum() == kLatin1;
+    return QTextCodec::codecForUtfText(file.peek(kLongestMark), QTextCodec::codecForLocale());
 }
 
-/// Fills the rows by what `readRow` gives: the bytes that it wrote, negative for an error. A row that
-/// is not whole is the last: what came behind a read error would stand in the wrong cells.
-template <typename ReadRow>
-void readRowsBy(veltaGEO& map, ReadRow readRow) {
-    const qint64 rowBytes = map.nCols * qint64{sizeof(float)};
+/// Whether decoding and encoding as ISO 8859-1 again changes no byte.
+bool decodesToItself(const QTextCodec* codec) {
+    constexpr int kLatin1 = 4;  // its number in the IANA registry
+    return codec == nullptr || codec->mibEnum() == kLatin1;
+}
+
+/// Fills the first nCols cells of the first nRows grid rows by `readCells(cells, size)`, which gives
+/// how many bytes it wrote, negative for an error. What it does not cover becomes the no-data value. What
+/// is not whole is the last: behind a read error it would stand in the wrong cells.
+template <typename ReadCells>
+void fillRows(veltaGEO& map, ReadCells readCells) {
+    const std::int32_t cells = map.nCols;
+    const qint64 size = cells * qint64{sizeof(float)};
     bool ended = false;
     for (std::int32_t row = 0; row < map.nRows; ++row) {
-        const qint64 got = ended ? 0 : readRow(map.grid[row], rowBytes);
-        ended = got < rowBytes;
-        fillUncovered(map.grid[row], map.nCols, got, map.noData);
+        float* const begin = map.grid[row];
+        const qint64 got = ended ? 0 : std::max<qint64>(readCells(begin, size), 0);
+        ended = got < size;
+        std::fill(begin + got / qint64{sizeof(float)}, begin + cells, map.noData);
     }
 }
 
-void readRowsAsText(veltaGEO& map, QFile& file) {
-    QTextStream stream(&file);
-    readRowsBy(map, [&stream](float* row, qint64 size) -> qint64 {
-        const QByteArray bytes = stream.read(size).toLatin1();
-        std::memcpy(row, bytes.constData(), static_cast<std::size_t>(bytes.size()));
-        return bytes.size();
-    });
-}
-
-/// The same rows as readRowsAsText() gives where decoding and encoding again changes no byte.
-void readRowsAsBytes(veltaGEO& map, QFile& file) {
-    readRowsBy(map, [&file](float* row, qint64 size) {
-        return file.read(reinterpret_cast<char*>(row), size);
-    });
-}
-
-/// Fills the first nCols cells of the first nRows grid rows from a file that is open, at its start;
-/// nCols and nRows are within the grid.
+/// nCols and nRows are within the grid, the file is at its start.
 void readRows(veltaGEO& map, QFile& file) {
-    if (decodesToItself(file)) {
-        readRowsAsBytes(map, file);
+    const QTextCodec* const codec = codecOf(file);
+    if (decodesToItself(codec)) {
+        fillRows(map, [&file](float* cells, qint64 size) {
+            return file.read(reinterpret_cast<char*>(cells), size);
+        });
     } else {
-        readRowsAsText(map, file);
+        TextAsBytes text(file, *codec);
+        fillRows(map, [&text](float* cells, qint64 size) {
+            return text.read(reinterpret_cast<char*>(cells), size);
+        });
     }
 }
 

@@ -1,0 +1,140 @@
+#include "detail/textAsBytes.h"
+
+#include <QIODevice>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+
+namespace rfu::detail {
+
+namespace {
+
+constexpr int kUtf8 = 106;  // its number in the IANA registry
+constexpr char kUnknown = '?';
+
+using Byte = unsigned char;
+
+constexpr Byte kFirstLead = 0xC2;  // the two before it could only begin overlong sequences
+constexpr Byte kFirstBeyondLatin1 = 0xC4;
+constexpr Byte kLastLead = 0xF4;  // the last character is U+10FFFF
+
+constexpr bool isAscii(char c) noexcept {
+    return static_cast<Byte>(c) < 0x80;
+}
+
+constexpr bool isContinuation(char c) noexcept {
+    return (static_cast<Byte>(c) & 0xC0) == 0x80;
+}
+
+/// Whether a byte may begin a character of several bytes with the next one. Without a jump between
+/// the two questions: among the bytes of cells one is answered at random, both seldom with yes.
+constexpr bool mayBeCharacter(char lead, char next) noexcept {
+    constexpr Byte kLeads = kLastLead - kFirstLead;
+    const bool isLead = static_cast<Byte>(static_cast<Byte>(lead) - kFirstLead) <= kLeads;
+    return (static_cast<int>(isLead) & static_cast<int>(isContinuation(next))) != 0;
+}
+
+/// How many bytes a lead byte asks for.
+constexpr std::ptrdiff_t sequenceLength(Byte lead) noexcept {
+    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+}
+
+/// Whether the second byte makes an overlong sequence, a surrogate or a character beyond the last.
+constexpr bool isForbidden(Byte lead, Byte second) noexcept {
+    return (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0) ||
+           (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90);
+}
+
+/// The length of the character of several bytes that begins with a lead and a continuation byte; 1
+/// where there is none, for the byte is then taken alone.
+std::ptrdiff_t lengthOfCharacter(const char* bytes, const char* end) noexcept {
+    const auto lead = static_cast<Byte>(bytes[0]);
+    const std::ptrdiff_t length = sequenceLength(lead);
+    const bool complete = length <= end - bytes &&
+                          std::all_of(bytes + 2, bytes + length, isContinuation) &&
+                          !isForbidden(lead, static_cast<Byte>(bytes[1]));
+    return complete ? length : 1;
+}
+
+}  // namespace
+
+char* utf8AsBytes(const char* bytes, const char* end, char* to) noexcept {
+    while (bytes != end) {
+        const char next = bytes + 1 != end ? bytes[1] : '\0';
+        if (!mayBeCharacter(*bytes, next)) {
+            *to++ = isAscii(*bytes) ? *bytes : kUnknown;
+            ++bytes;
+            continue;
+        }
+        const std::ptrdiff_t length = lengthOfCharacter(bytes, end);
+        const unsigned lead = static_cast<Byte>(*bytes);
+        const bool isLatin1 = length == 2 && lead < kFirstBeyondLatin1;
+        const unsigned lowBits = static_cast<Byte>(next) & 0x3FU;
+        *to++ = isLatin1 ? static_cast<char>((lead & 3U) << 6U | lowBits) : kUnknown;
+        if (length == 4) {
+            *to++ = kUnknown;
+        }
+        bytes += length;
+    }
+    return to;
+}
+
+TextAsBytes::TextAsBytes(QIODevice& device, const QTextCodec& codec)
+    : device_(device), codec_(codec) {}
+
+qint64 TextAsBytes::read(char* to, qint64 size) {
+    qint64 written = 0;
+    while (written < size && (taken_ < decoded_.size() || decodeNextBlock())) {
+        const auto count = std::min<qint64>(size - written, decoded_.size() - taken_);
+        std::memcpy(to + written, decoded_.constData() + taken_, static_cast<std::size_t>(count));
+        taken_ += static_cast<int>(count);
+        written += count;
+    }
+    return written;
+}
+
+/// False at the end of the device. A block may give no byte, where it ends within a character.
+bool TextAsBytes::decodeNextBlock() {
+    const qint64 got = device_.read(block_.data(), qint64{kBlock});
+    if (got <= 0) {
+        return false;
+    }
+    decoded_.resize(0);
+    taken_ = 0;
+    const char* const end = block_.data() + got;
+    // Until then Qt looks for a byte-order mark, which is no character of the text.
+    const bool headerIsDone = (state_.flags & QTextCodec::IgnoreHeader) != 0;
+    if (codec_.mibEnum() == kUtf8 && headerIsDone) {
+        decodeUtf8(block_.data(), end);
+    } else {
+        decode(block_.data(), end);
+    }
+    return true;
+}
+
+void TextAsBytes::decode(const char* bytes, const char* end) {
+    decoded_ += codec_.toUnicode(bytes, static_cast<int>(end - bytes), &state_).toLatin1();
+}
+
+/// No sequence goes across an ASCII character. So what stands between the block's first one and its
+/// last one means the same whatever was before it, and only the ends are Qt's, which keeps the beginning
+/// of a sequence from one block to the next.
+void TextAsBytes::decodeUtf8(const char* bytes, const char* end) {
+    const char* const first = std::find_if(bytes, end, isAscii);
+    if (first == end) {
+        decode(bytes, end);
+        return;
+    }
+    const char* const behindLast =
+        std::find_if(std::make_reverse_iterator(end), std::make_reverse_iterator(first), isAscii)
+            .base();
+    decode(bytes, first + 1);
+    const int before = decoded_.size();
+    decoded_.resize(before + static_cast<int>(behindLast - first - 1));
+    const char* const written = utf8AsBytes(first + 1, behindLast, decoded_.data() + before);
+    decoded_.resize(static_cast<int>(written - decoded_.constData()));
+    decode(behindLast, end);
+}
+
+}  // namespace rfu::detail
