@@ -33,10 +33,13 @@ bool decodesToItself(const QTextCodec* codec) {
 /// is not whole is the last: behind a read error it would stand in the wrong cells.
 template <typename ReadCells>
 void fillRows(veltaGEO& map, ReadCells readCells) {
-    const std::int32_t cells = map.nCols;
+    // Rows as wide as the grid stand without gaps, so that they are read as one.
+    const bool gapless = map.nCols == kMaxColumns;
+    const std::int32_t rowsAtOnce = gapless ? std::max(map.nRows, 1) : 1;
+    const std::int32_t cells = map.nCols * rowsAtOnce;
     const qint64 size = cells * qint64{sizeof(float)};
     bool ended = false;
-    for (std::int32_t row = 0; row < map.nRows; ++row) {
+    for (std::int32_t row = 0; row < map.nRows; row += rowsAtOnce) {
         float* const begin = map.grid[row];
         const qint64 got = ended ? 0 : std::max<qint64>(readCells(begin, size), 0);
         ended = got < size;
