@@ -103,7 +103,8 @@ bool TextAsBytes::decodeNextBlock() {
     decoded_.resize(0);
     taken_ = 0;
     const char* const end = block_.data() + got;
-    // Until then Qt looks for a byte-order mark, which is no character of the text.
+    // Until then Qt looks for a byte-order mark, which is no character of the text. How far it looks
+    // differs between its versions.
     const bool headerIsDone = (state_.flags & QTextCodec::IgnoreHeader) != 0;
     if (codec_.mibEnum() == kUtf8 && headerIsDone) {
         decodeUtf8(block_.data(), end);

@@ -144,7 +144,8 @@ TEST_P(TextAsBytesOf, AreThoseOfTheTextStream) {
     const std::size_t kSizes[] = {
         0,      1,          5,          100,        kBlock - 2,     kBlock - 1,
         kBlock, kBlock + 1, kBlock + 3, 2 * kBlock, 3 * kBlock + 2, 5 * kBlock + 77};
-    const std::string kMarks[] = {"", "\xEF\xBB\xBF", "\xEF\xBB", "a\xEF\xBB\xBF"};
+    const std::string kMarks[] = {"", "\xEF\xBB\xBF", "\xEF\xBB", "a\xEF\xBB\xBF",
+                                  std::string(40, 'a') + "\xEF\xBB\xBF"};
     for (int round = caseCount() / 1000; round > 0; --round) {
         for (const std::size_t size : kSizes) {
             const std::string bytes = samples.oneOf(kMarks) + anyBytes(samples, size);
