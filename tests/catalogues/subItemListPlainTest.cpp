@@ -155,7 +155,7 @@ TEST_F(SubItemListPlain, ReadsMembersAndItemsThatRepeatAsQtDoes) {
     const std::string one = choice("One", "1");
     const std::string two = choice("Two", "2");
     expectAsQt(file(one + ',' + two));
-        expectAsQt(R"({"a":[],"b":[)" + one + R"(],"a":[)" + two + "]}");
+    expectAsQt(R"({"a":[],"b":[)" + one + R"(],"a":[)" + two + "]}");
     expectAsQt(R"({"a":1,"a":[)" + one + "]}");
     for (const char* again : {"label", "id", "enum", "dispSeq", "other"}) {
         for (const char* value : {"5", "\"five\""}) {
