@@ -1,3 +1,5 @@
+#include <support/csvRows.h>
+
 #include <rfUtils/geo/veltaGEO.h>
 
 #include <gtest/gtest.h>
@@ -119,6 +121,15 @@ TEST_F(Utm, AgreesWithTheTableOfFiftyDigits) {
             EXPECT_NEAR(latitude, row.microDegrees * 1e-06, 1.01e-6);
         }
         expectWithinAnUlp(longitude, row.longitude);
+    }
+}
+
+TEST_F(Utm, ZonesAgreeWithTheTableOfTheirBorders) {
+    const auto rows = rfu::test::csvRows(GOLDEN_ZONES);
+    ASSERT_EQ(rows.size(), 336U);
+    for (const auto& row : rows) {
+        const auto longitude = static_cast<float>(rfu::test::number(row[0]));
+        EXPECT_EQ(map->LatLngToUTMZone(0.0F, longitude), rfu::test::number(row[1])) << row[0];
     }
 }
 

@@ -3,34 +3,46 @@
 the library.
 
 Sums and products are IEEE doubles, as they are in the formulas; exponentials and logarithms are
-taken with 40 digits and rounded once. Texts are rounded from the exact value of the double. A row
-that a last-digit error of an exponential or a logarithm could turn (a rounding tie, the threshold of
-a prefix) is left out.
+taken with 40 digits and rounded once. Texts are rounded from the exact value of the double.
+
+A C library may return the double next to the right one. Where that would turn a text (at a rounding
+tie, or at the threshold of a prefix) the row holds both texts, the right one first. Numbers that a
+logarithm or an exponential takes part in may be two places off, or as many as an ulp of a term makes
+where terms nearly cancel each other, and others not at all: the column "ulps".
 
     generate.py           writes the files beside this script
     generate.py --check   says which of them differ from what would be written, and fails if any does
 """
 
+import itertools
 import math
 import pathlib
 import struct
 import sys
-from decimal import ROUND_HALF_EVEN, ROUND_HALF_UP, Decimal, getcontext
+from decimal import ROUND_HALF_EVEN, ROUND_HALF_UP, Context, Decimal, getcontext
 
 getcontext().prec = 40
+EVERY_DIGIT = Context(prec=800)  # no double has more
 
 # ---------------------------------------------------------------- arithmetic
 
-nudge = Decimal(0)  # relative error put on every exponential and logarithm
-NUDGES = (Decimal("-1e-12"), Decimal(0), Decimal("1e-12"))
+# How many places the exponentials and logarithms of a formula are off, in turn.
+ERRORS = ((0, 0), (-1, -1), (-1, 1), (1, -1), (1, 1), (0, 1), (0, -1), (1, 0), (-1, 0))
+errors = itertools.cycle(ERRORS[0])
+
+
+def off(right):
+    """The double nearest to a number, or one of those beside it."""
+    error = next(errors)
+    return math.nextafter(float(right), error * math.inf) if error else float(right)
 
 
 def exp(x):
-    return float(Decimal(x).exp() * (1 + nudge))
+    return off(Decimal(x).exp())
 
 
 def lg(x):
-    return float(Decimal(x).log10() * (1 + nudge))
+    return off(Decimal(x).log10())
 
 
 def power_of_ten(x):
@@ -60,7 +72,7 @@ def single_beside(x, step):
 
 
 def rounded(value, decimals, rounding):
-    return format(Decimal(value).quantize(Decimal(1).scaleb(-decimals), rounding), "f")
+    return format(Decimal(value).quantize(Decimal(1).scaleb(-decimals), rounding, EVERY_DIGIT), "f")
 
 
 def printf(value, decimals):
@@ -71,19 +83,42 @@ def set_num(value, decimals):
     return rounded(value, decimals, ROUND_HALF_UP)
 
 
-def stable(function, *arguments):
-    """The result of a function, or None where a last-digit error could change it."""
-    global nudge
-    results = []
-    for nudge in NUDGES:
-        results.append(function(*arguments))
-    nudge = Decimal(0)
-    return results[1] if results[0] == results[1] == results[2] else None
+def results(function, *arguments):
+    """What a function gives, and what it gives where exponentials and logarithms are an ulp off."""
+    global errors
+    found = []
+    for pair in ERRORS:
+        errors = itertools.cycle(pair)
+        result = function(*arguments)
+        if result not in found:
+            found.append(result)
+    errors = itertools.cycle(ERRORS[0])
+    return found
 
 
-def ulps(count, *terms):
-    """`count` times the distance between doubles at the largest of the terms."""
-    return count * max(math.ulp(term) for term in terms)
+def with_places(function, *arguments):
+    """A number, and how many places it may be off: two, or more where an ulp of a term is more."""
+    found = results(function, *arguments)
+    return found[0], max(2, *(math.ceil(abs(number - found[0]) / math.ulp(found[0])) for number in found))
+
+
+def beside(number, steps=1):
+    """A double and those up to some places below and above it."""
+    below, above = [number], [number]
+    for _ in range(steps):
+        below.append(math.nextafter(below[-1], -math.inf))
+        above.append(math.nextafter(above[-1], math.inf))
+    return below[:0:-1] + above
+
+
+def crossing(is_above, near):
+    """The least double about `near` for which a condition holds."""
+    low, high = near - 1e-6, near + 1e-6
+    assert is_above(high) and not is_above(low)
+    while math.nextafter(low, high) != high:
+        middle = low + (high - low) / 2
+        low, high = (low, middle) if is_above(middle) else (middle, high)
+    return high
 
 
 def spread(first, last, step):
@@ -145,27 +180,36 @@ def letter_text(dbm):
     return printf(watts, 2) + " ", ""
 
 
-def beside(level):
-    return [level - 1e-8, level + 1e-8]
+def volt_thresholds():
+    """Levels at which the voltage reaches 100 V, 10 mV and so on, and at which its double does."""
+    yield from beside(20.0 * 5 - 46.9897)
+    yield from beside(crossing(lambda dbm: power_of_ten((dbm + 46.9897) * 0.05) > 100000.0, 53.0103))
+    for k in (0, 3, 6, 9, 12, 15):
+        level = 20.0 * (1 - k) - 46.9897
+        yield from beside(level)
+        yield from beside(crossing(lambda dbm, k=k: power_of_ten((dbm + 46.9897) * 0.05 + k) >= 10.0, level))
+
+
+def watt_thresholds():
+    """The same for 1 MW, 1 kW, 10 mW down to 0.01 yW."""
+    steps = [(0, 1e6, 90.0), (0, 1000.0, 60.0)] + [(k, 0.01, 10.0 - 10.0 * k) for k in range(0, 25, 3)]
+    for k, threshold, level in steps:
+        yield from beside(level)
+        reaches = lambda dbm: power_of_ten((dbm - 30.0) * 0.1 + k) >= threshold
+        yield from beside(crossing(reaches, level))
 
 
 def levels_file():
-    yield "operation,unit,dBm,number,unit afterwards"
+    yield "operation,unit,dBm,number,unit afterwards,or number,or unit afterwards"
     plain = spread(-173.9, 131.0, 6.13) + [0.0, 13.0103, -46.9897, -106.9897, 100.0]
     for unit in LEVELS:
         for dbm in plain:
-            yield row("level", unit, dbm, stable(level_text, unit, dbm))
-    volts = spread(-430.3, 130.0, 4.37)
-    for decades in (5, 1, -2, -5, -8, -11, -14):  # 100 V; 10 mV and its like down to 0.01 fV, in mV
-        volts += beside(20.0 * decades - 46.9897)
-    for dbm in volts:
-        yield row("level", "V", dbm, stable(volt_text, dbm))
-    watts = spread(-279.7, 130.0, 3.19)
-    for decades in (6, 3, -2, -5, -8, -11, -14, -17, -20, -23, -26):  # in W
-        watts += beside(10.0 * decades + 30.0)
-    for dbm in watts:
-        yield row("level", "W", dbm, stable(watt_text, dbm))
-        yield row("letter", "", dbm, stable(letter_text, dbm))
+            yield text_row(("level", unit, dbm), level_text, unit, dbm)
+    for dbm in spread(-430.3, 130.0, 4.37) + list(volt_thresholds()):
+        yield text_row(("level", "V", dbm), volt_text, dbm)
+    for dbm in spread(-279.7, 130.0, 3.19) + list(watt_thresholds()):
+        yield text_row(("level", "W", dbm), watt_text, dbm)
+        yield text_row(("letter", "", dbm), letter_text, dbm)
 
 
 # ---------------------------------------------------------------- dBm to field texts
@@ -220,18 +264,23 @@ def level_of_field(unit, value, frequency, gain):
     return round(slope * math.log10(value / field_value(unit, 0.0, correction(frequency, gain))), 9)
 
 
+THRESHOLDS = (*(large[0] for large in LARGE), 0.01, *(small[0] for small in SMALL))
+
+
 def fields_file():
-    yield "unit,dBm,MHz,dBi,number,unit afterwards"
+    yield "unit,dBm,MHz,dBi,number,unit afterwards,or number,or unit afterwards"
     linear = ("V/m", "W/m^2", "A/m", "W/cm^2")
     for unit in (*FIELD_LEVELS, "dBm/m^2", *linear):
         for frequency, gain in ANTENNAS:
             for dbm in spread(-170.3, 71.0, 12.7):
-                yield row(unit, dbm, frequency, gain, stable(field_text, unit, dbm, frequency, gain))
+                yield text_row((unit, dbm, frequency, gain), field_text, unit, dbm, frequency, gain)
     for unit in linear:
-        for threshold in (1e9, 1e6, 1000.0, 0.01, *(small[0] for small in SMALL)):
-            for nearby in (threshold * 0.999999, threshold * 1.000001):
-                dbm = level_of_field(unit, nearby, 100.0, 0.0)
-                yield row(unit, dbm, 100.0, 0.0, stable(field_text, unit, dbm, 100.0, 0.0))
+        for threshold in THRESHOLDS:
+            nominal = level_of_field(unit, threshold, 100.0, 0.0)
+            k = correction(100.0, 0.0)
+            reaches = lambda dbm: single(field_value(unit, dbm, k)) >= threshold
+            for dbm in beside(nominal) + beside(crossing(reaches, nominal)):
+                yield text_row((unit, dbm, 100.0, 0.0), field_text, unit, dbm, 100.0, 0.0)
 
 
 def prefixes_file():
@@ -242,11 +291,12 @@ def prefixes_file():
     for tie in (0.125, 0.375, 0.625, 1.125, 62.5 * 1024, 1000.005, 999.995, 0.045):
         values += [tie, -tie]
     values = [single(value) for value in values if abs(value) < 3.4e38]
-    for threshold in (1e9, 1e6, 1000.0, 0.01, *(small[0] for small in SMALL)):
+    for threshold in THRESHOLDS:
         nearest = single(threshold)
-        values += [single_beside(nearest, step) for step in (-2, -1, 0, 1, 2)]
+        for step in (-2, -1, 0, 1, 2):
+            values += [single_beside(nearest, step), -single_beside(nearest, step)]
     for value in values:
-        yield row(value, prefixed("V/m", value))
+        yield row(value, *prefixed("V/m", value))
 
 
 # ---------------------------------------------------------------- units to dBm
@@ -258,64 +308,88 @@ FIELD_BACK = {"dBuV/m": -77.2, "dBmV/m": -17.2, "dBV/m": 42.8, "dBm/m^2": 38.563
               "dBW/m^2": 68.55999999999999, "dBA/m": 94.33000000000001}  # fmt: skip
 
 
-def cut(value):
-    """Three decimals, cut toward zero."""
-    scaled = value * 10.0 * 10.0 * 10.0
-    whole = max(-2147483648, min(2147483647, int(scaled)))
-    return whole * 0.1 * 0.1 * 0.1
+def cut(value, digits):
+    """Some decimals, cut toward zero."""
+    for _ in range(digits):
+        value *= 10.0
+    value = float(max(-2147483648, min(2147483647, int(value))))
+    for _ in range(digits):
+        value *= 0.1
+    return value
+
+
+PINNED = {"dBV": 87.0, "dBmV": 147.0, "dBuV": 207.0}  # the rounded images of 100 dBm
 
 
 def level_back(unit, value):
     if unit == "dBm":
         return value
-    return cut(value - LEVELS[unit])
+    return 100.0 if value == PINNED[unit] else cut(value - LEVELS[unit], 3)
 
 
 def volt_back(unit, value):
-    return cut(20.0 * lg(value * TO_MILLIVOLTS[unit]) - 46.9897)
+    return cut(20.0 * lg(value * TO_MILLIVOLTS[unit]) - 46.9897, 3)
 
 
 def watt_back(unit, value):
-    return cut(10.0 * lg(value * TO_WATTS[unit]) + 30.0)
+    return cut(10.0 * lg(value * TO_WATTS[unit]) + 30.0, 3)
 
 
 def field_back(unit, value, frequency, gain):
-    """The level, and how far last-digit errors of the logarithms may carry it."""
     d = 20.0 * lg(frequency)
     if unit in FIELD_BACK:
-        sum_ = value + FIELD_BACK[unit] + gain
-        return sum_ - d, ulps(2, d, sum_)
+        return value + FIELD_BACK[unit] + gain - d
     if unit == "A/m":
-        level, antenna = 20.0 * lg(value * 377000000.0), gain - 77.2 - d
-    elif unit == "w/cm^2":
-        level, antenna = 10.0 * lg(value * 3769911.1843077512), gain + 42.8 - d
-    elif unit.endswith("V/m"):
-        level, antenna = 20.0 * lg(value * TO_BASE[unit[:-3]]), gain + 42.8 - d
-    else:
-        base = value * TO_BASE[unit[:-5]]
-        level, antenna = 10.0 * lg(376.99111843077515 * base), gain + 42.8 - d
-    return level + antenna, ulps(3, level, antenna, d)
+        return 20.0 * lg(value * 377000000.0) + (gain - 77.2 - d)
+    antenna = gain + 42.8 - d
+    if unit == "w/cm^2":
+        return 10.0 * lg(value * 3769911.1843077512) + antenna
+    if unit.endswith("V/m"):
+        return 20.0 * lg(value * TO_BASE[unit[:-3]]) + antenna
+    return 10.0 * lg(376.99111843077515 * (value * TO_BASE[unit[:-5]])) + antenna
 
 
 def backward_file():
-    yield "unit,value,MHz,dBi,dBm,tolerance"
+    yield "unit,value,MHz,dBi,dBm,ulps"
     for unit in LEVELS:
-        for value in spread(-200.7, 231.0, 9.371) + [86.0, 147.5, 206.9]:
-            yield row(unit, value, 0.0, 0.0, stable(level_back, unit, value), 0.0)
+        values = spread(-200.7, 231.0, 9.371) + [86.0, 147.5, 206.9]
+        for value in values + beside(PINNED.get(unit, 100.0)):
+            yield row(unit, value, 0.0, 0.0, level_back(unit, value), 0)
     magnitudes = [float(f"{digits}e{exponent}") for exponent in range(-9, 10, 2) for digits in ("1", "3.7", "7.071")]
     for units, back in ((TO_MILLIVOLTS, volt_back), (TO_WATTS, watt_back)):
         for unit in units:
             for value in magnitudes:
-                yield row(unit, value, 0.0, 0.0, stable(back, unit, value), 0.0)
+                # Cut to three decimals: where the last digit of the logarithm would turn them, no row.
+                levels = results(back, unit, value)
+                if len(levels) == 1:
+                    yield row(unit, value, 0.0, 0.0, levels[0], 0)
     for unit in FIELD_BACK:
         for frequency, gain in ANTENNAS:
             for value in spread(-180.3, 160.0, 42.7):
-                yield row(unit, value, frequency, gain, *field_back(unit, value, frequency, gain))
+                yield row(unit, value, frequency, gain, *with_places(field_back, unit, value, frequency, gain))
     linear = [prefix + base for base in ("V/m", "W/m^2") for prefix in TO_BASE] + ["A/m", "w/cm^2"]
     for unit in linear:
         for frequency, gain in ANTENNAS:
             for value in magnitudes[::4]:
-                yield row(unit, value, frequency, gain, *field_back(unit, value, frequency, gain))
+                yield row(unit, value, frequency, gain, *with_places(field_back, unit, value, frequency, gain))
+
+
+def bases_file():
+    """Prefixed fields in their base unit: one product."""
+    yield "unit,value,base"
+    for base in ("V/m", "W/m^2"):
+        for prefix, factor in TO_BASE.items():
+            for value in (0.0, -2.5, 1.0, 0.1, 3.7, 999.995, 1e-320, 7.071e-9, 1.7e308):
+                yield row(prefix + base, value, value * factor)
+
+
+def cuts_file():
+    yield "value,digits,result"
+    for digits in range(7):
+        for value in (0.0, 1.23456, -1.23456, 0.999999, -0.0004, 99.9995, 2147.483647, -2147.483649, 1e9, -1e300):
+            yield row(value, digits, cut(value, digits))
+        for value in beside(1.5) + beside(0.001) + beside(2147483647 / 10.0**digits, 2):
+            yield row(value, digits, cut(value, digits))
 
 
 # ---------------------------------------------------------------- numeric scales
@@ -329,72 +403,78 @@ def single_correction(frequency, gain):
     return single(correction(frequency, gain))
 
 
+SCALE_EXACT = {0, *SCALE_SUMS, *SCALE_FIELD_SUMS}  # and 11 to dBm
+
+
 def scale_forward(scale, dbm, k):
     if scale == 0:
-        return dbm, 0.0
+        return dbm
     if scale in SCALE_SUMS:
-        return dbm + SCALE_SUMS[scale], 0.0
+        return dbm + SCALE_SUMS[scale]
     if scale in SCALE_FIELD_SUMS:
-        return dbm + SCALE_FIELD_SUMS[scale] + k, 0.0
+        return dbm + SCALE_FIELD_SUMS[scale] + k
     if scale == 11:
-        level = 10.0 * lg(power(dbm - 13.0 + k) * 0.0026525823848649226)
-        return level + 30.0, ulps(2, level, 30.0)
+        return 10.0 * lg(power(dbm - 13.0 + k) * 0.0026525823848649226) + 30.0
     if scale == 4:
-        value = amplitude(dbm + 46.9897) * 0.001
-    elif scale == 5:
-        value = power(dbm - 30.0)
-    elif scale == 9:
-        value = amplitude(dbm - 13.0 + k)
-    elif scale == 13:
-        value = amplitude(dbm + 107.0 + k) * 2.652519893899204e-09
-    else:
-        value = power(dbm - 13.0 + k) * DENSITY[scale][0]
-    return value, ulps(2, value)
+        return amplitude(dbm + 46.9897) * 0.001
+    if scale == 5:
+        return power(dbm - 30.0)
+    if scale == 9:
+        return amplitude(dbm - 13.0 + k)
+    if scale == 13:
+        return amplitude(dbm + 107.0 + k) * 2.652519893899204e-09
+    return power(dbm - 13.0 + k) * DENSITY[scale][0]
 
 
 def scale_backward(scale, value, k):
     if scale == 0:
-        return value, 0.0
+        return value
     if scale in SCALE_SUMS:
-        return value - SCALE_SUMS[scale], 0.0
+        return value - SCALE_SUMS[scale]
     if scale in SCALE_FIELD_SUMS:
-        return value - SCALE_FIELD_SUMS[scale] - k, 0.0
+        return value - SCALE_FIELD_SUMS[scale] - k
     if scale == 11:
-        return value + 8.763311187417589 - k, 0.0
+        return value + 8.763311187417589 - k
     if scale in (4, 5):
-        level, offset, k = 20.0 * lg(value * 1000.0), -46.9897, 0.0
-    elif scale == 13:
-        level, offset = 20.0 * lg(value * 377000000.0), -107.0
-    else:
-        level, offset = 10.0 * lg(value * DENSITY[scale][1]), 13.0
-    return level + offset - k, ulps(2, level, offset, level + offset)
+        return 20.0 * lg(value * 1000.0) - 46.9897
+    if scale == 13:
+        return 20.0 * lg(value * 377000000.0) - 107.0 - k
+    return 10.0 * lg(value * DENSITY[scale][1]) + 13.0 - k
+
+
+def scale_result(function, exact, scale, value, k):
+    return (function(scale, value, k), 0) if exact else with_places(function, scale, value, k)
 
 
 def scales_file():
-    yield "direction,scale,value,MHz,dBi,result,tolerance"
+    yield "direction,scale,value,MHz,dBi,result,ulps"
     for frequency, gain in ANTENNAS:
-        k = stable(single_correction, frequency, gain)
+        (k,) = results(single_correction, frequency, gain)
         for scale in range(16):
             for dbm in spread(-121.7, 47.0, 27.9):
-                yield row("from dBm", scale, dbm, frequency, gain, *scale_forward(scale, dbm, k))
+                result = scale_result(scale_forward, scale in SCALE_EXACT, scale, dbm, k)
+                yield row("from dBm", scale, dbm, frequency, gain, *result)
             if scale == 9:
                 continue
             linear = scale in (4, 5, 10, 13, 15)
             for value in (3.7e-9, 0.000271, 1.0, 52.5) if linear else spread(-121.7, 147.0, 44.3):
-                yield row("to dBm", scale, value, frequency, gain, *scale_backward(scale, value, k))
+                result = scale_result(scale_backward, scale in SCALE_EXACT | {11}, scale, value, k)
+                yield row("to dBm", scale, value, frequency, gain, *result)
 
 
 # ---------------------------------------------------------------- files
 
 
 def row(*cells):
-    """A line of comma-separated cells, texts in quotes; empty where a cell is None (left out)."""
-    flat = []
-    for cell in cells:
-        flat += cell if isinstance(cell, tuple) else (cell,)
-    if None in flat:
-        return ""
-    return ",".join(f'"{cell}"' if isinstance(cell, str) else repr(cell) for cell in flat)
+    """A line of comma-separated cells, texts in quotes."""
+    return ",".join(f'"{cell}"' if isinstance(cell, str) else repr(cell) for cell in cells)
+
+
+def text_row(cells, function, *arguments):
+    """Arguments, number and unit, and another number and unit where the C library may turn them."""
+    found = results(function, *arguments)
+    assert len(found) < 3
+    return row(*cells, *(cell for result in found for cell in result))
 
 
 FILES = {
@@ -402,24 +482,26 @@ FILES = {
     "fields.csv": fields_file,
     "prefixes.csv": prefixes_file,
     "backward.csv": backward_file,
+    "bases.csv": bases_file,
+    "cuts.csv": cuts_file,
     "scales.csv": scales_file,
 }
 
 
-def main():
+def main(files):
     check = sys.argv[1:] == ["--check"]
     stale = []
-    for name, lines in FILES.items():
+    for name, lines in files.items():
         path = pathlib.Path(__file__).with_name(name)
-        text = "".join(line + "\n" for line in lines() if line)
+        text = "".join(line + "\n" for line in lines())
         if not check:
             path.write_text(text, encoding="utf-8")
         elif not path.exists() or path.read_text(encoding="utf-8") != text:
             stale.append(name)
     for name in stale:
-        print(f"{name} is not what generate.py writes", file=sys.stderr)
+        print(f"{name} is not what {pathlib.Path(sys.argv[0]).name} writes", file=sys.stderr)
     return 1 if stale else 0
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(FILES))

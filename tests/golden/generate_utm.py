@@ -1,18 +1,20 @@
 #!/usr/bin/env python3
-"""Writes utm.csv: geographic positions of UTM positions, worked out with 50 digits.
+"""Writes utm.csv, geographic positions of UTM positions, worked out with 50 digits, and zones.csv.
 
 The formulas are evaluated one step after the other with decimal arithmetic and series of our own, so
 that the file owes nothing to the library or to the C library's functions. Eastings and northings
 are taken as the single-precision numbers that the library gets.
 
-Columns: easting and northing in metres, zone, south flag, latitude in millionths of a degree (rounded
+Columns of utm.csv: easting and northing in metres, zone, south flag, latitude in millionths of a degree (rounded
 down), whether that rounding is steady (further than 1e-6 of a step from the next step), longitude in
-degrees.
+degrees. Those of zones.csv: a longitude, on the border of a zone or one or two singles beside it, and its
+zone. A sum and a product round to a double there; nothing else does.
 
-    generate_utm.py          writes utm.csv beside this file
-    generate_utm.py --check  compares, exit status 1 where the file differs
+    generate_utm.py          writes the files beside this script
+    generate_utm.py --check  compares, exit status 1 where a file differs
 """
 
+import math
 import pathlib
 import struct
 import sys
@@ -139,14 +141,33 @@ def table():
     return "\n".join(lines) + "\n"
 
 
+def beside(value):
+    """The single next to a value, and two to either side, as ordered by their bits."""
+    bits = struct.unpack("i", struct.pack("f", value))[0]
+    for step in (-2, -1, 0, 1, 2):
+        yield struct.unpack("f", struct.pack("i", bits + step))[0]
+
+
+def zones():
+    lines = ["longitude,zone"]
+    for border in range(-198, 200, 6):
+        for longitude in beside(float(border)) if border else (-1e-5, -1e-30, -1e-45, 0.0, 1e-45, 1e-5):
+            zone = math.floor((longitude + 180.0) * 0.16666666666666666) + 1
+            lines.append(f"{longitude!r},{zone}")
+    return "\n".join(lines) + "\n"
+
+
 def main():
-    path = pathlib.Path(__file__).with_name("utm.csv")
-    if sys.argv[1:] == ["--check"]:
-        if path.read_text(encoding="ascii") != table():
-            sys.exit(f"{path} is not what this generator writes")
-    else:
-        path.write_text(table(), encoding="ascii")
+    stale = False
+    for name, text in (("utm.csv", table()), ("zones.csv", zones())):
+        path = pathlib.Path(__file__).with_name(name)
+        if sys.argv[1:] != ["--check"]:
+            path.write_text(text, encoding="ascii")
+        elif not path.exists() or path.read_text(encoding="ascii") != text:
+            print(f"{path} is not what this generator writes", file=sys.stderr)
+            stale = True
+    return 1 if stale else 0
 
 
 if __name__ == "__main__":
-    main()
+    sys.exit(main())
