@@ -34,6 +34,9 @@ public:
     virtual std::string holds() const = 0;
     /// The same without what the object itself says is not in use.
     virtual std::string holdsInUse() const { return holds(); }
+    /// Uses every other operation of the object and checks what it answers. Of each format a good
+    /// file stands under the base name.
+    virtual void useEverything(const std::string& base) = 0;
 };
 
 /// Text that reads the same in every locale, without NUL and of a length that fits a message.
@@ -115,6 +118,31 @@ public:
     std::string holds() const override { return describe(false); }
     std::string holdsInUse() const override { return describe(true); }
 
+    void useEverything(const std::string& base) override {
+        veltaGEO& m = *map_;
+        useTexts(m);
+        float latitude = 0.0F;
+        float longitude = 0.0F;
+        m.utmToLatLng(500000.0F, 0.0F, 31, 0, &latitude, &longitude);
+        EXPECT_EQ(latitude, 0.0F);
+        EXPECT_EQ(longitude, 3.0F);
+        EXPECT_EQ(m.LatLngToUTMZone(0.0F, -69.0F), 19);
+        const QString name = QString::fromStdString(base);
+        EXPECT_TRUE(m.loadTabFile(name + QLatin1String(".tab")));
+        EXPECT_EQ(std::string(m.rasterFileName), "map.bil");
+        EXPECT_TRUE(m.LoadColorTable(name));
+        EXPECT_EQ(m.highRed[0], 4);
+        EXPECT_TRUE(m.loadASCFile(name));
+        EXPECT_EQ(m.grid[1][2], 6.0F);
+        EXPECT_TRUE(m.loadHDRFile(name));
+        EXPECT_EQ(m.isLoaded, 0);
+        m.grid[1][2] = 0.0F;
+        EXPECT_TRUE(m.loadBILFile(name));
+        EXPECT_EQ(m.grid[1][2], 6.0F);
+        EXPECT_EQ(m.isLoaded, 1);
+        EXPECT_EQ(m.errMsg.toStdString(), "Raster file loaded");
+    }
+
 protected:
     veltaGEO& map() { return *map_; }
 
@@ -151,6 +179,17 @@ private:
         report.add("isFloat", m.isFloat);
         describeCells(report, inUse ? m.nRows : 2048);
         return report.text();
+    }
+
+    static void useTexts(veltaGEO& m) {
+        const auto tokens = std::make_unique<stPaser>();
+        m.makeToken(tokens.get(), "ncols 3");
+        EXPECT_EQ(tokens->count, 2);
+        EXPECT_EQ(m.GetFileNameExt("map.bil"), 1);
+        EXPECT_EQ(m.GetFileNameExtDel(QStringLiteral("map.bil")), QStringLiteral("map"));
+        m.setErrMsg(QStringLiteral("said"));
+        EXPECT_EQ(m.errMsg, QStringLiteral("said"));
+        EXPECT_FALSE(m.updateRasterMap());
     }
 
     void describeColour(Report& report, int i) const {
@@ -192,9 +231,11 @@ class CellsSubject : public MapSubject {
 public:
     CellsSubject() : MapSubject(&veltaGEO::loadBILFile) {}
 
-    bool load(const std::string& path) override {
-        map().nCols = 3;
-        map().nRows = 2;
+    bool load(const std::string& path) override { return loadSized(path, 3, 2); }
+
+    bool loadSized(const std::string& path, int columns, int rows) {
+        map().nCols = columns;
+        map().nRows = rows;
         map().isFloat = 1;
         map().noData = -9.0F;
         return MapSubject::load(path);
@@ -206,6 +247,28 @@ public:
     bool load(const std::string& path) override { return list_.loadJson(path); }
 
     std::string said() override { return {}; }
+
+    void useEverything(const std::string& base) override {
+        EXPECT_TRUE(list_.addSubItem("used", "Label", "id", 7, 1));
+        EXPECT_TRUE(list_.addFromSubItem({"used", "hidden", "Hidden", 8, 0}));
+        EXPECT_EQ(list_.getSubItemIdFromOrder("used", 7), "id");
+        EXPECT_EQ(list_.getSubItemIdFromLabel("used", "Hidden"), "hidden");
+        EXPECT_EQ(list_.getOrderFromSubItemId("used", "ID"), 7);
+        EXPECT_EQ(list_.getLabelFromSubItemId("used", "Id"), "Label");
+        std::string id;
+        int code = 0;
+        EXPECT_TRUE(list_.getSubItemEnumDataFromId("used", "id", id, code));
+        EXPECT_FALSE(list_.getSubItemEnumDataFromId("used", "hidden", id, code));
+        EXPECT_TRUE(list_.deleteSubItemById("used", "id"));
+        EXPECT_TRUE(list_.deleteItemById("used"));
+        EXPECT_FALSE(list_.deleteItemById("used"));
+        EXPECT_TRUE(list_.loadJson(base + ".json"));
+        EXPECT_EQ(list_.getOrderFromSubItemId("item", "auto"), 1);
+        testing::internal::CaptureStdout();
+        EXPECT_TRUE(list_.checkAllSubitem());
+        EXPECT_NE(testing::internal::GetCapturedStdout().find(R"("AUTO" "item")"),
+                  std::string::npos);
+    }
 
     std::string holds() const override {
         Report report;
@@ -240,6 +303,15 @@ public:
             lines += (lines.empty() ? "" : " ") + message.text;
         }
         return lines;
+    }
+
+    void useEverything(const std::string& base) override {
+        const int before = count();
+        EXPECT_TRUE(list_.setupId(-1).isNull());
+        EXPECT_TRUE(list_.setupLabel(before).isNull());
+        EXPECT_TRUE(list_.loadJson(QString::fromStdString(base + ".json")));
+        EXPECT_EQ(list_.setupId(before), QStringLiteral("auto"));
+        EXPECT_EQ(list_.setupLabel(before), QStringLiteral("Auto"));
     }
 
     /// What the last load appended.

@@ -24,6 +24,8 @@ public:
 
     std::string said() override { return failure_; }
 
+    void useEverything(const std::string&) override {}  // there is nothing else
+
     std::string holds() const override {
         Report report;
         for (const auto& sweep : sweeps_) {

@@ -12,15 +12,23 @@
 
 namespace rfu::test {
 
-/// How many cases an operation is tried with: a million where RFUTILS_LONG_TESTS is 1, and few where
-/// RFUTILS_SHORT_TESTS is, for processors that are only emulated.
+/// Whether a variable of the environment is 1.
+inline bool isWished(const char* variable) {
+    const char* const wish = std::getenv(variable);
+    return wish != nullptr && std::strcmp(wish, "1") == 0;
+}
+
+inline bool isLongRun() {
+    return isWished("RFUTILS_LONG_TESTS");
+}
+
+/// How many cases an operation is tried with: a million in a long run, and few where
+/// RFUTILS_SHORT_TESTS is 1, for processors that are only emulated.
 inline int caseCount() {
-    const char* const shorter = std::getenv("RFUTILS_SHORT_TESTS");
-    if (shorter != nullptr && std::strcmp(shorter, "1") == 0) {
+    if (isWished("RFUTILS_SHORT_TESTS")) {
         return 2000;
     }
-    const char* const wish = std::getenv("RFUTILS_LONG_TESTS");
-    return wish != nullptr && std::strcmp(wish, "1") == 0 ? 1000000 : 100000;
+    return isLongRun() ? 1000000 : 100000;
 }
 
 /// The same bits; any two NaN are the same, their sign and payload are left to the processor.

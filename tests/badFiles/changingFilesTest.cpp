@@ -1,0 +1,140 @@
+// Another thread shortens, replaces and writes over a file as fast as it can while it is loaded
+// again and again. tests/faults does the same before each read in turn; here nothing is in step.
+#include "formats.h"
+
+#include <support/deadline.h>
+#include <support/samples.h>
+#include <support/scopedCodec.h>
+#include <support/tempFiles.h>
+
+#include <atomic>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <thread>
+#include <tuple>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kPadding = 200000;  // many pages, between which the file may change
+
+/// Done, what it said, what it holds.
+using Answer = std::tuple<bool, std::string, std::string>;
+
+/// A good file of two versions, each in two halves with nothing of meaning between them.
+struct Changing {
+    const Format& format;
+    std::string secondHalfBegins;
+    char padding;  // '\0' where the format has no room for any
+};
+
+const Changing kChanging[] = {
+    {kHdr, "ULYMAP", '\n'},     {kAsc, "1 2 3", ' '},     {kBil, bytesOf({4}), '\0'},
+    {kClr, "10 4", '\0'},       {kTab, "CoordSys", '\n'}, {kItems, "\"enum\"", ' '},
+    {kSetups, "\"enum\"", ' '},
+};
+
+/// A text with padding between its halves.
+std::string padded(const Changing& changing, std::string text) {
+    if (changing.padding != '\0') {
+        text.insert(changing.format.good.find(changing.secondHalfBegins), kPadding,
+                    changing.padding);
+    }
+    return text;
+}
+
+class ChangingFile {
+public:
+    explicit ChangingFile(const Changing& changing) : changing_(changing) {
+        std::string other = changing.format.good;  // other numbers, the same lines
+        for (char& c : other) {
+            c = c == '5' ? '7' : c == '3' ? '2' : c;
+        }
+        versions_ = {padded(changing, changing.format.good), padded(changing, other)};
+        const std::size_t half = changing.format.good.find(changing.secondHalfBegins);
+        lengths_ = {0, 10, half, versions_[0].size() - changing.format.good.size() + half};
+        collectAnswers();
+        replace(versions_[0]);
+    }
+
+    std::string path() const { return files_.path(changing_.format.file); }
+
+    Answer load() const {
+        const auto subject = changing_.format.make();
+        const bool done = subject->load(path());
+        return {done, subject->said(), subject->holdsInUse()};
+    }
+
+    bool isExpected(const Answer& answer) const { return answers_.count(answer) == 1; }
+
+    /// One of the changes that may happen to a file: replaced, shortened, made whole again. Two
+    /// versions are never written over each other, which might mix them within a number.
+    void change(unsigned number) {
+        const std::string& version = versions_[number / 4 % 2];
+        if (number % 4 == 0) {
+            replace(version);
+        } else if (number % 4 == 2) {
+            std::ofstream(path(), std::ios::binary | std::ios::in) << version;
+        } else {
+            std::filesystem::resize_file(path(), lengths_[number / 2 % lengths_.size()]);
+        }
+    }
+
+private:
+    /// In one step: no reader sees half of it.
+    void replace(const std::string& version) const {
+        files_.write("next", version);
+        std::filesystem::rename(files_.path("next"), path());
+    }
+
+    /// The answers to all that a reader may see, undisturbed. The system may show zeros for a moment
+    /// where it has cut a file off.
+    void collectAnswers() {
+        for (const std::string& version : versions_) {
+            for (const std::size_t length : lengths_) {
+                const std::string cut = version.substr(0, length);
+                for (const std::size_t zeros : {std::size_t{0}, version.size() - length}) {
+                    files_.write(changing_.format.file, cut + std::string(zeros, '\0'));
+                    answers_.insert(load());
+                }
+            }
+            files_.write(changing_.format.file, version);
+            answers_.insert(load());
+        }
+    }
+
+    const Changing& changing_;
+    TempFiles files_;
+    std::vector<std::string> versions_;
+    std::vector<std::size_t> lengths_;
+    std::set<Answer> answers_;
+};
+
+TEST(ChangingFiles, GiveTheAnswerOfAWholeOrACutFile) {
+    const Deadline deadline(600);
+    const ScopedCodec codec("ISO 8859-1");
+    const int loads = rfu::test::isLongRun() ? 4000 : rfu::test::caseCount() / 250;
+    for (const Changing& changing : kChanging) {
+        ChangingFile file(changing);
+        std::atomic<bool> stop = false;
+        std::thread writer([&] {
+            for (unsigned number = 0; !stop; ++number) {
+                file.change(number);
+            }
+        });
+        std::set<Answer> seen;
+        for (int i = 0; i < loads; ++i) {
+            seen.insert(file.load());
+        }
+        stop = true;
+        writer.join();
+        EXPECT_GT(seen.size(), loads < 100 ? 0U : 1U) << changing.format.file << " did not change";
+        for (const Answer& answer : seen) {
+            EXPECT_TRUE(file.isExpected(answer))
+                << changing.format.file << ": " << testing::PrintToString(answer);
+        }
+    }
+}
+
+}  // namespace
