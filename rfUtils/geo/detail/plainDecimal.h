@@ -21,7 +21,7 @@ struct PlainDecimal {
 inline constexpr PlainDecimal kNotPlain = {0.0, nullptr};
 
 /// The powers of ten that a double holds without rounding.
-inline constexpr std::array<double, 23> kPowersOfTen = {
+inline constexpr std::array<double, 23> kExactPowersOfTen = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
     1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
@@ -88,7 +88,7 @@ inline PlainDecimal shortDecimal(const char* text) noexcept {
     const std::uint64_t beforePoint = (std::uint64_t{1} << first) - 1;
     digits = (digits & beforePoint) | ((digits >> 8) & ~beforePoint);
     const auto decimals = static_cast<std::size_t>(count - first) / 8;
-    return {static_cast<double>(numberOf(digits << (64 - count))) / kPowersOfTen[decimals],
+    return {static_cast<double>(numberOf(digits << (64 - count))) / kExactPowersOfTen[decimals],
             text + end / 8};
 }
 
@@ -106,7 +106,7 @@ inline PlainDecimal longDecimal(const char* text) noexcept {
     constexpr std::ptrdiff_t kMostDigits = 19;         // that 64 bits hold, whatever they are
     constexpr std::uint64_t kMostExact = 1ULL << 53;   // of whole numbers that are doubles
     constexpr std::ptrdiff_t kMostExponentDigits = 4;  // a token of 64 characters would be cut
-    constexpr auto kMostPower = static_cast<std::int64_t>(kPowersOfTen.size()) - 1;
+    constexpr auto kMostPower = static_cast<std::int64_t>(kExactPowersOfTen.size()) - 1;
 
     std::uint64_t mantissa = 0;
     const char* cursor = takeDigits(text, mantissa);
@@ -137,8 +137,8 @@ inline PlainDecimal longDecimal(const char* text) noexcept {
         return kNotPlain;
     }
     const auto exact = static_cast<double>(mantissa);
-    return {exponent < 0 ? exact / kPowersOfTen[static_cast<std::size_t>(-exponent)]
-                         : exact * kPowersOfTen[static_cast<std::size_t>(exponent)],
+    return {exponent < 0 ? exact / kExactPowersOfTen[static_cast<std::size_t>(-exponent)]
+                         : exact * kExactPowersOfTen[static_cast<std::size_t>(exponent)],
             cursor};
 }
 
