@@ -15,21 +15,10 @@ using Application = QCoreApplication;
 #include <locale>
 #include <stdexcept>
 
-#if defined(QT_GUI_LIB) && defined(__SANITIZE_ADDRESS__)
-// Qt's offscreen platform never frees its screen. The stacks that name it need the slow unwinder.
-// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizers look for these names
-extern "C" const char* __asan_default_options() {
-    return "fast_unwind_on_malloc=0";
-}
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libqoffscreen.so\n";
-}
-// NOLINTEND(bugprone-reserved-identifier)
-#endif
-
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Fonts and pictures without a display. Qt's platform "offscreen" would never free its screen.
+    qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");
     const Application application(argc, argv);
     if (const char* name = std::getenv("RFUTILS_TEST_LOCALE")) {
         try {

@@ -19,12 +19,6 @@ QProcessEnvironment environment() {
     result.remove(QStringLiteral("DISPLAY"));
     result.remove(QStringLiteral("WAYLAND_DISPLAY"));
     result.remove(QStringLiteral("QT_QPA_PLATFORM"));
-#ifdef __SANITIZE_ADDRESS__
-    // The stacks by which leaks are told apart need the slow unwinder.
-    result.insert(QStringLiteral("ASAN_OPTIONS"), QStringLiteral("fast_unwind_on_malloc=0"));
-    result.insert(QStringLiteral("LSAN_OPTIONS"),
-                  QStringLiteral("suppressions=" RFUTILS_LEAKS ":print_suppressions=0"));
-#endif
     return result;
 }
 

@@ -112,7 +112,7 @@ void run(const QStringList& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");  // pictures and their texts, no display
     qInstallMessageHandler(dropMessage);
     // Arguments, file names and texts are UTF-8 whatever the locale says.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
