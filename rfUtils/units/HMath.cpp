@@ -1,5 +1,6 @@
 #include <rfUtils/units/HMath.h>
 
+#include <rfUtils/detail/exactDecimal.h>
 #include <rfUtils/detail/fixedText.h>
 #include <rfUtils/detail/saturate.h>
 #include <rfUtils/units/detail/decibel.h>
@@ -8,10 +9,13 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <QGuiApplication>
+#include <QStringBuilder>
 
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 // The field texts show products that were rounded to single precision.
@@ -29,15 +33,17 @@ using rfu::detail::antennaCorrection;
 using rfu::detail::decibelOfAmplitude;
 using rfu::detail::decibelOfPower;
 using rfu::detail::FixedText;
+using rfu::detail::kLongestExactDecimal;
 using rfu::detail::powerOfTen;
 using rfu::detail::powerRatio;
+using rfu::detail::Ties;
 using rfu::detail::toFloat;
 using rfu::detail::toInt32;
+using rfu::detail::writeExactDecimal;
 
 namespace {
 
 constexpr double kSmallestShown = 0.01;       // what two decimals can show
-constexpr double kSmallestVoltStep = 10.0;    // the same, in the next smaller unit
 constexpr double kLargestInVolts = 100000.0;  // in mV; larger voltages are shown in kilovolts
 constexpr int kDecimals = 3;                  // of a level that was converted back
 constexpr int kMostDecimals = 1074;           // no double has a digit other than 0 behind them
@@ -54,9 +60,22 @@ QString withUnit(QString text, const QString& unit) {
 }
 
 /// Makes `unit` the object's unit, then ends the text.
-QString shown(HMath& math, QString text, const QString& unit, bool isUnitText) {
+QString shown(HMath& math, std::string_view number, const QString& unit, bool isUnitText) {
     math.setUnit(unit);
-    return isUnitText ? withUnit(std::move(text), unit) : text;
+    const QLatin1String text(number.data(), static_cast<int>(number.size()));
+    // A text that is built of its parts is allocated once.
+    return isUnitText ? QString(text % QLatin1Char(' ') % unit) : QString(text);
+}
+
+/// The same of a level, whose number is that of QString::setNum.
+QString shownLevel(HMath& math, double level, int decimals, const QString& unit, bool isUnitText) {
+    char buffer[kLongestExactDecimal];
+    char* const end = std::end(buffer);
+    if (const char* const text = writeExactDecimal(end, level, decimals, Ties::AwayFromZero)) {
+        return shown(math, {text, static_cast<std::size_t>(end - text)}, unit, isUnitText);
+    }
+    const QByteArray text = QString::number(level, 'f', decimals).toLatin1();
+    return shown(math, {text.constData(), static_cast<std::size_t>(text.size())}, unit, isUnitText);
 }
 
 FromDbm fromDbmRule(const Unit* unit) noexcept {
@@ -67,24 +86,35 @@ ToDbm toDbmRule(const Unit* unit) noexcept {
     return unit == nullptr ? ToDbm::Unknown : unit->toDbm.rule;
 }
 
-/// A step of a ladder, and the number in its unit.
+/// The row of a ladder's base unit.
+constexpr const Unit* baseOf(FromDbm ladder) noexcept {
+    const Unit* unit = rfu::kUnits;
+    while (unit->fromDbm.rule != ladder) {
+        ++unit;
+    }
+    return unit;
+}
+
+constexpr const Unit* kVolt = baseOf(FromDbm::VoltLadder);
+constexpr const Unit* kWatt = baseOf(FromDbm::WattLadder);
+
+/// A unit of a ladder, and the number in it.
 struct Step {
-    const Unit* unit = nullptr;
-    double number = 0.0;
+    const Unit* unit;
+    double number;
 };
 
-/// The first step of a ladder whose number reaches the threshold; no unit if none does.
-/// @param level plus the offset of a step it is the decimal logarithm of the step's number
-Step firstStep(FromDbm ladder, double level, double threshold) noexcept {
-    for (const Unit& unit : rfu::kUnits) {
-        if (unit.fromDbm.rule == ladder) {
-            const double number = powerOfTen(level + unit.fromDbm.offset);
-            if (number >= threshold) {
-                return {&unit, number};
-            }
+/// The first unit of a ladder whose number reaches the threshold; the base unit if none does.
+/// @param level plus the offset of a unit it is the decimal logarithm of the number in it
+Step firstStep(const Unit* base, double level, double threshold) noexcept {
+    for (const Unit* unit = base; unit != std::end(rfu::kUnits) && unit->quantity == base->quantity;
+         ++unit) {
+        const double number = powerOfTen(level + unit->fromDbm.offset);
+        if (number >= threshold) {
+            return {unit, number};
         }
     }
-    return {};
+    return {base, powerOfTen(level)};
 }
 
 /// Decimal logarithm of a power in watts.
@@ -126,30 +156,31 @@ double inBaseUnit(ToDbm rule, const QString& unit, double value) noexcept {
     return toDbmRule(known) == rule ? value * known->toDbm.factor : 0.0;
 }
 
-struct FieldText {
-    QString number;
-    QString unit;
+/// A linear field value as it is shown: none where it is too small for the smallest prefix or is not
+/// a number.
+struct FieldNumber {
+    bool isShown;
+    double number;
+    int decimals;
+    char prefix;  ///< 0 for none
 };
 
-/// A linear field value with the prefix that suits it; empty texts where the value is too small for
-/// the smallest prefix or is not a number.
-FieldText prefixedField(const QString& unit, float value) {
+FieldNumber prefixedField(float value) noexcept {
     const double magnitude = std::fabs(value);
     if (magnitude >= kSmallestShown) {
         for (const LargePrefix& prefix : rfu::kLargePrefixes) {
             if (magnitude >= prefix.threshold) {
-                return {printed(value * prefix.factor, prefix.decimals),
-                        QLatin1Char(prefix.letter) + unit};
+                return {true, value * prefix.factor, prefix.decimals, prefix.letter};
             }
         }
-        return {printed(value, 2), unit};
+        return {true, value, 2, 0};
     }
     for (const SmallPrefix& prefix : rfu::kSmallPrefixes) {
         if (magnitude >= prefix.threshold) {
-            return {printed(toFloat(value * prefix.factor), 2), QLatin1Char(prefix.letter) + unit};
+            return {true, toFloat(value * prefix.factor), 2, prefix.letter};
         }
     }
-    return {};
+    return {false, 0.0, 0, 0};
 }
 
 }  // namespace
@@ -171,43 +202,32 @@ QString HMath::getdBmToUnit(QString sUnit, double fVal, bool isUnitText) {
     const Unit* const unit = findUnit(sUnit);
     switch (fromDbmRule(unit)) {
         case FromDbm::Level:
-            return shown(*this, QString::number(fVal + unit->fromDbm.offset, 'f', 1), sUnit,
-                         isUnitText);
+            return shownLevel(*this, fVal + unit->fromDbm.offset, 1, sUnit, isUnitText);
         case FromDbm::VoltLadder:
             return getdBmToVolt(fVal, isUnitText);
         case FromDbm::WattLadder:
             return getdBmToWatt(fVal, isUnitText);
         default:  // dBm, and everything that this operation does not take
-            return shown(*this, QString::number(fVal, 'f', 1), QStringLiteral("dBm"), isUnitText);
+            return shownLevel(*this, fVal, 1, QStringLiteral("dBm"), isUnitText);
     }
 }
 
 QString HMath::getdBmToVolt(double dBm, bool isUnitText) {
     const double level = (dBm + rfu::kDbmvOfZeroDbm) * 0.05;
-    const double millivolts = powerOfTen(level);
-    if (!(millivolts >= kSmallestVoltStep)) {
-        if (const Step step = firstStep(FromDbm::VoltStep, level, kSmallestVoltStep); step.unit) {
-            return shown(*this, printed(step.number * 0.001, 2), step.unit->name.toString(),
-                         isUnitText);
-        }
-    }
-    double volts = millivolts * 0.001;
-    if (millivolts > kLargestInVolts) {
+    // Two decimals show a hundredth, which is 10 of the next smaller unit.
+    const Step step = firstStep(kVolt, level, 10.0);
+    double volts = step.number * 0.001;
+    if (step.unit == kVolt && step.number > kLargestInVolts) {
         volts *= 0.001;  // kilovolts from here on, under the label V
     }
-    return shown(*this, printed(volts, 2), QStringLiteral("V"), isUnitText);
+    return shown(*this, FixedText(volts, 2).view(), step.unit->name.toString(), isUnitText);
 }
 
 QString HMath::getdBmToWatt(double dBm, bool isUnitText) {
-    const double level = wattLevel(dBm);
-    const double watts = powerOfTen(level);
-    if (!(watts >= kSmallestShown)) {
-        if (const Step step = firstStep(FromDbm::WattStep, level, kSmallestShown); step.unit) {
-            return shown(*this, printed(step.number, 2), step.unit->name.toString(), isUnitText);
-        }
-    }
+    const Step step = firstStep(kWatt, wattLevel(dBm), kSmallestShown);
     // kilowatts and megawatts are shown under the label W
-    return shown(*this, printed(reducedWatts(watts).number, 2), QStringLiteral("W"), isUnitText);
+    const double watts = step.unit == kWatt ? reducedWatts(step.number).number : step.number;
+    return shown(*this, FixedText(watts, 2).view(), step.unit->name.toString(), isUnitText);
 }
 
 QString HMath::getDBmToW(double fTemp) {
@@ -296,7 +316,7 @@ QString HMath::getdBmToField(QString sUnit, double fVal, double fCenter, double 
         default:  // the number stays 0, the unit is stored as it was given
             break;
     }
-    return shown(*this, QString::number(number, 'f', 2), sUnit, isUnitText);
+    return shownLevel(*this, number, 2, sUnit, isUnitText);
 }
 
 double HMath::getFieldTodBm(QString sUnit, double fVal, double fCenter, double fGain) {
@@ -326,8 +346,12 @@ QString HMath::getFieldChangeUnit(QString unit, float value, bool isUnitText) {
     if (value == 0.0F) {
         return {};
     }
-    const FieldText field = prefixedField(unit, value);
-    return shown(*this, field.number, field.unit, isUnitText);
+    const FieldNumber field = prefixedField(value);
+    if (!field.isShown) {
+        return shown(*this, {}, QString(), isUnitText);
+    }
+    return shown(*this, FixedText(field.number, field.decimals).view(),
+                 field.prefix == 0 ? unit : QString(QLatin1Char(field.prefix) % unit), isUnitText);
 }
 
 QString HMath::convertValUnit(QVariant base, int dec, QString unit) {
