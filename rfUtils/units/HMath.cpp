@@ -98,6 +98,18 @@ constexpr const Unit* baseOf(FromDbm ladder) noexcept {
 constexpr const Unit* kVolt = baseOf(FromDbm::VoltLadder);
 constexpr const Unit* kWatt = baseOf(FromDbm::WattLadder);
 
+/// What a number has to reach in a step of a ladder.
+struct Threshold {
+    double number;
+    double logarithm;  ///< decimal
+};
+
+/// Whether 10^x may reach a threshold. A millionth below its logarithm the power of ten is two
+/// millionths of it too small, which is far beyond the error of any exponential.
+bool mayReach(Threshold threshold, double x) noexcept {
+    return !(x < threshold.logarithm - 1e-6);
+}
+
 /// A unit of a ladder, and the number in it.
 struct Step {
     const Unit* unit;
@@ -106,11 +118,15 @@ struct Step {
 
 /// The first unit of a ladder whose number reaches the threshold; the base unit if none does.
 /// @param level plus the offset of a unit it is the decimal logarithm of the number in it
-Step firstStep(const Unit* base, double level, double threshold) noexcept {
+Step firstStep(const Unit* base, double level, Threshold threshold) noexcept {
     for (const Unit* unit = base; unit != std::end(rfu::kUnits) && unit->quantity == base->quantity;
          ++unit) {
-        const double number = powerOfTen(level + unit->fromDbm.offset);
-        if (number >= threshold) {
+        const double x = level + unit->fromDbm.offset;
+        if (!mayReach(threshold, x)) {
+            continue;
+        }
+        const double number = powerOfTen(x);
+        if (number >= threshold.number) {
             return {unit, number};
         }
     }
@@ -215,7 +231,7 @@ QString HMath::getdBmToUnit(QString sUnit, double fVal, bool isUnitText) {
 QString HMath::getdBmToVolt(double dBm, bool isUnitText) {
     const double level = (dBm + rfu::kDbmvOfZeroDbm) * 0.05;
     // Two decimals show a hundredth, which is 10 of the next smaller unit.
-    const Step step = firstStep(kVolt, level, 10.0);
+    const Step step = firstStep(kVolt, level, {10.0, 1.0});
     double volts = step.number * 0.001;
     if (step.unit == kVolt && step.number > kLargestInVolts) {
         volts *= 0.001;  // kilovolts from here on, under the label V
@@ -224,7 +240,7 @@ QString HMath::getdBmToVolt(double dBm, bool isUnitText) {
 }
 
 QString HMath::getdBmToWatt(double dBm, bool isUnitText) {
-    const Step step = firstStep(kWatt, wattLevel(dBm), kSmallestShown);
+    const Step step = firstStep(kWatt, wattLevel(dBm), {kSmallestShown, -2.0});
     // kilowatts and megawatts are shown under the label W
     const double watts = step.unit == kWatt ? reducedWatts(step.number).number : step.number;
     return shown(*this, FixedText(watts, 2).view(), step.unit->name.toString(), isUnitText);
