@@ -57,6 +57,13 @@ constexpr std::uint32_t numberOf(std::uint64_t digits) noexcept {
         32);
 }
 
+/// The digits of a word without the point, which stands `before` bits behind its beginning; the last
+/// byte is left over.
+constexpr std::uint64_t withoutPoint(std::uint64_t digits, int before) noexcept {
+    const std::uint64_t beforePoint = (std::uint64_t{1} << before) - 1;
+    return (digits & beforePoint) | ((digits >> 8) & ~beforePoint);
+}
+
 /// A token of up to seven digits, a point among them or not, whose end stands in the same eight
 /// characters. They are taken as one word: where cells differ in length, a loop over
 /// digits would spend its time on guessing wrong where they end.
@@ -70,7 +77,7 @@ inline PlainDecimal shortDecimal(const char* text) noexcept {
     // In bits, as are all places within the word.
     const int first = __builtin_ctzll(others) & ~7;
     const auto character = static_cast<char>(word >> first);
-    std::uint64_t digits = word ^ kZeros;
+    const std::uint64_t digits = word ^ kZeros;
     if (character != '.') {
         if (first == 0 || !endsToken(character)) {
             return kNotPlain;
@@ -85,10 +92,9 @@ inline PlainDecimal shortDecimal(const char* text) noexcept {
     if (count == 0 || !endsToken(static_cast<char>(word >> end))) {
         return kNotPlain;
     }
-    const std::uint64_t beforePoint = (std::uint64_t{1} << first) - 1;
-    digits = (digits & beforePoint) | ((digits >> 8) & ~beforePoint);
     const auto decimals = static_cast<std::size_t>(count - first) / 8;
-    return {static_cast<double>(numberOf(digits << (64 - count))) / kExactPowersOfTen[decimals],
+    return {static_cast<double>(numberOf(withoutPoint(digits, first) << (64 - count))) /
+                kExactPowersOfTen[decimals],
             text + end / 8};
 }
 
@@ -100,24 +106,44 @@ inline const char* takeDigits(const char* text, std::uint64_t& mantissa) noexcep
     return text;
 }
 
+/// Takes the first eight characters at once where they are digits, a point among them or not; gives
+/// where they end, or `text`. `decimals` is set to what follows the point.
+inline const char* takeFirstEight(const char* text, std::uint64_t& mantissa,
+                                  const char*& decimals) noexcept {
+    const std::uint64_t word = eightCharacters(text);
+    const std::uint64_t others = nonDigits(word);
+    if (others == 0) {
+        mantissa = numberOf(word ^ kZeros);
+        return text + 8;
+    }
+    const int first = __builtin_ctzll(others) & ~7;
+    if ((others & (others - 1)) != 0 || static_cast<char>(word >> first) != '.') {
+        return text;
+    }
+    mantissa = numberOf(withoutPoint(word ^ kZeros, first) << 8);
+    decimals = text + first / 8 + 1;
+    return text + 8;
+}
+
 /// Digits with a point or an exponent or both. Mantissa and power of ten are doubles as they stand,
 /// so that the one rounding of their quotient or product gives the double nearest to the number.
-inline PlainDecimal longDecimal(const char* text) noexcept {
+/// @param hasEight eight characters may be read at `text`
+inline PlainDecimal longDecimal(const char* text, bool hasEight) noexcept {
     constexpr std::ptrdiff_t kMostDigits = 19;         // that 64 bits hold, whatever they are
     constexpr std::uint64_t kMostExact = 1ULL << 53;   // of whole numbers that are doubles
     constexpr std::ptrdiff_t kMostExponentDigits = 4;  // a token of 64 characters would be cut
     constexpr auto kMostPower = static_cast<std::int64_t>(kExactPowersOfTen.size()) - 1;
 
     std::uint64_t mantissa = 0;
-    const char* cursor = takeDigits(text, mantissa);
-    std::ptrdiff_t digits = cursor - text;
-    std::int64_t exponent = 0;
-    if (*cursor == '.') {
-        const char* const decimals = cursor + 1;
+    const char* decimals = nullptr;
+    const char* cursor = hasEight ? takeFirstEight(text, mantissa, decimals) : text;
+    cursor = takeDigits(cursor, mantissa);
+    if (decimals == nullptr && *cursor == '.') {
+        decimals = cursor + 1;
         cursor = takeDigits(decimals, mantissa);
-        exponent = decimals - cursor;
-        digits += cursor - decimals;
     }
+    const std::ptrdiff_t digits = cursor - text - (decimals != nullptr ? 1 : 0);
+    std::int64_t exponent = decimals != nullptr ? decimals - cursor : 0;
     if (digits == 0 || digits > kMostDigits || mantissa > kMostExact) {
         return kNotPlain;
     }
@@ -156,9 +182,10 @@ inline PlainDecimal plainDecimal(const char* text, const char* lineEnd) noexcept
     if (negative) {
         ++text;
     }
-    PlainDecimal number = lineEnd - text >= 8 ? shortDecimal(text) : kNotPlain;
+    const bool hasEight = lineEnd - text >= 8;
+    PlainDecimal number = hasEight ? shortDecimal(text) : kNotPlain;
     if (number.end == nullptr) {
-        number = longDecimal(text);
+        number = longDecimal(text, hasEight);
     }
     if (negative) {
         number.value = -number.value;
