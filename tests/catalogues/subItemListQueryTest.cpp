@@ -1,7 +1,7 @@
-#include <rfUtils/catalogues/subItemList.h>
-
-#include "allocations.h"
+#include <support/allocations.h>
 #include "catalogueContent.h"
+
+#include <rfUtils/catalogues/subItemList.h>
 
 #include <gtest/gtest.h>
 

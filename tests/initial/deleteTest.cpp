@@ -1,3 +1,4 @@
+#include <support/allocations.h>
 #include "storeFixture.h"
 
 namespace {
@@ -49,6 +50,26 @@ TEST_F(Store, DeletingMovesTextsWithoutCopyingThem) {
     table->delInitialVal("a");
     EXPECT_EQ(stored[0].id.data(), id);
     EXPECT_EQ(stored[0].sValue.data(), text);
+}
+
+TEST_F(Store, DeletingFromAFullTableAllocatesNothing) {
+    // Each text is longer than the one whose place it takes: its copy would have to be allocated.
+    for (int index = 0; index < 5120; ++index) {
+        const std::string text(static_cast<std::size_t>(20 + index), 'x');
+        table->addInitialVal({std::to_string(index), 3, 0, 0.0, text});
+    }
+    const std::string first = "0";
+    const std::string middle = "2500";
+    std::size_t count = 0;
+    {
+        const Allocations allocations;
+        table->delInitialVal(first);
+        table->delInitialVal(middle);
+        count = allocations.count();
+    }
+    EXPECT_EQ(count, 0U);
+    EXPECT_EQ(stored[0].id, "1");
+    EXPECT_EQ(stored[5117].sValue.size(), 20U + 5119U);
 }
 
 TEST_F(Store, DeletingAnAbsentIdDropsTheLastEntryUncleared) {
