@@ -92,17 +92,6 @@ TEST_F(HostileFiles, LinksToRegularFilesOpen) {
     }
 }
 
-TEST_F(HostileFiles, FilesWithoutPermissionAreNotFound) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "root reads every file";
-    }
-    for (const Loader& loader : loaders()) {
-        write(loader.file, loader.content);
-        ASSERT_EQ(chmod(localPath(loader.file).c_str(), 0), 0);
-        expectNotFound(loader, "without permission");
-    }
-}
-
 TEST_F(HostileFiles, OddNamesAreNotFound) {
     const QString names[] = {QString(),
                              QStringLiteral(""),
