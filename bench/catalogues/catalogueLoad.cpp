@@ -3,7 +3,7 @@
 #include <rfUtils/catalogues/subItemList.h>
 
 #include <support/catalogueText.h>
-#include <support/scratchFile.h>
+#include <support/scratchFolder.h>
 
 #include <QByteArray>
 #include <QJsonDocument>
@@ -32,11 +32,11 @@ void countBytes(benchmark::State& state) {
 }
 
 void ours(benchmark::State& state) {
-    const ScratchFile file("catalogue.json", text());
+    const std::string file = writeScratch("catalogue.json", text());
     int last = 0;
     for (auto _ : state) {
         subItemList list;
-        benchmark::DoNotOptimize(list.loadJson(file.name()));
+        benchmark::DoNotOptimize(list.loadJson(file));
         last = list.getOrderFromSubItemId(itemName(kItems - 1), choiceName(kChoices - 1));
     }
     if (last != kChoices - 1) {

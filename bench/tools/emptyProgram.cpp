@@ -1,0 +1,4 @@
+// What starting costs before a program does anything.
+int main() {
+    return 0;
+}
