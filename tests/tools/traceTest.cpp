@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
+#include <support/samples.h>
 
 #include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
+#include <iterator>
 #include <random>
+#include <sstream>
 
 #include "runCommand.h"
 
@@ -573,6 +577,45 @@ TEST(Trace, followsWithoutWaiting) {
     process.closeWriteChannel();
     EXPECT_TRUE(process.waitForFinished());
     EXPECT_EQ(process.exitCode(), 0);
+}
+
+// Each level is the double that strtod() reads, however it is written and wherever it stands.
+TEST(Trace, readsLevelsToTheLastBit) {
+    rfu::test::Samples samples(71);
+    std::vector<std::string> levels = {"-0.00", "0.0",  "-.5",    "5.",      "-007.50", "1e1",
+                                       "-1E-2", "+3.5", "-51.23", "-5.4e+1", "998.9999"};
+    while (levels.size() < 4000) {
+        const std::string digits = std::to_string(samples.below(1000000000));
+        std::string level = samples.below(3) == 0 ? "" : "-";
+        level += digits.substr(0, 1 + samples.below(3));
+        if (samples.below(8) != 0) {
+            level += '.' + digits.substr(0, 1 + samples.below(digits.size()));
+        }
+        if (std::abs(std::strtod(level.c_str(), nullptr)) < 999.0) {
+            levels.push_back(level);
+        }
+    }
+    const std::string separators[] = {",", ", ", " ,\t", ","};
+    std::string line;
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        line += (i == 0 ? "" : separators[i % std::size(separators)]) + levels[i];
+    }
+    const std::string output =
+        runCommand({"trace", "-", "--all-points", "--format", "csv"}, line + "\n").output;
+    std::istringstream rows(output);
+    std::string row;
+    std::getline(rows, row);
+    for (const std::string& level : levels) {
+        ASSERT_TRUE(std::getline(rows, row)) << level;
+        std::istringstream fields(row);
+        std::string field;  // point,frequencyMHz,count,average,maximum,...
+        for (int i = 0; i < 5; ++i) {
+            std::getline(fields, field, ',');
+        }
+        EXPECT_TRUE(rfu::test::same(std::strtod(field.c_str(), nullptr),
+                                    std::strtod(level.c_str(), nullptr)))
+            << level << " is read as " << field;
+    }
 }
 
 TEST(Trace, namesFileAndLineOfWhatIsWrong) {

@@ -57,8 +57,13 @@ void TraceTable::addLevel(const std::optional<double>& level, LevelPresenter& pr
         table_->none();
         return;
     }
+    const double value = presenter.value(*level);
+    if (format_ != Format::Text) {
+        table_->number(value);
+        return;
+    }
     const std::string text = presenter.text(*level);
-    table_->number(presenter.value(*level), text.empty() ? "-" : text);  // too small for a prefix
+    table_->number(value, text.empty() ? "-" : text);  // too small for a prefix
 }
 
 void TraceTable::addPoint(int marker, int point) {
