@@ -4,7 +4,9 @@
 #include <QFileInfo>
 #include <QTextCodec>
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
@@ -79,36 +81,38 @@ void requireSize(const veltaGEO& map, const QString& file) {
 
 // ASCII grids ----------------------------------------------------------------------------------
 
+constexpr std::string_view kTokenCharacters =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+-._";
+
 bool isTokenCharacter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '+' ||
-           c == '-' || c == '.' || c == '_';
+    static constexpr auto kIsOne = [] {
+        std::array<bool, 256> isOne{};
+        for (const char one : kTokenCharacters) {
+            isOne[static_cast<unsigned char>(one)] = true;
+        }
+        return isOne;
+    }();
+    return kIsOne[static_cast<unsigned char>(c)];
 }
 
-/// Calls use(std::string_view) with each token of a line, by the library's rule without its limits;
-/// quotes within a token stay.
-template <typename Use>
-void forEachToken(std::string_view line, Use use) {
+/// The next token of a line, by the library's rule without its limits; quotes within a token stay.
+/// The line is left with what stands behind it; no token is empty.
+std::string_view takeToken(std::string_view& line) {
     std::size_t begin = line.size();
     bool isQuoted = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == '"') {
+    std::size_t at = 0;
+    for (; at < line.size(); ++at) {
+        if (line[at] == '"') {
             isQuoted = !isQuoted;
-        } else if (isQuoted || isTokenCharacter(line[i])) {
-            begin = std::min(begin, i);
-        } else if (begin < i) {
-            use(line.substr(begin, i - begin));
-            begin = line.size();
+        } else if (isQuoted || isTokenCharacter(line[at])) {
+            begin = std::min(begin, at);
+        } else if (begin < at) {
+            break;
         }
     }
-    if (begin < line.size()) {
-        use(line.substr(begin));
-    }
-}
-
-int countTokens(std::string_view line) {
-    int count = 0;
-    forEachToken(line, [&count](std::string_view) { ++count; });
-    return count;
+    const std::string_view token = line.substr(begin, at - begin);
+    line.remove_prefix(at);
+    return token;
 }
 
 char lowered(char c) {
@@ -132,16 +136,10 @@ void forEachHeaderLine(const QString& file, Use use) {
     LineReader lines(file);
     std::string_view line;
     while (lines.next(line)) {
-        std::string_view tokens[2];
-        std::size_t count = 0;
-        forEachToken(line, [&](std::string_view token) {
-            if (count < std::size(tokens)) {
-                tokens[count] = token;
-            }
-            ++count;
-        });
-        if (count == std::size(tokens)) {
-            use(tokens[0], tokens[1], lines);
+        const std::string_view key = takeToken(line);
+        const std::string_view value = takeToken(line);
+        if (!value.empty() && takeToken(line).empty()) {
+            use(key, value, lines);
         }
     }
 }
@@ -178,6 +176,60 @@ bool isNumber(std::string_view token) {
     return hasWord(kNotFinite, token);
 }
 
+/// Steps over a number such as "-51.23" and the blanks before it. Allowed where a blank or the end
+/// of the line follows: the number is then a token of its own, and too short to be out of range.
+/// @return false, the line untouched, for anything else
+bool skipPlainNumber(std::string_view& line) {
+    constexpr std::ptrdiff_t kLongest = 64;
+    const auto skipDigits = [end = line.data() + line.size()](const char*& at) {
+        const char* const first = at;
+        while (at != end && *at >= '0' && *at <= '9') {
+            ++at;
+        }
+        return at != first;
+    };
+    const char* const end = line.data() + line.size();
+    const char* at = line.data();
+    while (at != end && *at == ' ') {
+        ++at;
+    }
+    const char* const begin = at;
+    if (at != end && *at == '-') {
+        ++at;
+    }
+    bool isNumber = skipDigits(at);
+    if (at != end && *at == '.') {
+        ++at;
+        isNumber = skipDigits(at) && isNumber;
+    }
+    if (!isNumber || at - begin > kLongest || (at != end && *at != ' ')) {
+        return false;
+    }
+    line.remove_prefix(static_cast<std::size_t>(at - line.data()));
+    return true;
+}
+
+struct Row {
+    int cells = 0;
+    std::string_view noNumber;  // the first cell that is none; empty where all are
+};
+
+Row rowOf(std::string_view line) {
+    Row row;
+    for (;; ++row.cells) {
+        if (skipPlainNumber(line)) {
+            continue;
+        }
+        const std::string_view token = takeToken(line);
+        if (token.empty()) {
+            return row;
+        }
+        if (row.noNumber.empty() && !isNumber(token)) {
+            row.noNumber = token;
+        }
+    }
+}
+
 /// The library takes missing cells for zeros, ignores those beyond the last column, leaves missing
 /// rows as they were and reads words as numbers; here each is an error.
 void requireWholeRows(const veltaGEO& map, const QString& file) {
@@ -186,19 +238,18 @@ void requireWholeRows(const veltaGEO& map, const QString& file) {
     std::string_view line;
     int rows = 0;
     while (lines.next(line)) {
-        const int cells = countTokens(line);
-        if (cells < kFewestCells) {
+        const Row row = rowOf(line);
+        if (row.cells < kFewestCells) {
             continue;
         }
-        forEachToken(line, [&](std::string_view token) {
-            if (!isNumber(token)) {
-                throw lineError(file, lines.number(), quoted(token) + " is no number");
-            }
-        });
-        if (cells != map.nCols) {
+        if (!row.noNumber.empty()) {
+            throw lineError(file, lines.number(), quoted(row.noNumber) + " is no number");
+        }
+        if (row.cells != map.nCols) {
             throw lineError(file, lines.number(),
-                            "a row of " + std::to_string(cells) + " cells, while the grid has " +
-                                std::to_string(map.nCols) + " columns");
+                            "a row of " + std::to_string(row.cells) +
+                                " cells, while the grid has " + std::to_string(map.nCols) +
+                                " columns");
         }
         if (rows == map.nRows) {
             throw lineError(file, lines.number(),
@@ -342,10 +393,6 @@ Raster loadBil(const QString& given) {
 }
 
 }  // namespace
-
-bool Raster::isMeasured(float value) const {
-    return std::isfinite(value) && !(hasNoData && value == map->noData);
-}
 
 Raster loadRaster(const QString& file) {
     requireReadable(file);

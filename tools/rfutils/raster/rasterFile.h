@@ -2,6 +2,7 @@
 
 #include <rfUtils/geo/veltaGEO.h>
 #include <QString>
+#include <cmath>
 #include <memory>
 #include <optional>
 
@@ -13,7 +14,9 @@ struct Raster {
 
     float cell(int column, int row) const { return map->grid[row][column]; }
     /// Whether a value says something: it is finite and not the no-data value.
-    bool isMeasured(float value) const;
+    bool isMeasured(float value) const {
+        return std::isfinite(value) && !(hasNoData && value == map->noData);
+    }
 };
 
 /// Loads FILE.asc, or FILE.hdr with FILE.bil for either of the two names, and FILE.clr if there is
