@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <new>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -205,66 +204,6 @@ TEST(SubItemListQuery, TakesAnItemIdOutOfTheResultItself) {
     out.at("A").itemId = "atten";
     EXPECT_TRUE(list.getSubItemsById(out.at("A").itemId, out));
     EXPECT_EQ(out.size(), 2U);
-}
-
-TEST(SubItemListQuery, LeavesTheResultEmptyWhenMemoryRunsOut) {
-    subItemList list;
-    for (int choice = 0; choice < 20; ++choice) {
-        list.addSubItem("item", "A label too long to be kept inside the string itself",
-                        "id " + std::to_string(choice), choice, 1);
-    }
-    Choices whole;
-    const std::string itemId = "item";
-    std::size_t needed = 0;
-    {
-        const Allocations allocations;
-        list.getSubItemsById(itemId, whole);
-        needed = allocations.count();
-    }
-    EXPECT_EQ(whole.size(), 20U);
-    ASSERT_GE(needed, 40U);  // a node and a label for each choice
-    for (std::size_t allowed = 0; allowed < needed; ++allowed) {
-        Choices out = whole;
-        bool thrown = false;
-        {
-            const Allocations allocations(allowed);
-            try {
-                list.getSubItemsById(itemId, out);
-            } catch (const std::bad_alloc&) {
-                thrown = true;
-            }
-        }
-        EXPECT_TRUE(thrown) << allowed;
-        EXPECT_TRUE(out.empty()) << allowed;
-    }
-    EXPECT_EQ(contentOf(list, itemId), Content(whole.begin(), whole.end()));
-}
-
-TEST(SubItemListAdd, KeepsWhatItHeldWhenMemoryRunsOut) {
-    const subItem replacement{"item", "ID of sixteen or more bytes",
-                              "another label too long for the string itself", 2, 2};
-    for (std::size_t allowed = 0;; ++allowed) {
-        subItemList list;
-        list.addSubItem("item", "a label too long for the string itself",
-                        "id of sixteen or more bytes", 1, 1);
-        const Content before = contentOf(list, "item");
-        bool thrown = false;
-        {
-            const Allocations allocations(allowed);
-            try {
-                list.addFromSubItem(replacement);
-            } catch (const std::bad_alloc&) {
-                thrown = true;
-            }
-        }
-        if (!thrown) {
-            EXPECT_GT(allowed, 2U);
-            EXPECT_EQ(contentOf(list, "item"),
-                      (Content{{"ID OF SIXTEEN OR MORE BYTES", replacement}}));
-            break;
-        }
-        EXPECT_EQ(contentOf(list, "item"), before) << allowed;
-    }
 }
 
 TEST(SubItemListQuery, AllocatesNothingForIdsOf15Bytes) {

@@ -1,23 +1,17 @@
 #include <support/allocations.h>
 
 #include <cstdlib>
-#include <limits>
 #include <new>
 
 namespace {
 
-constexpr std::size_t kUnlimited = std::numeric_limits<std::size_t>::max();
 bool watching = false;
 std::size_t allocated = 0;
-std::size_t limit = kUnlimited;
 
 }  // namespace
 
-Allocations::Allocations() : Allocations(kUnlimited) {}
-
-Allocations::Allocations(std::size_t allowed) {
+Allocations::Allocations() {
     allocated = 0;
-    limit = allowed;
     watching = true;
 }
 
@@ -30,9 +24,7 @@ std::size_t Allocations::count() const {
 }
 
 void* operator new(std::size_t size) {
-    if (watching && allocated++ >= limit) {
-        throw std::bad_alloc();
-    }
+    allocated += watching ? 1 : 0;
     if (void* memory = std::malloc(size == 0 ? 1 : size)) {
         return memory;
     }

@@ -6,8 +6,6 @@
 class Allocations {
 public:
     Allocations();
-    /// After `allowed` allocations every further one throws std::bad_alloc.
-    explicit Allocations(std::size_t allowed);
     ~Allocations();
     Allocations(const Allocations&) = delete;
     Allocations& operator=(const Allocations&) = delete;
