@@ -5,7 +5,6 @@
 
 #include <iterator>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 namespace rfu::detail {
@@ -107,7 +106,7 @@ private:
     const char* end_;
 };
 
-/// A member of a choice, and whether it was there.
+/// A member of a choice, and whether it was there. The last of several counts.
 template <typename Value>
 struct Member {
     Value value{};
@@ -190,32 +189,30 @@ private:
 
     bool takeMember(std::string_view key, Choice& choice) {
         if (key == "label") {
-            return takeOnce(choice.label);
+            return take(choice.label);
         }
         if (key == "id") {
-            return takeOnce(choice.id);
+            return take(choice.id);
         }
         if (key == "enum") {
-            return takeOnce(choice.enumValue);
+            return take(choice.enumValue);
         }
         if (key == "dispSeq") {
-            return takeOnce(choice.dispSeq);
+            return take(choice.dispSeq);
         }
         std::string_view text;
         std::int32_t integer = 0;
         return text_.isAtText() ? text_.takeText(text) : text_.takeInteger(integer);
     }
 
-    template <typename Value>
-    bool takeOnce(Member<Value>& member) {
-        if (std::exchange(member.isThere, true)) {
-            return false;
-        }
-        if constexpr (std::is_same_v<Value, std::string_view>) {
-            return text_.takeText(member.value);
-        } else {
-            return text_.takeInteger(member.value);
-        }
+    bool take(Member<std::string_view>& member) {
+        member.isThere = true;
+        return text_.takeText(member.value);
+    }
+
+    bool take(Member<std::int32_t>& member) {
+        member.isThere = true;
+        return text_.takeInteger(member.value);
     }
 
     /// A choice that lacks a member is no choice.

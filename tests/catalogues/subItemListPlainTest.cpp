@@ -151,11 +151,11 @@ TEST_F(SubItemListPlain, ReadsTextsAsQtDoes) {
 }
 
 TEST_F(SubItemListPlain, ReadsMembersAndItemsThatRepeatAsQtDoes) {
-    // Qt never frees an array that is displaced, unless it is empty.
     const std::string one = choice("One", "1");
     const std::string two = choice("Two", "2");
     expectAsQt(file(one + ',' + two));
-    expectAsQt(R"({"a":[],"b":[)" + one + R"(],"a":[)" + two + "]}");
+    expectAsQt(R"({"a":[)" + one + R"(],"b":[],"a":[)" + two + "]}");
+    expectAsQt(R"({"a":[)" + one + R"(],"b":[],"a":[{"id":"man"}]})");
     expectAsQt(R"({"a":1,"a":[)" + one + "]}");
     for (const char* again : {"label", "id", "enum", "dispSeq", "other"}) {
         for (const char* value : {"5", "\"five\""}) {

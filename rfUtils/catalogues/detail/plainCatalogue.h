@@ -26,7 +26,7 @@ struct PlainCatalogue {
 /// Allowed for plain files alone, of which every JSON reader makes the same: an object of arrays of
 /// objects of texts and integers of at most nine digits. Texts hold UTF-8 of at most three bytes a
 /// character without escapes, control characters and U+F000 to U+FFFF (byte-order marks are among
-/// them); no key stands twice where it counts. People and programs write such files.
+/// them); no item stands twice. People and programs write such files.
 /// @return nothing for any other file, well-formed or not: that takes a real JSON reader
 std::optional<PlainCatalogue> readPlainCatalogue(const QByteArray& bytes);
 
