@@ -35,6 +35,8 @@ import subprocess
 import sys
 import tempfile
 
+import scaling
+
 SOURCE = pathlib.Path(__file__).resolve().parent.parent
 REPETITIONS = 15
 COMMAND_REPETITIONS = 7
@@ -256,7 +258,7 @@ def notes():
     return "\n\n".join(file.read_text(encoding="utf-8").strip() for file in files)
 
 
-def document(results, where):
+def document(results, where, facts):
     return f"""# Performance
 
 Written by `scripts/bench`; the remarks come from `bench/notes/`. Ratios of one run compare our time with that of
@@ -271,6 +273,8 @@ takes turns. Its spread is the range that holds 95 % of the ratios of resampled 
 where the whole spread is on the wrong side of the target.
 
 {notes()}
+
+{scaling.section(facts)}
 
 ## Times
 
@@ -304,6 +308,10 @@ def main():
     missing = {name for row in rows for name in names_of(row)} - samples.keys()
     if missing:
         fail(f"no benchmark {', '.join(sorted(missing))}")
+    facts = None
+    if not arguments.works:
+        print("bench: cost and size, memory", flush=True)
+        facts = scaling.measure(build, arguments.quick)
     if arguments.quick:
         print(f"bench: {len(samples)} benchmarks run")
         return 0
@@ -311,16 +319,21 @@ def main():
     results = [evaluate(row, samples) for row in rows]
     print(table(results))
     where = machine(build)
-    record = json.dumps({"machine": where, "rows": results}, indent=1, ensure_ascii=False) + "\n"
+    record = json.dumps({"machine": where, "rows": results, "scaling": facts}, indent=1,
+                        ensure_ascii=False) + "\n"
     write(build / "results.json", record)
     if not arguments.works:
         write(SOURCE / "docs" / "performance.json", record)
-        write(SOURCE / "docs" / "performance.md", document(results, where))
+        write(SOURCE / "docs" / "performance.md", document(results, where, facts))
+        write(SOURCE / "docs" / "images" / "cost.svg", scaling.plot(facts["costs"]))
     missed = [row for row in results if row["missed"]]
     for row in missed:
         print(f"bench: {row['work']} misses its target: {number(row['ratio'])}, "
               f"{target_text(row)}", file=sys.stderr)
-    return 1 if arguments.check and missed else 0
+    grown = scaling.missed(facts) if facts else []
+    for words in grown:
+        print(f"bench: {words}", file=sys.stderr)
+    return 1 if arguments.check and (missed or grown) else 0
 
 
 if __name__ == "__main__":
