@@ -14,6 +14,8 @@ using Entries = std::vector<initialValue_t>;
 
 constexpr int kEntries = itemInitial::kCapacity;
 
+using IdOf = std::string (*)(int);
+
 /// Ids of one length, of which all but the end is alike: no id is told from another at its start.
 std::string idOf(int entry) {
     char id[32];
@@ -21,33 +23,40 @@ std::string idOf(int entry) {
     return id;
 }
 
-initialValue_t entryOf(int entry) {
+/// Ids that end alike.
+std::string idEndingAlike(int entry) {
+    char id[32];
+    std::snprintf(id, sizeof id, "%05d.receiver", entry);
+    return id;
+}
+
+initialValue_t entryOf(int entry, IdOf name = idOf) {
     initialValue_t value;
-    value.id = idOf(entry);
+    value.id = name(entry);
     value.type = 3;
     value.sValue = "of parameter " + value.id;  // too long to lie within the string
     return value;
 }
 
-std::unique_ptr<itemInitial> fullTable() {
+std::unique_ptr<itemInitial> fullTable(IdOf name = idOf) {
     auto table = std::make_unique<itemInitial>();
     for (int i = 0; i < kEntries; ++i) {
-        table->addInitialVal(entryOf(i));
+        table->addInitialVal(entryOf(i, name));
     }
     return table;
 }
 
-Entries fullArray() {
+Entries fullArray(IdOf name = idOf) {
     Entries entries;
     for (int i = 0; i < kEntries; ++i) {
-        entries.push_back(entryOf(i));
+        entries.push_back(entryOf(i, name));
     }
     return entries;
 }
 
-void measureLookup(benchmark::State& state, int entry) {
-    const auto table = fullTable();
-    const std::string id = idOf(entry);
+void measureLookup(benchmark::State& state, int entry, IdOf name) {
+    const auto table = fullTable(name);
+    const std::string id = name(entry);
     if ((table->findInitialVal(id) != nullptr) != (entry < kEntries)) {
         state.SkipWithError("not found, or found where there is none");
         return;
@@ -57,8 +66,10 @@ void measureLookup(benchmark::State& state, int entry) {
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK_CAPTURE(measureLookup, last, kEntries - 1)->Name("initial_lookup_last/ours");
-BENCHMARK_CAPTURE(measureLookup, absent, kEntries)->Name("initial_lookup_absent/ours");
+BENCHMARK_CAPTURE(measureLookup, last, kEntries - 1, idOf)->Name("initial_lookup_last/ours");
+BENCHMARK_CAPTURE(measureLookup, absent, kEntries, idOf)->Name("initial_lookup_absent/ours");
+BENCHMARK_CAPTURE(measureLookup, alike, kEntries, idEndingAlike)
+    ->Name("initial_lookup_ending_alike/ours");
 
 initialValue_t* scan(Entries& entries, const std::string& id) {
     for (initialValue_t& entry : entries) {
@@ -69,16 +80,18 @@ initialValue_t* scan(Entries& entries, const std::string& id) {
     return nullptr;
 }
 
-void measureScan(benchmark::State& state, int entry) {
-    Entries entries = fullArray();
-    const std::string id = idOf(entry);
+void measureScan(benchmark::State& state, int entry, IdOf name) {
+    Entries entries = fullArray(name);
+    const std::string id = name(entry);
     for (auto _ : state) {
         benchmark::DoNotOptimize(scan(entries, id));
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK_CAPTURE(measureScan, last, kEntries - 1)->Name("initial_lookup_last/bare");
-BENCHMARK_CAPTURE(measureScan, absent, kEntries)->Name("initial_lookup_absent/bare");
+BENCHMARK_CAPTURE(measureScan, last, kEntries - 1, idOf)->Name("initial_lookup_last/bare");
+BENCHMARK_CAPTURE(measureScan, absent, kEntries, idOf)->Name("initial_lookup_absent/bare");
+BENCHMARK_CAPTURE(measureScan, alike, kEntries, idEndingAlike)
+    ->Name("initial_lookup_ending_alike/bare");
 
 /// Which entry stands at a place after entries of that place were deleted and appended again.
 int entryAt(int place, int deletions) {

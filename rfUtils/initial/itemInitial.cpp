@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -38,6 +39,32 @@ bool modify(initialValue_t* entry, Value initialValue_t::*field, const Value& v)
     }
     entry->*field = v;
     return true;
+}
+
+std::uint64_t wordAt(const char* bytes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+/// Whether two ids of one size are the same. Their first and last eight bytes, which overlap in a
+/// short id, are compared as two words: that is all of most ids, and tells nearly all others apart
+/// without a call.
+bool sameBytes(const char* a, const char* b, std::size_t size) {
+    constexpr std::size_t kWord = sizeof(std::uint64_t);
+    if (size < kWord) {
+        return std::equal(a, a + size, b);
+    }
+    const std::size_t lastWord = size - kWord;
+    return wordAt(a) == wordAt(b) && wordAt(a + lastWord) == wordAt(b + lastWord) &&
+           (size <= 2 * kWord || std::memcmp(a, b, size) == 0);
+}
+
+/// The first entry with an id, or `end`.
+initialValue_t* firstWithId(initialValue_t* begin, initialValue_t* end, const std::string& id) {
+    return std::find_if(begin, end, [&id](const initialValue_t& entry) {
+        return entry.id.size() == id.size() && sameBytes(entry.id.data(), id.data(), id.size());
+    });
 }
 
 void print(const initialValue_t& entry) {
@@ -104,8 +131,7 @@ bool itemInitial::delInitialVal(const std::string& id) {
         return false;
     }
     initialValue_t* const end = values() + count;
-    initialValue_t* const match =
-        std::find_if(values(), end, [&id](const initialValue_t& entry) { return entry.id == id; });
+    initialValue_t* const match = firstWithId(values(), end, id);
     if (match != end) {
         std::move(match + 1, end, match);
         emptyInitialVal(count - 1);
@@ -117,9 +143,7 @@ bool itemInitial::delInitialVal(const std::string& id) {
 initialValue_t* itemInitial::findInitialVal(const std::string& id) {
     // With a count of -1 nothing is in use.
     initialValue_t* const end = values() + std::max(count, 0);
-    const bool found =
-        std::any_of(values(), end, [&id](const initialValue_t& entry) { return entry.id == id; });
-    return found ? values() : nullptr;
+    return firstWithId(values(), end, id) != end ? values() : nullptr;
 }
 
 bool itemInitial::modifyInitialVal(const std::string& id, const int& v) {

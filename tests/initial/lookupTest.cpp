@@ -34,6 +34,21 @@ TEST_F(Store, LookupComparesIdsByteForByte) {
     }
 }
 
+TEST_F(Store, LookupTellsIdsApartByAnyByte) {
+    std::string id;
+    for (char c = '!'; id.size() < 40; ++c) {
+        EXPECT_EQ(table->findInitialVal(id), nullptr) << id;
+        table->setInitialVal(id, 1);
+        EXPECT_NE(table->findInitialVal(id), nullptr) << id;
+        for (std::size_t place = 0; place < id.size(); ++place) {
+            std::string other = id;
+            other[place] = static_cast<char>(other[place] ^ 0x80);
+            EXPECT_EQ(table->findInitialVal(other), nullptr) << id << ' ' << place;
+        }
+        id += c;
+    }
+}
+
 TEST_F(Store, LookupOfAnEmptyIdFindsAnEmptyId) {
     append({"a"});
     EXPECT_EQ(table->findInitialVal(""), nullptr);  // slots not in use do not count
