@@ -84,8 +84,9 @@ TEST(PlainDecimal, LeavesTheRestToTheOrdinaryWay) {
         // a plus sign, words, hexadecimal
         "+7", "inf", "nan", "-inf", "0x1F", "0x1p3",
         // something behind the number in the same token
-        "1_000", "1.2.3", "12a", "1234567a", "1-2", "12.3-", "12.34567-", "5\"6\"", "1.5\"",
-        "12345678.5_", "1e5_", "1e5.5", "1e", "1e+", "1e-", "1.5ex",
+        "1_000", "1.2.3", "1.234567.8", "1.2345678.9", "12345678.1.2", "12a", "1234567a", "1-2",
+        "12.3-", "12.34567-", "5\"6\"", "1.5\"", "12345678.5_", "1e5_", "1e5.5", "1e", "1e+", "1e-",
+        "1.5ex",
         // more digits than 64 bits are sure to hold
         "00000000000000000001", "12345678901234567890", "0.0000000000000000001",
         // a mantissa or a power of ten that would have to be rounded
