@@ -67,12 +67,7 @@ TEST_F(AscGrid, MatchesKeysExactly) {
     EXPECT_TRUE(
         load("NCOLS 3\nNROWS 3\nXLLCORNER 3\nYLLCORNER 3\nCELLSIZE 3\nNODATA_VALUE 3\n"
              "nodata_value 3\nxllcenter 3\nULXMAP 3\nXDIM 3\nNODATA 3\nncol 3\n"));
-    EXPECT_EQ(map->nCols, 0);
-    EXPECT_EQ(map->nRows, 0);
-    EXPECT_EQ(map->originX, 0.0F);
-    EXPECT_EQ(map->originY, 0.0F);
-    EXPECT_EQ(map->cellSize, 0.0F);
-    EXPECT_EQ(map->noData, 0.0F);
+    expectNoHeaderField();
     EXPECT_EQ(map->isLoaded, 1);
 }
 

@@ -48,12 +48,7 @@ TEST_F(HdrHeader, MatchesKeysExactly) {
     EXPECT_TRUE(
         load("ncols 3\nNcols 3\nNCOLSS 3\nNCOL 3\nnrows 3\nulxmap 3\nulymap 3\nxdim 3\n"
              "CELLSIZE 3\nnodata 3\nNODATA_value 3\nYDIM 3\npixeltype FLOAT\n"));
-    EXPECT_EQ(map->nCols, 0);
-    EXPECT_EQ(map->nRows, 0);
-    EXPECT_EQ(map->originX, 0.0F);
-    EXPECT_EQ(map->originY, 0.0F);
-    EXPECT_EQ(map->cellSize, 0.0F);
-    EXPECT_EQ(map->noData, 0.0F);
+    expectNoHeaderField();
     EXPECT_EQ(map->isFloat, 0);
 }
 

@@ -30,6 +30,16 @@ protected:
 
     std::string message() const { return map->errMsg.toStdString(); }
 
+    /// As in a fresh map: no line of a header was taken.
+    void expectNoHeaderField() const {
+        EXPECT_EQ(map->nCols, 0);
+        EXPECT_EQ(map->nRows, 0);
+        EXPECT_EQ(map->originX, 0.0F);
+        EXPECT_EQ(map->originY, 0.0F);
+        EXPECT_EQ(map->cellSize, 0.0F);
+        EXPECT_EQ(map->noData, 0.0F);
+    }
+
     QTemporaryDir dir;
     std::unique_ptr<veltaGEO> map = std::make_unique<veltaGEO>();
 };
