@@ -387,6 +387,21 @@ TEST(Convert, unknownUnitsAreAnsweredWithTheNearest) {
     expectCommands({
         {"letter case weighs little", show("dbuv"), "", 1, "",
          "rfutils: there is no unit \"dbuv\"; the nearest are dBuV, dBmV or dBV\n"},
+        // A name of x and V is nearest to those that end in V, one of x to the longest.
+        {"thirty letters count",
+         {"convert", "1", "--to", QString(29, 'x') + "V"},
+         "",
+         1,
+         "",
+         "rfutils: there is no unit \"" + std::string(29, 'x') +
+             "V\"; the nearest are dBmV, dBuV or dBV\n"},
+        {"the thirty-first does not",
+         {"convert", "1", "--to", QString(30, 'x') + "V"},
+         "",
+         1,
+         "",
+         "rfutils: there is no unit \"" + std::string(30, 'x') +
+             "V\"; the nearest are dBm/m^2, dBW/m^2 or dBuV/m\n"},
         {"letter case of a prefixed unit", show("uv"), "", 1, "",
          "rfutils: there is no unit \"uv\"; the nearest are \u00B5V (ask for V), V or W\n"},
         {"named as it was typed",

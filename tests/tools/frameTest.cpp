@@ -63,6 +63,21 @@ TEST(Frame, answersWithoutSubcommand) {
     });
 }
 
+TEST(Frame, namesOfFilesAreUtf8WhateverTheCodec) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "nothing may be loaded ahead of the sanitizer";
+#endif
+    const SampleFolder folder;
+    folder.add("m\u00FCnchen.json",
+               R"({"a": [{"id": "x", "label": "y", "enum": 1, "dispSeq": 2}]})");
+    qputenv("LD_PRELOAD", RFUTILS_EIGHT_BIT_CODEC);
+    const CommandResult result = runCommand(
+        {"catalogue", QString::fromUtf8("m\u00FCnchen.json"), "--format", "csv"}, "", folder);
+    qunsetenv("LD_PRELOAD");
+    EXPECT_EQ(result.errors, "");
+    EXPECT_EQ(result.output, "item,dispSeq,enum,id,label,offered\na,2,1,x,y,true\n");
+}
+
 TEST(Frame, overviewListsTheSubcommands) {
     const CommandResult overview = runCommand({"--help"});
     EXPECT_EQ(overview.exitStatus, 0);

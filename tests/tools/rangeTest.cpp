@@ -46,6 +46,27 @@ TEST(Range, csvAndJson) {
     });
 }
 
+TEST(Range, labelsWithoutTheirPrefixAreNoted) {
+    const std::string volts = ": above 100 V the instrument shows kilovolts under the label V\n";
+    const std::string watts =
+        ": from 1 kW the instrument shows kilowatts, from 1 MW megawatts, under the label W\n";
+    expectCommands({
+        {"kilovolts", range(14, "10", "63"), "", 0, " {Min: 0.71 V, Max: 0.32 V} \n",
+         "rfutils: note: \"0.32 V\" means 0.32 kV" + volts},
+        {"kilowatts, of both limits noted once", range(15, "60", "90"), "", 0,
+         " {Min: 1.00 W, Max: 1.00 W} \n", "rfutils: note: \"1.00 W\" means 1.00 kW" + watts},
+        {"megawatts", range(15, "10", "90"), "", 0, " {Min: 10.00 mW, Max: 1.00 W} \n",
+         "rfutils: note: \"1.00 W\" means 1.00 MW" + watts},
+        {"not below", range(14, "0", "50"), "", 0, " {Min: 0.22 V, Max: 70.71 V} \n", ""},
+        {"not of other codes", range(2, "63", "90"), "", 0, " {Min: 63.00 dBm, Max: 90.00 dBm} \n",
+         ""},
+        {"not of whole numbers", range(15, "60", "90", {"--integer"}), "", 0,
+         " {Min: 60 , Max: 90 } \n", ""},
+        {"not in CSV", range(15, "60", "90", {"--format", "csv"}), "", 0,
+         "type,min,max,text\n15,60,90,\" {Min: 1.00 W, Max: 1.00 W} \"\n", ""},
+    });
+}
+
 TEST(Range, wrongUse) {
     const std::string help = " (see rfutils range --help)\n";
     expectCommands({

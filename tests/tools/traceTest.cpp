@@ -949,6 +949,43 @@ TEST(Trace, examplesOfTheHelpRun) {
     EXPECT_FALSE(QImage(folder.path() + QStringLiteral("/wifi.png")).isNull());
 }
 
+TEST(Trace, labelsWithoutTheirPrefixAreNoted) {
+    // 60 and 90 dBm are 1 kW and 1 MW, their mean 75 dBm is 31.62 kW; 63 dBm are 316 V
+    const std::string watts =
+        ": from 1 kW the instrument shows kilowatts, from 1 MW megawatts, under the label W; "
+        "--format csv has watts\n";
+    const std::string volts =
+        ": above 100 V the instrument shows kilovolts under the label V; --format csv has volts\n";
+    const std::string twoSweeps = "60,30\n90,30\n";
+    expectCommands({
+        {"points", trace("--all-points --unit W"), twoSweeps, 0,
+         "point  frequencyMHz  count  average  maximum  minimum\n"
+         "    0  -                 2  31.62 W   1.00 W   1.00 W\n"
+         "    1  -                 2   1.00 W   1.00 W   1.00 W\n",
+         "rfutils: note: \"31.62 W\" means 31.62 kW" + watts},
+        {"once for two tables", trace("--marker 1 --marker 0 --all-points --unit W"), twoSweeps, 0,
+         "marker  point  frequencyMHz  count  average  maximum  minimum\n"
+         "1           1  -                 2   1.00 W   1.00 W   1.00 W\n"
+         "0           0  -                 2  31.62 W   1.00 W   1.00 W\n"
+         "\n"
+         "point  frequencyMHz  count  average  maximum  minimum\n"
+         "    0  -                 2  31.62 W   1.00 W   1.00 W\n"
+         "    1  -                 2   1.00 W   1.00 W   1.00 W\n",
+         "rfutils: note: \"31.62 W\" means 31.62 kW" + watts},
+        {"once while following", trace("--marker 0 --follow --unit V"), "63\n63\n", 0,
+         "sweep  time  marker  point  frequencyMHz  count  average  maximum  minimum\n"
+         "    1  -     0           0  -                 1   0.32 V   0.32 V   0.32 V\n"
+         "    2  -     0           0  -                 2   0.32 V   0.32 V   0.32 V\n",
+         "rfutils: note: \"0.32 V\" means 0.32 kV" + volts},
+    });
+    for (const char* format : {"csv", "json"}) {
+        const std::string options = std::string("--all-points --unit W --format ") + format;
+        const CommandResult inWatts = runCommand(trace(options.c_str()), "90\n");
+        EXPECT_EQ(inWatts.exitStatus, 0);
+        EXPECT_EQ(inWatts.errors, "") << format;
+    }
+}
+
 TEST(Trace, readsTheSamples) {
     const QString samples = QStringLiteral(RFUTILS_SAMPLES "/");
     expectCommands({

@@ -3,6 +3,7 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/prefixNote.h"
 #include "support/units.h"
 #include "support/values.h"
 
@@ -74,36 +75,6 @@ const rfu::Unit& targetUnit(const CommandLine& line) {
     }
 }
 
-/// Says once per run that the instrument leaves out large prefixes.
-class PrefixNote {
-public:
-    explicit PrefixNote(const rfu::Unit& unit)
-        : isVoltage_(unit.quantity == rfu::Quantity::Voltage) {}
-
-    /// @param prefix that the text leaves out, empty for none
-    void check(const std::string& text, const std::string& prefix) {
-        if (printed_ || prefix.empty()) {
-            return;
-        }
-        std::string meant = text;
-        meant.insert(meant.size() - 1, prefix);
-        standardOutput().flush();  // the note follows the line that it is about
-        printNote(quoted(text) + " means " + meant + ": " + (isVoltage_ ? kVoltage : kPower));
-        printed_ = true;
-    }
-
-private:
-    static constexpr const char* kVoltage =
-        "above 100 V the instrument shows kilovolts under the label V; --format csv has volts";
-    static constexpr const char* kPower =
-        "from 1 kW the instrument shows kilowatts, from 1 MW megawatts, under the label W; "
-        "--format "
-        "csv has watts";
-
-    bool isVoltage_;
-    bool printed_ = false;
-};
-
 }  // namespace
 
 void runConvert(const QStringList& arguments) {
@@ -126,13 +97,14 @@ void runConvert(const QStringList& arguments) {
 
     if (line.format() == Format::Text) {
         Output& output = standardOutput();
-        PrefixNote note(unit);
+        PrefixNote note(unit, true);
         forEachValue(line.values(), [&](std::string_view text) {
             const double level = toLevel(text);
             const std::string shown = target.text(level);
             output.write(shown.empty() ? kMissingText : shown);
             output.write('\n');
-            note.check(shown, target.prefixLeftOut(level, shown));
+            note.check(level, shown, target);
+            note.print();
         });
         return;
     }

@@ -3,6 +3,7 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/prefixNote.h"
 #include "support/units.h"
 
 namespace {
@@ -19,7 +20,9 @@ const Usage kUsage = {
     "  7 ns                        15 W             21 dBm/m^2\n"
     "  8 %                         22 ppm           23 empty text\n"
     "Any other code shows no unit. The limits of codes 11 to 21 are levels in dBm; codes 16 to 21\n"
-    "refer to an antenna. Of the codes, 1, 4, 6, 7, 8 and 23 are those of integer entries.",
+    "refer to an antenna. Above 100 V code 14 shows kilovolts and keeps the label V; from 1 kW code 15\n"
+    "shows kilowatts, from 1 MW megawatts, and keeps the label W; a note on standard error says so.\n"
+    "Of the codes, 1, 4, 6, 7, 8 and 23 are those of integer entries.",
     "",
     {"rfutils range --type 2 --min -10 --max 20",
      "rfutils range --type 16 --min -30 --max -10 --center 100MHz",
@@ -27,6 +30,8 @@ const Usage kUsage = {
      "rfutils range --type 0 --min 0.009 --max 6000 --format json"}};
 // clang-format on
 
+constexpr int kVoltType = 14;
+constexpr int kWattType = 15;
 constexpr int kFirstFieldType = 16;
 constexpr int kLastFieldType = 21;
 
@@ -36,6 +41,20 @@ Number require(const std::optional<Number>& value, const char* option) {
         throw usageError(std::string("--") + option + " is missing");
     }
     return *value;
+}
+
+/// Notes where the text of a limit leaves out a large prefix.
+void notePrefixes(int type, double min, double max) {
+    if (type != kVoltType && type != kWattType) {
+        return;
+    }
+    const rfu::Unit& unit = unitToShow(type == kVoltType ? "V" : "W");
+    LevelPresenter presenter(unit, {});
+    PrefixNote note(unit, false);
+    for (const double limit : {min, max}) {
+        note.check(limit, presenter.text(limit), presenter);
+    }
+    note.print();
 }
 
 }  // namespace
@@ -79,6 +98,9 @@ void runRange(const QStringList& arguments) {
 
     if (line.format() == Format::Text) {
         standardOutput().write(text + '\n');
+        if (!line.isSet("integer")) {
+            notePrefixes(type, min, max);
+        }
         return;
     }
     TableWriter table(standardOutput(), line.format(), {"type", "min", "max", "text"},

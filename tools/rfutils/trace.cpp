@@ -133,8 +133,9 @@ public:
         : options_(options),
           recording_(file, options.follow ? 1 : kLearnedSweeps),
           sweeps_(options.capacity),
+          note_(options.view.unit, true),
           markerTable_(options.format, markerColumns(options), options.view, recording_.axis(),
-                       sweeps_) {}
+                       sweeps_, note_) {}
 
     void read() {
         Sweep sweep;
@@ -214,7 +215,7 @@ private:
 
     void printPoints() {
         TraceTable table(options_.format, pointColumns(options_), options_.view, recording_.axis(),
-                         sweeps_);
+                         sweeps_, note_);
         table.addPoints(points_);
         table.finish();
     }
@@ -237,6 +238,7 @@ private:
     const TraceOptions& options_;
     SweepReader recording_;
     SweepStore sweeps_;
+    PrefixNote note_;
     TraceTable markerTable_;
     std::vector<Marker> markers_;
     int points_ = 0;

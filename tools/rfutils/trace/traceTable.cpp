@@ -43,8 +43,8 @@ LevelPresenter LevelView::at(const FrequencyAxis& axis, int point) const {
 }
 
 TraceTable::TraceTable(Format format, const TraceColumns& columns, const LevelView& view,
-                       const FrequencyAxis& axis, SweepStore& sweeps)
-    : format_(format), columns_(columns), view_(view), axis_(axis), sweeps_(sweeps) {}
+                       const FrequencyAxis& axis, SweepStore& sweeps, PrefixNote& note)
+    : format_(format), columns_(columns), view_(view), axis_(axis), sweeps_(sweeps), note_(note) {}
 
 void TraceTable::start() {
     if (!table_) {
@@ -63,6 +63,7 @@ void TraceTable::addLevel(const std::optional<double>& level, LevelPresenter& pr
         return;
     }
     const std::string text = presenter.text(*level);
+    note_.check(*level, text, presenter);
     table_->number(value, text.empty() ? "-" : text);  // too small for a prefix
 }
 
@@ -127,6 +128,7 @@ void TraceTable::show() {
         finish();  // each sweep is an array of its own
     } else {
         table_->writeRows();
+        note_.print();
     }
 }
 
@@ -134,5 +136,6 @@ void TraceTable::finish() {
     if (table_) {
         table_->finish();
         table_.reset();
+        note_.print();
     }
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "support/prefixNote.h"
 #include "support/tableWriter.h"
 #include "support/units.h"
 #include "trace/markers.h"
@@ -28,7 +29,7 @@ struct TraceColumns {
 class TraceTable {
 public:
     TraceTable(Format format, const TraceColumns& columns, const LevelView& view,
-               const FrequencyAxis& axis, SweepStore& sweeps);
+               const FrequencyAxis& axis, SweepStore& sweeps, PrefixNote& note);
 
     void addMarkers(const std::vector<Marker>& markers);
     void addPoints(int count);
@@ -48,5 +49,6 @@ private:
     const LevelView& view_;
     const FrequencyAxis& axis_;
     SweepStore& sweeps_;
+    PrefixNote& note_;
     std::optional<TableWriter> table_;
 };
