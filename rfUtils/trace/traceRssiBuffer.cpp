@@ -170,7 +170,7 @@ double maximumInLanes(const MarkerRing& ring) {
 
 double minimumInLanes(const MarkerRing& ring) {
     return foldedInLanes(ring, kInfinity, [](double best, double value) {
-        const double candidate = isMeasured(value) ? value : kInfinity;
+        const double candidate = isMeasured(value) ? value : best;
         return candidate < best ? candidate : best;
     });
 }
@@ -257,10 +257,12 @@ bool traceRssiBuffer::getMinMarkerPower(int marker, double* out) const {
     if (ring == nullptr || ring->empty() || out == nullptr) {
         return false;
     }
-    const double highest = isMeasured(ring->front()) ? kInfinity : kPlaceholder;
     const double minimum = minimumInLanes(*ring);
-    *out =
-        minimum == 0.0 || minimum == kInfinity ? minimumByRule(*ring) : std::min(minimum, highest);
+    if (minimum == 0.0 || minimum == kInfinity) {
+        *out = minimumByRule(*ring);
+    } else {
+        *out = isMeasured(ring->front()) ? minimum : std::min(minimum, kPlaceholder);
+    }
     return true;
 }
 
