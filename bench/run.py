@@ -104,8 +104,9 @@ def run_commands(row, build, scratch, quick):
 
 
 def measure(rows, build, quick):
-    folder = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
-    with tempfile.TemporaryDirectory(dir=folder) as name:
+    # Files on a disk, as they are loaded from, though they stay in the system's cache: a file system in
+    # memory may be several times slower to read, and that would hide what the loaders do.
+    with tempfile.TemporaryDirectory(dir=build) as name:
         scratch = pathlib.Path(name)
         samples = {}
         programs = {}
