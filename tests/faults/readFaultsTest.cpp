@@ -135,7 +135,7 @@ TEST_P(ReadFaultsTest, PiecesAndInterruptionsChangeNothing) {
     for (const Format* format : formats()) {
         const Answer whole = answerTo(*format, format->good);
         EXPECT_TRUE(whole.done) << format->file;
-        for (const std::size_t piece : {1, 2, 7, 64}) {
+        for (const unsigned piece : {1U, 2U, 7U, 64U}) {
             const std::string path = write(*format, format->good);
             ReadFaults faults;
             faults.mostBytes = piece;
