@@ -75,6 +75,8 @@ public:
         return true;
     }
 
+    /// Takes nine digits at most. Where a number goes on behind them, in whatever way, the sign that
+    /// ends a member is not found.
     bool takeInteger(std::int32_t& integer) {
         constexpr int kMostDigits = 9;  // any such number fits 32 bits
         const bool isNegative = take('-');
@@ -88,9 +90,8 @@ public:
             ++at_;
         }
         const auto digits = at_ - begin;
-        const bool isLonger = isDigit(*at_) || *at_ == '.' || *at_ == 'e' || *at_ == 'E';
         integer = isNegative ? -value : value;
-        return digits > 0 && !(digits > 1 && *begin == '0') && !isLonger;
+        return digits > 0 && !(digits > 1 && *begin == '0');
     }
 
 private:
