@@ -456,6 +456,25 @@ TEST_F(MemoryFaultsTest, OfCopiedMarkerValuesLeaveTheResultEmpty) {
         {markerCopy<std::vector<double>>("std::vector"), markerCopy<QVector<double>>("QVector")});
 }
 
+template <typename Values>
+void expectNothingOldWhereACopyHasNoRoom() {
+    traceRssiBuffer ring(3, 3);
+    for (const double value : {1.0, 2.0, 3.0}) {
+        ring.appendMarkerPower(0, value);
+    }
+    Values out{7.0};
+    bool happened = false;
+    EXPECT_TRUE(runsOutOfMemory({[&] { ring.getDataMarkerPower(out, 0); }, {}}, 1,
+                                MemoryFaults::Kind::FromThenOn, happened));
+    EXPECT_TRUE(happened);
+    EXPECT_TRUE(out.empty());
+}
+
+TEST_F(MemoryFaultsTest, OfCopiedMarkerValuesLeaveNothingOld) {
+    expectNothingOldWhereACopyHasNoRoom<std::vector<double>>();
+    expectNothingOldWhereACopyHasNoRoom<QVector<double>>();
+}
+
 // Texts -----------------------------------------------------------------------------------------
 
 /// An operation of the unit service, which may have taken the new unit over already.
