@@ -82,6 +82,35 @@ TEST(MarkerStatistics, OfHandWorkedValues) {
     }
 }
 
+// More values than are compared at once, the extremes at every place in turn.
+TEST(MarkerStatistics, OfManyValuesFindTheExtremesAnywhere) {
+    constexpr int kCount = 21;
+    for (int place = 0; place < kCount; ++place) {
+        traceRssiBuffer buffer(1, kCount);
+        for (int i = 0; i < kCount; ++i) {
+            const double ordinary = i % 2 == 0 ? -50.0 : -60.0;
+            buffer.appendMarkerPower(0, i == place                  ? -90.0
+                                        : i == (place + 1) % kCount ? -10.0
+                                                                    : ordinary);
+        }
+        double extreme = 0.0;
+        EXPECT_TRUE(buffer.getMinMarkerPower(0, &extreme));
+        EXPECT_EQ(extreme, -90.0) << place;
+        EXPECT_TRUE(buffer.getMaxMarkerPower(0, &extreme));
+        EXPECT_EQ(extreme, -10.0) << place;
+    }
+}
+
+TEST(MarkerStatistics, ZeroIsAMaximumLikeOthers) {
+    traceRssiBuffer buffer(1, 3);
+    for (const double value : {-5.0, 0.0, -7.0}) {
+        buffer.appendMarkerPower(0, value);
+    }
+    double maximum = 1.0;
+    EXPECT_TRUE(buffer.getMaxMarkerPower(0, &maximum));
+    EXPECT_EQ(maximum, 0.0);
+}
+
 TEST(MarkerStatistics, OldestIsTheOneLeftInAFullRing) {
     // The measured -50 is gone: the mark is now the oldest, and the search starts from 999.
     const traceRssiBuffer buffer = bufferWith({-50.0, -999.0, 1200.0}, 2);
