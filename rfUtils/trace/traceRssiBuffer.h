@@ -114,12 +114,14 @@ public:
     bool getCountLimitMarkerPower(int marker, double limit, int* out) const;
 
     /// Copies the marker's values out, oldest first, -999.0 included. The output is emptied before
-    /// anything is checked: it is empty after the answer false, and where memory runs out
-    /// (std::bad_alloc).
+    /// anything is checked: it is empty after the answer false, and where memory runs out for the
+    /// values (std::bad_alloc).
     /// @return false for a bad marker or an empty ring
     bool getDataMarkerPower(std::vector<double>& out, int marker) const;
 
-    /// The same into a Qt vector, which keeps the capacity that it has.
+    /// The same into a Qt vector, which keeps the capacity that it has. One that shares its values
+    /// with another needs memory of its own even to be emptied; where there is none for that
+    /// (std::bad_alloc), it keeps them.
     bool getDataMarkerPower(QVector<double>& out, int marker) const;
 
     /// Empties the six marker rings; the traces and pointNum stay.

@@ -479,6 +479,24 @@ TEST_F(MemoryFaultsTest, OfCopiedMarkerValuesLeaveNothingOld) {
     expectNothingOldWhereACopyHasNoRoom<QVector<double>>();
 }
 
+TEST_F(MemoryFaultsTest, OfMarkerValuesCopiedToASharedVectorMayLeaveWhatIsShared) {
+    traceRssiBuffer ring(3, 3);
+    for (const double value : {1.0, 2.0, 3.0}) {
+        ring.appendMarkerPower(0, value);
+    }
+    const QVector<double> old{7.0};
+    // a memory of its own is needed to be emptied, then more of it
+    for (const auto& [number, left] : {std::pair{1L, old}, std::pair{2L, QVector<double>()}}) {
+        QVector<double> out = old;
+        bool happened = false;
+        EXPECT_TRUE(runsOutOfMemory({[&] { ring.getDataMarkerPower(out, 0); }, {}}, number,
+                                    MemoryFaults::Kind::Once, happened));
+        EXPECT_TRUE(happened);
+        EXPECT_EQ(out, left) << "allocation " << number;
+        EXPECT_EQ(old, QVector<double>{7.0});
+    }
+}
+
 // Texts -----------------------------------------------------------------------------------------
 
 /// An operation of the unit service, which may have taken the new unit over already.
