@@ -1,5 +1,7 @@
 // Another thread shortens, replaces and writes over a file as fast as it can while it is loaded
-// again and again. tests/faults does the same before each read in turn; here nothing is in step.
+// again and again. Nothing is in step here, and while pages are cut off and written again the system may
+// hand out zeros between old bytes and new ones: what a load makes of them is left to chance. It may do no
+// harm. tests/faults does the same before each read in turn and compares the answers.
 #include "formats.h"
 
 #include <support/deadline.h>
@@ -54,7 +56,6 @@ public:
         versions_ = {padded(changing, changing.format.good), padded(changing, other)};
         const std::size_t half = changing.format.good.find(changing.secondHalfBegins);
         lengths_ = {0, 10, half, versions_[0].size() - changing.format.good.size() + half};
-        collectAnswers();
         replace(versions_[0]);
     }
 
@@ -66,7 +67,7 @@ public:
         return {done, subject->said(), subject->holdsInUse()};
     }
 
-    bool isExpected(const Answer& answer) const { return answers_.count(answer) == 1; }
+    void replaceByGoodOne() const { replace(versions_[0]); }
 
     /// One of the changes that may happen to a file: replaced, shortened, made whole again. Two
     /// versions are never written over each other, which might mix them within a number.
@@ -88,35 +89,19 @@ private:
         std::filesystem::rename(files_.path("next"), path());
     }
 
-    /// The answers to all that a reader may see, undisturbed. The system may show zeros for a moment
-    /// where it has cut a file off.
-    void collectAnswers() {
-        for (const std::string& version : versions_) {
-            for (const std::size_t length : lengths_) {
-                const std::string cut = version.substr(0, length);
-                for (const std::size_t zeros : {std::size_t{0}, version.size() - length}) {
-                    files_.write(changing_.format.file, cut + std::string(zeros, '\0'));
-                    answers_.insert(load());
-                }
-            }
-            files_.write(changing_.format.file, version);
-            answers_.insert(load());
-        }
-    }
-
     const Changing& changing_;
     TempFiles files_;
     std::vector<std::string> versions_;
     std::vector<std::size_t> lengths_;
-    std::set<Answer> answers_;
 };
 
-TEST(ChangingFiles, GiveTheAnswerOfAWholeOrACutFile) {
+TEST(ChangingFiles, AreLoadedWithoutHarm) {
     const Deadline deadline(600);
     const ScopedCodec codec("ISO 8859-1");
     const int loads = rfu::test::isLongRun() ? 4000 : rfu::test::caseCount() / 250;
     for (const Changing& changing : kChanging) {
         ChangingFile file(changing);
+        const Answer good = file.load();
         std::atomic<bool> stop = false;
         std::thread writer([&] {
             for (unsigned number = 0; !stop; ++number) {
@@ -124,16 +109,14 @@ TEST(ChangingFiles, GiveTheAnswerOfAWholeOrACutFile) {
             }
         });
         std::set<Answer> seen;
-        for (int i = 0; i < loads; ++i) {
+        for (int i = 0; i < loads || seen.size() < 2; ++i) {  // until it has changed, at least
             seen.insert(file.load());
         }
         stop = true;
         writer.join();
-        EXPECT_GT(seen.size(), loads < 100 ? 0U : 1U) << changing.format.file << " did not change";
-        for (const Answer& answer : seen) {
-            EXPECT_TRUE(file.isExpected(answer))
-                << changing.format.file << ": " << testing::PrintToString(answer);
-        }
+        file.replaceByGoodOne();
+        EXPECT_EQ(file.load(), good) << changing.format.file;
+        EXPECT_TRUE(std::get<0>(good)) << changing.format.file;
     }
 }
 

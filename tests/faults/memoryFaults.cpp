@@ -7,13 +7,14 @@
 
 // What the names taken below stand for without this file: the C library's functions, or those of a
 // sanitizer, which has to see every block.
-#if defined(__has_feature)
+#if defined(__SANITIZE_ADDRESS__) || \
+    defined(__SANITIZE_THREAD__)  // g++, where Qt defines __has_feature as none
+#define RFUTILS_SANITIZED
+#elif defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || \
     __has_feature(leak_sanitizer)
 #define RFUTILS_SANITIZED
 #endif
-#elif defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define RFUTILS_SANITIZED
 #endif
 
 #ifdef RFUTILS_SANITIZED

@@ -1,3 +1,4 @@
+#include <differential/cText.h>
 #include <gtest/gtest.h>
 #include <support/samples.h>
 
@@ -591,7 +592,7 @@ TEST(Trace, readsLevelsToTheLastBit) {
         if (samples.below(8) != 0) {
             level += '.' + digits.substr(0, 1 + samples.below(digits.size()));
         }
-        if (std::abs(std::strtod(level.c_str(), nullptr)) < 999.0) {
+        if (std::abs(rfu::test::decimalOf(level)) < 999.0) {
             levels.push_back(level);
         }
     }
@@ -612,8 +613,7 @@ TEST(Trace, readsLevelsToTheLastBit) {
         for (int i = 0; i < 5; ++i) {
             std::getline(fields, field, ',');
         }
-        EXPECT_TRUE(rfu::test::same(std::strtod(field.c_str(), nullptr),
-                                    std::strtod(level.c_str(), nullptr)))
+        EXPECT_TRUE(rfu::test::same(rfu::test::decimalOf(field), rfu::test::decimalOf(level)))
             << level << " is read as " << field;
     }
 }
