@@ -279,10 +279,18 @@ TEST_F(MemoryFaultsTest, OfTheQueryForAnItemLeaveTheResultEmpty) {
                                                    }};
                                   },
                                   {"empty"}}});
+    // nothing old is left, whichever allocation fails
+    bool happened = true;
+    for (long number = 1; happened; ++number) {
+        out->clear();
+        out->emplace("old", subItem{});
+        runsOutOfMemory({[&] { list.getSubItemsById(kItem, *out); }, {}}, number,
+                        MemoryFaults::Kind::Once, happened);
+        EXPECT_EQ(out->count("old"), 0U) << "allocation " << number;
+    }
     // an unknown item touches nothing and allocates nothing
     out->clear();
     out->emplace("old", subItem{});
-    bool happened = false;
     runsOutOfMemory({[&] { list.getSubItemsById(kOther, *out); }, {}}, 1, MemoryFaults::Kind::Once,
                     happened);
     EXPECT_FALSE(happened);

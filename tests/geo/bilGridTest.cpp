@@ -69,6 +69,16 @@ TEST_F(BilGrid, KeepsEveryByteUnderAnEightBitCodec) {
     EXPECT_EQ(map->grid[0][64], 77.0F);
 }
 
+TEST_F(BilGrid, ReadsOneRowAsWideAsTheGridWithoutTheNext) {
+    const ScopedCodec codec("ISO 8859-1");
+    for (const std::size_t cellsOfFile : {std::size_t{2048}, std::size_t{2 * 2048}}) {
+        prepare(2048, 1);
+        EXPECT_TRUE(load(bytesOf(Cells(cellsOfFile, 5.0F))));
+        EXPECT_EQ(cells(*map, 0, 2048), Cells(2048, 5.0F));
+        EXPECT_EQ(cells(*map, 1, 2048), Cells(2048, 77.0F));
+    }
+}
+
 TEST_F(BilGrid, LeavesTheGridAloneUnlessFloat) {
     const ScopedCodec codec("ISO 8859-1");
     for (const std::int32_t isFloat : {0, 2, -1}) {
