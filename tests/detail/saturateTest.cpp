@@ -44,6 +44,13 @@ TEST(ToInt32, TruncatesTowardZeroAndSaturates) {
     }
 }
 
+// Where the compiler does the conversion, it refuses one of a number out of range, which would be undefined.
+static_assert(toInt32(2147483648.0) == 2147483647);
+static_assert(toInt32(-2147483649.0) == -2147483647 - 1);
+static_assert(toInt32(kInf) == 2147483647);
+static_assert(toInt32(-kInf) == -2147483647 - 1);
+static_assert(toInt32(kNan) == 0);
+
 TEST(ToFloat, RoundsToNearestAndOverflowsToInfinity) {
     EXPECT_EQ(toFloat(0.1), 0.1F);
     EXPECT_EQ(toFloat(16777217.0), 16777216.0F);  // 2^24 + 1, a tie that goes to even
