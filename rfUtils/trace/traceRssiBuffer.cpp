@@ -150,7 +150,8 @@ double maximumByRule(const MarkerRing& ring) {
 }
 
 double minimumByRule(const MarkerRing& ring) {
-    double minimum = isMeasured(ring.front()) ? ring.front() : traceRssiBuffer::kPlaceholder;
+    double minimum =
+        isMeasured(ring.front()) ? ring.front() : double{traceRssiBuffer::kPlaceholder};
     for (const double value : ring) {
         if (isMeasured(value)) {
             minimum = smallerNumber(minimum, value);
@@ -261,7 +262,7 @@ bool traceRssiBuffer::getMinMarkerPower(int marker, double* out) const {
     if (minimum == 0.0 || minimum == kInfinity) {
         *out = minimumByRule(*ring);
     } else {
-        *out = isMeasured(ring->front()) ? minimum : std::min(minimum, kPlaceholder);
+        *out = isMeasured(ring->front()) ? minimum : std::min(minimum, double{kPlaceholder});
     }
     return true;
 }
