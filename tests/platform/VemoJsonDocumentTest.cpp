@@ -18,6 +18,9 @@
 #include <string_view>
 #include <vector>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 using namespace std::string_view_literals;
@@ -277,6 +280,17 @@ TEST(VemoJsonDocument, WritesNoMessages) {
     readFile(files.path("none.json"));
     readFile(files.makeFolder("folder"));
     EXPECT_TRUE(MessageLog::take().empty());
+}
+
+// What was never opened is not closed either: the streams of the process stay as they are.
+TEST(VemoJsonDocument, LeavesOtherFilesOpenWhereItIsRefused) {
+    for (const char* const name : {"", "missing.json", "."}) {
+        VemoJsonDocument document;
+        EXPECT_FALSE(document.readFile(qString(name))) << name;
+        for (const int number : {STDOUT_FILENO, STDERR_FILENO}) {
+            EXPECT_NE(fcntl(number, F_GETFD), -1) << name << ", " << number;
+        }
+    }
 }
 
 }  // namespace
