@@ -1,5 +1,7 @@
 #include <rfUtils/catalogues/ResultSetup.h>
 #include <rfUtils/catalogues/detail/existingFile.h>
+#include <rfUtils/catalogues/detail/plainJson.h>
+#include <rfUtils/catalogues/detail/plainSetups.h>
 #include <rfUtils/platform/VemoJsonDocument.h>
 
 #include <QDebug>
@@ -8,25 +10,86 @@
 #include <QJsonValue>
 #include <QLatin1String>
 
+#include <optional>
+#include <string_view>
+#include <utility>
+
+using rfu::detail::maybePlainBytes;
+using rfu::detail::PlainGroup;
+using rfu::detail::plainGroupsOf;
+using rfu::detail::PlainSetup;
+using rfu::detail::takePlainSetups;
+
 namespace {
 
-void appendGroup(QList<ResultSetup::SetupInfo>& setups, const QString& key,
-                 const QJsonArray& entries) {
+/// Appends the setups of one group.
+class Group {
+public:
+    Group(QList<ResultSetup::SetupInfo>& setups, const QString& key)
+        : setups_(setups), setup_{key, QString()} {}
+
+    void add(std::optional<QString> label, std::optional<QString> id) {
+        if (!label) {
+            qDebug() << "Not found property at json.[label] -> " << setup_.id;
+        } else if (!id) {
+            qDebug() << "Not found property at json.[id] -> " << setup_.id;
+        } else {
+            setup_.label = *std::move(label);
+            setup_.id = *std::move(id);
+            setups_.append(setup_);
+        }
+    }
+
+private:
+    QList<ResultSetup::SetupInfo>& setups_;
     // One record for the whole group: the messages name what was appended last, or the group.
-    ResultSetup::SetupInfo setup{key, QString()};
+    ResultSetup::SetupInfo setup_;
+};
+
+/// Null for a text without data.
+QString textOf(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+}
+
+std::optional<QString> textOf(std::optional<std::string_view> member) {
+    return member ? std::optional(textOf(*member)) : std::nullopt;
+}
+
+std::optional<QString> textOf(const QJsonObject& entry, QLatin1String name) {
+    const auto member = entry.find(name);
+    if (member == entry.end()) {
+        return std::nullopt;
+    }
+    return member.value().toString();
+}
+
+void append(QList<ResultSetup::SetupInfo>& setups, PlainGroup plain) {
+    const QString key = textOf(plain.key);
+    qDebug() << key;
+    Group group(setups, key);
+    takePlainSetups(plain.setups, [&](const PlainSetup& setup) {
+        group.add(textOf(setup.label), textOf(setup.id));
+    });
+}
+
+/// Whether the file is plain; its setups are then in the list.
+bool appendPlain(QList<ResultSetup::SetupInfo>& setups, const QString& path) {
+    const QByteArray bytes = maybePlainBytes(path);
+    const auto groups = plainGroupsOf(bytes);
+    if (!groups) {
+        return false;
+    }
+    for (const PlainGroup& group : *groups) {
+        append(setups, group);
+    }
+    return true;
+}
+
+void append(QList<ResultSetup::SetupInfo>& setups, const QString& key, const QJsonArray& entries) {
+    Group group(setups, key);
     for (const QJsonValue element : entries) {
         const QJsonObject entry = element.toObject();  // empty for anything but an object
-        const auto label = entry.find(QLatin1String("label"));
-        const auto id = entry.find(QLatin1String("id"));
-        if (label == entry.end()) {
-            qDebug() << "Not found property at json.[label] -> " << setup.id;
-        } else if (id == entry.end()) {
-            qDebug() << "Not found property at json.[id] -> " << setup.id;
-        } else {
-            setup.label = label.value().toString();
-            setup.id = id.value().toString();
-            setups.append(setup);
-        }
+        group.add(textOf(entry, QLatin1String("label")), textOf(entry, QLatin1String("id")));
     }
 }
 
@@ -41,6 +104,9 @@ bool ResultSetup::loadJson(QString path) {
         qDebug() << "Not found json file. ->" << path;
         return false;
     }
+    if (appendPlain(setupList, path)) {
+        return true;
+    }
     VemoJsonDocument document;
     document.readFile(path);
     if (document.hasError()) {
@@ -52,7 +118,7 @@ bool ResultSetup::loadJson(QString path) {
         qDebug() << group.key();
         const QJsonValue value = group.value();
         if (value.isArray()) {
-            appendGroup(setupList, group.key(), value.toArray());
+            append(setupList, group.key(), value.toArray());
         } else if (!value.isObject()) {
             qDebug() << value.toString();
         }

@@ -1,8 +1,8 @@
 #include <rfUtils/catalogues/detail/choiceKey.h>
 #include <rfUtils/catalogues/detail/existingFile.h>
 #include <rfUtils/catalogues/detail/plainCatalogue.h>
+#include <rfUtils/catalogues/detail/plainJson.h>
 #include <rfUtils/catalogues/subItemList.h>
-#include <rfUtils/detail/regularFile.h>
 #include <rfUtils/platform/VemoJsonDocument.h>
 
 #include <QJsonArray>
@@ -18,7 +18,7 @@
 #include <utility>
 
 using rfu::detail::choiceKey;
-using rfu::detail::PlainCatalogue;
+using rfu::detail::maybePlainBytes;
 using rfu::detail::readPlainCatalogue;
 
 namespace {
@@ -39,23 +39,6 @@ std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& ob
     return subItem{itemId, id.value().toString().toStdString(),
                    label.value().toString().toStdString(), enumValue.value().toInt(),
                    dispSeq.value().toInt()};
-}
-
-/// The choices of a plain file; nothing where it is not plain or cannot be read. Never of an
-/// external platform's documents, whose format is that platform's affair, nor with an older Qt,
-/// which refuses large ones.
-std::optional<PlainCatalogue> plainCatalogueOf(const QString& path) {
-#if defined(RFUTILS_EXTERNAL_PLATFORM) || QT_VERSION < QT_VERSION_CHECK(5, 15, 0)
-    Q_UNUSED(path)
-    return std::nullopt;
-#else
-    rfu::detail::RegularFile file(path);
-    QByteArray bytes;
-    if (!file.open() || !file.readAll(bytes)) {
-        return std::nullopt;
-    }
-    return readPlainCatalogue(bytes);
-#endif
 }
 
 /// Moves choices into a catalogue, where they replace those of the same ids.
@@ -94,7 +77,7 @@ bool subItemList::loadJson(const std::string& path) {
     if (!rfu::detail::existingFile(file)) {
         return false;
     }
-    if (auto plain = plainCatalogueOf(file)) {
+    if (auto plain = readPlainCatalogue(maybePlainBytes(file))) {
         merge(itemList, plain->items);
         countArrays(itemListCount, plain->arrays);
         return true;

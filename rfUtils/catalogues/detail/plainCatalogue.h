@@ -20,14 +20,10 @@ struct PlainCatalogue {
     std::int64_t arrays = 0;                         // items, with a choice or not
 };
 
-/// Reads a catalogue straight into its choices, without a document in between: in a third of the
-/// time and of the memory.
-///
-/// Allowed for plain files alone, of which every JSON reader makes the same: an object of arrays of
-/// objects of texts and integers of at most nine digits. Texts hold UTF-8 of at most three bytes a
-/// character without escapes, control characters and U+F000 to U+FFFF (byte-order marks are among
-/// them); no item stands twice. People and programs write such files.
-/// @return nothing for any other file, well-formed or not: that takes a real JSON reader
+/// Reads a catalogue straight into its choices, where it is plain JSON (see PlainJson): an object of
+/// arrays of objects of texts and integers, in which no item stands twice, nor a text where a choice
+/// has its numbers or the other way round.
+/// @return nothing for any other file, well-formed or not
 std::optional<PlainCatalogue> readPlainCatalogue(const QByteArray& bytes);
 
 }  // namespace rfu::detail

@@ -1,0 +1,190 @@
+// Plain files of result setups are read without Qt's parser. Whatever the bytes, the list and the
+// message log hold what a walk over Qt's document finds: around plain files, where one byte decides,
+// most of all.
+#include "plainSamples.h"
+
+#include <rfUtils/catalogues/ResultSetup.h>
+#include <support/messageLog.h>
+#include <support/tempFiles.h>
+
+#include <gtest/gtest.h>
+
+#include <QByteArray>
+#include <QDebug>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace std::string_literals;
+
+/// What a load of a file does, as a walk over Qt's document tells.
+struct Walk {
+    explicit Walk(const std::string& bytes) {
+        QJsonParseError error;
+        const auto document = QJsonDocument::fromJson(QByteArray::fromStdString(bytes), &error);
+        loads = !document.isNull();
+        if (!loads) {
+            log("", error.errorString());
+        }
+        const QJsonObject groups = document.object();
+        for (auto group = groups.begin(); group != groups.end(); ++group) {
+            log("", group.key());
+            if (group.value().isArray()) {
+                addGroup(group.key(), group.value().toArray());
+            } else if (!group.value().isObject()) {
+                log("", group.value().toString());
+            }
+        }
+    }
+
+    bool loads = false;
+    std::vector<QString> ids;
+    std::vector<QString> labels;
+    std::vector<std::string> lines;
+
+private:
+    void log(const char* before, const QString& text) {
+        QString line;
+        QDebug(&line).nospace() << before << text;
+        lines.push_back(line.toStdString());
+    }
+
+    void addGroup(const QString& key, const QJsonArray& entries) {
+        QString last = key;
+        for (int i = 0; i < entries.size(); ++i) {
+            const QJsonValue label = entries.at(i).toObject().value(QLatin1String("label"));
+            const QJsonValue id = entries.at(i).toObject().value(QLatin1String("id"));
+            if (label.isUndefined()) {
+                log("Not found property at json.[label] ->  ", last);
+            } else if (id.isUndefined()) {
+                log("Not found property at json.[id] ->  ", last);
+            } else {
+                last = id.toString();
+                ids.push_back(last);
+                labels.push_back(label.toString());
+            }
+        }
+    }
+};
+
+/// Also tells a null text from an empty one.
+void expectText(const QString& text, const QString& expected, const std::string& bytes) {
+    ASSERT_EQ(text.toStdString(), expected.toStdString()) << bytes;
+    ASSERT_EQ(text.isNull(), expected.isNull()) << bytes;
+}
+
+class ResultSetupPlain : public testing::Test {
+protected:
+    void expectAsQt(const std::string& bytes) {
+        const Walk walk(bytes);
+        ResultSetup list;
+        MessageLog::take();
+        ASSERT_EQ(list.loadJson(QString::fromStdString(files_.write("file.json", bytes))),
+                  walk.loads)
+            << bytes;
+        std::vector<std::string> lines;
+        for (const LoggedMessage& message : MessageLog::take()) {
+            lines.push_back(message.text);
+        }
+        ASSERT_EQ(lines, walk.lines) << bytes;
+        int index = 0;
+        for (; index < static_cast<int>(walk.ids.size()); ++index) {
+            const auto place = static_cast<std::size_t>(index);
+            expectText(list.setupId(index), walk.ids[place], bytes);
+            expectText(list.setupLabel(index), walk.labels[place], bytes);
+        }
+        ASSERT_TRUE(list.setupId(index).isNull() && list.setupLabel(index).isNull()) << bytes;
+    }
+
+private:
+    TempFiles files_;
+    MessageLog log_;
+};
+
+std::string group(const std::string& entries) {
+    return "{\"group\": [" + entries + "]}";
+}
+
+TEST_F(ResultSetupPlain, ReadsNumbersAsQtDoes) {
+    for (const char* number : kNumbers) {
+        for (const char* member : {"label", "id", "other"}) {
+            const std::string first = "{\""s + member + "\":" + number;
+            expectAsQt(group(first + R"(,"id":"chp"})"));
+            expectAsQt(group(first + R"(,"label":"Channel Power"},{})"));
+            expectAsQt(group(first + R"(,"label":"Channel Power","id":"chp"},{})"));
+        }
+    }
+}
+
+TEST_F(ResultSetupPlain, ReadsTextsAsQtDoes) {
+    std::vector<std::string> texts(std::begin(kTexts), std::end(kTexts));
+    texts.push_back("a\0b"s);
+    for (const std::string& text : texts) {
+        expectAsQt(group(R"({"label":")" + text + R"(","id":"chp"})"));
+        expectAsQt(group(R"({"label":"Channel Power","id":")" + text + "\"},{}"));
+        expectAsQt(group(R"({")" + text + R"(":"","label":"Channel Power","id":"chp"})"));
+        expectAsQt(R"({"b":[{}],")" + text + R"(":[{"label":"Channel Power"},{}],"a":[{}]})");
+    }
+}
+
+TEST_F(ResultSetupPlain, TakesGroupsInTheOrderOfQtsKeys) {
+    const std::string entry = R"({"label":"Channel Power","id":"chp"})";
+    const std::vector<std::string> keys = {"",
+                                           "a",
+                                           "aa",
+                                           "b",
+                                           "Z",
+                                           "9",
+                                           "10",
+                                           "\xC2\xB5",
+                                           "z",
+                                           "\xE2\x84\xA6",
+                                           "\xED\x9F\xBF",
+                                           "\xEE\x80\x80"};
+    for (const std::string& first : keys) {
+        for (const std::string& second : keys) {
+            expectAsQt("{\"" + first + "\":[" + entry + R"(,{"label":""}],")" + second +
+                       R"(":[{"id":"obw","label":"OBW"},{"id":""}]})");
+        }
+    }
+    std::string all;
+    for (const std::string& key : keys) {
+        all += (all.empty() ? "{\"" : ",\"") + key + "\":[{}," + entry + ",{}]";
+    }
+    expectAsQt(all + '}');
+}
+
+TEST_F(ResultSetupPlain, ReadsMembersThatRepeatAsQtDoes) {
+    const std::string entry = R"("label":"Channel Power","id":"chp"})";
+    for (const char* again : {"label", "id", "other"}) {
+        for (const char* value : {"5", "\"five\"", "\"\""}) {
+            const std::string member = '"' + std::string(again) + "\":" + value;
+            expectAsQt(group('{' + member + ',' + entry + ",{}"));
+            expectAsQt(group('{' + entry.substr(0, entry.size() - 1) + ',' + member + "},{}"));
+            expectAsQt(group('{' + member + ',' + member + "},{}"));
+        }
+    }
+}
+
+TEST_F(ResultSetupPlain, ReadsMembersThatAreNoGroupsAsQtDoes) {
+    for (const char* value : {"{}", "\"text\"", "\"\"", "7", "[]", "[7]", "[\"\"]", "[[]]"}) {
+        expectAsQt(R"({"b":)"s + value + R"(,"a":[{"label":"Channel Power","id":"chp"},{}]})");
+    }
+}
+
+TEST_F(ResultSetupPlain, ReadsChangedFilesAsQtDoes) {
+    const std::string base =
+        "\t{ \"q\": [{\"label\":\"L\xC2\xB5\",\"id\":\"i\",\"x\":-10}, {\"label\": 0},{}],\r\n"
+        "\"p\":[],\"o\":[{\"id\":\"I\",\"label\":\"\"},{\"id\":\"\"}]}\n";
+    ASSERT_EQ(Walk(base).ids.size(), 2U);
+    ASSERT_EQ(Walk(base).lines.size(), 6U);
+    expectAsQt(base);
+    forEachChange(base, [&](const std::string& changed) { expectAsQt(changed); });
+}
+
+}  // namespace
