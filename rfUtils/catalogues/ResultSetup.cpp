@@ -19,6 +19,7 @@ using rfu::detail::PlainGroup;
 using rfu::detail::plainGroupsOf;
 using rfu::detail::PlainSetup;
 using rfu::detail::takePlainSetups;
+using rfu::detail::unescaped;
 
 namespace {
 
@@ -47,8 +48,11 @@ private:
 };
 
 /// Null for a text without data.
-QString textOf(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+QString textOf(std::string_view plain) {
+    if (plain.find('\\') != std::string_view::npos) {
+        return QString::fromStdString(unescaped(plain));
+    }
+    return QString::fromUtf8(plain.data(), static_cast<int>(plain.size()));
 }
 
 std::optional<QString> textOf(std::optional<std::string_view> member) {

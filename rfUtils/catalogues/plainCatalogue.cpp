@@ -72,7 +72,7 @@ private:
             return take(choice.dispSeq);
         }
         std::string_view ignored;
-        return json_.takeTextOrInteger(ignored);
+        return json_.takeScalar(ignored);
     }
 
     bool take(Member<std::string_view>& member) {
@@ -90,10 +90,11 @@ private:
                       PlainCatalogue::Choices& choices) {
         if (choice.label.isThere && choice.id.isThere && choice.enumValue.isThere &&
             choice.dispSeq.isThere) {
-            subItem& stored = choices[choiceKey(choice.id.value)];
+            std::string id = unescaped(choice.id.value);
+            subItem& stored = choices[choiceKey(id)];
             stored.itemId = itemId;
-            stored.id = choice.id.value;
-            stored.label = choice.label.value;
+            stored.id = std::move(id);
+            stored.label = unescaped(choice.label.value);
             stored.enumValue = choice.enumValue.value;
             stored.dispSeq = choice.dispSeq.value;
         }

@@ -4,6 +4,7 @@
 #include "plainSamples.h"
 
 #include <rfUtils/catalogues/ResultSetup.h>
+#include <support/allocations.h>
 #include <support/messageLog.h>
 #include <support/tempFiles.h>
 
@@ -110,26 +111,56 @@ std::string group(const std::string& entries) {
     return "{\"group\": [" + entries + "]}";
 }
 
-TEST_F(ResultSetupPlain, ReadsNumbersAsQtDoes) {
-    for (const char* number : kNumbers) {
-        for (const char* member : {"label", "id", "other"}) {
-            const std::string first = "{\""s + member + "\":" + number;
-            expectAsQt(group(first + R"(,"id":"chp"})"));
-            expectAsQt(group(first + R"(,"label":"Channel Power"},{})"));
-            expectAsQt(group(first + R"(,"label":"Channel Power","id":"chp"},{})"));
-        }
-    }
+TEST_F(ResultSetupPlain, ReadsNumbersAndWordsAsQtDoes) {
+    forEachOf({kPlainNumbers, kOtherNumbers, kPlainWords, kOtherWords},
+              [&](const std::string& value) {
+                  for (const char* member : {"label", "id", "other"}) {
+                      const std::string first = "{\""s + member + "\":" + value;
+                      expectAsQt(group(first + R"(,"id":"chp"})"));
+                      expectAsQt(group(first + R"(,"label":"Channel Power"},{})"));
+                      expectAsQt(group(first + R"(,"label":"Channel Power","id":"chp"},{})"));
+                  }
+              });
 }
 
 TEST_F(ResultSetupPlain, ReadsTextsAsQtDoes) {
-    std::vector<std::string> texts(std::begin(kTexts), std::end(kTexts));
-    texts.push_back("a\0b"s);
-    for (const std::string& text : texts) {
+    const auto expectTextAsQt = [&](const std::string& text) {
         expectAsQt(group(R"({"label":")" + text + R"(","id":"chp"})"));
         expectAsQt(group(R"({"label":"Channel Power","id":")" + text + "\"},{}"));
-        expectAsQt(group(R"({")" + text + R"(":"","label":"Channel Power","id":"chp"})"));
+        expectAsQt(group("{\"" + text + R"(":"","label":"Channel Power","id":"chp"})"));
         expectAsQt(R"({"b":[{}],")" + text + R"(":[{"label":"Channel Power"},{}],"a":[{}]})");
-    }
+    };
+    forEachOf({kPlainTexts, kOtherTexts}, expectTextAsQt);
+    expectTextAsQt("a\0b"s);
+}
+
+TEST_F(ResultSetupPlain, ReadsKeysWithEscapesAsQtDoes) {
+    expectAsQt(group(R"({"l\u0061bel":"Channel Power","\u0069d":"chp"})"));
+    expectAsQt(R"({"\u0062":[{"label":"B","id":"b"}],"a":[{"label":"A","id":"a"}],"b":[]})");
+}
+
+/// A setup takes one allocation in the list, a document another for each element.
+TEST_F(ResultSetupPlain, ReadsPlainFilesWithoutADocument) {
+    const TempFiles files;
+    const auto expectNoDocument = [&](const std::string& element) {
+        constexpr std::size_t kElements = 1000;
+        std::string elements = element;
+        for (std::size_t i = 1; i < kElements; ++i) {
+            elements += ',' + element;
+        }
+        const QString name = QString::fromStdString(files.write("plain.json", group(elements)));
+        ResultSetup list;
+        const Allocations allocations;
+        ASSERT_TRUE(list.loadJson(name)) << element;
+        EXPECT_LT(allocations.count(), kElements * 3 / 2) << element;
+    };
+    forEachOf({kPlainNumbers, kPlainWords}, [&](const std::string& value) {
+        expectNoDocument(R"({"label":)" + value + R"(,"id":)" + value + '}');
+    });
+    forEachOf({kPlainTexts}, [&](const std::string& text) {
+        expectNoDocument(R"({"label":")" + text + R"(","id":")" + text + "\"}");
+        expectNoDocument(R"({"id":"","other":")" + text + R"(","label":""})");
+    });
 }
 
 TEST_F(ResultSetupPlain, TakesGroupsInTheOrderOfQtsKeys) {
@@ -179,7 +210,8 @@ TEST_F(ResultSetupPlain, ReadsMembersThatAreNoGroupsAsQtDoes) {
 
 TEST_F(ResultSetupPlain, ReadsChangedFilesAsQtDoes) {
     const std::string base =
-        "\t{ \"q\": [{\"label\":\"L\xC2\xB5\",\"id\":\"i\",\"x\":-10}, {\"label\": 0},{}],\r\n"
+        "\t{ \"q\": [{\"label\":\"L\xC2\xB5\",\"id\":\"\\u00e9\",\"x\":-10}, {\"label\": "
+        "null},{}],\r\n"
         "\"p\":[],\"o\":[{\"id\":\"I\",\"label\":\"\"},{\"id\":\"\"}]}\n";
     ASSERT_EQ(Walk(base).ids.size(), 2U);
     ASSERT_EQ(Walk(base).lines.size(), 6U);

@@ -3,6 +3,7 @@
 #include "catalogueContent.h"
 #include "plainSamples.h"
 
+#include <support/allocations.h>
 #include <support/tempFiles.h>
 
 #include <QByteArray>
@@ -10,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <locale>
 #include <optional>
 #include <string>
@@ -68,15 +70,24 @@ protected:
         const std::optional<Model> model = modelOf(bytes);
         subItemList list;
         ASSERT_EQ(list.loadJson(files_.write("file.json", bytes)), model.has_value()) << bytes;
-        std::size_t choices = 0;
+        std::size_t lines = 0;
         for (const auto& [item, expected] : model.value_or(Model())) {
             ASSERT_EQ(contentOf(list, item), expected) << bytes;
-            choices += expected.size();
+            lines += linesOf(expected);
         }
-        ASSERT_EQ(dumpOf(list).size(), choices) << bytes;
+        ASSERT_EQ(dumpOf(list).size(), lines) << bytes;
     }
 
 private:
+    /// How many lines the dump takes, one for each choice and more for texts of several lines.
+    static std::size_t linesOf(const Content& choices) {
+        std::string texts;
+        for (const auto& [key, choice] : choices) {
+            texts += key + choice.itemId + choice.label + choice.id + '\n';
+        }
+        return static_cast<std::size_t>(std::count(texts.begin(), texts.end(), '\n'));
+    }
+
     TempFiles files_;
 };
 
@@ -88,20 +99,58 @@ std::string file(const std::string& choices) {
     return "{\"item\": [" + choices + "]}";
 }
 
-TEST_F(SubItemListPlain, ReadsIntegersAsQtDoes) {
-    for (const char* code : kNumbers) {
-        expectAsQt(file(choice("Auto", code)));
-        expectAsQt(file(R"({"other":)"s + code + ',' + choice("Auto", "3").substr(1)));
-    }
+TEST_F(SubItemListPlain, ReadsNumbersAndWordsAsQtDoes) {
+    forEachOf(
+        {kPlainNumbers, kOtherNumbers, kPlainWords, kOtherWords}, [&](const std::string& value) {
+            expectAsQt(file(choice("Auto", value)));
+            expectAsQt(file(R"({"other":)" + value + ',' + choice("Auto", "3").substr(1)));
+            expectAsQt(file(R"({"label":)" + value + R"(,"id":"auto","enum":1,"dispSeq":1})"));
+        });
 }
 
 TEST_F(SubItemListPlain, ReadsTextsAsQtDoes) {
-    for (const char* text : kTexts) {
+    const auto expectTextAsQt = [&](const std::string& text) {
         expectAsQt(file(choice(text, "1")));
-        expectAsQt("{\"" + std::string(text) + "\": [" + choice("Auto", "1") + "]}");
-        expectAsQt(file(R"({")"s + text + R"(":1,)" + choice("Auto", "3").substr(1)));
-    }
-    expectAsQt(file(choice("a\0b"s, "1")));
+        expectAsQt(file(R"({"label":"Auto","id":")" + text + R"(","enum":1,"dispSeq":1})"));
+        expectAsQt("{\"" + text + "\": [" + choice("Auto", "1") + "]}");
+        expectAsQt(file("{\"" + text + "\":1," + choice("Auto", "3").substr(1)));
+    };
+    forEachOf({kPlainTexts, kOtherTexts}, expectTextAsQt);
+    expectTextAsQt("a\0b"s);
+}
+
+TEST_F(SubItemListPlain, ReadsKeysWithEscapesAsQtDoes) {
+    expectAsQt(file(R"({"l\u0061bel":"Auto","id":"auto","enum":1,"dispSeq":1})"));
+    expectAsQt(R"({"\u0061":[)" + choice("One", "1") + R"(],"a":[)" + choice("Two", "2") + "]}");
+}
+
+/// A document takes an allocation for each element; elements of the same id take none.
+TEST_F(SubItemListPlain, ReadsPlainFilesWithoutADocument) {
+    const TempFiles files;
+    const auto expectNoDocument = [&](const std::string& element) {
+        constexpr std::size_t kElements = 1000;
+        std::string elements = element;
+        for (std::size_t i = 1; i < kElements; ++i) {
+            elements += ',' + element;
+        }
+        const std::string name = files.write("plain.json", file(elements));
+        subItemList list;
+        const Allocations allocations;
+        ASSERT_TRUE(list.loadJson(name)) << element;
+        EXPECT_LT(allocations.count(), kElements / 2) << element;
+    };
+    expectNoDocument("{}");
+    expectNoDocument(choice("Auto", "1"));
+    forEachOf({kPlainNumbers}, [&](const std::string& number) {
+        expectNoDocument(choice("Auto", number));
+        expectNoDocument("{\"other\":" + number + '}');
+    });
+    forEachOf({kPlainWords},
+              [&](const std::string& word) { expectNoDocument("{\"other\":" + word + '}'); });
+    forEachOf({kPlainTexts}, [&](const std::string& text) {
+        expectNoDocument(choice(text, "1"));
+        expectNoDocument("{\"other\":\"" + text + "\"}");
+    });
 }
 
 TEST_F(SubItemListPlain, ReadsMembersAndItemsThatRepeatAsQtDoes) {

@@ -21,8 +21,8 @@ struct PlainCatalogue {
 };
 
 /// Reads a catalogue straight into its choices, where it is plain JSON (see PlainJson): an object of
-/// arrays of objects of texts and integers, in which no item stands twice, nor a text where a choice
-/// has its numbers or the other way round.
+/// arrays of objects of scalars, in which no item stands twice, and where a choice has a label, an id, an
+/// enum or a dispSeq they are texts and integers.
 /// @return nothing for any other file, well-formed or not
 std::optional<PlainCatalogue> readPlainCatalogue(const QByteArray& bytes);
 

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace rfu::detail {
@@ -27,13 +28,22 @@ inline QByteArray maybePlainBytes(const QString& path) {
 #endif
 }
 
+/// The length of the escape that begins here: of \" \\ \/ \b \f \n \r \t and of \u with a character that
+/// is plain (see PlainJson); 0 where it is another. Looks no farther than the first byte that does
+/// not fit.
+int plainEscape(const char* at);
+
+/// A text as it stands in plain JSON, with its escapes turned into what they stand for.
+std::string unescaped(std::string_view text);
+
 /// Steps through plain JSON, of which every reader makes the same, without a document in between: in
 /// a third of the time and of the memory.
 ///
-/// Plain are objects, arrays, texts and integers of at most nine digits. Texts hold UTF-8 of at most
-/// three bytes a character without escapes, control characters and U+F000 to U+FFFF (byte-order
-/// marks are among them), so that the order of their bytes is that of their characters. People and
-/// programs write such files; any other, well-formed or not, takes a real JSON reader.
+/// Plain are objects, arrays, texts, integers of at most nine digits, true, false and null. Texts hold
+/// UTF-8 of at most three bytes a character without control characters and U+F000 to U+FFFF
+/// (byte-order marks are among them), so that the order of their bytes is that of their characters;
+/// keys hold no escapes. People and programs write such files; any other, well-formed or not, takes a
+/// real JSON reader.
 ///
 /// A step that does not find what it takes gives false, and the text is not plain. The NUL behind
 /// the last byte is plain nowhere, so that no step leaves the text. A copy goes on from the same
@@ -53,7 +63,7 @@ public:
     bool takeObject(TakeValue takeValue) {
         return takeList('{', '}', [&] {
             std::string_view key;
-            return takeText(key) && take(':') && takeValue(key);
+            return takeQuoted(key, plainCharacter) && take(':') && takeValue(key);
         });
     }
 
@@ -63,22 +73,11 @@ public:
         return takeList('[', ']', takeElement);
     }
 
+    /// Takes a text as it stands between its quotes: see unescaped().
     bool takeText(std::string_view& text) {
-        if (!take('"')) {
-            return false;
-        }
-        const char* const begin = at_;
-        while (*at_ != '"') {
-            const bool isAscii = *at_ >= ' ' && *at_ < 0x7F && *at_ != '\\';
-            const int length = isAscii ? 1 : plainCharacter(at_);
-            if (length == 0) {
-                return false;
-            }
-            at_ += length;
-        }
-        text = std::string_view(begin, static_cast<std::size_t>(at_ - begin));
-        ++at_;
-        return true;
+        return takeQuoted(text, [](const char* at) {
+            return *at == '\\' ? plainEscape(at) : plainCharacter(at);
+        });
     }
 
     /// Takes nine digits at most. Where a number goes on behind them, in whatever way, the sign that
@@ -100,15 +99,15 @@ public:
         return digits > 0 && !(digits > 1 && *begin == '0');
     }
 
-    /// Takes a text, or an integer, which gives a text without data.
-    bool takeTextOrInteger(std::string_view& text) {
+    /// Takes a text, or another value that is no object nor array, which gives a text without data.
+    bool takeScalar(std::string_view& text) {
         skipBlanks();
         if (*at_ == '"') {
             return takeText(text);
         }
-        std::int32_t integer = 0;
         text = std::string_view();
-        return takeInteger(integer);
+        std::int32_t integer = 0;
+        return takeWord("true") || takeWord("false") || takeWord("null") || takeInteger(integer);
     }
 
 private:
@@ -136,6 +135,35 @@ private:
         while (*at_ == ' ' || *at_ == '\n' || *at_ == '\r' || *at_ == '\t') {
             ++at_;
         }
+    }
+
+    bool takeWord(std::string_view word) {
+        if (std::string_view(at_, static_cast<std::size_t>(end_ - at_)).substr(0, word.size()) !=
+            word) {
+            return false;
+        }
+        at_ += word.size();
+        return true;
+    }
+
+    /// @param length of a character that is not plain ASCII, or 0
+    template <typename Length>
+    bool takeQuoted(std::string_view& text, Length length) {
+        if (!take('"')) {
+            return false;
+        }
+        const char* const begin = at_;
+        while (*at_ != '"') {
+            const bool isAscii = *at_ >= ' ' && *at_ < 0x7F && *at_ != '\\';
+            const int bytes = isAscii ? 1 : length(at_);
+            if (bytes == 0) {
+                return false;
+            }
+            at_ += bytes;
+        }
+        text = std::string_view(begin, static_cast<std::size_t>(at_ - begin));
+        ++at_;
+        return true;
     }
 
     bool take(char sign) {

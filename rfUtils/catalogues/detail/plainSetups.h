@@ -11,7 +11,7 @@ class QByteArray;
 
 namespace rfu::detail {
 
-/// An entry of a group. Nothing for a member that is not there; an integer is a text without data.
+/// An entry of a group. Nothing for a member that is not there; what is no text is one without data.
 struct PlainSetup {
     std::optional<std::string_view> label;
     std::optional<std::string_view> id;
@@ -23,7 +23,7 @@ struct PlainGroup {
 };
 
 /// The groups of a result setup file, in ascending order of their keys, where it is plain JSON (see
-/// PlainJson): an object of arrays of objects of texts and integers, in which no group stands twice.
+/// PlainJson): an object of arrays of objects of scalars, in which no group stands twice.
 /// They hold as long as the bytes.
 /// @return nothing for any other file, well-formed or not
 std::optional<std::vector<PlainGroup>> plainGroupsOf(const QByteArray& bytes);
@@ -36,12 +36,12 @@ bool takePlainSetups(PlainJson& json, Visit visit) {
         const bool isPlain = json.takeObject([&](std::string_view key) {
             std::string_view ignored;
             if (key == "label") {
-                return json.takeTextOrInteger(setup.label.emplace());
+                return json.takeScalar(setup.label.emplace());
             }
             if (key == "id") {
-                return json.takeTextOrInteger(setup.id.emplace());
+                return json.takeScalar(setup.id.emplace());
             }
-            return json.takeTextOrInteger(ignored);
+            return json.takeScalar(ignored);
         });
         if (isPlain) {
             visit(setup);
