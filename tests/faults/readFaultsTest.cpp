@@ -1,7 +1,7 @@
 // Files that change, vanish or cannot be read while they are loaded: at each call by which they are
 // read, in turn. Whatever happens, the answer is that of a file which holds the bytes that came.
+#include "commandSubjects.h"
 #include "readFaults.h"
-#include "recordingSubject.h"
 
 #include <support/deadline.h>
 #include <support/scopedCodec.h>
@@ -37,7 +37,11 @@ struct Answer {
 };
 
 bool isJson(const Format& format) {
-    return &format == &kItems || &format == &kSetups;
+    return &format == &kItems || &format == &kSetups || &format == &kJsonObject;
+}
+
+bool isOfCommand(const Format& format) {
+    return &format == &kRecording || &format == &kJsonObject;
 }
 
 constexpr const char* kLatin1 = "ISO 8859-1";
@@ -152,7 +156,7 @@ TEST_P(ReadFaultsTest, AReadErrorThatStaysEndsAMapAndRefusesOtherFiles) {
     forEachRead([&](const Format& format, int number) {
         const Answer answer =
             answerWith(format, [&](int read) { return read >= number ? EIO : 0; });
-        if (&format == &kRecording) {
+        if (isOfCommand(format)) {
             EXPECT_FALSE(answer.done);
             EXPECT_EQ(answer.said, ": " + reason);
         } else if (isJson(format)) {
@@ -284,18 +288,20 @@ struct Swap {
     const char* what;
     std::function<void(const std::string&)> make;
     std::string setupsSay;
+    std::string commandSays;
 };
 
 TEST_P(ReadFaultsTest, WhatTakesTheFilesPlaceBeforeItIsOpenedIsRefusedWithoutWaiting) {
+    const std::string gone = qt_error_string(ENOENT).toStdString();
     const std::vector<Swap> swaps = {
         {"FIFO", [](const std::string& path) { mkfifo(path.c_str(), 0600); },
-         "\"not a regular file\""},
+         "\"not a regular file\"", ": is not a regular file"},
         {"folder", [](const std::string& path) { mkdir(path.c_str(), 0700); },
-         "\"not a regular file\""},
+         "\"not a regular file\"", ": Is a directory"},
         {"device",
          [](const std::string& path) { std::filesystem::create_symlink("/dev/zero", path); },
-         "\"not a regular file\""},
-        {"nothing", [](const std::string&) {}, '"' + qt_error_string(ENOENT).toStdString() + '"'},
+         "\"not a regular file\"", ": is not a regular file"},
+        {"nothing", [](const std::string&) {}, '"' + gone + '"', ": " + gone},
     };
     for (const Format* format : formats()) {
         if (format == &kRecording) {
@@ -316,7 +322,9 @@ TEST_P(ReadFaultsTest, WhatTakesTheFilesPlaceBeforeItIsOpenedIsRefusedWithoutWai
                 EXPECT_FALSE(subject->load(path)) << what;
                 EXPECT_EQ(faults.reads(), 0) << what;
             }
-            EXPECT_EQ(subject->said(), format == &kSetups ? swap.setupsSay : format->missing)
+            EXPECT_EQ(subject->said(), format == &kSetups       ? swap.setupsSay
+                                       : format == &kJsonObject ? swap.commandSays
+                                                                : format->missing)
                 << what;
             // what a BIL file holds under another codec is another matter
             EXPECT_EQ(subject->holds(), format == &kBil ? held : format->missingHolds) << what;

@@ -1,17 +1,65 @@
 #include "support/files.h"
 
 #include <QFile>
-#include <QFileInfo>
+#include <cerrno>
 
 #include "support/errors.h"
 
-void requireReadable(const QString& name) {
-    const QFileInfo info(name);
-    if (info.exists() && !info.isFile()) {
-        throw fileError(name, info.isDir() ? "Is a directory" : "is not a regular file");
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+void refuseUnlessRegular(const QString& name, const struct stat& status) {
+    if (!S_ISREG(status.st_mode)) {
+        throw fileError(name, S_ISDIR(status.st_mode) ? "Is a directory" : "is not a regular file");
     }
-    QFile file(name);
-    if (!file.open(QIODevice::ReadOnly)) {
+}
+
+/// A descriptor, negative with the system's error. Waits for nobody, also where a FIFO stands under
+/// the name by now, and takes no terminal as the process's own.
+int openWithoutWaiting(const QByteArray& name) {
+    int descriptor = -1;
+    do {
+        descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    } while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
+/// @throw Failure where no regular file opens
+void openRegular(QFile& file, const QString& name) {
+    const QByteArray native = QFile::encodeName(name);
+    struct stat status {};
+    // Merely opening a device may do something to it.
+    if (::stat(native.constData(), &status) == 0) {
+        refuseUnlessRegular(name, status);
+    }
+    const int descriptor = openWithoutWaiting(native);
+    if (descriptor < 0 ||
+        !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ||
+        ::fstat(descriptor, &status) != 0) {
+        throw fileError(name, qt_error_string(errno).toStdString());
+    }
+    // What has been opened decides: the name may lead elsewhere meanwhile.
+    refuseUnlessRegular(name, status);
+}
+
+}  // namespace
+
+void requireReadable(const QString& name) {
+    QFile file;
+    openRegular(file, name);
+}
+
+QByteArray readWhole(const QString& name) {
+    QFile file;
+    openRegular(file, name);
+    QByteArray bytes = file.readAll();
+    // An error behind bytes that came looks like the end of the file; the next read tells.
+    char next = 0;
+    file.read(&next, sizeof next);
+    if (file.error() != QFileDevice::NoError) {
         throw fileError(name, file.errorString().toStdString());
     }
+    return bytes;
 }

@@ -1,7 +1,12 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
-/// @throw Failure unless the name is that of a regular file that can be read. A FIFO is refused
-/// because opening it would wait for its writer.
+/// @throw Failure unless the name is that of a regular file that can be read. Nothing else is
+/// opened for long or waited for: a FIFO would wait for its writer.
 void requireReadable(const QString& name);
+
+/// All bytes of a regular file.
+/// @throw Failure as requireReadable does, and where reading fails
+QByteArray readWhole(const QString& name);

@@ -1,24 +1,10 @@
 #include "support/jsonFile.h"
 
 #include <QByteArray>
-#include <QFile>
 #include <QJsonDocument>
 
 #include "support/errors.h"
 #include "support/files.h"
-
-namespace {
-
-QByteArray readWhole(const QString& name) {
-    requireReadable(name);
-    QFile file(name);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw fileError(name, file.errorString().toStdString());
-    }
-    return file.readAll();
-}
-
-}  // namespace
 
 QJsonObject readJsonObject(const QString& file) {
     const QByteArray bytes = readWhole(file);
