@@ -3,6 +3,7 @@
 
 #include <rfUtils/detail/exactDecimal.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
@@ -16,10 +17,12 @@ namespace rfu::detail {
 class FixedText {
 public:
     static constexpr int kMaxDecimals = kMostExactDecimals;
+    /// Of the largest doubles below zero: sign, 309 digits, point, decimals.
+    static constexpr std::size_t kMaxLength = 1 + 309 + 1 + kMaxDecimals;
 
     /// @param decimals 0 to kMaxDecimals; a value outside is brought to the nearer bound
     FixedText(double value, int decimals) noexcept {
-        const int used = decimals < 0 ? 0 : decimals > kMaxDecimals ? kMaxDecimals : decimals;
+        const int used = std::clamp(decimals, 0, kMaxDecimals);
         char* const end = buffer_.data() + buffer_.size();
         if (const char* const exact = writeExactDecimal(end, value, used, Ties::ToEven)) {
             text_ = {exact, static_cast<std::size_t>(end - exact)};
@@ -35,8 +38,7 @@ public:
     std::string_view view() const noexcept { return text_; }
 
 private:
-    // sign, 309 digits of the largest double, point, decimals
-    std::array<char, 1 + 309 + 1 + kMaxDecimals> buffer_;
+    std::array<char, kMaxLength> buffer_;
     std::string_view text_;  // of buffer_
 };
 

@@ -1,6 +1,7 @@
 // Private to the library: not installed, may change in any release.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -13,13 +14,7 @@ constexpr std::int32_t toInt32(double value) noexcept {
     if (value != value) {
         return 0;
     }
-    if (value <= kLowest) {
-        return std::numeric_limits<std::int32_t>::min();
-    }
-    if (value >= kHighest) {
-        return std::numeric_limits<std::int32_t>::max();
-    }
-    return static_cast<std::int32_t>(value);
+    return static_cast<std::int32_t>(std::clamp(value, kLowest, kHighest));
 }
 
 /// Rounds to the nearest single; beyond its range signed infinity, NaN stays NaN.

@@ -51,6 +51,7 @@ TEST(FixedText, PrintsInfinitiesAndNanWithTheirSign) {
 TEST(FixedText, HoldsTheLongestText) {
     const std::string text = fixedText(-std::numeric_limits<double>::max(), 9);
     EXPECT_EQ(text.size(), 1U + 309U + 1U + 9U);
+    EXPECT_EQ(text.size(), std::size_t{FixedText::kMaxLength});  // no byte is left over
     EXPECT_EQ(text.substr(0, 18), "-17976931348623157");
     EXPECT_EQ(text.substr(text.size() - 10), ".000000000");
 }
