@@ -3,6 +3,9 @@
 #include <rfUtils/detail/numberPrefix.h>
 #include <rfUtils/detail/saturate.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace rfu::detail {
 
 namespace {
@@ -45,11 +48,11 @@ bool storeGridHeader(veltaGEO& map, const GridHeaderKeys& keys, std::string_view
             return fits;
         }
     }
-    for (const PlaceField& place : kPlaces) {
-        if (key == keys.*place.key) {
-            map.*place.field = toFloat(decimalPrefix(value));
-            break;
-        }
+    const auto* const place =
+        std::find_if(std::begin(kPlaces), std::end(kPlaces),
+                     [&keys, key](const PlaceField& field) { return key == keys.*field.key; });
+    if (place != std::end(kPlaces)) {
+        map.*place->field = toFloat(decimalPrefix(value));
     }
     return true;
 }

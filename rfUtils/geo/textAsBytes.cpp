@@ -3,7 +3,6 @@
 #include <QIODevice>
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 namespace rfu::detail {
@@ -85,11 +84,11 @@ TextAsBytes::TextAsBytes(QIODevice& device, const QTextCodec& codec)
 
 qint64 TextAsBytes::read(char* to, qint64 size) {
     qint64 written = 0;
-    while (written < size && (taken_ < decoded_.size() || decodeNextBlock())) {
-        const auto count = std::min<qint64>(size - written, decoded_.size() - taken_);
-        std::memcpy(to + written, decoded_.constData() + taken_, static_cast<std::size_t>(count));
-        taken_ += static_cast<int>(count);
-        written += count;
+    while (written < size && (!rest_.empty() || decodeNextBlock())) {
+        const std::size_t count =
+            rest_.copy(to + written, static_cast<std::size_t>(size - written));
+        rest_.remove_prefix(count);
+        written += static_cast<qint64>(count);
     }
     return written;
 }
@@ -101,7 +100,6 @@ bool TextAsBytes::decodeNextBlock() {
         return false;
     }
     decoded_.resize(0);
-    taken_ = 0;
     const char* const end = block_.data() + got;
     // Until then Qt looks for a byte-order mark, which is no character of the text. How far it looks
     // differs between its versions.
@@ -111,6 +109,7 @@ bool TextAsBytes::decodeNextBlock() {
     } else {
         decode(block_.data(), end);
     }
+    rest_ = {decoded_.constData(), static_cast<std::size_t>(decoded_.size())};
     return true;
 }
 

@@ -9,8 +9,9 @@
 
 namespace rfu::detail {
 
-inline constexpr std::int32_t kMaxRows = std::extent_v<decltype(veltaGEO::grid), 0>;
-inline constexpr std::int32_t kMaxColumns = std::extent_v<decltype(veltaGEO::grid), 1>;
+inline constexpr std::int32_t kMaxRows = std::extent_v<decltype(veltaGEO::grid)>;
+inline constexpr std::int32_t kMaxColumns =
+    std::extent_v<std::remove_extent_t<decltype(veltaGEO::grid)>>;
 
 inline constexpr char kTooManyColumns[] = "Too many columns in the file. Unable to open";
 inline constexpr char kTooManyRows[] = "Too many rows in the file. Unable to open";

@@ -5,6 +5,7 @@
 #include <QTextCodec>
 
 #include <array>
+#include <string_view>
 
 class QIODevice;
 
@@ -33,7 +34,7 @@ private:
     QTextCodec::ConverterState state_;
     std::array<char, kBlock> block_;
     QByteArray decoded_;
-    int taken_ = 0;
+    std::string_view rest_;  // of decoded_, not yet taken
 };
 
 /// Decodes UTF-8 that begins and ends between two characters, to at most as many bytes as it has; an
