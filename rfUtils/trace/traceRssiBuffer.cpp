@@ -283,7 +283,7 @@ bool traceRssiBuffer::getCountLimitMarkerPower(int marker, double limit, int* ou
 bool traceRssiBuffer::getDataMarkerPower(std::vector<double>& out, int marker) const {
     const auto* const ring = ringOf(markerBuffer, marker);
     const std::size_t size = ring == nullptr ? 0 : ring->size();
-    if (size == 0 || size > out.capacity()) {
+    if (size > out.capacity()) {
         out.clear();  // otherwise what it holds is written over, without zeros before
     }
     out.resize(size);
@@ -297,7 +297,7 @@ bool traceRssiBuffer::getDataMarkerPower(std::vector<double>& out, int marker) c
 bool traceRssiBuffer::getDataMarkerPower(QVector<double>& out, int marker) const {
     const auto* const ring = ringOf(markerBuffer, marker);
     const int size = ring == nullptr ? 0 : static_cast<int>(ring->size());
-    if (size == 0 || size > out.capacity() || !out.isDetached()) {
+    if (size > out.capacity() || !out.isDetached()) {
         out.resize(0);  // keeps the capacity; otherwise as above
     }
     out.resize(size);
