@@ -42,12 +42,12 @@ enum class ToDbm {
 struct Scale {
     struct Forward {
         FromDbm rule;
-        double offset = 0.0;
+        double offset{};
         double factor = 1.0;
     };
     struct Backward {
         ToDbm rule;
-        double offset = 0.0;
+        double offset{};
         double factor = 1.0;
     };
 
