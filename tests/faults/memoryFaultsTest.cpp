@@ -336,24 +336,29 @@ TEST_F(MemoryFaultsTest, OfACatalogueFileLeaveWholeChoices) {
 }
 
 TEST_F(MemoryFaultsTest, OfASetupFileLeaveTheSetupsUpToOne) {
-    const QString path = QString::fromStdString(files_.write(
-        "setups.json",
-        R"({"a": [{"id": "x", "label": "X"}, {"id": "y"}, {"id": "z", "label": "Z"}], "b": 1})"));
-    expectToSurviveEveryFailure({{"loadJson",
-                                  [=] {
-                                      const auto list = std::make_shared<ResultSetup>();
-                                      return Trial{
-                                          [=] { EXPECT_TRUE(list->loadJson(path)); },
-                                          [=] {
-                                              std::string text;
-                                              for (int i = 0; !list->setupId(i).isNull(); ++i) {
-                                                  text += list->setupId(i).toStdString() +
-                                                          list->setupLabel(i).toStdString() + ' ';
-                                              }
-                                              return text;
-                                          }};
-                                  },
-                                  {"xX ", "xX zZ "}}});
+    const std::string plain =
+        R"({"a": [{"id": "x", "label": "X"}, {"id": "y"}, {"id": "z", "label": "\u005a"}]})";
+    // the second does not go the short way of plain files
+    std::string indirect = plain;
+    indirect.insert(1, "\"b\": 1, ");
+    for (const std::string& content : {plain, indirect}) {
+        const QString path = QString::fromStdString(files_.write("setups.json", content));
+        expectToSurviveEveryFailure(
+            {{"loadJson",
+              [=] {
+                  const auto list = std::make_shared<ResultSetup>();
+                  return Trial{[=] { EXPECT_TRUE(list->loadJson(path)); },
+                               [=] {
+                                   std::string text;
+                                   for (int i = 0; !list->setupId(i).isNull(); ++i) {
+                                       text += list->setupId(i).toStdString() +
+                                               list->setupLabel(i).toStdString() + ' ';
+                                   }
+                                   return text;
+                               }};
+              },
+              {"xX ", "xX zZ "}}});
+    }
 }
 
 TEST_F(MemoryFaultsTest, OfAJsonFileLeaveAnEmptyObject) {
