@@ -72,7 +72,7 @@ public:
     bool readAll(QByteArray& bytes) {
         bytes = file_.readAll();
         // An error behind bytes that came looks like the end of the file; the next read tells.
-        char next = 0;
+        char next{};
         file_.read(&next, sizeof next);
         return file_.error() == QFileDevice::NoError || refuse(file_.errorString());
     }

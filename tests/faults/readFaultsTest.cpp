@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -345,6 +346,24 @@ TEST_P(ReadFaultsTest, AFileThatTakesTheFilesPlaceBeforeItIsOpenedIsTheOneThatIs
             faults.beforeOpen = nullptr;
         };
         EXPECT_EQ(load(*format, path), expected) << format->file;
+    }
+}
+
+/// In a program that closed its standard input the file gets the descriptor 0.
+TEST_P(ReadFaultsTest, TheDescriptorZeroIsOneLikeTheOthers) {
+    for (const Format* format : formats()) {
+        const Answer whole = answerTo(*format, format->good);
+        const std::string path = write(*format, format->good);
+        const int standardInput = dup(STDIN_FILENO);
+        close(STDIN_FILENO);
+        errno = EIO;  // of an earlier call
+        const Answer answer = load(*format, path);
+        const bool isClosed = fcntl(STDIN_FILENO, F_GETFD) < 0;
+        dup2(standardInput, STDIN_FILENO);
+        close(standardInput);
+        EXPECT_EQ(answer, whole) << format->file;
+        // where the command reads from its standard input, it leaves it open
+        EXPECT_TRUE(isClosed || format == &kRecording) << format->file;
     }
 }
 
