@@ -48,7 +48,7 @@ inline char* writeExactDecimal(char* end, double value, int decimals, Ties ties)
     constexpr std::uint64_t kImplicitBit = std::uint64_t{1} << kMantissaBits;
     constexpr int kExponentOfOnes = 1075;  // of a mantissa that counts ones
 
-    std::uint64_t bits = 0;
+    std::uint64_t bits{};
     std::memcpy(&bits, &value, sizeof bits);
     const int shift = kExponentOfOnes - (static_cast<int>(bits >> kMantissaBits) & 0x7FF);
     // Three digits are drawn at once: 1000 m and 1000 (2^shift - 1) have to stay below 2^64.

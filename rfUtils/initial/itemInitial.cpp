@@ -42,7 +42,7 @@ bool modify(initialValue_t* entry, Value initialValue_t::*field, const Value& v)
 }
 
 std::uint64_t wordAt(const char* bytes) {
-    std::uint64_t word = 0;
+    std::uint64_t word{};
     std::memcpy(&word, bytes, sizeof word);
     return word;
 }
