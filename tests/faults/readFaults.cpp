@@ -40,6 +40,19 @@ private:
     ReadFaults* watcher_;
 };
 
+/// Lets happen what happens before a call; whether the call then fails, with errno set.
+bool fails(const std::function<int(int)>& before, int number) {
+    int error = 0;
+    if (before) {
+        const Unwatched unwatched;
+        error = before(number);
+    }
+    if (error != 0) {
+        errno = error;
+    }
+    return error != 0;
+}
+
 }  // namespace
 
 ReadFaults::ReadFaults() {
@@ -51,25 +64,12 @@ ReadFaults::~ReadFaults() {
 }
 
 int ReadFaults::open(const char* path, int flags, mode_t mode) {
-    if (beforeOpen) {
-        const Unwatched unwatched;
-        beforeOpen();
-    }
-    return systemOpen(path, flags, mode);
+    return fails(beforeOpen, ++opens_) ? -1 : systemOpen(path, flags, mode);
 }
 
 ssize_t ReadFaults::read(int descriptor, void* bytes, std::size_t size) {
-    ++reads_;
-    int error = 0;
-    if (beforeRead) {
-        const Unwatched unwatched;
-        error = beforeRead(reads_);
-    }
-    if (error != 0) {
-        errno = error;
-        return -1;
-    }
-    return systemRead(descriptor, bytes, std::min(size, mostBytes));
+    return fails(beforeRead, ++reads_) ? -1
+                                       : systemRead(descriptor, bytes, std::min(size, mostBytes));
 }
 
 // The names under which the library and Qt call the system. Other names here, so that no

@@ -15,10 +15,9 @@ public:
     ReadFaults(const ReadFaults&) = delete;
     ReadFaults& operator=(const ReadFaults&) = delete;
 
-    /// Called before each open().
-    std::function<void()> beforeOpen;
-    /// Called before each read(), with its number from 1; gives the error with which the call fails
-    /// (an errno), 0 for none.
+    /// Called before each open() and before each read(), with its number from 1; gives the error
+    /// with which the call fails (an errno), 0 for none.
+    std::function<int(int)> beforeOpen;
     std::function<int(int)> beforeRead;
     /// The most bytes that one read() gives.
     std::size_t mostBytes = std::numeric_limits<std::size_t>::max();
@@ -30,5 +29,6 @@ public:
     ssize_t read(int descriptor, void* bytes, std::size_t size);
 
 private:
+    int opens_ = 0;
     int reads_ = 0;
 };

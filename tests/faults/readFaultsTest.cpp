@@ -151,6 +151,21 @@ TEST_P(ReadFaultsTest, PiecesAndInterruptionsChangeNothing) {
     }
 }
 
+TEST_P(ReadFaultsTest, AnInterruptedOpeningIsTriedAgain) {
+    for (const Format* format : formats()) {
+        const Answer whole = answerTo(*format, format->good);
+        const std::string path = write(*format, format->good);
+        int opened = 0;
+        ReadFaults faults;
+        faults.beforeOpen = [&](int number) {
+            opened = number;
+            return number <= 2 ? EINTR : 0;
+        };
+        EXPECT_EQ(load(*format, path), whole) << format->file;
+        EXPECT_GE(opened, 3) << format->file;
+    }
+}
+
 /// Maps end where they cannot be read; JSON files and recordings are refused with the reason.
 TEST_P(ReadFaultsTest, AReadErrorThatStaysEndsAMapAndRefusesOtherFiles) {
     const std::string reason = qt_error_string(EIO).toStdString();
@@ -316,9 +331,10 @@ TEST_P(ReadFaultsTest, WhatTakesTheFilesPlaceBeforeItIsOpenedIsRefusedWithoutWai
             const std::string held = subject->holds();
             {
                 ReadFaults faults;
-                faults.beforeOpen = [&] {
+                faults.beforeOpen = [&](int) {
                     std::filesystem::remove(path);
                     swap.make(path);
+                    return 0;
                 };
                 EXPECT_FALSE(subject->load(path)) << what;
                 EXPECT_EQ(faults.reads(), 0) << what;
@@ -341,9 +357,11 @@ TEST_P(ReadFaultsTest, AFileThatTakesTheFilesPlaceBeforeItIsOpenedIsTheOneThatIs
         const Answer expected = answerTo(*format, half);
         const std::string path = write(*format, format->good);
         ReadFaults faults;
-        faults.beforeOpen = [&] {
-            std::filesystem::rename(files_.write("other", half), path);
-            faults.beforeOpen = nullptr;
+        faults.beforeOpen = [&](int number) {
+            if (number == 1) {
+                std::filesystem::rename(files_.write("other", half), path);
+            }
+            return 0;
         };
         EXPECT_EQ(load(*format, path), expected) << format->file;
     }

@@ -16,25 +16,16 @@ void refuseUnlessRegular(const QString& name, const struct stat& status) {
     }
 }
 
-/// A descriptor, negative with the system's error. Waits for nobody, also where a FIFO stands under
-/// the name by now, and takes no terminal as the process's own.
-int openWithoutWaiting(const QByteArray& name) {
-    int descriptor = -1;
-    do {
-        descriptor = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    } while (descriptor < 0 && errno == EINTR);
-    return descriptor;
-}
-
 /// @throw Failure where no regular file opens
 void openRegular(QFile& file, const QString& name) {
-    const QByteArray native = QFile::encodeName(name);
     struct stat status {};
     // Merely opening a device may do something to it.
-    if (::stat(native.constData(), &status) == 0) {
+    if (::stat(QFile::encodeName(name).constData(), &status) == 0) {
         refuseUnlessRegular(name, status);
     }
-    const int descriptor = openWithoutWaiting(native);
+    // Waits for nobody, also where a FIFO stands under the name by now, and takes no terminal as
+    // the process's own.
+    const int descriptor = openForReading(name, O_NONBLOCK | O_NOCTTY);
     if (descriptor < 0 ||
         !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ||
         ::fstat(descriptor, &status) != 0) {
@@ -45,6 +36,15 @@ void openRegular(QFile& file, const QString& name) {
 }
 
 }  // namespace
+
+int openForReading(const QString& name, int flags) {
+    const QByteArray native = QFile::encodeName(name);
+    int descriptor = -1;
+    do {
+        descriptor = ::open(native.constData(), O_RDONLY | O_CLOEXEC | flags);
+    } while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
 
 void requireReadable(const QString& name) {
     QFile file;

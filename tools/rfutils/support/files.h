@@ -3,6 +3,10 @@
 #include <QByteArray>
 #include <QString>
 
+/// Opens a file for reading, with further flags of open(2).
+/// @return a descriptor, negative with the system's error
+int openForReading(const QString& name, int flags);
+
 /// @throw Failure unless the name is that of a regular file that can be read. Nothing else is
 /// opened for long or waited for: a FIFO would wait for its writer.
 void requireReadable(const QString& name);

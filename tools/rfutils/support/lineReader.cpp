@@ -1,24 +1,23 @@
 #include "support/lineReader.h"
 
-#include <QFile>
 #include <cerrno>
 #include <cstring>
 
 #include "support/errors.h"
+#include "support/files.h"
 #include "support/output.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr std::size_t kBlock = 65536;
 
-int openForReading(const QString& file) {
+int openFileOrInput(const QString& file) {
     if (file == kStandardInput) {
         return STDIN_FILENO;
     }
-    const int descriptor = ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
+    const int descriptor = openForReading(file, 0);
     if (descriptor < 0) {
         throw fileError(file, std::strerror(errno));
     }
@@ -27,7 +26,7 @@ int openForReading(const QString& file) {
 
 }  // namespace
 
-LineReader::LineReader(const QString& file) : file_(file), descriptor_(openForReading(file)) {}
+LineReader::LineReader(const QString& file) : file_(file), descriptor_(openFileOrInput(file)) {}
 
 LineReader::~LineReader() {
     if (descriptor_ != STDIN_FILENO) {
