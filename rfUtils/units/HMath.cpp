@@ -46,7 +46,7 @@ namespace {
 constexpr double kSmallestShown = 0.01;       // what two decimals can show
 constexpr double kLargestInVolts = 100000.0;  // in mV; larger voltages are shown in kilovolts
 constexpr int kDecimals = 3;                  // of a level that was converted back
-constexpr int kMostDecimals = 1074;           // no double has a digit other than 0 behind them
+constexpr int kMostDecimals = 1000000;        // Qt ends the process where too many are asked for
 
 QString printed(double value, int decimals) {
     const FixedText text(value, decimals);

@@ -166,9 +166,10 @@ public:
     /// Text of a number followed by a blank and a unit, whatever the unit is: an empty one leaves
     /// the text with the blank at its end. Leaves `unit` alone.
     /// @param base  read with QVariant::toDouble; what is no number counts as 0
-    /// @param dec   decimals; more than 1074, behind which no double has digits, count as 1074. A
-    ///              negative number means what it means to QString::setNum: six decimals, or for
-    ///              QLocale::FloatingPointShortest as many as the number needs
+    /// @param dec   decimals; more than a million count as a million (no double has a digit other
+    ///              than 0 behind the 1074th). A negative number means what it means to
+    ///              QString::setNum: six decimals, or for QLocale::FloatingPointShortest as many
+    ///              as the number needs
     ///
     ///     convertValUnit(3.14159)             -> "3.14 dBm"
     ///     convertValUnit("abc", 1, "V")       -> "0.0 V"

@@ -230,14 +230,25 @@ TEST(ConvertValUnit, FormatsWhatIsANumberAndAppendsTheUnit) {
     EXPECT_EQ(probe.signalCount, 0);
 }
 
-TEST(ConvertValUnit, ManyDecimalsEndWithTheLastThatADoubleCanHave) {
+TEST(ConvertValUnit, DecimalsBehindTheLastThatADoubleCanHaveAreZeros) {
     HMath math;
-    const QString longest = math.convertValUnit(std::numeric_limits<double>::denorm_min(), 1074);
+    const double smallest = std::numeric_limits<double>::denorm_min();
+    const QString longest = math.convertValUnit(smallest, 1074);
     EXPECT_EQ(longest.size(), 2 + 1074 + 4);
     EXPECT_EQ(utf8(longest.right(9)), "65625 dBm");
-    for (const int decimals : {1075, 1000000, std::numeric_limits<int>::max()}) {
-        EXPECT_EQ(math.convertValUnit(std::numeric_limits<double>::denorm_min(), decimals),
-                  longest);
+    const QString digits = longest.left(2 + 1074);
+    const struct {
+        int decimals;
+        int zeros;
+    } kCases[] = {{1075, 1},
+                  {2000, 2000 - 1074},
+                  {1000000, 1000000 - 1074},
+                  {1000001, 1000000 - 1074},
+                  {std::numeric_limits<int>::max(), 1000000 - 1074}};
+    for (const auto& row : kCases) {
+        EXPECT_TRUE(math.convertValUnit(smallest, row.decimals) ==
+                    digits + QString(row.zeros, '0') + " dBm")
+            << row.decimals;
     }
     EXPECT_EQ(utf8(math.convertValUnit(0.5, std::numeric_limits<int>::min())), "0.500000 dBm");
 }
