@@ -13,6 +13,7 @@
 
 #include <QTextCodec>
 
+#include <algorithm>
 #include <climits>
 #include <memory>
 
@@ -52,7 +53,7 @@ bool hasByteOrderMark(std::string_view file) {
 
 Rows rowsOf(const veltaGEO& map, std::string_view file) {
     Rows rows;
-    const auto columns = static_cast<std::size_t>(map.nCols);
+    const auto columns = static_cast<std::size_t>(std::max(map.nCols, 0));
     for (int row = 0; row < map.nRows; ++row) {
         std::vector<float>& cells = rows[row];
         cells.assign(columns, map.noData);
@@ -79,11 +80,11 @@ void announce(veltaGEO& map, Input header) {
 }
 
 bool finish(veltaGEO& map) {
-    if (map.nCols < 0 || map.nCols > kMost) {
+    if (map.nCols > kMost) {
         map.errMsg = QStringLiteral("Too many columns in the file. Unable to open");
         return false;
     }
-    if (map.nRows < 0 || map.nRows > kMost) {
+    if (map.nRows > kMost) {
         map.errMsg = QStringLiteral("Too many rows in the file. Unable to open");
         return false;
     }

@@ -36,7 +36,7 @@ void fillRows(veltaGEO& map, ReadCells readCells) {
     // Rows as wide as the grid stand without gaps, so that they are read as one.
     const bool gapless = map.nCols == kMaxColumns;
     const std::int32_t rowsAtOnce = gapless ? std::max(map.nRows, 1) : 1;
-    const std::int32_t cells = map.nCols * rowsAtOnce;
+    const std::int32_t cells = std::max(map.nCols, 0) * rowsAtOnce;
     const qint64 size = cells * qint64{sizeof(float)};
     bool ended = false;
     for (std::int32_t row = 0; row < map.nRows; row += rowsAtOnce) {
@@ -71,11 +71,11 @@ bool veltaGEO::loadBILFile(const QString& fileName) {
         return false;
     }
     // A refused header leaves its size behind.
-    if (nCols < 0 || nCols > kMaxColumns) {
+    if (nCols > kMaxColumns) {
         setErrMsg(QLatin1String(kTooManyColumns));
         return false;
     }
-    if (nRows < 0 || nRows > kMaxRows) {
+    if (nRows > kMaxRows) {
         setErrMsg(QLatin1String(kTooManyRows));
         return false;
     }

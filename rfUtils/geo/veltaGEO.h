@@ -153,7 +153,7 @@ public:
 
     /// Reads the cells of a BIL grid, "<base>.bil", whose header loadHDRFile() has read before:
     /// nRows rows of nCols little-endian 4-byte IEEE singles without gaps. Cells that the file
-    /// does not cover whole get noData. Then reads the colour table, as loadASCFile() does.
+    /// does not cover whole get noData. A negative size, which headers accept, counts as 0. Then reads the colour table, as loadASCFile() does.
     ///
     /// If isFloat is not 1 the raster holds integers: it is reported as loaded, but the grid stays
     /// as it was.
@@ -176,7 +176,7 @@ public:
     /// UTF-8 before.
     ///
     /// @return false with "BIL file not found", or with the size messages of loadHDRFile() where
-    ///         nCols or nRows is outside 0 to 2048; isLoaded and the grid are then as before
+    ///         nCols or nRows is above 2048; isLoaded and the grid are then as before
     bool loadBILFile(const QString& fileName);
 
     /// Reads an ASCII grid, "<base>.asc". The number of tokens tells what a line is; of a line at

@@ -117,12 +117,8 @@ std::vector<Refusal> refusals() {
          "isValid=1 nCols=3 nRows=2049" + asc + " row0=7,8,9 row1=4,5,6"},
         {kBil, "columns", sized(2049, 2), kColumns, "nCols=2049 nRows=2 noData=-9 isFloat=1",
          kLoaded + " nCols=2049 nRows=2" + cells},
-        {kBil, "negative columns", sized(-1, 2), kColumns, "nCols=-1 nRows=2 noData=-9 isFloat=1",
-         kLoaded + " nCols=-1 nRows=2" + cells},
         {kBil, "rows", sized(3, 2049), kRows, "nCols=3 nRows=2049 noData=-9 isFloat=1",
          kLoaded + " nCols=3 nRows=2049" + cells},
-        {kBil, "negative rows", sized(3, -1), kRows, "nCols=3 nRows=-1 noData=-9 isFloat=1",
-         kLoaded + " nCols=3 nRows=-1" + cells},
         {kTab, "type", bytes("File \"other.asc\"\nType \"NATIVE\"\nUnits \"degree\"\n"),
          "File not supported", "file=other.asc",
          "utmZone=19 centralMeridian=-69 falseEasting=500000 file=other.asc point0=-69,0 "
