@@ -374,7 +374,7 @@ TEST_P(ReadFaultsTest, TheDescriptorZeroIsOneLikeTheOthers) {
         const std::string path = write(*format, format->good);
         const int standardInput = dup(STDIN_FILENO);
         close(STDIN_FILENO);
-        errno = EIO;  // of an earlier call
+        errno = EINTR;  // of an earlier call
         const Answer answer = load(*format, path);
         const bool isClosed = fcntl(STDIN_FILENO, F_GETFD) < 0;
         dup2(standardInput, STDIN_FILENO);

@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
     if (const char* name = std::getenv("RFUTILS_TEST_LOCALE")) {
         try {
             std::locale::global(std::locale(name));
+            qputenv("LC_ALL", name);  // for whoever asks the environment
         } catch (const std::runtime_error&) {
             std::fprintf(stderr, "the locale %s is not installed\n", name);
             return 1;

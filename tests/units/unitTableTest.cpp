@@ -80,6 +80,18 @@ TEST(UnitTable, HasEveryUnitOnceInOrder) {
     }
 }
 
+// The rule of a unit with a prefix tells which operation produces it.
+TEST(UnitTable, TellsWhatProducesAPrefixedUnit) {
+    for (const rfu::Unit& unit : rfu::kUnits) {
+        if (producedWithPrefix(unit)) {
+            const auto expected = unit.quantity == rfu::Quantity::Voltage ? rfu::FromDbm::VoltStep
+                                  : unit.quantity == rfu::Quantity::Power ? rfu::FromDbm::WattStep
+                                                                          : rfu::FromDbm::FieldStep;
+            EXPECT_EQ(unit.fromDbm.rule, expected) << utf8(unit.name.toString());
+        }
+    }
+}
+
 TEST(UnitTable, HasNoNameForWhatIsNoQuantity) {
     EXPECT_TRUE(rfu::quantityName(static_cast<rfu::Quantity>(-1)).isEmpty());
     EXPECT_TRUE(rfu::quantityName(static_cast<rfu::Quantity>(9)).isEmpty());
