@@ -31,6 +31,24 @@ TEST(StringWidth, IsTheAdvanceInThePixelSize) {
     EXPECT_GT(math.getStringWidth(12, string + string), math.getStringWidth(12, string));
 }
 
+/// The font is hardly installed anywhere; one that stands in for it tells by which name it is asked
+/// for.
+TEST(StringWidth, IsThatOfTheInstrumentsFont) {
+    constexpr int kPixelSize = 37;  // not in the font cache yet
+    const QString string = text("iiiii");
+    const QString standIn = QStringLiteral("DejaVu Sans Mono");
+    QFont mono(standIn);
+    mono.setPixelSize(kPixelSize);
+    QFont other(QStringLiteral("DejaVu Sans"));
+    other.setPixelSize(kPixelSize);
+    const int expected = widthInFont(mono, string);
+    ASSERT_NE(expected, widthInFont(other, string));
+    QFont::insertSubstitution(QStringLiteral("Noto Sans UI"), standIn);
+    HMath math;
+    EXPECT_EQ(math.getStringWidth(kPixelSize, string), expected);
+    QFont::removeSubstitutions(QStringLiteral("Noto Sans UI"));
+}
+
 int messageCount = 0;
 
 TEST(StringWidth, AnEmptyTextHasNoneAndNeedsNoFont) {
