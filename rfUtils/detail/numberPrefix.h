@@ -48,7 +48,6 @@ constexpr bool startsPlainDecimal(std::string_view text) noexcept {
 /// longest valid prefix, exponents, hexadecimal, "inf" and "nan"; no number gives 0, out of range
 /// gives signed infinity or zero.
 inline double decimalPrefix(std::string_view text) {
-    text = withoutLeadingBlanks(text);
     const bool minus = !text.empty() && text.front() == '-';
     const bool plus = !text.empty() && text.front() == '+';
     const std::string_view unsignedText = text.substr(minus || plus ? 1 : 0);
@@ -61,7 +60,7 @@ inline double decimalPrefix(std::string_view text) {
             return value;  // stays 0 where there is no number
         }
     }
-    return strtodInCLocale(text);
+    return strtodInCLocale(text);  // which passes over blanks
 }
 
 /// Leading decimal integer of a text, as atoi reads it; no number gives 0, out of range saturates.

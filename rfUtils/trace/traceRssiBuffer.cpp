@@ -33,7 +33,7 @@ double largerNumber(double a, double b) {
     if (a == b) {
         return std::signbit(a) ? b : a;
     }
-    return b > a ? b : a;
+    return std::max(a, b);
 }
 
 double smallerNumber(double a, double b) {
@@ -43,7 +43,7 @@ double smallerNumber(double a, double b) {
     if (a == b) {
         return std::signbit(a) ? a : b;
     }
-    return b < a ? b : a;
+    return std::min(a, b);
 }
 
 bool isMeasured(double value) {
