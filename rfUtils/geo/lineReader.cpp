@@ -20,8 +20,8 @@ char* findLineEnd(char* begin, char* end) {
 LineReader::LineReader(QIODevice& device, std::size_t limit)
     : device_(device),
       limit_(limit),
-      capacity_(std::max(limit + 1, kSmallestBuffer)),
-      buffer_(new char[capacity_ + 1]),
+      capacity_(std::max(limit + 1, kSmallestBuffer)),  // a line and its terminator
+      buffer_(new char[capacity_]),
       unread_(buffer_.get()),
       end_(buffer_.get()) {}
 

@@ -87,6 +87,10 @@ TEST(IntegerPrefix, ReadsDigitsAndSaturates) {
         {"x", 0},
         {"2048", 2048},
         {" \t+7", 7},
+        {"\t\n\v\f\r7", 7},
+        {"\b7", 0},  // control characters next to the blanks
+        {"\0167", 0},
+        {"\0377", 0},
         {"-7", -7},
         {"+-7", 0},
         {"7.9", 7},

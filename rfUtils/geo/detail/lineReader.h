@@ -36,7 +36,7 @@ private:
     QIODevice& device_;
     const std::size_t limit_;
     const std::size_t capacity_;
-    const std::unique_ptr<char[]> buffer_;  // capacity_ bytes and one for a terminator
+    const std::unique_ptr<char[]> buffer_;
     char* unread_;
     char* end_;
     const char* lineEnd_ = nullptr;
