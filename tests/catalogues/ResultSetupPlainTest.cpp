@@ -190,6 +190,15 @@ TEST_F(ResultSetupPlain, TakesGroupsInTheOrderOfQtsKeys) {
     expectAsQt(all + '}');
 }
 
+/// More than a sort would compare one by one.
+TEST_F(ResultSetupPlain, ReadsManyGroupsOfOneNameAsQtDoes) {
+    std::string all = "{";
+    for (int i = 0; i < 1000; ++i) {
+        all += R"("group":[{"label":"Channel Power","id":")" + std::to_string(i) + "\"}],";
+    }
+    expectAsQt(all + R"("other":[]})");
+}
+
 TEST_F(ResultSetupPlain, ReadsMembersThatRepeatAsQtDoes) {
     const std::string entry = R"("label":"Channel Power","id":"chp"})";
     for (const char* again : {"label", "id", "other"}) {
