@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
 
 using rfu::detail::decimalPrefix;
 using rfu::detail::integerPrefix;
@@ -62,6 +63,36 @@ TEST(DecimalPrefix, ReadsTheLongestValidPrefix) {
     };
     for (const auto& row : kCases) {
         EXPECT_EQ(decimalPrefix(row.text), row.expected) << row.text;
+    }
+}
+
+/// What a byte in front makes of "5".
+double withByteInFront(char byte) {
+    if (byte >= '0' && byte <= '9') {
+        return 10.0 * (byte - '0') + 5.0;
+    }
+    switch (byte) {
+        case ' ':
+        case '\t':
+        case '\n':
+        case '\v':
+        case '\f':
+        case '\r':
+        case '+':
+            return 5.0;
+        case '-':
+            return -5.0;
+        default:
+            return 0.0;
+    }
+}
+
+TEST(NumberPrefix, TakesNothingInFrontButBlanksSignsAndDigits) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const std::string text = {static_cast<char>(byte), '5'};
+        const double expected = withByteInFront(text[0]);
+        EXPECT_EQ(decimalPrefix(text), byte == '.' ? 0.5 : expected) << byte;
+        EXPECT_EQ(integerPrefix(text), expected) << byte;
     }
 }
 
