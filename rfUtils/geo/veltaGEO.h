@@ -153,7 +153,8 @@ public:
 
     /// Reads the cells of a BIL grid, "<base>.bil", whose header loadHDRFile() has read before:
     /// nRows rows of nCols little-endian 4-byte IEEE singles without gaps. Cells that the file
-    /// does not cover whole get noData. A negative size, which headers accept, counts as 0. Then reads the colour table, as loadASCFile() does.
+    /// does not cover whole get noData. A negative size, which headers accept, counts as 0. Then
+    /// reads the colour table, as loadASCFile() does.
     ///
     /// If isFloat is not 1 the raster holds integers: it is reported as loaded, but the grid stays
     /// as it was.

@@ -6,15 +6,12 @@
 #include <rfUtils/catalogues/ResultSetup.h>
 #include <support/allocations.h>
 #include <support/messageLog.h>
+#include <support/setupsWalk.h>
 #include <support/tempFiles.h>
 
 #include <gtest/gtest.h>
 
-#include <QByteArray>
-#include <QDebug>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QString>
 
 #include <string>
 #include <vector>
@@ -22,56 +19,6 @@
 namespace {
 
 using namespace std::string_literals;
-
-/// What a load of a file does, as a walk over Qt's document tells.
-struct Walk {
-    explicit Walk(const std::string& bytes) {
-        QJsonParseError error;
-        const auto document = QJsonDocument::fromJson(QByteArray::fromStdString(bytes), &error);
-        loads = !document.isNull();
-        if (!loads) {
-            log("", error.errorString());
-        }
-        const QJsonObject groups = document.object();
-        for (auto group = groups.begin(); group != groups.end(); ++group) {
-            log("", group.key());
-            if (group.value().isArray()) {
-                addGroup(group.key(), group.value().toArray());
-            } else if (!group.value().isObject()) {
-                log("", group.value().toString());
-            }
-        }
-    }
-
-    bool loads = false;
-    std::vector<QString> ids;
-    std::vector<QString> labels;
-    std::vector<std::string> lines;
-
-private:
-    void log(const char* before, const QString& text) {
-        QString line;
-        QDebug(&line).nospace() << before << text;
-        lines.push_back(line.toStdString());
-    }
-
-    void addGroup(const QString& key, const QJsonArray& entries) {
-        QString last = key;
-        for (int i = 0; i < entries.size(); ++i) {
-            const QJsonValue label = entries.at(i).toObject().value(QLatin1String("label"));
-            const QJsonValue id = entries.at(i).toObject().value(QLatin1String("id"));
-            if (label.isUndefined()) {
-                log("Not found property at json.[label] ->  ", last);
-            } else if (id.isUndefined()) {
-                log("Not found property at json.[id] ->  ", last);
-            } else {
-                last = id.toString();
-                ids.push_back(last);
-                labels.push_back(label.toString());
-            }
-        }
-    }
-};
 
 /// Also tells a null text from an empty one.
 void expectText(const QString& text, const QString& expected, const std::string& bytes) {
@@ -82,7 +29,7 @@ void expectText(const QString& text, const QString& expected, const std::string&
 class ResultSetupPlain : public testing::Test {
 protected:
     void expectAsQt(const std::string& bytes) {
-        const Walk walk(bytes);
+        const SetupsWalk walk(bytes);
         ResultSetup list;
         MessageLog::take();
         ASSERT_EQ(list.loadJson(QString::fromStdString(files_.write("file.json", bytes))),
@@ -94,10 +41,10 @@ protected:
         }
         ASSERT_EQ(lines, walk.lines) << bytes;
         int index = 0;
-        for (; index < static_cast<int>(walk.ids.size()); ++index) {
-            const auto place = static_cast<std::size_t>(index);
-            expectText(list.setupId(index), walk.ids[place], bytes);
-            expectText(list.setupLabel(index), walk.labels[place], bytes);
+        for (const ResultSetup::SetupInfo& setup : walk.setups) {
+            expectText(list.setupId(index), setup.id, bytes);
+            expectText(list.setupLabel(index), setup.label, bytes);
+            ++index;
         }
         ASSERT_TRUE(list.setupId(index).isNull() && list.setupLabel(index).isNull()) << bytes;
     }
@@ -144,11 +91,8 @@ TEST_F(ResultSetupPlain, ReadsPlainFilesWithoutADocument) {
     const TempFiles files;
     const auto expectNoDocument = [&](const std::string& element) {
         constexpr std::size_t kElements = 1000;
-        std::string elements = element;
-        for (std::size_t i = 1; i < kElements; ++i) {
-            elements += ',' + element;
-        }
-        const QString name = QString::fromStdString(files.write("plain.json", group(elements)));
+        const QString name =
+            QString::fromStdString(files.write("plain.json", group(listOf(kElements, element))));
         ResultSetup list;
         const Allocations allocations;
         ASSERT_TRUE(list.loadJson(name)) << element;
@@ -222,8 +166,8 @@ TEST_F(ResultSetupPlain, ReadsChangedFilesAsQtDoes) {
         "\t{ \"q\": [{\"label\":\"L\xC2\xB5\",\"id\":\"\\u00e9\",\"x\":-10}, {\"label\": "
         "null},{}],\r\n"
         "\"p\":[],\"o\":[{\"id\":\"I\",\"label\":\"\"},{\"id\":\"\"}]}\n";
-    ASSERT_EQ(Walk(base).ids.size(), 2U);
-    ASSERT_EQ(Walk(base).lines.size(), 6U);
+    ASSERT_EQ(SetupsWalk(base).setups.size(), 2U);
+    ASSERT_EQ(SetupsWalk(base).lines.size(), 6U);
     expectAsQt(base);
     forEachChange(base, [&](const std::string& changed) { expectAsQt(changed); });
 }

@@ -117,6 +117,15 @@ void forEachOf(std::initializer_list<Samples> lists, Use use) {
     }
 }
 
+/// The same element so many times, with commas between.
+inline std::string listOf(std::size_t count, const std::string& element) {
+    std::string list = element;
+    for (std::size_t i = 1; i < count; ++i) {
+        list += ',' + element;
+    }
+    return list;
+}
+
 /// Calls `use` with the text cut before and behind each byte, and with each byte that decides
 /// something inserted and put in place of another.
 template <typename Use>

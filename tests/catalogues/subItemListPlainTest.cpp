@@ -129,11 +129,7 @@ TEST_F(SubItemListPlain, ReadsPlainFilesWithoutADocument) {
     const TempFiles files;
     const auto expectNoDocument = [&](const std::string& element) {
         constexpr std::size_t kElements = 1000;
-        std::string elements = element;
-        for (std::size_t i = 1; i < kElements; ++i) {
-            elements += ',' + element;
-        }
-        const std::string name = files.write("plain.json", file(elements));
+        const std::string name = files.write("plain.json", file(listOf(kElements, element)));
         subItemList list;
         const Allocations allocations;
         ASSERT_TRUE(list.loadJson(name)) << element;

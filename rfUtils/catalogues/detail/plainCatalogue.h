@@ -20,9 +20,9 @@ struct PlainCatalogue {
     std::int64_t arrays = 0;                         // items, with a choice or not
 };
 
-/// Reads a catalogue straight into its choices, where it is plain JSON (see PlainJson): an object of
-/// arrays of objects of scalars, in which no item stands twice, and where a choice has a label, an id, an
-/// enum or a dispSeq they are texts and integers.
+/// Reads a catalogue straight into its choices, where it is plain JSON (see PlainJson): an object
+/// of arrays of objects of scalars, in which no item stands twice, and where a choice has a label,
+/// an id, an enum or a dispSeq they are texts and integers.
 /// @return nothing for any other file, well-formed or not
 std::optional<PlainCatalogue> readPlainCatalogue(const QByteArray& bytes);
 

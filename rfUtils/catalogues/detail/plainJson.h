@@ -28,9 +28,9 @@ inline QByteArray maybePlainBytes(const QString& path) {
 #endif
 }
 
-/// The length of the escape that begins here: of \" \\ \/ \b \f \n \r \t and of \u with a character that
-/// is plain (see PlainJson); 0 where it is another. Looks no farther than the first byte that does
-/// not fit.
+/// The length of the escape that begins here: of \" \\ \/ \b \f \n \r \t and of \u with a
+/// character that is plain (see PlainJson); 0 where it is another. Looks no farther than the first
+/// byte that does not fit.
 int plainEscape(const char* at);
 
 /// A text as it stands in plain JSON, with its escapes turned into what they stand for.
@@ -39,11 +39,11 @@ std::string unescaped(std::string_view text);
 /// Steps through plain JSON, of which every reader makes the same, without a document in between: in
 /// a third of the time and of the memory.
 ///
-/// Plain are objects, arrays, texts, integers of at most nine digits, true, false and null. Texts hold
-/// UTF-8 of at most three bytes a character without control characters and U+F000 to U+FFFF
+/// Plain are objects, arrays, texts, integers of at most nine digits, true, false and null. Texts
+/// hold UTF-8 of at most three bytes a character without control characters and U+F000 to U+FFFF
 /// (byte-order marks are among them), so that the order of their bytes is that of their characters;
-/// keys hold no escapes. People and programs write such files; any other, well-formed or not, takes a
-/// real JSON reader.
+/// keys hold no escapes. People and programs write such files; any other, well-formed or not, takes
+/// a real JSON reader.
 ///
 /// A step that does not find what it takes gives false, and the text is not plain. The NUL behind
 /// the last byte is plain nowhere, so that no step leaves the text. A copy goes on from the same
