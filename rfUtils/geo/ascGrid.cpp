@@ -14,9 +14,6 @@ using namespace rfu::detail;
 
 namespace {
 
-constexpr GridHeaderKeys kKeys = {"ncols",     "nrows",    "xllcorner",
-                                  "yllcorner", "cellsize", "NODATA_value"};
-
 using FirstTokens = std::array<std::string_view, 3>;
 
 float cellValue(std::string_view token) {
@@ -25,7 +22,7 @@ float cellValue(std::string_view token) {
 
 /// The cell of the next token, 0 where there is none.
 float nextCell(Tokenizer& rest, const char* lineEnd) {
-    const PlainDecimal number = plainDecimal(rest.skipSeparators(), lineEnd);
+    const PlainDecimal number = plainDecimal(rest.peek(), lineEnd);
     if (number.end == nullptr) {
         return cellValue(rest.next());
     }
@@ -55,22 +52,22 @@ bool veltaGEO::loadASCFile(const QString& fileName) {
         setErrMsg(QStringLiteral("ASC file not found"));
         return false;
     }
-    std::int64_t headerEnd = 0;
-    LineReader lines(file.device(), kMaxLongLineLength);
-    for (std::int64_t lineNumber = 0; char* const line = lines.next(); ++lineNumber) {
+    LineReader lines(file.device(), kMaxAscLine);
+    std::int64_t headerLines = 0;
+    while (char* const line = lines.next()) {
         Tokenizer tokenizer(line);
         FirstTokens first;
         const std::size_t count = tokenizer.take(first);
+        const std::int64_t row = lines.number() - headerLines - 1;
         if (count == 2) {
-            if (!storeGridHeader(*this, kKeys, first[0], first[1])) {
+            if (!storeGridHeader(*this, kAscHeader, first[0], first[1])) {
                 return false;
             }
-            if (first[0] == kKeys.noData) {
-                headerEnd = lineNumber + 1;
+            if (first[0] == kAscLastKey) {
+                headerLines = lines.number();
             }
-        } else if (count == first.size() && lineNumber - headerEnd < kMaxRows) {
-            readRow(first, tokenizer, lines.lineEnd(), grid[lineNumber - headerEnd],
-                    std::min(nCols, kMaxColumns));
+        } else if (count == first.size() && row < kMaxRows) {
+            readRow(first, tokenizer, lines.lineEnd(), grid[row], std::min(nCols, kMaxColumns));
         }
     }
     isLoaded = 1;

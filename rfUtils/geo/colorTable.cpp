@@ -12,7 +12,6 @@ using namespace rfu::detail;
 
 namespace {
 
-constexpr std::size_t kMaxLineLength = 1023;
 constexpr std::int32_t kMaxEntries = std::extent_v<decltype(veltaGEO::lowValue)>;
 
 /// One range over all values that a map is likely to hold, black at its low end.
@@ -46,7 +45,7 @@ bool veltaGEO::LoadColorTable(const QString& fileName) {
         setErrMsg(QStringLiteral("CLR file not found. Unable to display in color."));
         return false;
     }
-    LineReader lines(file.device(), kMaxLineLength);
+    LineReader lines(file.device(), kMaxClrLine);
     std::int32_t lineCount = 0;
     for (; lineCount < 2 * kMaxEntries; ++lineCount) {
         char* const line = lines.next();

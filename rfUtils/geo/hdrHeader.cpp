@@ -7,14 +7,6 @@
 
 using namespace rfu::detail;
 
-namespace {
-
-constexpr std::size_t kMaxLineLength = 10239;
-
-constexpr GridHeaderKeys kKeys = {"NCOLS", "NROWS", "ULXMAP", "ULYMAP", "XDIM", "NODATA"};
-
-}  // namespace
-
 bool veltaGEO::loadHDRFile(const QString& fileName) {
     isLoaded = 0;
     RegularFile file(GetFileNameExtDel(fileName) + QLatin1String(".hdr"));
@@ -22,16 +14,16 @@ bool veltaGEO::loadHDRFile(const QString& fileName) {
         setErrMsg(QStringLiteral("HDR file not found"));
         return false;
     }
-    LineReader lines(file.device(), kMaxLineLength);
+    LineReader lines(file.device(), kMaxHdrLine);
     while (char* const line = lines.next()) {
         std::array<std::string_view, 3> tokens;
         if (Tokenizer(line).take(tokens) != 2) {
             continue;
         }
         const auto [key, value, none] = tokens;
-        if (key == "PIXELTYPE") {
+        if (key == kPixelTypeKey) {
             isFloat = value == "FLOAT" ? 1 : 0;
-        } else if (!storeGridHeader(*this, kKeys, key, value)) {
+        } else if (!storeGridHeader(*this, kHdrHeader, key, value)) {
             return false;
         }
     }

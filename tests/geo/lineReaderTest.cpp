@@ -46,6 +46,7 @@ Lines readAll(QIODevice& device, std::size_t limit) {
         const std::string whole(static_cast<const char*>(line), reader.lineEnd());
         EXPECT_LE(whole.size(), limit);
         EXPECT_EQ(*reader.lineEnd(), '\0');
+        EXPECT_EQ(static_cast<std::size_t>(reader.number()), lines.size() + 1);
         lines.emplace_back(whole.c_str());        // up to a NUL
         line[0] = line[0] == '\0' ? '\0' : '\n';  // lines may be changed at will
     }
@@ -101,6 +102,20 @@ TEST(LineReader, SplitsAtNewlinesOnly) {
     for (const auto& row : kCases) {
         EXPECT_EQ(readAll(row.bytes, 8), row.expected) << row.why;
     }
+}
+
+TEST(LineReader, TellsWhichLinesItCut) {
+    const std::string longLine(200000, 'x');
+    QByteArray data =
+        QByteArray::fromStdString("12345678\n123456789\n\n" + longLine + "\n1\n" + longLine);
+    QBuffer buffer(&data);
+    buffer.open(QIODevice::ReadOnly);
+    LineReader reader(buffer, 8);
+    for (const bool isCut : {false, true, false, true, false, true}) {
+        ASSERT_NE(reader.next(), nullptr);
+        EXPECT_EQ(reader.isCut(), isCut) << reader.number();
+    }
+    EXPECT_EQ(reader.next(), nullptr);
 }
 
 TEST(LineReader, DropsTheRestOfALineLongerThanItsMemory) {

@@ -17,19 +17,51 @@ inline constexpr char kTooManyColumns[] = "Too many columns in the file. Unable 
 inline constexpr char kTooManyRows[] = "Too many rows in the file. Unable to open";
 inline constexpr char kRasterLoaded[] = "Raster file loaded";
 
-/// The names that a raster format gives to the size and place of a map.
-struct GridHeaderKeys {
-    std::string_view nCols;
-    std::string_view nRows;
-    std::string_view originX;
-    std::string_view originY;
-    std::string_view cellSize;
-    std::string_view noData;
+/// A header key that holds an integer, and the message where it exceeds its limit.
+struct SizeKey {
+    std::string_view key;
+    std::int32_t veltaGEO::*field;
+    std::int32_t limit;
+    const char* refusal;
 };
 
-/// Stores the value of one header line if its key is among the format's names. False, with the
-/// message set and the value stored, where it is a size that the grid cannot hold.
-bool storeGridHeader(veltaGEO& map, const GridHeaderKeys& keys, std::string_view key,
+/// A header key that holds a decimal number.
+struct PlaceKey {
+    std::string_view key;
+    float veltaGEO::*field;
+};
+
+/// The keys of a raster format's header lines, which have two tokens: key and value.
+struct GridHeader {
+    SizeKey sizes[2];
+    PlaceKey places[4];
+};
+
+/// Rows of an ASC grid are counted from the line after this key.
+inline constexpr std::string_view kAscLastKey = "NODATA_value";
+
+/// Tells floats from integers in an HDR, beside the keys of kHdrHeader.
+inline constexpr std::string_view kPixelTypeKey = "PIXELTYPE";
+
+inline constexpr GridHeader kAscHeader = {
+    {{"ncols", &veltaGEO::nCols, kMaxColumns, kTooManyColumns},
+     {"nrows", &veltaGEO::nRows, kMaxRows, kTooManyRows}},
+    {{"xllcorner", &veltaGEO::originX},
+     {"yllcorner", &veltaGEO::originY},
+     {"cellsize", &veltaGEO::cellSize},
+     {kAscLastKey, &veltaGEO::noData}}};
+
+inline constexpr GridHeader kHdrHeader = {
+    {{"NCOLS", &veltaGEO::nCols, kMaxColumns, kTooManyColumns},
+     {"NROWS", &veltaGEO::nRows, kMaxRows, kTooManyRows}},
+    {{"ULXMAP", &veltaGEO::originX},
+     {"ULYMAP", &veltaGEO::originY},
+     {"XDIM", &veltaGEO::cellSize},
+     {"NODATA", &veltaGEO::noData}}};
+
+/// Stores the value of a header line if the format has its key. False, with the message set and
+/// the value stored, for a size beyond its limit.
+bool storeGridHeader(veltaGEO& map, const GridHeader& header, std::string_view key,
                      std::string_view value);
 
 }  // namespace rfu::detail

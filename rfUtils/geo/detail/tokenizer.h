@@ -8,7 +8,7 @@
 
 namespace rfu::detail {
 
-/// Longest text of a token; what is longer is cut.
+/// Characters that count in a token; the rest is cut.
 inline constexpr std::size_t kMaxTokenLength = 63;
 
 enum class CharClass : unsigned char { Separator, Token, Quote, End };
@@ -29,17 +29,25 @@ constexpr CharClass classOf(char c) noexcept {
     return kCharClasses[static_cast<unsigned char>(c)];
 }
 
-/// One token where it stands in its line, quote characters included.
+/// A token in its line, quote characters included, or the end of the line.
 struct RawToken {
     const char* begin;
     const char* end;
-    bool quoted;  // holds quote characters, which are no part of the token's text
+    std::size_t length;  // of its text: without quote characters, before it is cut
 
-    bool atLineEnd() const noexcept { return begin == end; }
+    bool atLineEnd() const noexcept { return length == 0; }
+    bool hasQuotes() const noexcept { return length != static_cast<std::size_t>(end - begin); }
+    bool isCut() const noexcept { return length > kMaxTokenLength; }
 };
 
-/// The rest of a token from its first quote character on; `length` characters of its text came
-/// before it and are counted on.
+inline const char* skipSeparators(const char* cursor) noexcept {
+    while (classOf(*cursor) == CharClass::Separator) {
+        ++cursor;
+    }
+    return cursor;
+}
+
+/// Finds the end of a token from its first quote character on and adds the length of that text.
 inline const char* endOfQuotedToken(const char* cursor, std::size_t& length) noexcept {
     bool inQuotes = false;
     for (;; ++cursor) {
@@ -55,30 +63,28 @@ inline const char* endOfQuotedToken(const char* cursor, std::size_t& length) noe
     }
 }
 
-/// The next token of a NUL-terminated line and moves the cursor behind it; atLineEnd() where none
-/// is left. Quotes with nothing in them make no token.
+/// Takes the next token of a NUL-terminated line and moves the cursor behind it. A pair of quotes
+/// without text makes no token.
 inline RawToken nextRawToken(const char*& cursor) noexcept {
     for (;;) {
-        while (classOf(*cursor) == CharClass::Separator) {
-            ++cursor;
-        }
-        const char* const begin = cursor;
+        const char* const begin = skipSeparators(cursor);
+        cursor = begin;
         while (classOf(*cursor) == CharClass::Token) {
             ++cursor;
         }
-        if (classOf(*cursor) != CharClass::Quote) {
-            return {begin, cursor, false};
-        }
         auto length = static_cast<std::size_t>(cursor - begin);
-        cursor = endOfQuotedToken(cursor, length);
-        if (length > 0) {
-            return {begin, cursor, true};
+        const bool hasQuotes = classOf(*cursor) == CharClass::Quote;
+        if (hasQuotes) {
+            cursor = endOfQuotedToken(cursor, length);
+        }
+        if (!hasQuotes || length > 0) {
+            return {begin, cursor, length};
         }
     }
 }
 
-/// Writes the token's text, cut to kMaxTokenLength, and gives its length. `out` may be the place
-/// where the token stands.
+/// Writes the token's text, cut to kMaxTokenLength, and returns its length. `out` may be the
+/// token's own place in the line.
 inline std::size_t copyTokenText(const RawToken& token, char* out) noexcept {
     std::size_t length = 0;
     for (const char* c = token.begin; c != token.end && length < kMaxTokenLength; ++c) {
@@ -89,8 +95,8 @@ inline std::size_t copyTokenText(const RawToken& token, char* out) noexcept {
     return length;
 }
 
-/// Walks over the tokens of a NUL-terminated line without copying them. Quoted tokens are compacted
-/// where they stand, so the line changes, but no other token's text does.
+/// Walks over the tokens of a NUL-terminated line without copying them: each is a view that begins
+/// at its RawToken. Quoted tokens are compacted in place, which changes no other token.
 class Tokenizer {
 public:
     explicit Tokenizer(char* line) noexcept : line_(line), cursor_(line) {}
@@ -98,26 +104,20 @@ public:
     /// The next token; empty at the end of the line (no token is empty).
     std::string_view next() noexcept {
         const RawToken token = nextRawToken(cursor_);
-        if (token.quoted) {
+        if (token.hasQuotes()) {
             char* const text = line_ + (token.begin - line_);
             return {text, copyTokenText(token, text)};
         }
-        const auto length = static_cast<std::size_t>(token.end - token.begin);
-        return {token.begin, std::min(length, kMaxTokenLength)};
+        return {token.begin, std::min(token.length, kMaxTokenLength)};
     }
 
-    /// Moves to where the next token begins, or to the end of the line.
-    const char* skipSeparators() noexcept {
-        while (classOf(*cursor_) == CharClass::Separator) {
-            ++cursor_;
-        }
-        return cursor_;
-    }
+    /// Start of the next token, or the end of the line.
+    const char* peek() noexcept { return cursor_ = skipSeparators(cursor_); }
 
-    /// Goes on behind a token that was read where it stands.
+    /// Continues behind a token that the caller has read in place.
     void continueAt(const char* tokenEnd) noexcept { cursor_ = tokenEnd; }
 
-    /// Fills the table with the next tokens; gives how many there were, at most its capacity.
+    /// Fills the table with the next tokens and returns how many there were, at most its capacity.
     template <std::size_t Capacity>
     std::size_t take(std::array<std::string_view, Capacity>& tokens) noexcept {
         std::size_t count = 0;
