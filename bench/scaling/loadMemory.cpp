@@ -1,20 +1,16 @@
 // The memory that one load takes at its highest, in a process of its own.
 //
-// usage: load_memory grid|band|catalogue|setups|traces SIZE
+// usage: load_memory grid|band|traces SIZE
 //
 // Prints two numbers of bytes: how far the load raised the process's peak, and what may be there: the
 // object that was loaded and the file.
-#include <rfUtils/catalogues/ResultSetup.h>
-#include <rfUtils/catalogues/subItemList.h>
 #include <rfUtils/geo/veltaGEO.h>
 #include <rfUtils/trace/traceRssiBuffer.h>
 
-#include <support/catalogueText.h>
 #include <support/mapText.h>
 #include <support/scratchFolder.h>
 
 #include <QTextCodec>
-#include <QtGlobal>
 
 #include <cstdio>
 #include <cstdlib>
@@ -30,10 +26,7 @@ namespace {
 
 using namespace rfu::bench;
 
-constexpr std::size_t kChoicesOfItem = 50;
 constexpr std::size_t kPoints = 1001;
-
-void dropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 /// A number of kilobytes that the kernel tells of the process, in bytes.
 long long told(const std::string& name) {
@@ -96,29 +89,6 @@ bool measureBand(int side) {
     });
 }
 
-std::string catalogueFile(int choices) {
-    return writeScratch(
-        "catalogue.json",
-        catalogueText(static_cast<std::size_t>(choices) / kChoicesOfItem, kChoicesOfItem));
-}
-
-bool measureCatalogue(int choices) {
-    const std::string name = catalogueFile(choices);
-    return measure(sizeOf(name), [&] {
-        auto list = std::make_unique<subItemList>();
-        return list->loadJson(name) ? std::move(list) : nullptr;
-    });
-}
-
-bool measureSetups(int choices) {
-    const std::string name = catalogueFile(choices);
-    qInstallMessageHandler(dropMessage);
-    return measure(sizeOf(name), [&] {
-        auto setups = std::make_unique<ResultSetup>();
-        return setups->loadJson(QString::fromStdString(name)) ? std::move(setups) : nullptr;
-    });
-}
-
 bool measureTraces(int count) {
     std::vector<double> trace(kPoints, -80.0);
     return measure(0, [&] {
@@ -133,11 +103,7 @@ bool measureTraces(int count) {
 constexpr struct {
     const char* name;
     bool (*measure)(int size);
-} kLoads[] = {{"grid", measureGrid},
-              {"band", measureBand},
-              {"catalogue", measureCatalogue},
-              {"setups", measureSetups},
-              {"traces", measureTraces}};
+} kLoads[] = {{"grid", measureGrid}, {"band", measureBand}, {"traces", measureTraces}};
 
 }  // namespace
 
@@ -149,6 +115,6 @@ int main(int argc, char** argv) {
             }
         }
     }
-    std::fprintf(stderr, "usage: load_memory grid|band|catalogue|setups|traces SIZE\n");
+    std::fprintf(stderr, "usage: load_memory grid|band|traces SIZE\n");
     return EXIT_FAILURE;
 }

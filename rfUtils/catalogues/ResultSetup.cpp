@@ -1,7 +1,6 @@
 #include <rfUtils/catalogues/ResultSetup.h>
+
 #include <rfUtils/catalogues/detail/existingFile.h>
-#include <rfUtils/catalogues/detail/plainJson.h>
-#include <rfUtils/catalogues/detail/plainSetups.h>
 #include <rfUtils/platform/VemoJsonDocument.h>
 
 #include <QDebug>
@@ -10,90 +9,26 @@
 #include <QJsonValue>
 #include <QLatin1String>
 
-#include <optional>
-#include <string_view>
-#include <utility>
-
-using rfu::detail::maybePlainBytes;
-using rfu::detail::PlainGroup;
-using rfu::detail::plainGroupsOf;
-using rfu::detail::PlainSetup;
-using rfu::detail::takePlainSetups;
-using rfu::detail::unescaped;
-
 namespace {
 
 /// Appends the setups of one group.
-class Group {
-public:
-    Group(QList<ResultSetup::SetupInfo>& setups, const QString& key)
-        : setups_(setups), setup_{key, QString()} {}
-
-    void add(std::optional<QString> label, std::optional<QString> id) {
-        if (!label) {
-            qDebug() << "Not found property at json.[label] -> " << setup_.id;
-        } else if (!id) {
-            qDebug() << "Not found property at json.[id] -> " << setup_.id;
-        } else {
-            setup_.label = *std::move(label);
-            setup_.id = *std::move(id);
-            setups_.append(setup_);
-        }
-    }
-
-private:
-    QList<ResultSetup::SetupInfo>& setups_;
-    // One record for the whole group: the messages name what was appended last, or the group.
-    ResultSetup::SetupInfo setup_;
-};
-
-/// Null for a text without data.
-QString textOf(std::string_view plain) {
-    if (plain.find('\\') != std::string_view::npos) {
-        return QString::fromStdString(unescaped(plain));
-    }
-    return QString::fromUtf8(plain.data(), static_cast<int>(plain.size()));
-}
-
-std::optional<QString> textOf(std::optional<std::string_view> member) {
-    return member ? std::optional(textOf(*member)) : std::nullopt;
-}
-
-std::optional<QString> textOf(const QJsonObject& entry, QLatin1String name) {
-    const auto member = entry.find(name);
-    if (member == entry.end()) {
-        return std::nullopt;
-    }
-    return member.value().toString();
-}
-
-void append(QList<ResultSetup::SetupInfo>& setups, PlainGroup plain) {
-    const QString key = textOf(plain.key);
-    qDebug() << key;
-    Group group(setups, key);
-    takePlainSetups(plain.setups, [&](const PlainSetup& setup) {
-        group.add(textOf(setup.label), textOf(setup.id));
-    });
-}
-
-/// Whether the file is plain; its setups are then in the list.
-bool appendPlain(QList<ResultSetup::SetupInfo>& setups, const QString& path) {
-    const QByteArray bytes = maybePlainBytes(path);
-    const auto groups = plainGroupsOf(bytes);
-    if (!groups) {
-        return false;
-    }
-    for (const PlainGroup& group : *groups) {
-        append(setups, group);
-    }
-    return true;
-}
-
 void append(QList<ResultSetup::SetupInfo>& setups, const QString& key, const QJsonArray& entries) {
-    Group group(setups, key);
+    const QLatin1String kLabel("label");
+    const QLatin1String kId("id");
+    // One record for the whole group: a message names the setup appended last, else the group.
+    ResultSetup::SetupInfo setup{key, QString()};
     for (const QJsonValue element : entries) {
         const QJsonObject entry = element.toObject();  // empty for anything but an object
-        group.add(textOf(entry, QLatin1String("label")), textOf(entry, QLatin1String("id")));
+        const auto label = entry.find(kLabel);
+        const auto id = entry.find(kId);
+        if (label == entry.end()) {
+            qDebug() << "Not found property at json.[label] -> " << setup.id;
+        } else if (id == entry.end()) {
+            qDebug() << "Not found property at json.[id] -> " << setup.id;
+        } else {
+            setup = {id.value().toString(), label.value().toString()};
+            setups.append(setup);
+        }
     }
 }
 
@@ -107,9 +42,6 @@ bool ResultSetup::loadJson(QString path) {
     if (!rfu::detail::existingFile(path)) {
         qDebug() << "Not found json file. ->" << path;
         return false;
-    }
-    if (appendPlain(setupList, path)) {
-        return true;
     }
     VemoJsonDocument document;
     document.readFile(path);

@@ -1,8 +1,6 @@
-#include <rfUtils/catalogues/detail/choiceKey.h>
-#include <rfUtils/catalogues/detail/existingFile.h>
-#include <rfUtils/catalogues/detail/plainCatalogue.h>
-#include <rfUtils/catalogues/detail/plainJson.h>
 #include <rfUtils/catalogues/subItemList.h>
+
+#include <rfUtils/catalogues/detail/existingFile.h>
 #include <rfUtils/platform/VemoJsonDocument.h>
 
 #include <QJsonArray>
@@ -14,17 +12,38 @@
 #include <algorithm>
 #include <cstdio>
 #include <limits>
+#include <locale>
 #include <optional>
 #include <utility>
-
-using rfu::detail::choiceKey;
-using rfu::detail::maybePlainBytes;
-using rfu::detail::readPlainCatalogue;
 
 namespace {
 
 constexpr char kNoId[] = "None";
 constexpr int kNoCode = -999;
+
+/// Valid for the classic locale only, where a to z alone have an upper case of one byte.
+void upperCaseAscii(std::string& text) {
+    for (char& byte : text) {
+        byte = byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
+    }
+}
+
+/// The key of a choice in its item's map. Ids of up to 15 bytes fit std::string's own buffer, so
+/// that queries by them allocate nothing.
+std::string choiceKey(const std::string& subItemId) {
+    std::string key = subItemId;
+    const std::locale locale;
+    if (locale == std::locale::classic()) {
+        upperCaseAscii(key);
+        return key;
+    }
+    // One call per byte: a facet of the application may override the overload for single bytes only.
+    const auto& letters = std::use_facet<std::ctype<char>>(locale);
+    for (char& byte : key) {
+        byte = letters.toupper(byte);
+    }
+    return key;
+}
 
 /// The choice that a file's object describes; nothing when it lacks a member.
 std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& object) {
@@ -39,24 +58,6 @@ std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& ob
     return subItem{itemId, id.value().toString().toStdString(),
                    label.value().toString().toStdString(), enumValue.value().toInt(),
                    dispSeq.value().toInt()};
-}
-
-/// Moves choices into a catalogue, where they replace those of the same ids.
-template <typename Items>
-void merge(Items& items, Items& added) {
-    items.merge(added);  // leaves behind what is an item already
-    for (auto& [itemId, choices] : added) {
-        auto& known = items[itemId];
-        for (auto& [key, choice] : choices) {
-            known.insert_or_assign(key, std::move(choice));
-        }
-    }
-}
-
-/// Stops at the largest number.
-void countArrays(std::int32_t& count, std::int64_t more) {
-    count = static_cast<std::int32_t>(
-        std::min<std::int64_t>(count + more, std::numeric_limits<std::int32_t>::max()));
 }
 
 /// The id of the first record that the predicate accepts, else `none`.
@@ -77,11 +78,6 @@ bool subItemList::loadJson(const std::string& path) {
     if (!rfu::detail::existingFile(file)) {
         return false;
     }
-    if (auto plain = readPlainCatalogue(maybePlainBytes(file))) {
-        merge(itemList, plain->items);
-        countArrays(itemListCount, plain->arrays);
-        return true;
-    }
     VemoJsonDocument document;
     document.readFile(file);
     if (document.hasError()) {
@@ -100,7 +96,9 @@ bool subItemList::loadJson(const std::string& path) {
                 store(std::move(*choice));
             }
         }
-        countArrays(itemListCount, 1);
+        if (itemListCount < std::numeric_limits<std::int32_t>::max()) {
+            ++itemListCount;
+        }
     }
     return true;
 }
