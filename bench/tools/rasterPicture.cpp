@@ -1,6 +1,6 @@
 // What `rfutils raster --png` does with a map: reading and colouring it, beside writing the picture.
-#include "raster/rasterFile.h"
-#include "raster/rasterImage.h"
+#include "analysis/maps/rasterFile.h"
+#include "analysis/maps/rasterImage.h"
 #include "support/picture.h"
 
 #include "support/random.h"
@@ -14,6 +14,7 @@
 
 namespace {
 
+using namespace rfu;
 using namespace rfu::bench;
 
 constexpr int kSide = 2048;

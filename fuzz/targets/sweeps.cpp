@@ -1,5 +1,5 @@
 // The reader of recordings behind `rfutils trace`. Holds for any bytes:
-// - reading ends, at the end of the file or with a failure of status 1 that names the file;
+// - reading ends, at the end of the file or with an InputError that names the file;
 // - every level is -999, for none, or lies between -999 and 999;
 // - the sweeps of a recording have as many levels each as its frequency axis has points, or as its
 //   first trace has levels; the axis is finite and ends above its first point;
@@ -14,14 +14,15 @@
 #include "support/require.h"
 #include "support/scratchFile.h"
 
-#include "support/errors.h"
-#include "trace/sweepReader.h"
+#include "analysis/recordings/sweepReader.h"
+#include "analysis/support/inputError.h"
 
 #include <cmath>
 #include <map>
 #include <optional>
 #include <set>
 
+using namespace rfu;
 using namespace rfu::fuzz;
 
 namespace {
@@ -59,10 +60,9 @@ Recording read(const QString& file, std::size_t learned) {
         }
         recording.points = reader.axis().points;
         recording.end = reader.axis().end;
-    } catch (const Failure& failure) {
-        REQUIRE(failure.exitStatus == kExitBadInput);
-        REQUIRE(failure.message.rfind(file.toStdString() + ':', 0) == 0);
-        recording.failure = failure.message;
+    } catch (const rfu::InputError& error) {
+        REQUIRE(error.file() == file);
+        recording.failure = error.message();
     }
     return recording;
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that every include between rooms is one that docs/architecture.md allows.
+"""Checks that every include is one that docs/architecture.md allows.
 
 usage: includes.py REPOSITORY
 """
@@ -7,75 +7,77 @@ import pathlib
 import re
 import sys
 
-# room: the rooms whose public headers it may include beside its own
+LIBRARY = {f"rfUtils/{room}" for room in
+           ("units", "presentation", "catalogues", "initial", "trace", "geo", "platform")}
+EVERY_ROOM = LIBRARY | {"rfUtils/detail"}
+# folder: the folders whose headers it may include beside its own; private ones only in its own room
+# and in rfUtils/detail
 MAY_USE = {
-    "detail": set(),
-    "platform": {"detail"},
-    "units": {"detail"},
-    "presentation": {"units", "platform", "detail"},
-    "catalogues": {"platform", "detail"},
-    "initial": {"detail"},
-    "trace": {"detail"},
-    "geo": {"detail"},
+    "rfUtils/detail": set(),
+    "rfUtils/platform": {"rfUtils/detail"},
+    "rfUtils/units": {"rfUtils/detail"},
+    "rfUtils/presentation": {"rfUtils/units", "rfUtils/platform", "rfUtils/detail"},
+    "rfUtils/catalogues": {"rfUtils/platform", "rfUtils/detail"},
+    "rfUtils/initial": {"rfUtils/detail"},
+    "rfUtils/trace": {"rfUtils/detail"},
+    "rfUtils/geo": {"rfUtils/detail"},
+    "analysis/support": EVERY_ROOM,
+    "analysis/recordings": EVERY_ROOM | {"analysis/support"},
+    "analysis/statistics": EVERY_ROOM | {"analysis/support", "analysis/recordings"},
+    "analysis/maps": EVERY_ROOM | {"analysis/support"},
+    "analysis/plots": EVERY_ROOM | {"analysis/support"},
+    "tools/rfutils": LIBRARY | {"analysis/support", "analysis/recordings", "analysis/statistics",
+                                "analysis/maps", "analysis/plots"},
+    "examples": LIBRARY,
 }
-# Qt modules and other libraries that a public header may not bring to its users.
+# Libraries that a public header must not bring to its users.
 HEAVY = re.compile(r"#include <(Qt(Gui|Widgets)|QFont|QGui|QImage|iostream|regex|filesystem)")
-INCLUDE = re.compile(r'^\s*#\s*include\s+(?:<(rfUtils/[^>]+)>|"([^"]+)")', re.M)
+# The middle floor neither prints nor reads options nor ends the process.
+OUTPUT = re.compile(r"#include <(iostream|cstdio|QCommandLine)|\b(std::exit|std::abort|qDebug)\(")
+INCLUDE = re.compile(r'^\s*#\s*include\s+[<"]((?:rfUtils|analysis)/[^>"]+|[^>"]*\.\./[^>"]+)', re.M)
 
 
 def room_of(path):
-    """rfUtils/<room>/x.h -> room; a header directly under rfUtils/ belongs to everyone."""
+    """The folder of the table that a file or an include belongs to; None for headers of everyone."""
     parts = pathlib.PurePosixPath(path).parts
-    return parts[1] if len(parts) > 2 else None
+    if parts[0] == "examples":
+        return "examples"
+    return "/".join(parts[:2]) if len(parts) > 2 else None
 
 
-def complaints_of_room_file(path, text):
+def complaints(path, text):
     room = room_of(path)
-    for match in INCLUDE.finditer(text):
-        target = match.group(1)
-        if target is None:
-            if ".." in match.group(2):
-                yield f'includes "{match.group(2)}": a relative path stays in its own room'
-            continue
+    if room not in {*MAY_USE, None}:
+        yield "the room is not in the table"
+        return
+    for target in INCLUDE.findall(text):
         other = room_of(target)
-        if other is None or other == room:
-            continue
-        if room is None or other not in MAY_USE[room]:
+        if ".." in target:
+            yield f'includes "{target}": a relative path stays in its own room'
+        elif other not in (None, room) and (room is None or other not in MAY_USE[room]):
             yield f"may not use the room {other} ({target})"
-        if other != "detail" and "/detail/" in target:
+        elif "/detail/" in target and other not in (room, "rfUtils/detail"):
             yield f"includes another room's private header {target}"
-    public_header = path.endswith(".h") and "/detail/" not in path
-    if public_header:
+    if path.startswith("rfUtils/") and path.endswith(".h") and "/detail/" not in path:
         if HEAVY.search(text):
             yield "is a public header and includes more than its users need"
-        if "rfUtils/detail/" in text or f"rfUtils/{room}/detail/" in text:
+        if "/detail/" in "".join(INCLUDE.findall(text)):
             yield "is a public header and includes a private one, which is not installed"
-
-
-def complaints_of_surface_user(text):
-    for match in INCLUDE.finditer(text):
-        if match.group(1) and "/detail/" in match.group(1):
-            yield f"uses more than the installed surface ({match.group(1)})"
+    if path.startswith("analysis/") and OUTPUT.search(text):
+        yield "prints, reads options or ends the process, which is left to the command"
 
 
 def main():
     root = pathlib.Path(sys.argv[1])
-    files = 0
+    files = [file for folder in ("rfUtils", "analysis", "tools", "examples")
+             for file in sorted((root / folder).rglob("*")) if file.suffix in (".h", ".cpp")]
     failures = []
-    for folder in ("rfUtils", "tools", "examples"):
-        for file in sorted((root / folder).rglob("*")):
-            if file.suffix not in (".h", ".cpp"):
-                continue
-            files += 1
-            path = file.relative_to(root).as_posix()
-            text = file.read_text(encoding="utf-8")
-            check = (complaints_of_room_file(path, text) if folder == "rfUtils"
-                     else complaints_of_surface_user(text))
-            failures += [f"{path}: {complaint}" for complaint in check]
-            if folder == "rfUtils" and room_of(path) not in {*MAY_USE, None}:
-                failures.append(f"{path}: the room is not in the table")
-    print("\n".join(failures) if failures else f"{files} files keep to their rooms")
-    return 1 if failures or files == 0 else 0
+    for file in files:
+        path = file.relative_to(root).as_posix()
+        failures += [f"{path}: {complaint}"
+                     for complaint in complaints(path, file.read_text(encoding="utf-8"))]
+    print("\n".join(failures) if failures else f"{len(files)} files keep to their rooms")
+    return 1 if failures or not files else 0
 
 
 sys.exit(main())

@@ -5,9 +5,9 @@
 
 #include <QJsonDocument>
 
-#include "support/errors.h"
+#include "analysis/recordings/sweepReader.h"
+#include "analysis/support/inputError.h"
 #include "support/jsonFile.h"
-#include "trace/sweepReader.h"
 
 class CommandSubject : public Subject {
 public:
@@ -15,8 +15,8 @@ public:
         failure_.clear();
         try {
             read(QString::fromStdString(path));
-        } catch (const Failure& failure) {
-            failure_ = failure.message.substr(path.size());  // without the name
+        } catch (const rfu::InputError& failure) {
+            failure_ = failure.message().substr(path.size());  // without the name
         }
         return failure_.empty();
     }
@@ -49,8 +49,8 @@ public:
 protected:
     void read(const QString& file) override {
         sweeps_.clear();
-        SweepReader reader(file, 1);
-        for (Sweep sweep; reader.next(sweep);) {
+        rfu::SweepReader reader(file, 1);
+        for (rfu::Sweep sweep; reader.next(sweep);) {
             sweeps_.push_back(sweep.levels);
         }
     }
@@ -71,7 +71,7 @@ public:
 protected:
     void read(const QString& file) override {
         object_ = {};
-        object_ = readJsonObject(file);
+        object_ = rfu::command::readJsonObject(file);
     }
 
 private:

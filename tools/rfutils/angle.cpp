@@ -2,10 +2,13 @@
 
 #include <cmath>
 
+#include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/values.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -113,3 +116,5 @@ void runDd(const QStringList& arguments) {
     table.number(decimalDegrees);
     table.finish();
 }
+
+}  // namespace rfu::command

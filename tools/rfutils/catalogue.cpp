@@ -5,10 +5,13 @@
 #include <unordered_map>
 #include <vector>
 
+#include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/jsonFile.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -121,16 +124,18 @@ void runCatalogue(const QStringList& arguments) {
     const QStringList items = line.isSet("item") ? QStringList(line.option("item")) : itemsOfFile;
     subItemList catalogue;
     if (!catalogue.loadJson(file.toStdString())) {
-        throw fileError(file, "cannot be read");
+        throw InputError(file, "cannot be read");
     }
     std::vector<subItem> choices = choicesOf(catalogue, items);
     if (line.isSet("item") && choices.empty()) {
-        throw fileError(file, "there is no item " + quoted(line.option("item").toStdString()));
+        throw InputError(file, "there is no item " + quoted(line.option("item").toStdString()));
     }
     keepOnly(choices, [&](const subItem& choice) { return query.matches(choice); });
     if (line.isSet("item") && choices.empty()) {
-        throw fileError(file, "item " + quoted(line.option("item").toStdString()) +
-                                  " has no choice with " + query.description());
+        throw InputError(file, "item " + quoted(line.option("item").toStdString()) +
+                                   " has no choice with " + query.description());
     }
     print(choices, line.format());
 }
+
+}  // namespace rfu::command

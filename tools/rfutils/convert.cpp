@@ -1,11 +1,14 @@
 #include <optional>
 
+#include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/prefixNote.h"
 #include "support/units.h"
 #include "support/values.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -117,3 +120,5 @@ void runConvert(const QStringList& arguments) {
     });
     table.finish();
 }
+
+}  // namespace rfu::command

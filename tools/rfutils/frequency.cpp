@@ -1,9 +1,12 @@
 #include <rfUtils/presentation/rfUtils.h>
 
+#include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/values.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -70,3 +73,5 @@ void runWidth(const QStringList& arguments) {
         return presentation.convertFreqWidthUnit(megahertz).toStdString();
     });
 }
+
+}  // namespace rfu::command

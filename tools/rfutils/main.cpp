@@ -6,10 +6,12 @@
 #include <iterator>
 #include <memory>
 
+#include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/errors.h"
 #include "support/output.h"
 
+namespace rfu::command {
 namespace {
 
 struct Subcommand {
@@ -82,10 +84,19 @@ void runSubcommand(const Subcommand& subcommand, const QStringList& arguments) {
                                      : new QCoreApplication(count, programArguments));
     // The system's part of a message is English like the rest of it.
     std::setlocale(LC_MESSAGES, "C");
-    subcommand.run(arguments);
+    try {
+        subcommand.run(arguments);
+    } catch (const InputError& error) {
+        throw inputError(error.message());
+    } catch (Failure& failure) {
+        if (failure.exitStatus == kExitBadUsage) {
+            failure.message += std::string(" (see rfutils ") + subcommand.name + " --help)";
+        }
+        throw;
+    }
 }
 
-void run(const QStringList& arguments) {
+void dispatch(const QStringList& arguments) {
     if (arguments.isEmpty()) {
         throw usageError("a command is missing (rfutils --help lists them)");
     }
@@ -95,45 +106,43 @@ void run(const QStringList& arguments) {
     } else if (name == QLatin1String("--version")) {
         standardOutput().write("rfutils " RFUTILS_VERSION "\n");
     } else if (const Subcommand* subcommand = findSubcommand(name)) {
-        try {
-            runSubcommand(*subcommand, arguments.mid(1));
-        } catch (Failure& failure) {
-            if (failure.exitStatus == kExitBadUsage) {
-                failure.message += std::string(" (see rfutils ") + subcommand->name + " --help)";
-            }
-            throw;
-        }
+        runSubcommand(*subcommand, arguments.mid(1));
     } else {
         throw usageError("there is no command " + quoted(name.toStdString()) +
                          " (rfutils --help lists them)");
     }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");  // pictures and their texts, no display
-    qInstallMessageHandler(dropMessage);
-    // Arguments, file names and texts are UTF-8 whatever the locale says.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments += QString::fromUtf8(argv[i]);
-    }
-    int exitStatus = EXIT_SUCCESS;
+int run(const QStringList& arguments) {
     try {
         try {
-            run(arguments);
+            dispatch(arguments);
         } catch (const Failure&) {
-            // What was printed before the error stays, and stays valid JSON.
+            // Output that precedes the error stays, as valid JSON.
             standardOutput().closeAll();
             standardOutput().flush();
             throw;
         }
         standardOutput().flush();
     } catch (const Failure& failure) {
-        printFailure(failure);
-        exitStatus = failure.exitStatus;
+        printError(failure.message);
+        return failure.exitStatus;
     }
-    return exitStatus;
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+}  // namespace rfu::command
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");  // pictures and their texts, no display
+    qInstallMessageHandler(rfu::command::dropMessage);
+    // Arguments, file names and texts are UTF-8 whatever the locale says.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments += QString::fromUtf8(argv[i]);
+    }
+    return rfu::command::run(arguments);
 }

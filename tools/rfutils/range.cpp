@@ -6,6 +6,8 @@
 #include "support/prefixNote.h"
 #include "support/units.h"
 
+namespace rfu::command {
+
 namespace {
 
 // clang-format off
@@ -108,3 +110,5 @@ void runRange(const QStringList& arguments) {
     table.integer(type).number(min).number(max).text(text);
     table.finish();
 }
+
+}  // namespace rfu::command

@@ -1,12 +1,15 @@
-#include "raster/rasterFile.h"
-#include "raster/rasterImage.h"
+#include "analysis/maps/rasterFile.h"
+#include "analysis/maps/rasterImage.h"
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
-#include "support/numbers.h"
 #include "support/picture.h"
 #include "support/sections.h"
-#include "support/singles.h"
+#include "support/singleCell.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -53,10 +56,10 @@ void printCell(const Raster& raster, const Cell& cell, const QString& file, Form
     const veltaGEO& map = *raster.map;
     requireCells(raster, file);
     if (cell.column < 0 || cell.column >= map.nCols || cell.row < 0 || cell.row >= map.nRows) {
-        throw fileError(file, "has no cell " + std::to_string(cell.column) + "," +
-                                  std::to_string(cell.row) + "; columns are 0 to " +
-                                  std::to_string(map.nCols - 1) + ", rows 0 to " +
-                                  std::to_string(map.nRows - 1));
+        throw InputError(file, "has no cell " + std::to_string(cell.column) + "," +
+                                   std::to_string(cell.row) + "; columns are 0 to " +
+                                   std::to_string(map.nCols - 1) + ", rows 0 to " +
+                                   std::to_string(map.nRows - 1));
     }
     const float value = raster.cell(cell.column, cell.row);
     TableWriter table(standardOutput(), format, {"column", "row", "value"},
@@ -127,3 +130,5 @@ void runRaster(const QStringList& arguments) {
         savePicture(draw(raster), line.option("png"));
     }
 }
+
+}  // namespace rfu::command

@@ -1,10 +1,13 @@
 #include <rfUtils/units/calculateUnit.h>
 
+#include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/units.h"
 #include "support/values.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -95,3 +98,5 @@ void runScale(const QStringList& arguments) {
     });
     table.finish();
 }
+
+}  // namespace rfu::command

@@ -4,10 +4,13 @@
 #include <QRegularExpression>
 #include <vector>
 
+#include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/jsonFile.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -47,9 +50,10 @@ void warnOfSkippedEntries(const QString& file) {
     for (const QString& message : debugMessages) {
         const QRegularExpressionMatch match = skipped.match(message);
         if (match.hasMatch()) {
-            printFailure(fileError(file, "skipped an entry without \"" +
+            const InputError error(file, "skipped an entry without \"" +
                                              match.captured(1).toStdString() + "\" after " +
-                                             match.captured(2).toStdString()));
+                                             match.captured(2).toStdString());
+            printError(error.message());
         }
     }
 }
@@ -86,7 +90,7 @@ void runSetups(const QStringList& arguments) {
     {
         const MessageCollector collector;
         if (!setups.loadJson(file)) {
-            throw fileError(file, "cannot be read");
+            throw InputError(file, "cannot be read");
         }
     }
     if (line.isSet("verbose")) {
@@ -100,3 +104,5 @@ void runSetups(const QStringList& arguments) {
     }
     table.finish();
 }
+
+}  // namespace rfu::command

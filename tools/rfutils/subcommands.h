@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+namespace rfu::command {
+
 // One function per subcommand, each in the source file of its name. They get the arguments behind
 // the subcommand's name, print to standardOutput() and throw a Failure when they cannot go on.
 void runCatalogue(const QStringList& arguments);
@@ -17,3 +19,5 @@ void runTab(const QStringList& arguments);
 void runTrace(const QStringList& arguments);
 void runUnits(const QStringList& arguments);
 void runWidth(const QStringList& arguments);
+
+}  // namespace rfu::command

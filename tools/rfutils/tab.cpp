@@ -1,14 +1,16 @@
 #include <cmath>
 
-#include "raster/rasterFile.h"
-#include "raster/rasterImage.h"
+#include "analysis/maps/mapSheet.h"
+#include "analysis/maps/rasterFile.h"
+#include "analysis/maps/rasterImage.h"
+#include "analysis/maps/tabFile.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/picture.h"
 #include "support/sections.h"
-#include "support/singles.h"
-#include "tab/mapSheet.h"
-#include "tab/tabFile.h"
+#include "support/singleCell.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -121,3 +123,5 @@ void runTab(const QStringList& arguments) {
         savePicture(drawMap(tab), line.option("png"));
     }
 }
+
+}  // namespace rfu::command

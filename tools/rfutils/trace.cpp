@@ -2,15 +2,19 @@
 #include <cmath>
 #include <limits>
 
+#include "analysis/plots/tracePlot.h"
+#include "analysis/statistics/pointStatistics.h"
+#include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/picture.h"
 #include "support/sections.h"
 #include "support/values.h"
-#include "trace/markerStatistics.h"
-#include "trace/tracePlot.h"
+#include "trace/markerOptions.h"
 #include "trace/traceTable.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -131,7 +135,7 @@ class Trace {
 public:
     Trace(const QString& file, const TraceOptions& options)
         : options_(options),
-          recording_(file, options.follow ? 1 : kLearnedSweeps),
+          recording_(file, options.follow ? 1 : kLearnedSweeps, [] { standardOutput().flush(); }),
           sweeps_(options.capacity),
           note_(options.view.unit, true),
           markerTable_(options.format, markerColumns(options), options.view, recording_.axis(),
@@ -151,7 +155,7 @@ public:
             }
         }
         if (sweeps_.count() == 0) {
-            throw fileError(recording_.file(), "holds no sweep");
+            throw InputError(recording_.file(), "holds no sweep");
         }
     }
 
@@ -277,3 +281,5 @@ void runTrace(const QStringList& arguments) {
         savePicture(draw(trace.plot()), line.option("plot"));
     }
 }
+
+}  // namespace rfu::command

@@ -1,7 +1,8 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
-#include "support/errors.h"
 #include "support/units.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -42,3 +43,5 @@ void runUnits(const QStringList& arguments) {
     }
     table.finish();
 }
+
+}  // namespace rfu::command

@@ -1,5 +1,7 @@
 #include "support/argumentOrder.h"
 
+namespace rfu::command {
+
 namespace {
 
 bool isAsciiLetter(QChar character) {
@@ -44,3 +46,5 @@ QStringList optionsFirst(const QStringList& arguments, const QStringList& option
     }
     return options + QStringList(QStringLiteral("--")) + values;
 }
+
+}  // namespace rfu::command

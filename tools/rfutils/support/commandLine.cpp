@@ -1,8 +1,11 @@
 #include "support/commandLine.h"
 
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
 #include "support/argumentOrder.h"
 #include "support/errors.h"
-#include "support/numbers.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -152,3 +155,5 @@ std::optional<double> CommandLine::frequency(const char* name) const {
     }
     return value;
 }
+
+}  // namespace rfu::command

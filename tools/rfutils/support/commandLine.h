@@ -7,6 +7,8 @@
 
 #include "support/tableWriter.h"
 
+namespace rfu::command {
+
 /// What the help of a subcommand says beside its options.
 struct Usage {
     const char* description;
@@ -62,3 +64,5 @@ private:
     QStringList values_;
     Format format_ = Format::Text;
 };
+
+}  // namespace rfu::command

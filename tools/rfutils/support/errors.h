@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QString>
 #include <string>
 #include <string_view>
+
+namespace rfu::command {
 
 /// What ends a subcommand early: one line on standard error and the exit status.
 struct Failure {
@@ -13,20 +14,15 @@ struct Failure {
 inline constexpr int kExitBadInput = 1;
 inline constexpr int kExitBadUsage = 2;
 
-/// "what is wrong", where there is neither file nor line.
+/// What is wrong, where there is no file to name; rfu::InputError names one.
 Failure inputError(std::string_view what);
-/// "FILE: what is wrong"
-Failure fileError(const QString& file, std::string_view what);
-/// "FILE:LINE: what is wrong"; lines count from 1.
-Failure lineError(const QString& file, long long line, std::string_view what);
 /// Wrong usage: the command line itself cannot be understood.
 Failure usageError(std::string_view what);
 
-/// A text of the user's for a message: in double quotes, long texts cut.
-std::string quoted(std::string_view text);
-
 /// Prints "rfutils: message" as a single line on standard error.
-void printFailure(const Failure& failure);
+void printError(const std::string& message);
 
 /// Prints "rfutils: note: what" as a single line on standard error; the command goes on.
 void printNote(const std::string& what);
+
+}  // namespace rfu::command

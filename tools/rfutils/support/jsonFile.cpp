@@ -3,8 +3,11 @@
 #include <QByteArray>
 #include <QJsonDocument>
 
+#include "analysis/support/files.h"
+#include "analysis/support/inputError.h"
 #include "support/errors.h"
-#include "support/files.h"
+
+namespace rfu::command {
 
 QJsonObject readJsonObject(const QString& file) {
     const QByteArray bytes = readWhole(file);
@@ -12,13 +15,15 @@ QJsonObject readJsonObject(const QString& file) {
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError) {
         if (bytes.trimmed().isEmpty()) {
-            throw fileError(file, "is empty (" + error.errorString().toStdString() + ")");
+            throw InputError(file, "is empty (" + error.errorString().toStdString() + ")");
         }
         const int line = 1 + bytes.left(error.offset).count('\n');
-        throw lineError(file, line, error.errorString().toStdString());
+        throw InputError(file, line, error.errorString().toStdString());
     }
     if (!document.isObject()) {
-        throw fileError(file, "the top level is not an object");
+        throw InputError(file, "the top level is not an object");
     }
     return document.object();
 }
+
+}  // namespace rfu::command

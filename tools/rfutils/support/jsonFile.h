@@ -3,6 +3,10 @@
 #include <QJsonObject>
 #include <QString>
 
+namespace rfu::command {
+
 /// The top-level object of a JSON file.
 /// @throw Failure with the line of the error when the file is no JSON object
 QJsonObject readJsonObject(const QString& file);
+
+}  // namespace rfu::command

@@ -7,6 +7,8 @@
 
 #include <unistd.h>
 
+namespace rfu::command {
+
 void Output::close() {
     const std::string ending = endings_.back();
     endings_.pop_back();
@@ -36,3 +38,5 @@ Output& standardOutput() {
     static Output output;
     return output;
 }
+
+}  // namespace rfu::command

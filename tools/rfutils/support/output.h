@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+namespace rfu::command {
+
 /// Standard output, written in large blocks. What is still held is written by flush(), which the
 /// frame calls at the end of every subcommand, also of a failing one.
 class Output {
@@ -39,3 +41,5 @@ private:
 
 /// The one standard output of the process.
 Output& standardOutput();
+
+}  // namespace rfu::command

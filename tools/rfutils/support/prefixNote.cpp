@@ -1,7 +1,10 @@
 #include "support/prefixNote.h"
 
+#include "analysis/support/inputError.h"
 #include "support/errors.h"
 #include "support/output.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -43,3 +46,5 @@ void PrefixNote::print() {
               (csvHasValues_ ? wording.remedy : ""));
     printed_ = true;
 }
+
+}  // namespace rfu::command

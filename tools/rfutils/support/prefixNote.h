@@ -4,6 +4,8 @@
 
 #include "support/units.h"
 
+namespace rfu::command {
+
 /// Says once per run what a text means that the instrument shows without its large prefix.
 class PrefixNote {
 public:
@@ -22,3 +24,5 @@ private:
     std::string text_;
     std::string meant_;
 };
+
+}  // namespace rfu::command

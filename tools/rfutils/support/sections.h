@@ -3,6 +3,8 @@
 #include "support/output.h"
 #include "support/tableWriter.h"
 
+namespace rfu::command {
+
 /// Several tables in one output: members of one object in JSON, with an empty line between them in
 /// the other formats.
 class Sections {
@@ -32,3 +34,5 @@ private:
     Format format_;
     bool first_ = true;
 };
+
+}  // namespace rfu::command

@@ -6,7 +6,9 @@
 #include <iterator>
 #include <utility>
 
-#include "support/numbers.h"
+#include "analysis/support/numbers.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -300,3 +302,5 @@ void TableWriter::finish() {
         output_.write('\n');
     }
 }
+
+}  // namespace rfu::command

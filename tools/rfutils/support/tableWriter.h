@@ -6,6 +6,8 @@
 
 #include "support/output.h"
 
+namespace rfu::command {
+
 enum class Format { Text, Csv, Json };
 
 /// What stands in text format where there is no value.
@@ -79,3 +81,5 @@ private:
 std::string jsonString(std::string_view text);
 /// A text as a CSV cell, quoted where it holds a comma, a quote or a line end.
 std::string csvCell(std::string_view text);
+
+}  // namespace rfu::command

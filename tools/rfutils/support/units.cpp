@@ -8,9 +8,12 @@
 #include <tuple>
 #include <vector>
 
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
 #include "support/errors.h"
-#include "support/numbers.h"
 #include "support/values.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -346,3 +349,5 @@ const char* LevelPresenter::prefixLeftOut(double dBm, std::string_view text) con
     const double ratio = value(dBm) / shown->value;
     return ratio > kBetweenKiloAndMega ? "M" : ratio > kBetweenOneAndKilo ? "k" : "";
 }
+
+}  // namespace rfu::command

@@ -11,6 +11,8 @@
 
 #include "support/commandLine.h"
 
+namespace rfu::command {
+
 // Units by the names that users type, and the way between them over a level in dBm.
 
 /// The antenna that field units refer to.
@@ -91,3 +93,5 @@ private:
     QString unit_;
     std::string unitName_;
 };
+
+}  // namespace rfu::command

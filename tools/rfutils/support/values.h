@@ -4,9 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/support/inputError.h"
+#include "analysis/support/lineReader.h"
+#include "analysis/support/numbers.h"
 #include "support/errors.h"
-#include "support/lineReader.h"
-#include "support/numbers.h"
+#include "support/output.h"
+
+namespace rfu::command {
 
 /// A value that cannot be used. It does not know where it stands; forEachValue does.
 struct BadValue {
@@ -36,7 +40,7 @@ void forEachValue(const QStringList& arguments, Use use) {
     if (!arguments.isEmpty()) {
         return;
     }
-    LineReader lines(kStandardInput);
+    LineReader lines(kStandardInput, [] { standardOutput().flush(); });
     std::string_view line;
     while (lines.next(line)) {
         if (trimmed(line).empty()) {
@@ -45,7 +49,9 @@ void forEachValue(const QStringList& arguments, Use use) {
         try {
             use(line);
         } catch (const BadValue& bad) {
-            throw lineError(lines.file(), lines.number(), bad.what);
+            throw InputError(lines.file(), lines.number(), bad.what);
         }
     }
 }
+
+}  // namespace rfu::command

@@ -3,8 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "analysis/statistics/pointStatistics.h"
 #include "support/output.h"
-#include "trace/markerStatistics.h"
+
+namespace rfu::command {
 
 namespace {
 
@@ -139,3 +141,5 @@ void TraceTable::finish() {
         note_.print();
     }
 }
+
+}  // namespace rfu::command

@@ -2,11 +2,13 @@
 
 #include <optional>
 
+#include "analysis/recordings/markers.h"
+#include "analysis/statistics/sweepStore.h"
 #include "support/prefixNote.h"
 #include "support/tableWriter.h"
 #include "support/units.h"
-#include "trace/markers.h"
-#include "trace/sweepStore.h"
+
+namespace rfu::command {
 
 /// How the levels of a recording are shown.
 struct LevelView {
@@ -52,3 +54,5 @@ private:
     PrefixNote& note_;
     std::optional<TableWriter> table_;
 };
+
+}  // namespace rfu::command

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QImage>
+#include <string>
+#include <vector>
+
+namespace rfu {
+
+/// Maximum, average and minimum over the points of a recording. Levels are in `levelUnit`, NaN
+/// where nothing was measured; the three curves have a level for each place.
+struct TracePlot {
+    struct Mark {
+        std::string label;
+        std::size_t point;
+    };
+
+    std::string title;
+    std::string levelUnit;
+    std::string placeName;       // of the horizontal axis, with its unit
+    std::vector<double> places;  // of the points, ascending
+    double end = 0.0;            // of the horizontal axis, which begins at the first place
+    bool isCounted = false;      // whether only whole places mean something
+    std::vector<double> maximum;
+    std::vector<double> average;
+    std::vector<double> minimum;
+    std::vector<Mark> marks;
+};
+
+/// Needs a QGuiApplication for its fonts.
+QImage draw(const TracePlot& plot);
+
+}  // namespace rfu

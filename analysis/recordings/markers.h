@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/recordings/sweepReader.h"
+
+namespace rfu {
+
+/// A marker as the user names it: a frequency, or the number of a point.
+struct MarkerRequest {
+    std::string name;
+    std::optional<double> frequency;  // MHz
+    std::optional<int> point;         // counted from 0
+};
+
+/// A marker on a point of the recording.
+struct Marker {
+    std::string name;
+    int point;
+};
+
+/// Puts the markers on the points of a recording; a frequency gets the nearest one, the lower of
+/// two equally near.
+/// @param points number of points, also of a recording without frequencies
+/// @throw InputError for a marker outside the recording
+std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
+                                 const SweepReader& recording, std::size_t points);
+
+}  // namespace rfu

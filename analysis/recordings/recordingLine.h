@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace rfu {
+
+class LineReader;
+
+// One line of a recording of sweeps, in either of the two shapes
+//   date, time, Hz low, Hz high, Hz step, samples, dB, dB, ...    as rtl_power and hackrf_sweep
+//   write dB, dB, ...                                                   a whole trace without
+//   frequencies
+// What cannot be read ends in an InputError that names file and line.
+
+/// The range that one tuning of the receiver covers, and the bins in it.
+struct Hop {
+    double low;   // Hz
+    double high;  // Hz
+    double step;  // Hz
+
+    /// Number of bins between low and high.
+    std::size_t points() const;
+};
+
+bool operator==(const Hop& a, const Hop& b);
+
+/// "88000000 to 90500000 Hz in steps of 39062.5 Hz"
+std::string describe(const Hop& hop);
+
+struct HopLine {
+    std::string time;           // "2024-05-04 21:15:00.308551", as many decimals as the line has
+    std::int64_t microseconds;  // the same as a number
+    Hop hop;
+    std::string_view levels;  // the fields behind the head; part of the line
+};
+
+/// Whether the line begins with a date, as the lines of a sweep do.
+bool looksLikeHop(std::string_view line);
+
+/// Whether the line begins with a level or an empty field, as a trace without frequencies does.
+bool looksLikeTrace(std::string_view line);
+
+/// The line's head; its levels are left for readLevels().
+HopLine readHopLine(std::string_view line, const LineReader& where);
+
+/// Number of comma separated fields.
+std::size_t countFields(std::string_view fields);
+
+/// Reads comma separated levels in dBm. The first `wanted` are stored, all are checked. A level
+/// that was not measured (an empty field, "nan", "inf", "-inf") is stored as
+/// traceRssiBuffer::kNoMeasurement.
+/// @return number of fields
+std::size_t readLevels(std::string_view fields, double* levels, std::size_t wanted,
+                       const LineReader& where);
+
+}  // namespace rfu

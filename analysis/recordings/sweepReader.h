@@ -1,0 +1,119 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/recordings/recordingLine.h"
+#include "analysis/support/lineReader.h"
+
+namespace rfu {
+
+/// All levels that were measured in one go.
+struct Sweep {
+    std::string time;            // of its first line; empty where the recording has no times
+    std::vector<double> levels;  // dBm, one per point; traceRssiBuffer::kNoMeasurement for none
+};
+
+/// Where the points of a sweep lie.
+struct FrequencyAxis {
+    std::vector<double> points;  // MHz, where the bin of each point begins
+    double end = 0.0;            // MHz, where the last bin ends
+};
+
+/// Reads a recording sweep by sweep; holds a few sweeps, however long the recording is.
+///
+/// The first line that is not blank decides: with a date in front it is a recording of hops, else
+/// every line is one trace without frequencies, and all traces have as many levels as the first.
+///
+/// Hops belong to one sweep until
+///  - a hop comes that the sweep already has;
+///  - the sweep has all hops (once the hops are known);
+///  - the time stamp moves from line to line and the hop is no later than the one before in the
+///    order in which the first sweep came. A sweep that lost hops thus borrows none from the next;
+///    a stamp that moves while the order goes on is a second that rolls over;
+///  - the time stamp moves by more than a second, or by more than the longest such step within the
+///    first sweep, if that is longer.
+/// The first sweep ends where a hop comes again. If the time moved by more within it than it does
+/// there, the recording began in the middle of a sweep, and the largest step is the bound.
+///
+/// The hops of the sweeps that are learned from, in order of frequency, make the points of all
+/// sweeps; what a sweep lacks was not measured, and a hop that comes later for the first time is an
+/// error. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
+/// level of a line.
+class SweepReader {
+public:
+    /// @param learned how many sweeps are read before the first is handed out, to learn their
+    /// hops; one where nobody may wait
+    /// @param beforeRead see LineReader
+    /// @throw InputError when the file cannot be read
+    SweepReader(const QString& file, std::size_t learned, std::function<void()> beforeRead = {});
+
+    /// Once the hops are learned it returns as soon as a sweep is known to be complete, without
+    /// waiting for more input than that takes.
+    /// @return false at the end
+    /// @throw InputError at the first line that makes no sense
+    bool next(Sweep& sweep);
+
+    /// Whether the recording says at which frequencies it was measured; known after the first
+    /// sweep.
+    bool hasFrequencies() const { return !axis_.points.empty(); }
+    /// Known after the first sweep.
+    const FrequencyAxis& axis() const { return axis_; }
+    const QString& file() const { return lines_.file(); }
+
+private:
+    enum class Shape { Unknown, Hops, Traces };
+
+    struct Place {
+        Hop hop;
+        std::size_t firstLevel;  // in the levels of a sweep
+        long long turn;          // in the order of arrival; see lastTurn_ for one that is new
+        long long sweep;         // the last one that has it
+    };
+
+    bool nextLine(std::string_view& line);
+    bool nextTrace(Sweep& sweep);
+    bool nextHopLine();
+    void learn();
+    void learnFirstLines();
+    void numberTurns();
+    bool readSweep();
+    bool beginsSweep(const Place* place) const;
+    void closeSweep(Sweep& sweep);
+    Place* find(const Hop& hop);
+    Place* add(const Hop& hop);
+    void take(Place& place);
+    void arrange();
+    std::int64_t timeStep() const;
+    [[noreturn]] void fail(const std::string& what) const;
+
+    LineReader lines_;
+    Shape shape_ = Shape::Unknown;
+    std::string_view firstLine_;
+    std::size_t traceLength_ = 0;
+
+    std::size_t learned_;
+    bool isLearning_ = true;
+    std::optional<HopLine> pending_;  // read, but not yet taken into a sweep
+    std::map<double, Place> places_;  // by Hz low
+    std::vector<Place*> order_;       // by turn; those new in the open sweep behind
+    std::size_t points_ = 0;          // of all places
+    FrequencyAxis axis_;
+    std::int64_t longestPause_ = 1000000;  // microseconds from line to line within a sweep
+
+    std::deque<Sweep> learnedSweeps_;
+    // The sweep that is being read.
+    Sweep open_;
+    long long sweep_ = 1;          // its number, from 1
+    std::size_t openHops_ = 0;     // that it has
+    const Place* last_ = nullptr;  // of its last line
+    long long lastTurn_ = -1;      // of its last hop that was not new
+    std::int64_t lastTime_ = 0;    // of its last line
+};
+
+}  // namespace rfu

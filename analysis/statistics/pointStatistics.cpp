@@ -1,0 +1,71 @@
+#include "analysis/statistics/pointStatistics.h"
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace rfu {
+
+namespace {
+
+constexpr double kNone = traceRssiBuffer::kNoMeasurement;
+
+/// The larger half of an even count starts behind the middle.
+double medianOf(std::vector<double> levels) {
+    const auto middle = levels.begin() + static_cast<std::ptrdiff_t>(levels.size() / 2);
+    std::nth_element(levels.begin(), middle, levels.end());
+    if (levels.size() % 2 == 1) {
+        return *middle;
+    }
+    return (*std::max_element(levels.begin(), middle) + *middle) / 2.0;
+}
+
+}  // namespace
+
+PointStatistics summarise(const traceRssiBuffer& buffer, int marker, double limit) {
+    PointStatistics result;
+    // Levels that were not measured are the only ones that are not above their own mark.
+    buffer.getCountLimitMarkerPower(marker, kNone, &result.count);
+    buffer.getCountLimitMarkerPower(marker, std::max(limit, kNone), &result.above);
+    if (result.count == 0) {
+        return result;
+    }
+    double level = 0.0;
+    buffer.getAverageMarkerPower(marker, &level);
+    result.average = level;
+    buffer.getMaxMarkerPower(marker, &level);
+    result.maximum = level;
+    buffer.getMinMarkerPower(marker, &level);
+    result.minimum = level;
+    return result;
+}
+
+LevelDistribution distributionOf(const traceRssiBuffer& buffer, int marker) {
+    std::vector<double> levels;
+    buffer.getDataMarkerPower(levels, marker);
+    const auto strongest = std::max_element(levels.begin(), levels.end());
+    if (strongest == levels.end() || *strongest == kNone) {
+        return {};
+    }
+    LevelDistribution result;
+    result.strongest = static_cast<std::size_t>(strongest - levels.begin());
+    levels.erase(std::remove(levels.begin(), levels.end(), kNone), levels.end());
+
+    const auto count = static_cast<double>(levels.size());
+    double power = 0.0;
+    double sum = 0.0;
+    for (const double level : levels) {
+        power += std::pow(10.0, level / 10.0);
+        sum += level;
+    }
+    double squares = 0.0;
+    for (const double level : levels) {
+        squares += (level - sum / count) * (level - sum / count);
+    }
+    result.powerMean = 10.0 * std::log10(power / count);
+    result.median = medianOf(levels);
+    result.deviation = std::sqrt(squares / count);
+    return result;
+}
+
+}  // namespace rfu

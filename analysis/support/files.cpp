@@ -1,0 +1,70 @@
+#include "analysis/support/files.h"
+
+#include <QFile>
+#include <cerrno>
+
+#include "analysis/support/inputError.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace rfu {
+
+namespace {
+
+void refuseUnlessRegular(const QString& name, const struct stat& status) {
+    if (!S_ISREG(status.st_mode)) {
+        throw InputError(name,
+                         S_ISDIR(status.st_mode) ? "Is a directory" : "is not a regular file");
+    }
+}
+
+/// @throw InputError where no regular file opens
+void openRegular(QFile& file, const QString& name) {
+    struct stat status {};
+    // Merely opening a device may do something to it.
+    if (::stat(QFile::encodeName(name).constData(), &status) == 0) {
+        refuseUnlessRegular(name, status);
+    }
+    // Waits for nobody, also where a FIFO stands under the name by now, and takes no terminal as
+    // the process's own.
+    const int descriptor = openForReading(name, O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0 ||
+        !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ||
+        ::fstat(descriptor, &status) != 0) {
+        throw InputError(name, qt_error_string(errno).toStdString());
+    }
+    // What has been opened decides: the name may lead elsewhere meanwhile.
+    refuseUnlessRegular(name, status);
+}
+
+}  // namespace
+
+int openForReading(const QString& name, int flags) {
+    const QByteArray native = QFile::encodeName(name);
+    int descriptor = -1;
+    do {
+        descriptor = ::open(native.constData(), O_RDONLY | O_CLOEXEC | flags);
+    } while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
+void requireReadable(const QString& name) {
+    QFile file;
+    openRegular(file, name);
+}
+
+QByteArray readWhole(const QString& name) {
+    QFile file;
+    openRegular(file, name);
+    QByteArray bytes = file.readAll();
+    // An error behind bytes that came looks like the end of the file; the next read tells.
+    char next = 0;
+    file.read(&next, sizeof next);
+    if (file.error() != QFileDevice::NoError) {
+        throw InputError(name, file.errorString().toStdString());
+    }
+    return bytes;
+}
+
+}  // namespace rfu

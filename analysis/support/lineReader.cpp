@@ -1,0 +1,87 @@
+#include "analysis/support/lineReader.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include "analysis/support/files.h"
+#include "analysis/support/inputError.h"
+
+#include <unistd.h>
+
+namespace rfu {
+
+namespace {
+
+constexpr std::size_t kBlock = 65536;
+
+int openFileOrInput(const QString& file) {
+    if (file == kStandardInput) {
+        return STDIN_FILENO;
+    }
+    const int descriptor = openForReading(file, 0);
+    if (descriptor < 0) {
+        throw InputError(file, std::strerror(errno));
+    }
+    return descriptor;
+}
+
+}  // namespace
+
+LineReader::LineReader(const QString& file, std::function<void()> beforeRead)
+    : file_(file), descriptor_(openFileOrInput(file)), beforeRead_(std::move(beforeRead)) {}
+
+LineReader::~LineReader() {
+    if (descriptor_ != STDIN_FILENO) {
+        ::close(descriptor_);
+    }
+}
+
+bool LineReader::fill() {
+    if (begin_ > 0) {
+        held_.erase(0, begin_);
+        scanned_ -= begin_;
+        begin_ = 0;
+    }
+    if (held_.size() > kLongestLine) {
+        throw InputError(file_, number_ + 1, "the line is longer than 1 MiB");
+    }
+    if (beforeRead_) {
+        beforeRead_();
+    }
+    const std::size_t before = held_.size();
+    held_.resize(before + kBlock);
+    ssize_t got = 0;
+    do {
+        got = ::read(descriptor_, held_.data() + before, kBlock);
+    } while (got < 0 && errno == EINTR);
+    held_.resize(before + (got > 0 ? static_cast<std::size_t>(got) : 0));
+    if (got < 0) {
+        throw InputError(file_, std::strerror(errno));
+    }
+    return got > 0;
+}
+
+bool LineReader::next(std::string_view& line) {
+    for (;;) {
+        const std::size_t end = held_.find('\n', scanned_);
+        const bool found = end != std::string::npos;
+        if (!found && !atEnd_) {
+            scanned_ = held_.size();
+            atEnd_ = !fill();
+            continue;
+        }
+        if (!found && begin_ == held_.size()) {
+            return false;
+        }
+        const std::size_t stop = found ? end : held_.size();
+        line = std::string_view(held_).substr(begin_, stop - begin_);
+        if (!line.empty() && line.back() == '\r') {
+            line.remove_suffix(1);
+        }
+        begin_ = scanned_ = found ? end + 1 : held_.size();
+        ++number_;
+        return true;
+    }
+}
+
+}  // namespace rfu

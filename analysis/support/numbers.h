@@ -1,0 +1,60 @@
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace rfu {
+
+// Reading and writing of numbers, the same in every locale.
+
+/// Without the blanks around it.
+std::string_view trimmed(std::string_view text);
+
+/// A whole text as a finite decimal number: sign, digits with a decimal point, exponent; blanks
+/// around it are allowed. Anything else, "inf", "nan", hexadecimal and numbers beyond the range of
+/// a double give nothing.
+std::optional<double> parseNumber(std::string_view text);
+
+/// A whole text as a decimal integer that fits an int, with blanks allowed around it.
+std::optional<int> parseInteger(std::string_view text);
+
+/// A number with what follows it: "-30 dBm" gives -30 and "dBm", "5" gives 5 and an empty unit.
+struct SplitValue {
+    double value;
+    std::string_view unit;  // part of the text that was split
+};
+std::optional<SplitValue> splitValue(std::string_view text);
+
+/// A frequency as "88.1MHz", "2.4 GHz", "100kHz", "5Hz" or a bare number of MHz.
+/// @return MHz
+std::optional<double> parseFrequency(std::string_view text);
+
+/// With u for U+00B5 and U+03BC.
+std::string withAsciiMicro(std::string_view unit);
+
+/// The unit's spelling in the vocabulary: U+00B5, U+03BC and u are one micro sign; voltage and
+/// power ("µV", "µW") are spelled with U+00B5, every other unit ("uV/m", "dBuV") with u.
+std::string withVocabularyMicro(std::string_view unit);
+
+/// The shortest text that reads back to the same number.
+class ShortestText {
+public:
+    explicit ShortestText(double value) {
+        size_ = static_cast<std::size_t>(
+            std::to_chars(buffer_.data(), buffer_.data() + buffer_.size(), value).ptr -
+            buffer_.data());
+    }
+    std::string_view view() const { return {buffer_.data(), size_}; }
+
+private:
+    std::array<char, 32> buffer_;  // the longest is "-2.2250738585072014e-308"
+    std::size_t size_;
+};
+
+/// A number with a fixed count of decimals, rounded to nearest, ties to even.
+std::string fixedText(double value, int decimals);
+
+}  // namespace rfu
