@@ -30,6 +30,7 @@ using Load = std::function<bool(Subject&, const std::string&)>;
 
 Load bytes(const std::string& content) {
     return [content](Subject& subject, const std::string& path) {
+        std::remove(path.c_str());  // rewriting in place makes some file systems wait for the disk
         std::ofstream(path, std::ios::binary) << content;
         return subject.load(path);
     };

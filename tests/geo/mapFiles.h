@@ -23,6 +23,7 @@ protected:
 
     void write(const char* name, const std::string& bytes) {
         QFile file(path(name));
+        file.remove();  // rewriting in place makes some file systems wait for the disk
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         ASSERT_EQ(file.write(bytes.data(), static_cast<qint64>(bytes.size())),
                   static_cast<qint64>(bytes.size()));

@@ -16,7 +16,9 @@ public:
         return folder_.path().toStdString() + '/' + name;
     }
 
+    /// Removes an earlier file first: rewriting one in place makes some file systems wait for the disk.
     std::string write(const std::string& name, std::string_view bytes) const {
+        std::filesystem::remove(path(name));
         std::ofstream(path(name), std::ios::binary) << bytes;
         return path(name);
     }

@@ -31,6 +31,7 @@ SampleFolder::SampleFolder() {
 
 void SampleFolder::add(const char* fileName, const std::string& bytes) const {
     QFile file(QDir(path()).filePath(QString::fromUtf8(fileName)));
+    file.remove();  // rewriting in place makes some file systems wait for the disk
     ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << fileName;
     ASSERT_EQ(file.write(bytes.data(), static_cast<qint64>(bytes.size())),
               static_cast<qint64>(bytes.size()));
