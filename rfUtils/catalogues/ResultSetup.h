@@ -6,12 +6,12 @@
 #include <QObject>
 #include <QString>
 
-/// An ordered list of result setups (id and label), read from JSON files and asked by position.
+/// An ordered list of result setups (id and label), loaded from JSON files and read by position.
 ///
 /// Belongs to the thread that created it, like any QObject.
 ///
-/// Running out of memory passes on as std::bad_alloc; setups that were appended before stay. Where
-/// it happens while Qt parses a file or writes a line of its log, Qt 5.15 ends the process.
+/// When memory runs out, std::bad_alloc reaches the caller and the setups appended so far stay. If
+/// it runs out while Qt 5.15 parses a file or writes to its log, Qt ends the process.
 class RFUTILS_EXPORT ResultSetup : public QObject {
     Q_OBJECT
 
@@ -22,41 +22,46 @@ public:
         QString label;  ///< text shown to the operator
     };
 
+    /// An empty list.
+    /// @param parent owner as with any QObject, or null
     explicit ResultSetup(QObject* parent = nullptr);
     ~ResultSetup() override;
 
-    /// Appends the setups of a file to the list. Nothing is cleared first: a second load of the
-    /// same file doubles the list, and positions of earlier setups stay valid.
+    /// Appends the setups of a file. Nothing is cleared first: loading a file twice doubles the
+    /// list, and the positions of earlier setups stay valid.
     ///
-    /// @return false when the file does not exist or cannot be parsed (the list is unchanged);
-    ///         true otherwise, also when nothing in the file was usable
-    ///
-    /// The file is a JSON object. Each member with an array is a group of setups, whose key is not
-    /// kept; each object in the array is one setup:
+    /// The file is a JSON object. Each member with an array is a group of setups (its key is not
+    /// stored), each object in the array one setup:
     ///   {"power": [{"id": "chp", "label": "Channel Power"}, {"id": "obw", "label": "OBW"}]}
-    /// Both members must be present, of any type; what is no text reads as "". Other members are
-    /// ignored. All groups feed the one list, in ascending order of their keys, not in the
-    /// order in which they stand in the file; setups of a group keep their order. Keys compare by
-    /// character code, as QJsonObject does it: "" < "10" < "9" < "Z" < "a" < "aa" < "z" < "é".
-    /// Where a key stands twice in an object, the last one counts.
+    /// Both members are required, of any type; a value that is not a string reads as "". Other
+    /// members are ignored. Groups are taken in ascending key order, whatever their order in the
+    /// file; the setups of a group keep their order. Keys compare by character code, as in
+    /// QJsonObject: "" < "10" < "9" < "Z" < "a" < "aa" < "z" < "é". Of members with the same key
+    /// the last one counts.
     ///
-    /// What it does is told in lines of Qt's message log (qDebug: debug severity, default category;
-    /// texts in double quotes, QDebug escapes in them), nothing at any other severity:
+    /// Each step logs a line to Qt's message log (qDebug: debug severity, default category, strings
+    /// in double quotes with QDebug's escapes); nothing is logged at any other severity:
     ///   missing file          Not found json file. -> "path"
     ///   unreadable file       "the reader's error text"
     ///   each top-level member "key"
-    ///   ... that is neither array nor object: also its text, which for a number is ""
+    ///   ... neither array nor object: its string value as well, "" for a number
     ///   entry without label   Not found property at json.[label] ->  "id"
     ///   entry without id      Not found property at json.[id] ->  "id"
-    /// (two blanks before the id). An element that is no object counts as an entry without label.
-    /// The id in the last two lines is that of the last setup appended from the same group, or the
-    /// group's key when there is none yet; the entry at fault itself is not named.
+    /// (two blanks before the id). An element that is not an object counts as an entry without a
+    /// label. The id in the last two lines is not that of the faulty entry: it is the id of the
+    /// setup appended last from the same group, or the group's key before the first one.
+    ///
+    /// @param path file or Qt resource
+    /// @return false, with the list unchanged, when the file does not exist or cannot be parsed;
+    ///         true otherwise, also when the file holds no usable setup
     bool loadJson(QString path);
 
-    /// The id of the setup at a position from 0; a null QString outside the list.
+    /// @param index position from 0
+    /// @return the id of the setup there; a null QString outside the list
     QString setupId(const int& index) const;
 
-    /// The label of the setup at a position from 0; a null QString outside the list.
+    /// @param index position from 0
+    /// @return the label of the setup there; a null QString outside the list
     QString setupLabel(const int& index) const;
 
 private:

@@ -6,7 +6,6 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
-#include <QLatin1String>
 #include <QString>
 
 #include <algorithm>
@@ -21,15 +20,15 @@ namespace {
 constexpr char kNoId[] = "None";
 constexpr int kNoCode = -999;
 
-/// Valid for the classic locale only, where a to z alone have an upper case of one byte.
+/// Valid in the classic locale only, where no other bytes than a to z have an upper case.
 void upperCaseAscii(std::string& text) {
     for (char& byte : text) {
         byte = byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte;
     }
 }
 
-/// The key of a choice in its item's map. Ids of up to 15 bytes fit std::string's own buffer, so
-/// that queries by them allocate nothing.
+/// The key of a choice in its item's map. Ids of up to 15 bytes fit into std::string's own buffer:
+/// queries by them allocate nothing.
 std::string choiceKey(const std::string& subItemId) {
     std::string key = subItemId;
     const std::locale locale;
@@ -37,7 +36,7 @@ std::string choiceKey(const std::string& subItemId) {
         upperCaseAscii(key);
         return key;
     }
-    // One call per byte: a facet of the application may override the overload for single bytes only.
+    // One call per byte: an application's facet may override do_toupper for single bytes only.
     const auto& letters = std::use_facet<std::ctype<char>>(locale);
     for (char& byte : key) {
         byte = letters.toupper(byte);
@@ -45,7 +44,7 @@ std::string choiceKey(const std::string& subItemId) {
     return key;
 }
 
-/// The choice that a file's object describes; nothing when it lacks a member.
+/// The choice that an object describes; nothing when it lacks a member.
 std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& object) {
     const auto label = object.find(QLatin1String("label"));
     const auto id = object.find(QLatin1String("id"));
@@ -60,7 +59,7 @@ std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& ob
                    dispSeq.value().toInt()};
 }
 
-/// The id of the first record that the predicate accepts, else `none`.
+/// The id of the first record accepted by the predicate, else `none`.
 template <typename Choices, typename Predicate>
 std::string idOfFirst(const Choices* choices, Predicate matches, const char* none) {
     if (choices == nullptr) {
@@ -91,7 +90,7 @@ bool subItemList::loadJson(const std::string& path) {
         const std::string itemId = item.key().toStdString();
         const QJsonArray elements = item.value().toArray();
         for (const QJsonValue element : elements) {
-            // anything but an object is taken as an empty one, and skipped like it
+            // toObject() of any other type is empty, and an empty object is skipped
             if (auto choice = choiceOf(itemId, element.toObject())) {
                 store(std::move(*choice));
             }
@@ -114,7 +113,7 @@ bool subItemList::addFromSubItem(const subItem& item) {
     return true;
 }
 
-/// Changes nothing where memory runs out: an item comes with its first choice or not at all.
+/// Strong exception guarantee: a new item is inserted with its first choice or not at all.
 void subItemList::store(subItem item) {
     std::string key = choiceKey(item.id);
     const auto known = itemList.find(item.itemId);
@@ -149,7 +148,7 @@ bool subItemList::getSubItemsById(const std::string& itemId,
     if (choices == nullptr) {
         return false;
     }
-    out.clear();  // a copy that fails leaves it so
+    out.clear();  // what remains if the copy throws
     out = Choices(*choices);
     return true;
 }

@@ -3,6 +3,7 @@
 #include <rfUtils/detail/fixedText.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <utility>
@@ -18,7 +19,7 @@ bool isIndex(int index) {
     return index >= 0 && index < itemInitial::kCapacity;
 }
 
-/// Writes an entry into a free slot and counts it; false where there is none.
+/// Writes an entry to the next slot and counts it; false when the table is full (null slot).
 template <typename Value>
 bool append(initialValue_t* slot, std::int32_t& count, const std::string& id, std::int32_t type,
             Value initialValue_t::*field, const Value& v) {
@@ -47,9 +48,9 @@ std::uint64_t wordAt(const char* bytes) {
     return word;
 }
 
-/// Whether two ids of one size are the same. Their first and last eight bytes, which overlap in a
-/// short id, are compared as two words: that is all of most ids, and tells nearly all others apart
-/// without a call.
+/// Fast path for ids of equal size: compares their first and last eight bytes (which overlap in a
+/// short id) as two words. That covers most ids completely and tells nearly all others apart
+/// without calling memcmp.
 bool sameBytes(const char* a, const char* b, std::size_t size) {
     constexpr std::size_t kWord = sizeof(std::uint64_t);
     if (size < kWord) {
@@ -72,7 +73,7 @@ void print(const initialValue_t& entry) {
     std::printf("***** ID: %s \n", entry.id.c_str());
     std::printf("***** Type: %d \n", entry.type);
     std::printf("***** integer: %d \n", entry.iValue);
-    // Not "%f": its decimal point follows the process's locale.
+    // Not "%f": its decimal point depends on the process's locale.
     std::printf("***** double: %.*s \n", static_cast<int>(number.view().size()),
                 number.view().data());
     std::printf("***** String: %s \n", entry.sValue.c_str());
@@ -82,7 +83,7 @@ void print(const initialValue_t& entry) {
 
 itemInitial::itemInitial() = default;
 
-/// Where the next append goes: the guard slot while the count is -1, null when the table is full.
+/// The target of the next append: the guard slot at a count of -1, null when the table is full.
 initialValue_t* itemInitial::nextSlot() {
     return count < kCapacity ? values() + count : nullptr;
 }
@@ -122,7 +123,7 @@ bool itemInitial::emptyInitialVal(int index) {
 }
 
 bool itemInitial::copyInitialVal(int from, int to) {
-    // By way of a copy, so that an entry never holds half of another when memory runs out.
+    // Passes a copy by value, so that running out of memory never leaves half an entry behind.
     return isIndex(from) && fillInitialVal(to, values()[from]);
 }
 
@@ -141,8 +142,7 @@ bool itemInitial::delInitialVal(const std::string& id) {
 }
 
 initialValue_t* itemInitial::findInitialVal(const std::string& id) {
-    // With a count of -1 nothing is in use.
-    initialValue_t* const end = values() + std::max(count, 0);
+    initialValue_t* const end = values() + std::max(count, 0);  // the count may be -1
     return firstWithId(values(), end, id) != end ? values() : nullptr;
 }
 

@@ -14,27 +14,28 @@
 
 /// The user-interface side of one instrument parameter: how it is entered and shown.
 ///
-/// The library only calls setProperty() and setFormatter(); what the values mean is the item
-/// service's affair. A library built with an external platform (RFUTILS_EXTERNAL_PLATFORM) takes
-/// the class from that platform's <ServerItem.h>. This embedded one keeps what was set, in memory
-/// and without checks, so that it can be read back; derive from it to forward the calls elsewhere.
+/// The library only calls setProperty() and setFormatter(); the item service defines what the
+/// values mean. A library built with an external platform (RFUTILS_EXTERNAL_PLATFORM) takes the
+/// class from that platform's <ServerItem.h>. This embedded class stores the values in memory,
+/// unchecked, so that they can be read back; derive from it to forward the calls.
 class RFUTILS_EXPORT ServerItem {
 public:
     virtual ~ServerItem();
 
-    /// Stores a named property; a later value of the same name replaces the earlier one.
-    /// Names are compared exactly, any name (also an empty one) and any value are accepted.
+    /// Stores a named property.
+    /// @param name any text, also an empty one; compared exactly
+    /// @param value replaces the earlier value of that name
     virtual void setProperty(const QString& name, const QVariant& value);
 
-    /// Selects the formatter by name; only the last name is kept.
+    /// Selects a formatter.
+    /// @param name replaces the name given before
     virtual void setFormatter(const QString& name);
 
-    /// The value last stored under this name; an invalid QVariant when it was never set.
-    ///   setProperty("precision", 2), property("precision") -> QVariant(2)
-    ///   property("Precision") -> invalid: letter case counts
+    /// @param name case-sensitive
+    /// @return the value last stored under this name; an invalid QVariant if there is none
     QVariant property(const QString& name) const;
 
-    /// The formatter last selected; a null QString when none was.
+    /// @return the formatter last selected; a null QString if none was
     QString formatter() const;
 
 private:

@@ -4,11 +4,10 @@
 
 #include <QByteArray>
 #include <QJsonDocument>
-#include <QJsonParseError>
 
 namespace {
 
-/// The file's bytes; on failure nothing, and the reason in `error`.
+/// The file's bytes; if it cannot be read, none, and the reason in `error`.
 QByteArray bytesOf(const QString& path, QString& error) {
     rfu::detail::RegularFile file(path);
     QByteArray bytes;

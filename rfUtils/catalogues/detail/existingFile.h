@@ -7,7 +7,7 @@
 
 namespace rfu::detail {
 
-/// QFile::exists() without the warning that Qt writes for a name with a NUL in it: no file has one.
+/// QFile::exists() without the warning that Qt logs for a name with a NUL.
 inline bool existingFile(const QString& path) {
     return !path.contains(QChar::Null) && QFile::exists(path);
 }
