@@ -13,12 +13,13 @@
 
 namespace rfu::fuzz {
 
+using namespace rfu::test;
+
 namespace {
 
 constexpr char kUntouched = 0x5A;
 constexpr std::size_t kCells = std::extent_v<decltype(veltaGEO::grid), 1>;
 constexpr std::size_t kRowBytes = kCells * sizeof(float);
-constexpr std::size_t kFieldBytes = offsetof(veltaGEO, grid);  // the message stands behind
 
 std::size_t pageSize() {
     static const auto size = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
@@ -51,22 +52,9 @@ bool sameCells(const Rows& a, const Rows& b) {
     });
 }
 
-void resetFields(veltaGEO& map) {
-    std::memset(static_cast<void*>(&map), kUntouched, kFieldBytes);
-    map.nCols = 0;
-    map.nRows = 0;
-    map.errMsg = QStringLiteral("untouched");
-}
-
-bool sameFields(const veltaGEO& a, const veltaGEO& b) {
-    return std::memcmp(static_cast<const void*>(&a), static_cast<const void*>(&b), kFieldBytes) ==
-               0 &&
-           a.errMsg == b.errMsg;
-}
-
 GuardedMap::GuardedMap() {
-    const std::size_t front = wholePages(kFieldBytes);
-    const std::size_t back = wholePages(sizeof(veltaGEO) - kFieldBytes);
+    const std::size_t front = wholePages(kMapFieldBytes);
+    const std::size_t back = wholePages(sizeof(veltaGEO) - kMapFieldBytes);
     const std::size_t size = pageSize() + front + back + pageSize();
     void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE,
                               MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
@@ -77,7 +65,7 @@ GuardedMap::GuardedMap() {
     protect(begin + size - pageSize(), pageSize(), PROT_NONE);
 
     frontGuard_ = begin + pageSize();
-    frontGuardSize_ = front - kFieldBytes;
+    frontGuardSize_ = front - kMapFieldBytes;
     map_ = new (frontGuard_ + frontGuardSize_) veltaGEO;
     backGuard_ = reinterpret_cast<char*>(map_ + 1);
     backGuardSize_ = static_cast<std::size_t>(begin + size - pageSize() - backGuard_);

@@ -1,15 +1,13 @@
 #pragma once
 
 #include <rfUtils/geo/veltaGEO.h>
+#include <tests/support/mapModel.h>
 
 #include <cstddef>
-#include <map>
-#include <vector>
 
 namespace rfu::fuzz {
 
-/// The first cells of some rows, by row.
-using Rows = std::map<int, std::vector<float>>;
+using Rows = rfu::test::MapRows;
 
 /// Whether two sets of rows hold the same bits.
 bool sameCells(const Rows& a, const Rows& b);
@@ -43,12 +41,5 @@ private:
     std::size_t backGuardSize_;
     Rows opened_;
 };
-
-/// Gives every field but the cells a start that no loader leaves: from zeros a wrong write of a
-/// zero would not show. nCols and nRows are 0.
-void resetFields(veltaGEO& map);
-
-/// Whether all fields but the cells are the same to the bit.
-bool sameFields(const veltaGEO& a, const veltaGEO& b);
 
 }  // namespace rfu::fuzz

@@ -18,6 +18,7 @@
 #include <memory>
 
 using namespace rfu::fuzz;
+using namespace rfu::test;
 
 namespace {
 
@@ -88,13 +89,7 @@ bool finish(veltaGEO& map) {
         map.errMsg = QStringLiteral("Too many rows in the file. Unable to open");
         return false;
     }
-    map.isLoaded = 1;
-    map.isValid = 1;
-    map.colorCount = 1;
-    map.lowValue[0] = -9999.0F;
-    map.highValue[0] = 9999.0F;
-    map.lowRed[0] = map.lowGreen[0] = map.lowBlue[0] = 0;
-    map.errMsg = QStringLiteral("Raster file loaded");
+    storeLoaded(map);
     return true;
 }
 

@@ -5,9 +5,9 @@
 #include "support/require.h"
 
 #include <rfUtils/detail/numberPrefix.h>
+#include <tests/support/cText.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <memory>
 
 using namespace rfu::fuzz;
@@ -19,10 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(bytes.get(), size);
     const std::string terminated(text);
 
-    REQUIRE(same(rfu::detail::decimalPrefix(text), std::strtod(terminated.c_str(), nullptr)));
-    using Limits = std::numeric_limits<std::int32_t>;
-    const long integer = std::strtol(terminated.c_str(), nullptr, 10);
-    REQUIRE(rfu::detail::integerPrefix(text) ==
-            std::clamp<long>(integer, Limits::min(), Limits::max()));
+    REQUIRE(same(rfu::detail::decimalPrefix(text), rfu::test::decimalOf(terminated)));
+    REQUIRE(rfu::detail::integerPrefix(text) == rfu::test::integerOf(terminated));
     return 0;
 }

@@ -10,10 +10,10 @@
 //   the hops up to the first that comes again or comes too early or a pause, in order of frequency;
 // - reading again gives the same.
 #include "support/input.h"
-#include "support/mapText.h"
 #include "support/require.h"
 #include "support/scratchFile.h"
 
+#include <tests/support/mapModel.h>
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/support/inputError.h"
 
@@ -111,7 +111,7 @@ std::vector<double> levelsOf(const std::string& line) {
 /// Of a recording without frequencies that has been read to its end.
 void requireTraces(const Recording& recording, std::string_view file) {
     std::size_t count = 0;
-    for (const std::string& line : linesOf(file, file.size())) {
+    for (const std::string& line : rfu::test::linesOf(file, file.size())) {
         if (!trimmedText(line).empty()) {
             REQUIRE(count < recording.sweeps.size());
             REQUIRE(recording.sweeps[count].levels == levelsOf(line));
@@ -140,7 +140,7 @@ std::int64_t microsecondsOf(const std::string& time) {
 std::vector<HopLine> hopLinesOf(std::string_view file) {
     constexpr std::size_t kHead = 6;  // fields before the levels
     std::vector<HopLine> hops;
-    for (const std::string& line : linesOf(file, file.size())) {
+    for (const std::string& line : rfu::test::linesOf(file, file.size())) {
         if (trimmedText(line).empty()) {
             continue;
         }

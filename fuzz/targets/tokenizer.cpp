@@ -3,20 +3,20 @@
 // - nothing of the record but the tokens' texts and the count changes, nor a byte on either side of
 //   it, nor the line;
 // - the loaders' tokenizer, which works in the line itself, gives the same tokens, all of them.
-#include "support/mapText.h"
 #include "support/require.h"
 
 #include <rfUtils/geo/detail/tokenizer.h>
 #include <rfUtils/geo/veltaGEO.h>
+#include <tests/support/mapModel.h>
 
 #include <cstring>
 #include <memory>
 
-using namespace rfu::fuzz;
+using namespace rfu::test;
 
 namespace {
 
-constexpr std::size_t kMostTokens = 1024;
+constexpr std::size_t kMaxTokens = 1024;
 
 struct GuardedRecord {
     char front[64];
@@ -28,7 +28,7 @@ void checkRecord(const veltaGEO& map, const std::string& line,
                  const std::vector<std::string>& tokens) {
     static GuardedRecord actual;
     static GuardedRecord expected;
-    static std::size_t used = kMostTokens;
+    static std::size_t used = kMaxTokens;
     // Only what the run before has changed.
     const std::size_t usedBytes =
         offsetof(GuardedRecord, record) + used * sizeof(stPaser::token[0]);
@@ -36,7 +36,7 @@ void checkRecord(const veltaGEO& map, const std::string& line,
         std::memset(static_cast<void*>(guarded), 0x5A, usedBytes);
         guarded->record.count = -1;
     }
-    used = std::min(tokens.size(), kMostTokens);
+    used = std::min(tokens.size(), kMaxTokens);
     for (std::size_t i = 0; i < used; ++i) {
         std::strcpy(expected.record.token[i], tokens[i].c_str());
     }

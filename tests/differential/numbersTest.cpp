@@ -1,5 +1,5 @@
+#include <support/cText.h>
 #include <support/samples.h>
-#include "cText.h"
 
 #include <rfUtils/detail/exactDecimal.h>
 #include <rfUtils/detail/fixedText.h>

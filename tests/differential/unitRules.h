@@ -1,7 +1,7 @@
 // The rules of the unit conversions, one after the other, without a table.
 #pragma once
 
-#include "cText.h"
+#include <support/cText.h>
 
 #include <QString>
 

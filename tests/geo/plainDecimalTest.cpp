@@ -1,6 +1,6 @@
 #include <rfUtils/geo/detail/plainDecimal.h>
 
-#include <differential/cText.h>
+#include <support/cText.h>
 #include <support/samples.h>
 
 #include <gtest/gtest.h>

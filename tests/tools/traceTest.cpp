@@ -1,5 +1,5 @@
-#include <differential/cText.h>
 #include <gtest/gtest.h>
+#include <support/cText.h>
 #include <support/samples.h>
 
 #include <QFile>
