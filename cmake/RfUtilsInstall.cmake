@@ -1,5 +1,12 @@
 # Installs the library, its CMake package and its pkg-config module, all relocatable.
 # The public headers are installed by their rooms (RfUtilsRoom.cmake).
+
+# A program of an enclosing project needs the shared library installed beside it, and nothing else.
+if(NOT RFUTILS_INSTALL)
+    install(TARGETS rfUtils LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_SKIP)
+    return()
+endif()
+
 include(CMakePackageConfigHelpers)
 
 set(rfutils_cmake_dir "${CMAKE_INSTALL_LIBDIR}/cmake/rfUtils")

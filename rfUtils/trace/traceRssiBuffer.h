@@ -7,6 +7,12 @@
 #include <cstddef>
 #include <vector>
 
+// Debug iterators add a member to boost::circular_buffer: an object of the program would be larger
+// than the library takes it for.
+#if BOOST_CB_ENABLE_DEBUG
+#error "librfUtils is built without BOOST_CB_ENABLE_DEBUG, which changes the layout of traceRssiBuffer"
+#endif
+
 /// The most recent traces of a power display, and the power statistics of six markers over them.
 ///
 /// A trace is one sweep: a vector of power values, one per display point. The object keeps two

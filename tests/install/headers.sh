@@ -28,5 +28,13 @@ while IFS= read -r header; do
     count=$((count + 1))
 done < <(cd "$prefix/include" && find rfUtils -name '*.h' | sort)
 expect_clean "$work/behindQt.cpp" "all headers behind Qt's"
+
+# A flag that changes the layout of a class is refused while compiling.
+if "${compilers[0]}" -std=c++17 -fPIC -fsyntax-only -DBOOST_CB_ENABLE_DEBUG=1 -I "$prefix/include" $flags \
+    "$work/behindQt.cpp" 2>"$work/refusal.txt"; then
+    echo "BOOST_CB_ENABLE_DEBUG was accepted" >&2
+    exit 1
+fi
+grep -q 'changes the layout of traceRssiBuffer' "$work/refusal.txt"
 echo "$count headers"
 test "$count" -ge 13
