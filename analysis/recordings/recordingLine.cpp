@@ -1,10 +1,8 @@
 #include "analysis/recordings/recordingLine.h"
 
+#include <rfUtils/detail/shortDecimal.h>
 #include <rfUtils/trace/traceRssiBuffer.h>
-#include <QtAlgorithms>
-#include <QtEndian>
 #include <algorithm>
-#include <cfloat>
 #include <charconv>
 #include <cmath>
 
@@ -157,49 +155,18 @@ const char* behindPlus(const char* at, const char* end) {
     throw badLine(where, quoted(field) + " is not a level in dBm");
 }
 
-constexpr std::uint64_t inEachByte(unsigned value) {
-    return 0x0101010101010101u * value;
-}
-
-/// The number that eight digits make, the first of them in the lowest byte, as values from 0 to 9.
-std::int64_t numberOfDigits(std::uint64_t digits) {
-    digits = ((digits * (10 << 8 | 1)) >> 8) & 0x00FF00FF00FF00FFu;     // pairs
-    digits = ((digits * (100 << 16 | 1)) >> 16) & 0x0000FFFF0000FFFFu;  // fours
-    return static_cast<std::int64_t>((digits * (10000ull << 32 | 1)) >> 32);
-}
-
-/// Reads a level such as "-51.23", all bytes of it at once. Allowed for up to six digits: they make
-/// an exact whole number, which is divided by an exact power of ten, and a quotient is rounded once,
-/// to the very double that std::from_chars gives.
-/// @return the comma behind the level; null where it is written in another way or stands too near
-/// the end of the line
-const char* readShortDecimal(const char* at, const char* end, double& level) {
-    static_assert(FLT_EVAL_METHOD == 0, "the quotient has to be rounded to double at once");
-    constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5};
+/// Fast path for a level such as "-51.23" that ends at a comma and not near the end of the line.
+/// @return the comma; null where the fast path does not apply
+const char* readShortLevel(const char* at, const char* end, double& level) {
+    static_assert(detail::kRoundsOnce, "the quotient has to be rounded to double at once");
     const bool isNegative = *at == '-';
     at += isNegative ? 1 : 0;
     if (end - at < 8) {
         return nullptr;
     }
-    const std::uint64_t bytes = qFromLittleEndian<quint64>(at) ^ inEachByte('0');
-    const std::uint64_t others =  // the highest bit of each byte that is no digit
-        (((bytes & inEachByte(0x7F)) + inEachByte(0x80 - 10)) | bytes) & inEachByte(0x80);
-    const std::uint64_t behindPoint = others & (others - 1);
-    if (behindPoint == 0) {
-        return nullptr;
-    }
-    const unsigned point = qCountTrailingZeroBits(others) / 8;
-    const unsigned size = qCountTrailingZeroBits(behindPoint) / 8;
-    const unsigned decimals = size - point - 1;
-    if (point == 0 || decimals == 0 || at[point] != '.' || at[size] != ',') {
-        return nullptr;
-    }
-    const std::uint64_t whole = (std::uint64_t{1} << 8 * point) - 1;
-    const std::uint64_t digits = (bytes & whole) | (bytes >> 8 & ~whole);
-    const auto magnitude =
-        static_cast<double>(numberOfDigits(digits << 8 * (9 - size))) / kPowersOfTen[decimals];
-    level = isNegative ? -magnitude : magnitude;
-    return at + size;
+    const detail::PlainDecimal number = detail::shortDecimal(at, [](char c) { return c == ','; });
+    level = isNegative ? -number.value : number.value;
+    return number.end;
 }
 
 bool endsField(const char* at, const char* end) {
@@ -229,7 +196,7 @@ double readLevel(const char*& at, const char* end, const LineReader& where) {
         return traceRssiBuffer::kNoMeasurement;
     }
     double level = 0.0;
-    at = readShortDecimal(begin, end, level);
+    at = readShortLevel(begin, end, level);
     if (at == nullptr) {
         at = readAnyLevel(begin, end, level, where);
     }
