@@ -3,7 +3,7 @@
 #include <rfUtils/detail/exactDecimal.h>
 #include <rfUtils/detail/fixedText.h>
 #include <rfUtils/detail/saturate.h>
-#include <rfUtils/units/detail/decibel.h>
+#include <rfUtils/units/detail/conversion.h>
 #include <rfUtils/units/unitTable.h>
 
 #include <QFont>
@@ -22,20 +22,20 @@
 static_assert(FLT_EVAL_METHOD == 0, "float products have to be rounded to float");
 
 using rfu::findUnit;
-using rfu::FromDbm;
 using rfu::kDbmOfOneWatt;
-using rfu::LargePrefix;
-using rfu::SmallPrefix;
+using rfu::kPrefixes;
+using rfu::needsAntenna;
+using rfu::Prefix;
+using rfu::Quantity;
 using rfu::ToDbm;
 using rfu::Unit;
-using rfu::detail::amplitudeRatio;
 using rfu::detail::antennaCorrection;
 using rfu::detail::decibelOfAmplitude;
-using rfu::detail::decibelOfPower;
 using rfu::detail::FixedText;
+using rfu::detail::fromDbm;
 using rfu::detail::kLongestExactDecimal;
+using rfu::detail::levelBeforeOffset;
 using rfu::detail::powerOfTen;
-using rfu::detail::powerRatio;
 using rfu::detail::Ties;
 using rfu::detail::toFloat;
 using rfu::detail::toInt32;
@@ -43,23 +43,17 @@ using rfu::detail::writeExactDecimal;
 
 namespace {
 
-constexpr double kSmallestShown = 0.01;       // what two decimals can show
-constexpr double kLargestInVolts = 100000.0;  // in mV; larger voltages are shown in kilovolts
-constexpr int kDecimals = 3;                  // of a level that was converted back
-constexpr int kMostDecimals = 1000000;        // Qt ends the process where too many are asked for
+constexpr double kMinShown = 0.01;           // two decimals show nothing smaller
+constexpr double kMaxMillivolts = 100000.0;  // larger voltages are shown in kilovolts
+constexpr int kLevelDecimals = 3;            // of a level that was read
+constexpr int kMaxDecimals = 1000000;        // Qt ends the process if asked for many more
 
 QString printed(double value, int decimals) {
     const FixedText text(value, decimals);
     return QString::fromLatin1(text.view().data(), static_cast<int>(text.view().size()));
 }
 
-QString withUnit(QString text, const QString& unit) {
-    text += QLatin1Char(' ');
-    text += unit;
-    return text;
-}
-
-/// Makes `unit` the object's unit, then ends the text.
+/// Makes `unit` the object's unit, then completes the text.
 QString shown(HMath& math, std::string_view number, const QString& unit, bool isUnitText) {
     math.setUnit(unit);
     const QLatin1String text(number.data(), static_cast<int>(number.size()));
@@ -67,7 +61,7 @@ QString shown(HMath& math, std::string_view number, const QString& unit, bool is
     return isUnitText ? QString(text % QLatin1Char(' ') % unit) : QString(text);
 }
 
-/// The same of a level, whose number is that of QString::setNum.
+/// The same for a level, whose number is that of QString::setNum.
 QString shownLevel(HMath& math, double level, int decimals, const QString& unit, bool isUnitText) {
     char buffer[kLongestExactDecimal];
     char* const end = std::end(buffer);
@@ -78,50 +72,42 @@ QString shownLevel(HMath& math, double level, int decimals, const QString& unit,
     return shown(math, {text.constData(), static_cast<std::size_t>(text.size())}, unit, isUnitText);
 }
 
-FromDbm fromDbmRule(const Unit* unit) noexcept {
-    return unit == nullptr ? FromDbm::Unknown : unit->fromDbm.rule;
-}
-
-ToDbm toDbmRule(const Unit* unit) noexcept {
-    return unit == nullptr ? ToDbm::Unknown : unit->toDbm.rule;
-}
-
-/// The row of a ladder's base unit.
-constexpr const Unit* baseOf(FromDbm ladder) noexcept {
+/// The first row of a quantity: the base unit of a ladder.
+constexpr const Unit* firstOf(Quantity quantity) noexcept {
     const Unit* unit = rfu::kUnits;
-    while (unit->fromDbm.rule != ladder) {
+    while (unit->quantity != quantity) {
         ++unit;
     }
     return unit;
 }
 
-constexpr const Unit* kVolt = baseOf(FromDbm::VoltLadder);
-constexpr const Unit* kWatt = baseOf(FromDbm::WattLadder);
+constexpr const Unit* kVolt = firstOf(Quantity::Voltage);
+constexpr const Unit* kWatt = firstOf(Quantity::Power);
 
-/// What a number has to reach in a step of a ladder.
+/// The smallest number that a step of a ladder shows.
 struct Threshold {
     double number;
     double logarithm;  ///< decimal
 };
 
-/// Whether 10^x may reach a threshold. A millionth below its logarithm the power of ten is two
-/// millionths of it too small, which is far beyond the error of any exponential.
+/// Whether 10^x may reach a threshold: saves the exponential where it cannot. At a millionth below
+/// the logarithm, 10^x is two millionths too small, far more than any exponential is wrong by.
 bool mayReach(Threshold threshold, double x) noexcept {
     return !(x < threshold.logarithm - 1e-6);
 }
 
-/// A unit of a ladder, and the number in it.
+/// A unit of a ladder and the number in it.
 struct Step {
     const Unit* unit;
     double number;
 };
 
 /// The first unit of a ladder whose number reaches the threshold; the base unit if none does.
-/// @param level plus the offset of a unit it is the decimal logarithm of the number in it
+/// @param level  plus the decades of a unit: the decimal logarithm of the number in it
 Step firstStep(const Unit* base, double level, Threshold threshold) noexcept {
     for (const Unit* unit = base; unit != std::end(rfu::kUnits) && unit->quantity == base->quantity;
          ++unit) {
-        const double x = level + unit->fromDbm.offset;
+        const double x = level + unit->decades;
         if (!mayReach(threshold, x)) {
             continue;
         }
@@ -138,7 +124,7 @@ double wattLevel(double dBm) noexcept {
     return (dBm - kDbmOfOneWatt) * 0.1;
 }
 
-/// Watts brought to megawatts or kilowatts where they are that many, and the prefix with its blank.
+/// Watts as megawatts or kilowatts where they are that many, and a blank with the prefix.
 struct ReducedWatts {
     double number;
     const char* ending;
@@ -166,37 +152,43 @@ double repeatedProduct(double value, double factor, int times) noexcept {
     return value;
 }
 
-/// A value of a prefixed unit in its base unit; 0 if the unit does not belong to the rule.
-double inBaseUnit(ToDbm rule, const QString& unit, double value) noexcept {
-    const Unit* const known = findUnit(unit);
-    return toDbmRule(known) == rule ? value * known->toDbm.factor : 0.0;
+double cut(double value, int digits) noexcept {
+    value = repeatedProduct(value, 10.0, digits);
+    return repeatedProduct(toInt32(value), 0.1, digits);
 }
 
-/// A linear field value as it is shown: none where it is too small for the smallest prefix or is not
-/// a number.
-struct FieldNumber {
-    bool isShown;
+/// The level of a value in a unit that does not depend on the antenna.
+double connectorLevel(const Unit& unit, double value) noexcept {
+    if (unit.toDbm.formula == ToDbm::Unchanged) {
+        return value;
+    }
+    return value == unit.pinned
+               ? rfu::kPinnedLevel
+               : cut(levelBeforeOffset(unit.toDbm, value) + unit.toDbm.offset, kLevelDecimals);
+}
+
+/// The level of a value in a unit of one quantity; 0 for any other unit.
+double connectorLevelOf(Quantity quantity, const QString& name, double value) noexcept {
+    const Unit* const unit = findUnit(name);
+    const bool isTaken = unit != nullptr && unit->quantity == quantity && canBeRead(*unit);
+    return isTaken ? connectorLevel(*unit, value) : 0.0;
+}
+
+/// The text of a linear field value: its prefix, null for a value that is too small for the smallest
+/// prefix or is not a number, and the number behind it.
+struct PrefixedField {
+    const Prefix* prefix;
     double number;
-    int decimals;
-    char prefix;  ///< 0 for none
 };
 
-FieldNumber prefixedField(float value) noexcept {
+PrefixedField prefixedField(float value) noexcept {
     const double magnitude = std::fabs(value);
-    if (magnitude >= kSmallestShown) {
-        for (const LargePrefix& prefix : rfu::kLargePrefixes) {
-            if (magnitude >= prefix.threshold) {
-                return {true, value * prefix.factor, prefix.decimals, prefix.letter};
-            }
-        }
-        return {true, value, 2, 0};
-    }
-    for (const SmallPrefix& prefix : rfu::kSmallPrefixes) {
+    for (const Prefix& prefix : kPrefixes) {
         if (magnitude >= prefix.threshold) {
-            return {true, toFloat(value * prefix.factor), 2, prefix.letter};
+            return {&prefix, toFloat(value * prefix.factor)};
         }
     }
-    return {false, 0.0, 0, 0};
+    return {nullptr, 0.0};
 }
 
 }  // namespace
@@ -215,32 +207,34 @@ void HMath::setUnit(const QString& val) {
 }
 
 QString HMath::getdBmToUnit(QString sUnit, double fVal, bool isUnitText) {
-    const Unit* const unit = findUnit(sUnit);
-    switch (fromDbmRule(unit)) {
-        case FromDbm::Level:
-            return shownLevel(*this, fVal + unit->fromDbm.offset, 1, sUnit, isUnitText);
-        case FromDbm::VoltLadder:
+    const Unit* unit = findUnit(sUnit);
+    if (unit == nullptr || !canBeShown(*unit) || needsAntenna(*unit)) {
+        sUnit = QStringLiteral("dBm");
+        unit = findUnit(sUnit);
+    }
+    switch (unit->quantity) {
+        case Quantity::Voltage:
             return getdBmToVolt(fVal, isUnitText);
-        case FromDbm::WattLadder:
+        case Quantity::Power:
             return getdBmToWatt(fVal, isUnitText);
-        default:  // dBm, and everything that this operation does not take
-            return shownLevel(*this, fVal, 1, QStringLiteral("dBm"), isUnitText);
+        default:
+            return shownLevel(*this, fromDbm(*unit, fVal, 0.0), 1, sUnit, isUnitText);
     }
 }
 
 QString HMath::getdBmToVolt(double dBm, bool isUnitText) {
     const double level = (dBm + rfu::kDbmvOfZeroDbm) * 0.05;
-    // Two decimals show a hundredth, which is 10 of the next smaller unit.
+    // Two decimals show a hundredth of a unit, which is 10 of the next smaller one.
     const Step step = firstStep(kVolt, level, {10.0, 1.0});
     double volts = step.number * 0.001;
-    if (step.unit == kVolt && step.number > kLargestInVolts) {
+    if (step.unit == kVolt && step.number > kMaxMillivolts) {
         volts *= 0.001;  // kilovolts from here on, under the label V
     }
     return shown(*this, FixedText(volts, 2).view(), step.unit->name.toString(), isUnitText);
 }
 
 QString HMath::getdBmToWatt(double dBm, bool isUnitText) {
-    const Step step = firstStep(kWatt, wattLevel(dBm), {kSmallestShown, -2.0});
+    const Step step = firstStep(kWatt, wattLevel(dBm), {kMinShown, -2.0});
     // kilowatts and megawatts are shown under the label W
     const double watts = step.unit == kWatt ? reducedWatts(step.number).number : step.number;
     return shown(*this, FixedText(watts, 2).view(), step.unit->name.toString(), isUnitText);
@@ -249,10 +243,13 @@ QString HMath::getdBmToWatt(double dBm, bool isUnitText) {
 QString HMath::getDBmToW(double fTemp) {
     const double level = wattLevel(fTemp);
     const double watts = powerOfTen(level);
-    if (watts < kSmallestShown) {
-        for (const SmallPrefix& prefix : rfu::kSmallPrefixes) {
+    if (watts < kMinShown) {
+        for (const Prefix& prefix : kPrefixes) {
+            if (prefix.decades <= 0) {
+                continue;
+            }
             const double number = powerOfTen(level + prefix.decades);
-            if (number >= kSmallestShown) {
+            if (number >= kMinShown) {
                 return printed(number, 2) + QLatin1Char(' ') + QLatin1Char(prefix.letter);
             }
         }
@@ -262,116 +259,76 @@ QString HMath::getDBmToW(double fTemp) {
 }
 
 double HMath::mathRoundOff(double value, int digits) {
-    value = repeatedProduct(value, 10.0, digits);
-    return repeatedProduct(toInt32(value), 0.1, digits);
+    return cut(value, digits);
 }
 
 double HMath::getUnitTodBm(QString sUnit, double fVal) {
     const Unit* const unit = findUnit(sUnit);
-    switch (toDbmRule(unit)) {
-        case ToDbm::Unchanged:
-            return fVal;
-        case ToDbm::Level:
-            return fVal == unit->toDbm.pinned ? rfu::kPinnedLevel
-                                              : mathRoundOff(fVal + unit->toDbm.offset, kDecimals);
-        case ToDbm::Volt:
-            return getVoltTodBm(sUnit, fVal);
-        case ToDbm::Watt:
-            return getWattTodBm(sUnit, fVal);
-        default:
-            return rfu::kUnknownUnit;
-    }
+    const bool isTaken = unit != nullptr && canBeRead(*unit) && !needsAntenna(*unit);
+    return isTaken ? connectorLevel(*unit, fVal) : rfu::kUnknownUnit;
 }
 
 double HMath::getVoltTodBm(const QString& unit, const double& value) {
-    const Unit* const known = findUnit(unit);
-    if (toDbmRule(known) != ToDbm::Volt) {
-        return 0.0;
-    }
-    const double millivolts = value * known->toDbm.factor;
-    return mathRoundOff(decibelOfAmplitude(millivolts) - rfu::kDbmvOfZeroDbm, kDecimals);
+    return connectorLevelOf(Quantity::Voltage, unit, value);
 }
 
 double HMath::getWattTodBm(const QString& unit, const double& value) {
-    const Unit* const known = findUnit(unit);
-    if (toDbmRule(known) != ToDbm::Watt) {
-        return 0.0;
-    }
-    const double watts = value * known->toDbm.factor;
-    return mathRoundOff(decibelOfPower(watts) + kDbmOfOneWatt, kDecimals);
+    return connectorLevelOf(Quantity::Power, unit, value);
 }
 
 double HMath::getVoltmtodBm(const QString& unit, const double& value) {
-    return inBaseUnit(ToDbm::VoltPerMetre, unit, value);
+    const Unit* const known = findUnit(unit);
+    const bool isTaken = known != nullptr && known->quantity == Quantity::FieldStrength;
+    return isTaken ? value * known->toDbm.factor : 0.0;
 }
 
 double HMath::getWattmmTodBm(const QString& unit, const double& value) {
-    return inBaseUnit(ToDbm::WattPerSquareMetre, unit, value);
+    const Unit* const known = findUnit(unit);
+    const bool isTaken = known != nullptr && known->toDbm.formula == ToDbm::PowerDensity;
+    return isTaken ? value * known->toDbm.factor : 0.0;
 }
 
 QString HMath::getdBmToField(QString sUnit, double fVal, double fCenter, double fGain,
                              bool isUnitText) {
     const Unit* const unit = findUnit(sUnit);
-    const FromDbm rule = fromDbmRule(unit);
-    const Unit::Forward forward = unit == nullptr ? Unit::Forward{rule} : unit->fromDbm;
-    const double level = fVal + forward.offset + antennaCorrection(fCenter, fGain);
-    double number = 0.0;
-    switch (rule) {
-        case FromDbm::FieldLevel:
-            number = level;
-            break;
-        case FromDbm::FieldLevelOfPower:
-            number = decibelOfPower(powerRatio(level) * forward.factor) + kDbmOfOneWatt;
-            break;
-        case FromDbm::FieldAmplitude:
-            return getFieldChangeUnit(sUnit, toFloat(amplitudeRatio(level) * forward.factor),
-                                      isUnitText);
-        case FromDbm::FieldPower:
-            return getFieldChangeUnit(sUnit, toFloat(powerRatio(level) * forward.factor),
-                                      isUnitText);
-        default:  // the number stays 0, the unit is stored as it was given
-            break;
+    if (unit == nullptr || !canBeShown(*unit) || !needsAntenna(*unit)) {
+        return shownLevel(*this, 0.0, 2, sUnit, isUnitText);
     }
-    return shownLevel(*this, number, 2, sUnit, isUnitText);
+    const double number = fromDbm(*unit, fVal, antennaCorrection(fCenter, fGain));
+    return isLinear(*unit) ? getFieldChangeUnit(sUnit, toFloat(number), isUnitText)
+                           : shownLevel(*this, number, 2, sUnit, isUnitText);
 }
 
 double HMath::getFieldTodBm(QString sUnit, double fVal, double fCenter, double fGain) {
     const Unit* const unit = findUnit(sUnit);
-    if (unit == nullptr) {
+    if (unit == nullptr || !canBeRead(*unit) || !needsAntenna(*unit)) {
         return rfu::kUnknownUnit;
     }
-    const Unit::Backward& back = unit->toDbm;
+    const double offset = unit->toDbm.offset;
     const double frequencyTerm = decibelOfAmplitude(fCenter);
-    const double antennaTerm = fGain + back.offset - frequencyTerm;
-    switch (back.rule) {
-        case ToDbm::FieldLevel:
-            return fVal + back.offset + fGain - frequencyTerm;
-        case ToDbm::VoltPerMetre:
-        case ToDbm::AmperePerMetre:
-            return decibelOfAmplitude(fVal * back.factor) + antennaTerm;
-        case ToDbm::WattPerSquareMetre:
-            return decibelOfPower(rfu::kImpedance * (fVal * back.factor)) + antennaTerm;
-        case ToDbm::WattPerSquareCentimetre:
-            return decibelOfPower(fVal * back.factor) + antennaTerm;
-        default:
-            return rfu::kUnknownUnit;
-    }
+    const double level = levelBeforeOffset(unit->toDbm, fVal);
+    // The order of the sums is part of the results.
+    return isLinear(*unit) ? level + (fGain + offset - frequencyTerm)
+                           : level + offset + fGain - frequencyTerm;
 }
 
 QString HMath::getFieldChangeUnit(QString unit, float value, bool isUnitText) {
     if (value == 0.0F) {
         return {};
     }
-    const FieldNumber field = prefixedField(value);
-    if (!field.isShown) {
+    const PrefixedField field = prefixedField(value);
+    if (field.prefix == nullptr) {
         return shown(*this, {}, QString(), isUnitText);
     }
-    return shown(*this, FixedText(field.number, field.decimals).view(),
-                 field.prefix == 0 ? unit : QString(QLatin1Char(field.prefix) % unit), isUnitText);
+    const Prefix& prefix = *field.prefix;
+    return shown(*this, FixedText(field.number, prefix.decimals).view(),
+                 prefix.letter == 0 ? unit : QString(QLatin1Char(prefix.letter) % unit),
+                 isUnitText);
 }
 
 QString HMath::convertValUnit(QVariant base, int dec, QString unit) {
-    return withUnit(QString::number(base.toDouble(), 'f', std::min(dec, kMostDecimals)), unit);
+    const QString number = QString::number(base.toDouble(), 'f', std::min(dec, kMaxDecimals));
+    return QString(number % QLatin1Char(' ') % unit);
 }
 
 int HMath::getStringWidth(const int& pixelSize, const QString& str) {

@@ -1,312 +1,336 @@
 #pragma once
 
-#include <QString>
 #include <QStringView>
 
+#include <iterator>
 #include <limits>
 
 /// @file
-/// Every unit name that the library knows, and the numbers that lead to it and back, as one table.
-/// HMath looks its units up here; a program can list them. Everything is constexpr: including this
-/// header links against nothing.
+/// @brief The units: their names, the formulas between them and dBm, the numeric scales and the
+/// prefixes, as tables.
+///
+/// HMath and calculateUnit convert by these tables; programs list and choose units by them.
+/// Everything is constexpr: a program that includes this header links against nothing for it.
 ///
 /// Names are matched whole and case-sensitively; nothing is trimmed or folded. The micro sign of
-/// "µV" and "µW" is U+00B5 and nothing else: "uV" and the Greek mu U+03BC are unknown. The field
-/// units are the other way round: "uV/m" and "uW/m^2" have the ASCII letter u, as have "dBuV" and
-/// "dBuV/m".
+/// "µV" and "µW" is U+00B5 and nothing else: "uV" and the Greek mu U+03BC are unknown. Field units
+/// and dB units have the ASCII letter u instead: "uV/m", "uW/m^2", "dBuV", "dBuV/m".
+///
+/// In the formulas P is a level in dBm, v a value in the unit, lg the decimal logarithm, f the centre
+/// frequency, G the antenna gain in dBi and D = 20 lg(f / 1 MHz).
 
 namespace rfu {
 
-// Levels across 50 ohm: 1 mW is U = sqrt(1 mW 50 ohm) = 0.2236068 V, which is -13.0103 dBV,
-// 46.9897 dBmV and 106.9897 dBuV; all three rounded to 1e-4 dB.
-inline constexpr double kDbmOfZeroDbv = 13.0103;
-inline constexpr double kDbmvOfZeroDbm = 46.9897;
-inline constexpr double kDbuvOfZeroDbm = 106.9897;
+// clang-format off
 
-inline constexpr double kDbmOfOneWatt = 30.0;
+/// @name Levels across 50 ohm
+/// 1 mW is U = sqrt(1 mW 50 ohm) = 0.22360680 V, which is -13.010299957 dBV. The offsets are rounded
+/// to 1e-4 dB.
+/// @{
+inline constexpr double kDbmOfZeroDbv = 13.0103;    ///< 0 dBV in dBm
+inline constexpr double kDbmvOfZeroDbm = 46.9897;   ///< 0 dBm in dBmV
+inline constexpr double kDbuvOfZeroDbm = 106.9897;  ///< 0 dBm in dBuV
+inline constexpr double kDbmOfOneWatt = 30.0;       ///< 1 W in dBm
+/// @}
 
-// Field strength at an antenna: E[dBuV/m] = P[dBm] + 107 + K, where K is the antenna factor in
-// dB(1/m), K = 20 lg(9.73 / (wavelength sqrt(g))) = 20 lg(f / 1 MHz) - 29.8 - G[dBi] at 50 ohm.
-// These offsets are rounded ones on purpose, not the 50 ohm offsets above.
-inline constexpr double kAntennaConstant = 29.8;
-inline constexpr double kFieldDbuv = 107.0;
-inline constexpr double kFieldDbmv = 47.0;
-inline constexpr double kFieldDbv = 13.0;
+/// @name Fields at the antenna
+/// The antenna correction is K = D - 29.8 - G in dB, and E[dBuV/m] = P + 107 + K. Instruments report
+/// fields with offsets rounded to 1 dB, not with the 50 ohm offsets above; power densities with
+/// S = E^2 / (120 pi ohm) and magnetic fields with H = E / (377 ohm). Readings agree with theirs only
+/// with the same offsets and these two impedances of free space.
+/// @{
+inline constexpr double kAntennaConstant = 29.8;           ///< 29.770704 dB, see docs/units.md
+inline constexpr double kFieldDbuv = 107.0;                ///< 106.9897 dB, rounded
+inline constexpr double kFieldDbmv = 47.0;                 ///< 46.9897 dB, rounded
+inline constexpr double kFieldDbv = 13.0;                  ///< 13.0103 dB, rounded
+inline constexpr double kFieldDbw = 38.75999999999999;     ///< 13 + 10 lg(120 pi) = 38.7633 dB, rounded
+inline constexpr double kFieldDba = 64.53;                 ///< 13 + 20 lg(377) = 64.5268 dB, rounded
+inline constexpr double kImpedance = 376.99111843077515;   ///< 120 pi ohm
+inline constexpr double kPerImpedance = 0.0026525823848649226;         ///< 1 / (120 pi)
+inline constexpr double kImpedancePerCm2 = 3769911.1843077512;         ///< 120 pi 1e4, for W/cm^2
+inline constexpr double kPerImpedancePerCm2 = 2.6525823848649226e-07;  ///< 1 / (120 pi 1e4)
+inline constexpr double kMicrovoltPerAmpere = 377000000.0;             ///< uV/m per A/m
+inline constexpr double kAmperePerMicrovolt = 2.652519893899204e-09;   ///< 1 / 3.77e8
+/// @}
 
-// S = E^2 / Z for the power densities, H = E / Z for the magnetic field. The two impedances of free
-// space differ on purpose: 120 pi ohm in the power densities, 377 ohm in the magnetic field.
-inline constexpr double kFieldDbw = 38.75999999999999;    // 13 + 10 lg(120 pi), rounded to 0.01
-inline constexpr double kFieldDba = 64.53;                // 13 + 20 lg(377), rounded to 0.01
-inline constexpr double kImpedance = 376.99111843077515;  // 120 pi ohm
-inline constexpr double kPerImpedance = 0.0026525823848649226;         // 1 / (120 pi)
-inline constexpr double kImpedancePerCm2 = 3769911.1843077512;         // 120 pi 1e4: W/cm^2
-inline constexpr double kPerImpedancePerCm2 = 2.6525823848649226e-07;  // 1 / (120 pi 1e4)
-inline constexpr double kMicrovoltPerAmpere = 377000000.0;             // 377 ohm, uV/m per A/m
-inline constexpr double kAmperePerMicrovolt = 2.652519893899204e-09;   // 1 / 3.77e8
+/// @name Fields back to dBm
+/// Numbers of their own, not computed from those above: their last digits are part of the results.
+/// @{
+inline constexpr double kBackFromDbuv = -77.2;                   ///< 29.8 - 107
+inline constexpr double kBackFromDbmv = -17.2;                   ///< 29.8 - 47
+inline constexpr double kBackFromDbv = 42.8;                     ///< 29.8 + 13
+inline constexpr double kBackFromDbmPerM2 = 38.56331118741759;   ///< 29.8 + 13 + 10 lg(120 pi) - 30
+inline constexpr double kBackFromDbwPerM2 = 68.55999999999999;   ///< 29.8 + 38.76
+inline constexpr double kBackFromDba = 94.33000000000001;        ///< 29.8 + 64.53, the next double above
+inline constexpr double kDbmOfZeroDbmPerM2 = 8.763311187417589;  ///< 13 + 10 lg(120 pi) - 30
+/// @}
 
-// Field value to level in dBm: P = value + offset + G - D, with D = 20 lg(f / 1 MHz). The forward
-// offsets with 29.8 folded in, kept as numbers of their own because their last digits count.
-inline constexpr double kBackFromDbuv = -77.2;
-inline constexpr double kBackFromDbmv = -17.2;
-inline constexpr double kBackFromDbv = 42.8;
-inline constexpr double kBackFromDbmPerM2 = 38.56331118741759;
-inline constexpr double kBackFromDbwPerM2 = 68.55999999999999;
-inline constexpr double kBackFromDba = 94.33000000000001;
+// clang-format on
 
-/// What HMath::getUnitTodBm and HMath::getFieldTodBm answer for a unit that they do not know.
+/// Answer of HMath::getUnitTodBm and HMath::getFieldTodBm for a unit they do not take.
 inline constexpr double kUnknownUnit = -9999999.9;
 
-/// The level, in dBm, that a pinned value (see ToDbm::Level) stands for.
+/// The level in dBm of the value Unit::pinned.
 inline constexpr double kPinnedLevel = 100.0;
 
-enum class Quantity {
-    Level,               ///< a level in dBm or across 50 ohm
-    Voltage,             ///< across 50 ohm
-    Power,               ///< in 50 ohm
-    FieldStrengthLevel,  ///< electric field at the antenna, as a level
-    FieldStrength,       ///< electric field at the antenna
-    PowerDensityLevel,   ///< power per area at the antenna, as a level
-    PowerDensity,        ///< power per area at the antenna
-    MagneticFieldLevel,  ///< magnetic field at the antenna, as a level
-    MagneticField,       ///< magnetic field at the antenna
-};
-
-/// What the direction dBm to unit does with a unit. P is the level in dBm, K the antenna
-/// correction.
-enum class FromDbm {
-    Unknown,            ///< no operation takes or produces it
-    Unchanged,          ///< getdBmToUnit: P, one decimal
-    Level,              ///< getdBmToUnit: P + offset, one decimal
-    VoltLadder,         ///< getdBmToUnit: getdBmToVolt chooses the prefix; two decimals
-    VoltStep,           ///< not taken; produced by getdBmToVolt, 10^offset of it are one volt
-    WattLadder,         ///< getdBmToUnit: getdBmToWatt chooses the prefix; two decimals
-    WattStep,           ///< not taken; produced by getdBmToWatt, 10^offset of it are one watt
-    FieldLevel,         ///< getdBmToField: P + offset + K, two decimals
-    FieldLevelOfPower,  ///< getdBmToField: 10 lg(10^((P + offset + K)/10) factor) + 30, two
-                        ///< decimals
-    FieldAmplitude,     ///< getdBmToField: 10^((P + offset + K)/20) factor, with a prefix
-    FieldPower,         ///< getdBmToField: 10^((P + offset + K)/10) factor, with a prefix
-    FieldStep,          ///< not taken; produced with its prefix by getFieldChangeUnit
-};
-
-/// What the direction unit to dBm does with a value v of a unit. G is the antenna gain in dBi,
-/// D = 20 lg(f / 1 MHz).
-enum class ToDbm {
-    Unknown,     ///< no operation takes it
-    Unchanged,   ///< getUnitTodBm: v
-    Level,       ///< getUnitTodBm: v + offset, cut to three decimals; kPinnedLevel if v is `pinned`
-    Volt,        ///< getUnitTodBm, getVoltTodBm: v factor is in mV
-    Watt,        ///< getUnitTodBm, getWattTodBm: v factor is in W
-    FieldLevel,  ///< getFieldTodBm: v + offset + G - D
-    VoltPerMetre,             ///< getFieldTodBm, getVoltmtodBm: v factor is in V/m
-    WattPerSquareMetre,       ///< getFieldTodBm, getWattmmTodBm: v factor is in W/m^2
-    AmperePerMetre,           ///< getFieldTodBm: v factor is in uV/m
-    WattPerSquareCentimetre,  ///< getFieldTodBm: v factor is (V/m)^2
-};
-
-/// No value equals it.
+/// Unit::pinned of a unit without such a value: no value equals it.
 inline constexpr double kNotPinned = std::numeric_limits<double>::quiet_NaN();
 
+/// Indexes kQuantities.
+enum class Quantity {
+    Level,               ///< level of a power, or of a voltage across 50 ohm
+    Voltage,             ///< across 50 ohm
+    Power,               ///< in 50 ohm
+    FieldStrengthLevel,  ///< level of an electric field
+    FieldStrength,       ///< electric field
+    PowerDensityLevel,   ///< level of a power per area
+    PowerDensity,        ///< power per area
+    MagneticFieldLevel,  ///< level of a magnetic field
+    MagneticField,       ///< magnetic field
+};
+
+/// What all units of a quantity have in common.
+struct QuantityTraits {
+    QStringView name;   ///< in words
+    bool needsAntenna;  ///< a field at the antenna: needs its centre frequency and gain
+    bool isLinear;      ///< proportional to a voltage, power or field: has a level only above 0
+};
+
+/// The row of each Quantity.
+inline constexpr QuantityTraits kQuantities[] = {
+    {u"level", false, false},        {u"voltage", false, true},
+    {u"power", false, true},         {u"field strength level", true, false},
+    {u"field strength", true, true}, {u"power density level", true, false},
+    {u"power density", true, true},  {u"magnetic field level", true, false},
+    {u"magnetic field", true, true},
+};
+
+/// The number that a level P has in a unit. K is added to every P + offset of a quantity that depends
+/// on the antenna.
+enum class FromDbm {
+    None,        ///< levels are not shown in the unit by its name
+    Unchanged,   ///< P
+    Sum,         ///< P + offset
+    Amplitude,   ///< 10^((P + offset)/20) factor
+    Power,       ///< 10^((P + offset)/10) factor
+    PowerLevel,  ///< 10 lg(10^((P + offset)/10) factor) + 30
+};
+
+/// The level of a value v in a unit.
+enum class ToDbm {
+    None,          ///< values are not read in the unit
+    Unchanged,     ///< v
+    Sum,           ///< v + offset
+    Amplitude,     ///< 20 lg(v factor) + offset
+    Power,         ///< 10 lg(v factor) + offset
+    PowerDensity,  ///< 10 lg(120 pi (v factor)) + offset
+};
+
+/// A name and its conversions.
 struct Unit {
+    /// From dBm to the unit.
     struct Forward {
-        FromDbm rule;
-        double offset = 0.0;  ///< in dB; for the steps of a ladder in powers of ten
-        double factor = 1.0;
+        FromDbm formula = FromDbm::None;  ///< which formula
+        double offset = 0.0;              ///< in dB
+        double factor = 1.0;              ///< of a linear number
     };
+    /// From the unit to dBm.
     struct Backward {
-        ToDbm rule;
-        double offset = 0.0;  ///< in dB
-        double factor = 1.0;
-        double pinned = kNotPinned;
+        ToDbm formula = ToDbm::None;  ///< which formula
+        double offset = 0.0;          ///< in dB
+        double factor = 1.0;          ///< of a linear value
     };
 
-    QStringView name;
-    Quantity quantity;
-    Forward fromDbm;
-    Backward toDbm;
+    QStringView name;            ///< unique
+    Quantity quantity;           ///< what it measures
+    int decades;                 ///< a prefixed unit: 10^decades of it make the base unit; others 0
+    Forward fromDbm;             ///< K = D - 29.8 - G in HMath, rounded to single in calculateUnit
+    Backward toDbm;              ///< in HMath, which adds G - D to the levels of fields
+    double pinned = kNotPinned;  ///< a value whose level is exactly kPinnedLevel
 };
 
 // clang-format off
-/// The vocabulary. A ladder is the run of rows of one quantity: its base unit, then its steps from
-/// the largest to the smallest.
+/// The vocabulary. The voltages and the powers form ladders, each from its base unit down; the first
+/// step in which a number is at least 0.01 is shown.
 inline constexpr Unit kUnits[] = {
-    {u"dBm",  Quantity::Level, {FromDbm::Unchanged},              {ToDbm::Unchanged}},
+    {u"dBm",  Quantity::Level, 0, {FromDbm::Unchanged},           {ToDbm::Unchanged}},
     // The rounded images of 100 dBm come back as exactly 100 dBm; only these very values do.
-    {u"dBV",  Quantity::Level, {FromDbm::Level, -kDbmOfZeroDbv},  {ToDbm::Level, kDbmOfZeroDbv,   1.0,  87.0}},
-    {u"dBmV", Quantity::Level, {FromDbm::Level, kDbmvOfZeroDbm},  {ToDbm::Level, -kDbmvOfZeroDbm, 1.0, 147.0}},
-    {u"dBuV", Quantity::Level, {FromDbm::Level, kDbuvOfZeroDbm},  {ToDbm::Level, -kDbuvOfZeroDbm, 1.0, 207.0}},
+    {u"dBV",  Quantity::Level, 0, {FromDbm::Sum, -kDbmOfZeroDbv}, {ToDbm::Sum, kDbmOfZeroDbv},    87.0},
+    {u"dBmV", Quantity::Level, 0, {FromDbm::Sum, kDbmvOfZeroDbm}, {ToDbm::Sum, -kDbmvOfZeroDbm}, 147.0},
+    {u"dBuV", Quantity::Level, 0, {FromDbm::Sum, kDbuvOfZeroDbm}, {ToDbm::Sum, -kDbuvOfZeroDbm}, 207.0},
 
-    // The volt ladder ends at femto, the watt ladder at yocto; femto and smaller are never read back.
-    {u"V",       Quantity::Voltage, {FromDbm::VoltLadder},   {ToDbm::Volt, 0.0, 1000.0}},
-    {u"mV",      Quantity::Voltage, {FromDbm::VoltStep,  3}, {ToDbm::Volt, 0.0, 1.0}},
-    {u"\u00B5V", Quantity::Voltage, {FromDbm::VoltStep,  6}, {ToDbm::Volt, 0.0, 0.001}},
-    {u"nV",      Quantity::Voltage, {FromDbm::VoltStep,  9}, {ToDbm::Volt, 0.0, 1e-06}},
-    {u"pV",      Quantity::Voltage, {FromDbm::VoltStep, 12}, {ToDbm::Volt, 0.0, 1e-09}},
-    {u"fV",      Quantity::Voltage, {FromDbm::VoltStep, 15}, {ToDbm::Unknown}},
+    // The volt ladder ends at femto, the watt ladder at yocto; femto and smaller are never read.
+    {u"V",       Quantity::Voltage,  0, {FromDbm::Amplitude, kDbmvOfZeroDbm, 0.001}, {ToDbm::Amplitude, -kDbmvOfZeroDbm, 1000.0}},
+    {u"mV",      Quantity::Voltage,  3, {}, {ToDbm::Amplitude, -kDbmvOfZeroDbm, 1.0}},
+    {u"\u00B5V", Quantity::Voltage,  6, {}, {ToDbm::Amplitude, -kDbmvOfZeroDbm, 0.001}},
+    {u"nV",      Quantity::Voltage,  9, {}, {ToDbm::Amplitude, -kDbmvOfZeroDbm, 1e-06}},
+    {u"pV",      Quantity::Voltage, 12, {}, {ToDbm::Amplitude, -kDbmvOfZeroDbm, 1e-09}},
+    {u"fV",      Quantity::Voltage, 15, {}, {}},
 
-    {u"W",       Quantity::Power, {FromDbm::WattLadder},   {ToDbm::Watt, 0.0, 1.0}},
-    {u"mW",      Quantity::Power, {FromDbm::WattStep,  3}, {ToDbm::Watt, 0.0, 0.001}},
-    {u"\u00B5W", Quantity::Power, {FromDbm::WattStep,  6}, {ToDbm::Watt, 0.0, 1e-06}},
-    {u"nW",      Quantity::Power, {FromDbm::WattStep,  9}, {ToDbm::Watt, 0.0, 1e-09}},
-    {u"pW",      Quantity::Power, {FromDbm::WattStep, 12}, {ToDbm::Watt, 0.0, 1e-12}},
-    {u"fW",      Quantity::Power, {FromDbm::WattStep, 15}, {ToDbm::Unknown}},
-    {u"aW",      Quantity::Power, {FromDbm::WattStep, 18}, {ToDbm::Unknown}},
-    {u"zW",      Quantity::Power, {FromDbm::WattStep, 21}, {ToDbm::Unknown}},
-    {u"yW",      Quantity::Power, {FromDbm::WattStep, 24}, {ToDbm::Unknown}},
+    {u"W",       Quantity::Power,  0, {FromDbm::Power, -kDbmOfOneWatt}, {ToDbm::Power, kDbmOfOneWatt, 1.0}},
+    {u"mW",      Quantity::Power,  3, {}, {ToDbm::Power, kDbmOfOneWatt, 0.001}},
+    {u"\u00B5W", Quantity::Power,  6, {}, {ToDbm::Power, kDbmOfOneWatt, 1e-06}},
+    {u"nW",      Quantity::Power,  9, {}, {ToDbm::Power, kDbmOfOneWatt, 1e-09}},
+    {u"pW",      Quantity::Power, 12, {}, {ToDbm::Power, kDbmOfOneWatt, 1e-12}},
+    {u"fW",      Quantity::Power, 15, {}, {}},
+    {u"aW",      Quantity::Power, 18, {}, {}},
+    {u"zW",      Quantity::Power, 21, {}, {}},
+    {u"yW",      Quantity::Power, 24, {}, {}},
 
-    {u"dBuV/m", Quantity::FieldStrengthLevel, {FromDbm::FieldLevel, kFieldDbuv}, {ToDbm::FieldLevel, kBackFromDbuv}},
-    {u"dBmV/m", Quantity::FieldStrengthLevel, {FromDbm::FieldLevel, kFieldDbmv}, {ToDbm::FieldLevel, kBackFromDbmv}},
-    {u"dBV/m",  Quantity::FieldStrengthLevel, {FromDbm::FieldLevel, -kFieldDbv}, {ToDbm::FieldLevel, kBackFromDbv}},
+    {u"dBuV/m", Quantity::FieldStrengthLevel, 0, {FromDbm::Sum, kFieldDbuv}, {ToDbm::Sum, kBackFromDbuv}},
+    {u"dBmV/m", Quantity::FieldStrengthLevel, 0, {FromDbm::Sum, kFieldDbmv}, {ToDbm::Sum, kBackFromDbmv}},
+    {u"dBV/m",  Quantity::FieldStrengthLevel, 0, {FromDbm::Sum, -kFieldDbv}, {ToDbm::Sum, kBackFromDbv}},
 
-    {u"V/m",  Quantity::FieldStrength, {FromDbm::FieldAmplitude, -kFieldDbv}, {ToDbm::VoltPerMetre, kBackFromDbv, 1.0}},
-    {u"mV/m", Quantity::FieldStrength, {FromDbm::FieldStep},               {ToDbm::VoltPerMetre, kBackFromDbv, 0.001}},
-    {u"uV/m", Quantity::FieldStrength, {FromDbm::FieldStep},               {ToDbm::VoltPerMetre, kBackFromDbv, 1e-06}},
-    {u"nV/m", Quantity::FieldStrength, {FromDbm::FieldStep},               {ToDbm::VoltPerMetre, kBackFromDbv, 1e-09}},
-    {u"pV/m", Quantity::FieldStrength, {FromDbm::FieldStep},              {ToDbm::VoltPerMetre, kBackFromDbv, 1e-12}},
+    // Fields are shown with every prefix of kPrefixes; rows have those that are read.
+    {u"V/m",  Quantity::FieldStrength,  0, {FromDbm::Amplitude, -kFieldDbv}, {ToDbm::Amplitude, kBackFromDbv, 1.0}},
+    {u"mV/m", Quantity::FieldStrength,  3, {}, {ToDbm::Amplitude, kBackFromDbv, 0.001}},
+    {u"uV/m", Quantity::FieldStrength,  6, {}, {ToDbm::Amplitude, kBackFromDbv, 1e-06}},
+    {u"nV/m", Quantity::FieldStrength,  9, {}, {ToDbm::Amplitude, kBackFromDbv, 1e-09}},
+    {u"pV/m", Quantity::FieldStrength, 12, {}, {ToDbm::Amplitude, kBackFromDbv, 1e-12}},
 
-    {u"W/m^2",  Quantity::PowerDensity, {FromDbm::FieldPower, -kFieldDbv, kPerImpedance}, {ToDbm::WattPerSquareMetre, kBackFromDbv, 1.0}},
-    {u"mW/m^2", Quantity::PowerDensity, {FromDbm::FieldStep},                          {ToDbm::WattPerSquareMetre, kBackFromDbv, 0.001}},
-    {u"uW/m^2", Quantity::PowerDensity, {FromDbm::FieldStep},                          {ToDbm::WattPerSquareMetre, kBackFromDbv, 1e-06}},
-    {u"nW/m^2", Quantity::PowerDensity, {FromDbm::FieldStep},                          {ToDbm::WattPerSquareMetre, kBackFromDbv, 1e-09}},
-    {u"pW/m^2", Quantity::PowerDensity, {FromDbm::FieldStep},                         {ToDbm::WattPerSquareMetre, kBackFromDbv, 1e-12}},
+    {u"W/m^2",  Quantity::PowerDensity,  0, {FromDbm::Power, -kFieldDbv, kPerImpedance}, {ToDbm::PowerDensity, kBackFromDbv, 1.0}},
+    {u"mW/m^2", Quantity::PowerDensity,  3, {}, {ToDbm::PowerDensity, kBackFromDbv, 0.001}},
+    {u"uW/m^2", Quantity::PowerDensity,  6, {}, {ToDbm::PowerDensity, kBackFromDbv, 1e-06}},
+    {u"nW/m^2", Quantity::PowerDensity,  9, {}, {ToDbm::PowerDensity, kBackFromDbv, 1e-09}},
+    {u"pW/m^2", Quantity::PowerDensity, 12, {}, {ToDbm::PowerDensity, kBackFromDbv, 1e-12}},
 
-    {u"dBm/m^2", Quantity::PowerDensityLevel, {FromDbm::FieldLevelOfPower, -kFieldDbv, kPerImpedance}, {ToDbm::FieldLevel, kBackFromDbmPerM2}},
-    {u"dBW/m^2", Quantity::PowerDensityLevel, {FromDbm::FieldLevel, -kFieldDbw},                       {ToDbm::FieldLevel, kBackFromDbwPerM2}},
+    {u"dBm/m^2", Quantity::PowerDensityLevel, 0, {FromDbm::PowerLevel, -kFieldDbv, kPerImpedance}, {ToDbm::Sum, kBackFromDbmPerM2}},
+    {u"dBW/m^2", Quantity::PowerDensityLevel, 0, {FromDbm::Sum, -kFieldDbw}, {ToDbm::Sum, kBackFromDbwPerM2}},
 
-    {u"A/m",   Quantity::MagneticField,      {FromDbm::FieldAmplitude, kFieldDbuv, kAmperePerMicrovolt}, {ToDbm::AmperePerMetre, kBackFromDbuv, kMicrovoltPerAmpere}},
-    {u"dBA/m", Quantity::MagneticFieldLevel, {FromDbm::FieldLevel, -kFieldDba},                          {ToDbm::FieldLevel, kBackFromDba}},
+    {u"A/m",   Quantity::MagneticField,      0, {FromDbm::Amplitude, kFieldDbuv, kAmperePerMicrovolt}, {ToDbm::Amplitude, kBackFromDbuv, kMicrovoltPerAmpere}},
+    {u"dBA/m", Quantity::MagneticFieldLevel, 0, {FromDbm::Sum, -kFieldDba}, {ToDbm::Sum, kBackFromDba}},
 
-    // The one unit with two spellings: shown with an upper-case W, read back only with a lower-case w.
-    {u"W/cm^2", Quantity::PowerDensity, {FromDbm::FieldPower, -kFieldDbv, kPerImpedancePerCm2}, {ToDbm::Unknown}},
-    {u"w/cm^2", Quantity::PowerDensity, {FromDbm::Unknown},                                     {ToDbm::WattPerSquareCentimetre, kBackFromDbv, kImpedancePerCm2}},
+    // The one unit with two spellings: shown with an upper-case W, read only with a lower-case w.
+    {u"W/cm^2", Quantity::PowerDensity, 0, {FromDbm::Power, -kFieldDbv, kPerImpedancePerCm2}, {}},
+    {u"w/cm^2", Quantity::PowerDensity, 0, {}, {ToDbm::Power, kBackFromDbv, kImpedancePerCm2}},
 };
 // clang-format on
 
-/// A prefix that makes a number larger, put in front of a field unit by getFieldChangeUnit and
-/// behind a number of watts by getDBmToW. The letters are ASCII: micro is u.
-struct SmallPrefix {
-    char letter;
-    int decades;       ///< 10^decades of the prefixed unit make the unit itself
-    double factor;     ///< number in the unit -> number in the prefixed unit
-    double threshold;  ///< smallest field value that takes it: its number is then at least 0.01
-};
-
-// clang-format off
-inline constexpr SmallPrefix kSmallPrefixes[] = {
-    {'m',  3, 1000.0, 1e-5},
-    {'u',  6, 1e6,    1e-8},
-    {'n',  9, 1e9,    1e-11},
-    {'p', 12, 1e12,   1e-14},
-    {'f', 15, 1e15,   1e-17},
-    {'a', 18, 1e18,   1e-20},
-    {'z', 21, 1e21,   1e-23},
-    {'y', 24, 1e24,   1e-26},
-};
-// clang-format on
-
-/// A prefix that makes a number smaller, put in front of a field unit by getFieldChangeUnit.
-struct LargePrefix {
-    char letter;
-    float factor;      ///< single precision, as the product is
-    double threshold;  ///< smallest field value that takes it
-    int decimals;      ///< one for giga and mega, where everything else has two
-};
-
-// clang-format off
-inline constexpr LargePrefix kLargePrefixes[] = {
-    {'G', 1e-9F,  1e9,    1},
-    {'M', 1e-6F,  1e6,    1},
-    {'k', 0.001F, 1000.0, 2},
-};
-// clang-format on
-
-/// The row of a unit name, or null for a name that is not in the vocabulary. Never allocates.
-inline const Unit* findUnit(QStringView name) noexcept {
+/// Looks a name up in the vocabulary.
+/// @return its row, or null for a name that is not in the vocabulary
+constexpr const Unit* findUnit(QStringView name) noexcept {
     for (const Unit& unit : kUnits) {
-        if (unit.name == name) {
+        qsizetype same = 0;
+        while (same < name.size() && same < unit.name.size() && name[same] == unit.name[same]) {
+            ++same;
+        }
+        if (same == name.size() && same == unit.name.size()) {
             return &unit;
         }
     }
     return nullptr;
 }
 
-// Which operation of HMath takes a unit. A unit that neither direction takes is only produced.
+/// The traits of a unit's quantity.
+constexpr const QuantityTraits& traitsOf(const Unit& unit) noexcept {
+    return kQuantities[static_cast<int>(unit.quantity)];
+}
 
-constexpr bool takenByGetdBmToUnit(const Unit& unit) noexcept {
-    switch (unit.fromDbm.rule) {
-        case FromDbm::Unchanged:
-        case FromDbm::Level:
-        case FromDbm::VoltLadder:
-        case FromDbm::WattLadder:
-            return true;
-        default:
-            return false;
+/// Whether conversions need the antenna: HMath::getdBmToField and HMath::getFieldTodBm take such
+/// units, HMath::getdBmToUnit and HMath::getUnitTodBm all others.
+constexpr bool needsAntenna(const Unit& unit) noexcept {
+    return traitsOf(unit).needsAntenna;
+}
+
+/// Whether only values above 0 have a level.
+constexpr bool isLinear(const Unit& unit) noexcept {
+    return traitsOf(unit).isLinear;
+}
+
+/// Whether levels are shown in the unit by its name.
+constexpr bool canBeShown(const Unit& unit) noexcept {
+    return unit.fromDbm.formula != FromDbm::None;
+}
+
+/// Whether values in the unit are read.
+constexpr bool canBeRead(const Unit& unit) noexcept {
+    return unit.toDbm.formula != ToDbm::None;
+}
+
+/// Whether a prefix in front of a base unit makes the unit: it cannot be shown by its name but comes
+/// about where a level suits it.
+constexpr bool isPrefixed(const Unit& unit) noexcept {
+    return unit.decades != 0;
+}
+
+/// Whether HMath::getFieldChangeUnit shows levels in the unit with every prefix of kPrefixes.
+constexpr bool takesEveryPrefix(const Unit& unit) noexcept {
+    return canBeShown(unit) && isLinear(unit) && needsAntenna(unit);
+}
+
+/// A numeric scale of calculateUnit.
+struct Scale {
+    const Unit* unit;      ///< the unit of the numbers, and its fromDbm
+    Unit::Backward toDbm;  ///< K is subtracted from the levels of fields
+};
+
+// clang-format off
+/// The scales by their index. Every unit that levels are shown in has one.
+inline constexpr Scale kScales[] = {
+    /*  0 */ {findUnit(u"dBm"),     {ToDbm::Unchanged}},
+    /*  1 */ {findUnit(u"dBV"),     {ToDbm::Sum, kDbmOfZeroDbv}},
+    /*  2 */ {findUnit(u"dBmV"),    {ToDbm::Sum, -kDbmvOfZeroDbm}},
+    /*  3 */ {findUnit(u"dBuV"),    {ToDbm::Sum, -kDbuvOfZeroDbm}},
+    /*  4 */ {findUnit(u"V"),       {ToDbm::Amplitude, -kDbmvOfZeroDbm, 1000.0}},
+    // Watts come back by the formula of the volts: not the inverse of the way out, and kept so.
+    /*  5 */ {findUnit(u"W"),       {ToDbm::Amplitude, -kDbmvOfZeroDbm, 1000.0}},
+    /*  6 */ {findUnit(u"dBuV/m"),  {ToDbm::Sum, -kFieldDbuv}},
+    /*  7 */ {findUnit(u"dBmV/m"),  {ToDbm::Sum, -kFieldDbmv}},
+    /*  8 */ {findUnit(u"dBV/m"),   {ToDbm::Sum, kFieldDbv}},
+    /*  9 */ {findUnit(u"V/m"),     {}},
+    /* 10 */ {findUnit(u"W/m^2"),   {ToDbm::PowerDensity, kFieldDbv}},
+    /* 11 */ {findUnit(u"dBm/m^2"), {ToDbm::Sum, kDbmOfZeroDbmPerM2}},
+    /* 12 */ {findUnit(u"dBW/m^2"), {ToDbm::Sum, kFieldDbw}},
+    /* 13 */ {findUnit(u"A/m"),     {ToDbm::Amplitude, -kFieldDbuv, kMicrovoltPerAmpere}},
+    /* 14 */ {findUnit(u"dBA/m"),   {ToDbm::Sum, kFieldDba}},
+    /* 15 */ {findUnit(u"W/cm^2"),  {ToDbm::Power, kFieldDbv, kImpedancePerCm2}},
+};
+// clang-format on
+
+/// The scale with an index.
+/// @return its row, or null for an index that is none
+constexpr const Scale* findScale(int index) noexcept {
+    return index >= 0 && index < static_cast<int>(std::size(kScales)) ? &kScales[index] : nullptr;
+}
+
+/// The index of the scale that has a unit.
+/// @return -1 for a unit that levels are not shown in
+constexpr int scaleOf(const Unit& unit) noexcept {
+    for (const Scale& scale : kScales) {
+        if (scale.unit == &unit) {
+            return static_cast<int>(&scale - kScales);
+        }
     }
+    return -1;
 }
 
-constexpr bool takenByGetdBmToField(const Unit& unit) noexcept {
-    switch (unit.fromDbm.rule) {
-        case FromDbm::FieldLevel:
-        case FromDbm::FieldLevelOfPower:
-        case FromDbm::FieldAmplitude:
-        case FromDbm::FieldPower:
-            return true;
-        default:
-            return false;
-    }
-}
+/// A prefix that HMath::getFieldChangeUnit puts in front of a field unit.
+struct Prefix {
+    char letter;    ///< ASCII: micro is u; 0 for the unit itself
+    int decades;    ///< 10^decades of the prefixed unit make the unit itself
+    double factor;  ///< number in the unit -> number in the prefixed unit; the product is rounded
+                    ///< to single precision
+    double threshold;  ///< smallest field value that takes the prefix
+    int decimals;      ///< of the number's text
+};
 
-constexpr bool takenByGetUnitTodBm(const Unit& unit) noexcept {
-    switch (unit.toDbm.rule) {
-        case ToDbm::Unchanged:
-        case ToDbm::Level:
-        case ToDbm::Volt:
-        case ToDbm::Watt:
-            return true;
-        default:
-            return false;
-    }
-}
-
-constexpr bool takenByGetFieldTodBm(const Unit& unit) noexcept {
-    return unit.toDbm.rule != ToDbm::Unknown && !takenByGetUnitTodBm(unit);
-}
-
-/// Whether a ladder or getFieldChangeUnit puts a prefix in front of a base unit to make this one.
-constexpr bool producedWithPrefix(const Unit& unit) noexcept {
-    switch (unit.fromDbm.rule) {
-        case FromDbm::VoltStep:
-        case FromDbm::WattStep:
-        case FromDbm::FieldStep:
-            return true;
-        default:
-            return false;
-    }
-}
-
-/// The quantity in words.
-constexpr QStringView quantityName(Quantity quantity) noexcept {
-    switch (quantity) {
-        case Quantity::Level:
-            return u"level";
-        case Quantity::Voltage:
-            return u"voltage";
-        case Quantity::Power:
-            return u"power";
-        case Quantity::FieldStrengthLevel:
-            return u"field strength level";
-        case Quantity::FieldStrength:
-            return u"field strength";
-        case Quantity::PowerDensityLevel:
-            return u"power density level";
-        case Quantity::PowerDensity:
-            return u"power density";
-        case Quantity::MagneticFieldLevel:
-            return u"magnetic field level";
-        case Quantity::MagneticField:
-            return u"magnetic field";
-    }
-    return {};
-}
+// clang-format off
+/// The prefixes from the largest to the smallest; the first whose threshold a field reaches is taken.
+/// The factors of the large ones are single-precision numbers.
+inline constexpr Prefix kPrefixes[] = {
+    {'G', -9, 1e-9F,  1e9,    1},
+    {'M', -6, 1e-6F,  1e6,    1},
+    {'k', -3, 0.001F, 1000.0, 2},
+    {0,    0, 1.0,    0.01,   2},
+    {'m',  3, 1000.0, 1e-5,   2},
+    {'u',  6, 1e6,    1e-8,   2},
+    {'n',  9, 1e9,    1e-11,  2},
+    {'p', 12, 1e12,   1e-14,  2},
+    {'f', 15, 1e15,   1e-17,  2},
+    {'a', 18, 1e18,   1e-20,  2},
+    {'z', 21, 1e21,   1e-23,  2},
+    {'y', 24, 1e24,   1e-26,  2},
+};
+// clang-format on
 
 }  // namespace rfu

@@ -2,6 +2,7 @@
 #include "unitRules.h"
 
 #include <rfUtils/units/HMath.h>
+#include <rfUtils/units/unitTable.h>
 
 #include <gtest/gtest.h>
 
@@ -12,16 +13,19 @@ namespace {
 
 using namespace rfu::test;
 
-/// Every name that any operation knows, and some that none does.
-const std::vector<std::string> kUnits = {
-    "dBm",    "dBV",    "dBmV",   "dBuV",   "V",           "mV",        "\xC2\xB5V",
-    "nV",     "pV",     "fV",     "W",      "mW",          "\xC2\xB5W", "nW",
-    "pW",     "fW",     "aW",     "zW",     "yW",          "dBuV/m",    "dBmV/m",
-    "dBV/m",  "V/m",    "mV/m",   "uV/m",   "nV/m",        "pV/m",      "W/m^2",
-    "mW/m^2", "uW/m^2", "nW/m^2", "pW/m^2", "dBm/m^2",     "dBW/m^2",   "A/m",
-    "dBA/m",  "W/cm^2", "w/cm^2", "",       "uV",          "uW",        "dbm",
-    "dBm ",   " dBm",   "dB",     "mA/m",   "\xC2\xB5V/m", "fV/m",      "mW/cm^2",
-    "DBM",    "v",      "kV",     "dBm/m",  "\xCE\xBCV"};
+/// Every name in the vocabulary, and some that no operation knows.
+const std::vector<std::string>& names() {
+    static const std::vector<std::string> all = [] {
+        std::vector<std::string> names = {"",    "uV",   "uW",    "dbm",         "dBm ", " dBm",
+                                          "dB",  "mA/m", "kV",    "\xC2\xB5V/m", "fV/m", "mW/cm^2",
+                                          "DBM", "v",    "dBm/m", "\xCE\xBCV"};
+        for (const rfu::Unit& unit : rfu::kUnits) {
+            names.push_back(unit.name.toString().toStdString());
+        }
+        return names;
+    }();
+    return all;
+}
 
 /// Levels in dBm: each step of the volt, watt and field ladders, the operating range.
 const Range& levels() {
@@ -89,7 +93,7 @@ protected:
     }
 
     QString randomUnit() {
-        unitName = samples.oneOf(kUnits);
+        unitName = samples.oneOf(names());
         return QString::fromStdString(unitName);
     }
 
@@ -206,7 +210,7 @@ TEST_F(DifferentialUnits, mathRoundOff) {
 template <typename Operation, typename Rule>
 void compareReverse(Samples& samples, Operation operation, Rule rule) {
     for (int i = caseCount(); i > 0; --i) {
-        const std::string& unit = samples.oneOf(kUnits);
+        const std::string& unit = samples.oneOf(names());
         const double value = samples.number(samples.coin() ? kValues : levels());
         const double got = operation(QString::fromStdString(unit), value);
         const double expected = rule(unit, value);

@@ -1,5 +1,7 @@
 #include <rfUtils/units/calculateUnit.h>
 
+#include <iterator>
+
 #include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -29,14 +31,13 @@ const Usage kUsage = {
      "rfutils scale 5 0 30 --format json"}};
 // clang-format on
 
-constexpr int kScaleWithoutWayBack = 9;
-
-const rfu::Unit& unitOf(int scale) {
-    const rfu::Unit* const unit = unitOfScale(scale);
-    if (unit == nullptr) {
-        throw inputError("there is no scale " + std::to_string(scale) + "; scales are 0 to 15");
+const rfu::Scale& scaleAt(int index) {
+    const rfu::Scale* const scale = rfu::findScale(index);
+    if (scale == nullptr) {
+        throw inputError("there is no scale " + std::to_string(index) + "; scales are 0 to " +
+                         std::to_string(std::size(rfu::kScales) - 1));
     }
-    return *unit;
+    return *scale;
 }
 
 int scaleIndex(const QStringList& values) {
@@ -61,11 +62,13 @@ void runScale(const QStringList& arguments) {
     if (!line.parse(arguments)) {
         return;
     }
-    const int scale = scaleIndex(line.values());
-    const rfu::Unit& unit = unitOf(scale);
+    const int index = scaleIndex(line.values());
+    const rfu::Scale& scale = scaleAt(index);
+    const rfu::Unit& unit = *scale.unit;
     const bool toDbm = line.isSet("to-dbm");
-    if (toDbm && scale == kScaleWithoutWayBack) {
-        throw inputError("scale 9 (V/m) has no way back to dBm; rfutils convert reads V/m");
+    if (toDbm && scale.toDbm.formula == rfu::ToDbm::None) {
+        throw inputError("scale " + std::to_string(index) + " (" + nameOf(unit) +
+                         ") has no way back to dBm; rfutils convert reads " + nameOf(unit));
     }
     const Antenna antenna = antennaOf(line);
     const LevelPresenter presenter(unit, antenna);
@@ -76,7 +79,7 @@ void runScale(const QStringList& arguments) {
         }
         requireLevel(unit, value);
         double dBm = 0.0;
-        actOtherScale2dBm(value, antenna.center.value_or(kUnusedCenter), scale, antenna.gain, dBm);
+        actOtherScale2dBm(value, antenna.center.value_or(kUnusedCenter), index, antenna.gain, dBm);
         return dBm;
     };
     const std::string unitShown = toDbm ? "dBm" : presenter.unitName();
@@ -94,7 +97,7 @@ void runScale(const QStringList& arguments) {
     TableWriter table(standardOutput(), line.format(), {"input", "scale", "value", "unit"});
     forEachValue(line.values().mid(1), [&](std::string_view text) {
         const double value = convert(requireNumber(text));
-        table.text(trimmed(text)).integer(scale).number(value).text(unitShown);
+        table.text(trimmed(text)).integer(index).number(value).text(unitShown);
     });
     table.finish();
 }

@@ -18,12 +18,10 @@ const Usage kUsage = {
 // clang-format on
 
 const char* shownBy(const ListedUnit& unit) {
-    if (unit.row == nullptr) {
+    if (unit.row == nullptr || isPrefixed(*unit.row)) {
         return "prefix";
     }
-    return canBeShown(*unit.row)                             ? "name"
-           : unit.row->fromDbm.rule == rfu::FromDbm::Unknown ? "no"
-                                                             : "prefix";
+    return canBeShown(*unit.row) ? "name" : "no";
 }
 
 }  // namespace
@@ -38,7 +36,8 @@ void runUnits(const QStringList& arguments) {
     TableWriter table(standardOutput(), line.format(),
                       {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
     for (const ListedUnit& unit : allUnits()) {
-        table.text(unit.name).text(quantityOf(unit.like)).text(shownBy(unit));
+        table.text(unit.name).text(traitsOf(unit.like).name.toString().toStdString());
+        table.text(shownBy(unit));
         table.flag(unit.row != nullptr && canBeRead(*unit.row)).flag(needsAntenna(unit.like));
     }
     table.finish();

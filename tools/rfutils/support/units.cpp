@@ -18,16 +18,7 @@ namespace rfu::command {
 namespace {
 
 using rfu::Quantity;
-using rfu::ToDbm;
 using rfu::Unit;
-
-// clang-format off
-/// By the index of the scale.
-constexpr QStringView kScaleUnits[] = {
-    u"dBm",    u"dBV",   u"dBmV",    u"dBuV",    u"V",   u"W",     u"dBuV/m", u"dBmV/m",
-    u"dBV/m",  u"V/m",   u"W/m^2",   u"dBm/m^2", u"dBW/m^2", u"A/m", u"dBA/m", u"W/cm^2",
-};
-// clang-format on
 
 constexpr double kBetweenOneAndKilo = 30.0;
 constexpr double kBetweenKiloAndMega = 30000.0;
@@ -63,21 +54,23 @@ std::string alternatives(const std::vector<std::string>& names) {
     return list;
 }
 
+bool isPrefixLetter(QChar letter) {
+    constexpr QChar kMicroSign(0xB5);
+    return letter == kMicroSign ||
+           std::any_of(std::begin(rfu::kPrefixes), std::end(rfu::kPrefixes),
+                       [letter](const rfu::Prefix& prefix) {
+                           return prefix.decades != 0 && letter == QLatin1Char(prefix.letter);
+                       });
+}
+
 /// The unit in front of which the instrument puts the prefix that opens a name: V of "mV", A/m of
 /// "uA/m"; null where there is none.
 const Unit* baseOfPrefixed(const QString& name) {
-    static const QString prefixes = QStringLiteral("mu\u00B5npfazykMG");
-    if (name.isEmpty() || !prefixes.contains(name[0])) {
+    if (name.isEmpty() || !isPrefixLetter(name[0])) {
         return nullptr;
     }
     const Unit* const base = rfu::findUnit(QStringView(name).mid(1));
     return base != nullptr && canBeShown(*base) && isLinear(*base) ? base : nullptr;
-}
-
-/// Whether the instrument puts the prefixes of fields in front of a unit.
-bool isShownWithPrefixes(const Unit& unit) {
-    return unit.fromDbm.rule == rfu::FromDbm::FieldAmplitude ||
-           unit.fromDbm.rule == rfu::FromDbm::FieldPower;
 }
 
 using Direction = bool (*)(const Unit&);
@@ -122,7 +115,7 @@ std::string nearestNames(const QString& wrong, Direction usable) {
         if (unit.row != nullptr && usable(*unit.row)) {
             candidates.push_back({near, unit.name});
         } else if (const Unit* const base = baseOfPrefixed(known);
-                   near.distance == 0 && usable == canBeShown && base != nullptr) {
+                   near.distance == 0 && usable == rfu::canBeShown && base != nullptr) {
             candidates.push_back({near, unit.name + " (ask for " + nameOf(*base) + ")"});
         }
     }
@@ -168,7 +161,7 @@ BadValue notReadable(const QString& typed, const QString& name) {
     const std::string asQuoted = quoted(typed.toStdString());
     const Unit* const known = rfu::findUnit(name);
     if (known != nullptr) {
-        if (const Unit* const spelled = otherSpelling(name, canBeRead)) {
+        if (const Unit* const spelled = otherSpelling(name, rfu::canBeRead)) {
             return {asQuoted + " is only shown, never read; values are read in " +
                     nameOf(*spelled)};
         }
@@ -180,7 +173,7 @@ BadValue notReadable(const QString& typed, const QString& name) {
         return {asQuoted + " is only shown, never read; values are read in " +
                 readableUnitsOf(shown->quantity)};
     }
-    return unknownUnit(typed, canBeRead);
+    return unknownUnit(typed, rfu::canBeRead);
 }
 
 /// Why a unit cannot be asked for, or that there is no such unit.
@@ -192,11 +185,11 @@ BadValue notShowable(const QString& typed, const QString& name) {
                 nameOf(*base)};
     }
     if (rfu::findUnit(name) != nullptr) {
-        if (const Unit* const spelled = otherSpelling(name, canBeShown)) {
+        if (const Unit* const spelled = otherSpelling(name, rfu::canBeShown)) {
             return {asQuoted + " is only read, never shown; ask for " + nameOf(*spelled)};
         }
     }
-    return unknownUnit(typed, canBeShown);
+    return unknownUnit(typed, rfu::canBeShown);
 }
 
 Failure missingCenter(const std::string& unit) {
@@ -239,62 +232,23 @@ std::string nameOf(const Unit& unit) {
 
 std::vector<ListedUnit> allUnits() {
     std::vector<ListedUnit> units;
-    const auto addPrefixed = [&units](char prefix, const Unit& base) {
-        const std::string name = prefix + nameOf(base);
-        const Unit* const row = rfu::findUnit(QString::fromStdString(name));
-        units.push_back({name, row, row != nullptr ? *row : base});
-    };
     for (const Unit& unit : rfu::kUnits) {
-        if (unit.fromDbm.rule == rfu::FromDbm::FieldStep) {
+        if (isPrefixed(unit) && needsAntenna(unit)) {
             continue;  // it is listed with its base unit
         }
         units.push_back({nameOf(unit), &unit, unit});
-        if (isShownWithPrefixes(unit)) {
-            for (const rfu::LargePrefix& prefix : rfu::kLargePrefixes) {
-                addPrefixed(prefix.letter, unit);
-            }
-            for (const rfu::SmallPrefix& prefix : rfu::kSmallPrefixes) {
-                addPrefixed(prefix.letter, unit);
+        if (!takesEveryPrefix(unit)) {
+            continue;
+        }
+        for (const rfu::Prefix& prefix : rfu::kPrefixes) {
+            if (prefix.decades != 0) {
+                const std::string name = prefix.letter + nameOf(unit);
+                const Unit* const row = rfu::findUnit(QString::fromStdString(name));
+                units.push_back({name, row, unit});
             }
         }
     }
     return units;
-}
-
-std::string quantityOf(const Unit& unit) {
-    return rfu::quantityName(unit.quantity).toString().toStdString();
-}
-
-bool needsAntenna(const Unit& unit) {
-    return unit.quantity != Quantity::Level && unit.quantity != Quantity::Voltage &&
-           unit.quantity != Quantity::Power;
-}
-
-bool canBeShown(const Unit& unit) {
-    return std::find(std::begin(kScaleUnits), std::end(kScaleUnits), unit.name) !=
-           std::end(kScaleUnits);
-}
-
-bool canBeRead(const Unit& unit) {
-    return unit.toDbm.rule != ToDbm::Unknown;
-}
-
-bool isLinear(const Unit& unit) {
-    return unit.quantity == Quantity::Voltage || unit.quantity == Quantity::Power ||
-           unit.quantity == Quantity::FieldStrength || unit.quantity == Quantity::PowerDensity ||
-           unit.quantity == Quantity::MagneticField;
-}
-
-int scaleOf(const Unit& unit) {
-    const auto found = std::find(std::begin(kScaleUnits), std::end(kScaleUnits), unit.name);
-    return static_cast<int>(found - std::begin(kScaleUnits));
-}
-
-const Unit* unitOfScale(int scale) {
-    if (scale < 0 || scale >= static_cast<int>(std::size(kScaleUnits))) {
-        return nullptr;
-    }
-    return rfu::findUnit(kScaleUnits[scale]);
 }
 
 void requireLevel(const Unit& unit, double value) {

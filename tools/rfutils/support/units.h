@@ -44,22 +44,6 @@ struct ListedUnit {
 /// the unit itself, from the largest to the smallest.
 std::vector<ListedUnit> allUnits();
 
-std::string quantityOf(const rfu::Unit& unit);
-/// Whether values of the unit depend on the antenna.
-bool needsAntenna(const rfu::Unit& unit);
-/// Whether levels can be shown in the unit by naming it; other units of the direction come about as
-/// prefixes of one that can.
-bool canBeShown(const rfu::Unit& unit);
-bool canBeRead(const rfu::Unit& unit);
-/// Whether the unit is proportional to a voltage, power or field: only values above zero have a
-/// level.
-bool isLinear(const rfu::Unit& unit);
-
-/// Index of a unit's scale in calculateUnit; only for units that can be shown.
-int scaleOf(const rfu::Unit& unit);
-/// The unit of a scale; null for an unknown scale.
-const rfu::Unit* unitOfScale(int scale);
-
 /// @throw BadValue for a linear value that is not above zero: it has no level
 void requireLevel(const rfu::Unit& unit, double value);
 
