@@ -21,17 +21,17 @@ inline std::ostream& operator<<(std::ostream& out, const subItem& item) {
                << item.enumValue << ", " << item.dispSeq << '}';
 }
 
-using Content = std::map<std::string, subItem>;  // by upper-cased id, sorted
+using Content = std::map<std::string, subItem>;  // by upper-case id
 using Lines = std::vector<std::string>;
 
-/// The choices of an item; empty also for an item that does not exist.
+/// The choices of an item; empty for an unknown item too.
 inline Content contentOf(const subItemList& list, const std::string& itemId) {
     std::unordered_map<std::string, subItem> choices;
     list.getSubItemsById(itemId, choices);
     return {choices.begin(), choices.end()};
 }
 
-/// The lines that the dump writes to standard output.
+/// What checkAllSubitem() prints, by line.
 inline Lines dumpOf(subItemList& list) {
     testing::internal::CaptureStdout();
     EXPECT_TRUE(list.checkAllSubitem());

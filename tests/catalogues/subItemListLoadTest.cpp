@@ -3,18 +3,20 @@
 #include <support/messageLog.h>
 #include <support/tempFiles.h>
 
-#include "catalogueContent.h"
-
 #include <gtest/gtest.h>
 
-#include <filesystem>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <vector>
 
-// The number of arrays worked through is private and read by nothing; an explicit instantiation
-// may name it all the same.
+#include "catalogueContent.h"
+
+// The number of processed arrays is private and nothing reads it; an explicit instantiation may
+// name it all the same.
 std::int32_t& arrayCount(subItemList& list);
 template <std::int32_t subItemList::*Count>
 struct Reach {
@@ -36,6 +38,29 @@ std::string choiceFile(const std::string& members) {
     return "{\"item\": [{" + members + "}]}";
 }
 
+class SubItemListLoad : public testing::Test {
+protected:
+    bool load(std::string_view json) { return list_.loadJson(files_.write("items.json", json)); }
+
+    /// Each file is refused silently and leaves what was loaded before.
+    void expectRefused(const std::vector<std::string>& paths) {
+        ASSERT_TRUE(load(kAtten));
+        const Lines before = dumpOf(list_);
+        for (const std::string& path : paths) {
+            EXPECT_FALSE(list_.loadJson(path)) << path;
+        }
+        EXPECT_EQ(dumpOf(list_), before);
+        EXPECT_EQ(arrayCount(list_), 1);
+        EXPECT_TRUE(MessageLog::take().empty());
+    }
+
+    subItemList list_;
+    const TempFiles files_;
+
+private:
+    const MessageLog log_;
+};
+
 TEST(SubItem, IsAnAggregateInFieldOrder) {
     const subItem record{"item", "id", "label", 3, 4};
     EXPECT_EQ(record.itemId, "item");
@@ -51,96 +76,76 @@ TEST(SubItem, IsAnAggregateInFieldOrder) {
     EXPECT_EQ(empty.dispSeq, 0);
 }
 
-TEST(SubItemListLoad, StartsEmpty) {
-    subItemList list;
-    EXPECT_EQ(arrayCount(list), 0);
-    EXPECT_EQ(dumpOf(list), Lines());
+TEST_F(SubItemListLoad, StartsEmpty) {
+    EXPECT_EQ(arrayCount(list_), 0);
+    EXPECT_EQ(dumpOf(list_), Lines());
 }
 
-TEST(SubItemListLoad, ReadsAnItemWithItsChoices) {
-    const TempFiles files;
-    subItemList list;
-    EXPECT_TRUE(list.loadJson(files.write("atten.json", kAtten)));
-    EXPECT_EQ(contentOf(list, "atten"), (Content{{"AUTO", {"atten", "auto", "Auto", 0, 1}},
-                                                 {"MANUAL", {"atten", "manual", "Manual", 1, 2}}}));
-    EXPECT_EQ(arrayCount(list), 1);
+TEST_F(SubItemListLoad, ReadsAnItemWithItsChoices) {
+    EXPECT_TRUE(load(kAtten));
+    EXPECT_EQ(contentOf(list_, "atten"),
+              (Content{{"AUTO", {"atten", "auto", "Auto", 0, 1}},
+                       {"MANUAL", {"atten", "manual", "Manual", 1, 2}}}));
+    EXPECT_EQ(arrayCount(list_), 1);
 }
 
-TEST(SubItemListLoad, RefusesAMissingFileAndChangesNothing) {
-    const TempFiles files;
-    subItemList list;
-    ASSERT_TRUE(list.loadJson(files.write("atten.json", kAtten)));
-    const Lines before = dumpOf(list);
-    const MessageLog log;
-    for (const std::string& path :
-         {files.path("none.json"), files.path("none/none.json"), std::string(),
-          files.path("atten.json/none"), files.makeLink("dangling", files.path("none.json")),
-          files.path("atten.json") + std::string("\0", 1), std::string("\xFF\xFE")}) {
-        EXPECT_FALSE(list.loadJson(path)) << path;
-    }
-    EXPECT_EQ(dumpOf(list), before);
-    EXPECT_EQ(arrayCount(list), 1);
-    EXPECT_TRUE(MessageLog::take().empty());
+TEST_F(SubItemListLoad, RefusesAMissingFileAndChangesNothing) {
+    const std::string none = files_.path("none.json");
+    expectRefused({none, files_.path("none/none.json"), "", files_.path("items.json/none"),
+                   files_.makeLink("dangling", none),
+                   files_.path("items.json") + std::string("\0", 1), "\xFF\xFE"});
 }
 
-TEST(SubItemListLoad, RefusesWhatCannotBeParsedAndChangesNothing) {
+TEST_F(SubItemListLoad, RefusesWhatCannotBeParsedAndChangesNothing) {
     const Deadline deadline;
-    const TempFiles files;
-    subItemList list;
-    ASSERT_TRUE(list.loadJson(files.write("atten.json", kAtten)));
-    const Lines before = dumpOf(list);
     const std::string good = choiceFile(R"("label":"L","id":"x","enum":1,"dispSeq":1)");
-    const MessageLog log;
-    for (const std::string& path :
-         {files.makeFolder("folder"), files.makeFifo("fifo"), std::string("/dev/zero"),
-          std::string("/dev/null"), files.write("empty", ""), files.write("bom", "\xEF\xBB\xBF"),
-          files.write("number", "5"), files.write("garbage", good + "x"),
-          files.write("deep", "{\"item\":" + std::string(1024, '[') + std::string(1024, ']') + "}"),
-          files.write("nul", good + std::string("\0", 1))}) {
-        EXPECT_FALSE(list.loadJson(path)) << path;
-    }
+    const std::string deep = std::string(1024, '[') + std::string(1024, ']');
+    std::vector<std::string> paths = {files_.makeFolder("folder"),
+                                      files_.makeFifo("fifo"),
+                                      "/dev/zero",
+                                      "/dev/null",
+                                      files_.write("empty", ""),
+                                      files_.write("bom", "\xEF\xBB\xBF"),
+                                      files_.write("number", "5"),
+                                      files_.write("garbage", good + "x"),
+                                      files_.write("deep", "{\"item\":" + deep + "}"),
+                                      files_.write("nul", good + std::string("\0", 1))};
     for (std::size_t size = 0; size < good.size(); ++size) {
-        EXPECT_FALSE(list.loadJson(files.write("cut", good.substr(0, size)))) << size;
+        paths.push_back(files_.write("cut" + std::to_string(size), good.substr(0, size)));
     }
-    EXPECT_EQ(dumpOf(list), before);
-    EXPECT_EQ(arrayCount(list), 1);
-    EXPECT_TRUE(MessageLog::take().empty());
+    expectRefused(paths);
 }
 
-TEST(SubItemListLoad, AcceptsFilesWithoutAnythingUsable) {
+TEST_F(SubItemListLoad, AcceptsFilesWithoutAnythingUsable) {
     const struct {
-        const char* name;
-        const char* bytes;
+        const char* json;
         int arrays;
     } kCases[] = {
-        {"empty object", "{}", 0},
-        {"array at the top", R"([{"label":"L","id":"x","enum":1,"dispSeq":1}])", 0},
-        {"array of items at the top", R"([[{"label":"L","id":"x","enum":1,"dispSeq":1}]])", 0},
-        {"empty array", R"({"item": []})", 1},
-        {"no objects in the array", R"({"item": [1, "x", null, true, [], [{}]]})", 1},
-        {"only unusable choices", R"({"item": [{}, {"label": "L"}]})", 1},
-        {"members that are no arrays", R"({"a": {}, "b": "x", "c": 1, "d": true, "e": null})", 0},
-        {"choice outside an array", R"({"a": {"label":"L","id":"x","enum":1,"dispSeq":1}})", 0},
-        {"two empty arrays and a number", R"({"a": [], "b": 1, "c": []})", 2},
+        {"{}", 0},
+        {R"([{"label":"L","id":"x","enum":1,"dispSeq":1}])", 0},
+        {R"([[{"label":"L","id":"x","enum":1,"dispSeq":1}]])", 0},
+        {R"({"item": []})", 1},
+        {R"({"item": [1, "x", null, true, [], [{}]]})", 1},
+        {R"({"item": [{}, {"label": "L"}]})", 1},
+        {R"({"a": {}, "b": "x", "c": 1, "d": true, "e": null})", 0},
+        {R"({"a": {"label":"L","id":"x","enum":1,"dispSeq":1}})", 0},
+        {R"({"a": [], "b": 1, "c": []})", 2},
     };
-    const TempFiles files;
-    const MessageLog log;
     for (const auto& row : kCases) {
         subItemList list;
-        EXPECT_TRUE(list.loadJson(files.write("unusable.json", row.bytes))) << row.name;
-        EXPECT_EQ(dumpOf(list), Lines()) << row.name;
-        EXPECT_EQ(arrayCount(list), row.arrays) << row.name;
+        EXPECT_TRUE(list.loadJson(files_.write("unusable.json", row.json))) << row.json;
+        EXPECT_EQ(dumpOf(list), Lines()) << row.json;
+        EXPECT_EQ(arrayCount(list), row.arrays) << row.json;
         for (const char* item : {"item", "a", "b", "c"}) {
-            EXPECT_FALSE(list.deleteItemById(item)) << row.name;
+            EXPECT_FALSE(list.deleteItemById(item)) << row.json;
         }
     }
     EXPECT_TRUE(MessageLog::take().empty());
 }
 
-TEST(SubItemListLoad, NeedsAllFourMembersOfAChoice) {
+TEST_F(SubItemListLoad, NeedsAllFourMembersOfAChoice) {
     const char* const kMembers[] = {R"("label": "L")", R"("id": "x")", R"("enum": 7)",
                                     R"("dispSeq": 8)"};
-    const TempFiles files;
     for (unsigned present = 0; present < 16; ++present) {
         std::string members = R"("other": 1)";
         for (unsigned member = 0; member < 4; ++member) {
@@ -149,34 +154,29 @@ TEST(SubItemListLoad, NeedsAllFourMembersOfAChoice) {
             }
         }
         subItemList list;
-        EXPECT_TRUE(list.loadJson(files.write("members.json", choiceFile(members))));
+        EXPECT_TRUE(list.loadJson(files_.write("members.json", choiceFile(members))));
         const Lines expected = present == 15 ? Lines{R"(1 "X" "item" "L" "x" 7 8 )"} : Lines();
         EXPECT_EQ(dumpOf(list), expected) << members;
         EXPECT_EQ(arrayCount(list), 1) << members;
     }
 }
 
-TEST(SubItemListLoad, ComparesMemberNamesExactly) {
-    const TempFiles files;
-    subItemList list;
-    EXPECT_TRUE(list.loadJson(
-        files.write("names.json", choiceFile(R"("Label":"L","ID":"x","Enum":7,"dispseq":8)"))));
-    EXPECT_EQ(dumpOf(list), Lines());
+TEST_F(SubItemListLoad, ComparesMemberNamesExactly) {
+    EXPECT_TRUE(load(choiceFile(R"("Label":"L","ID":"x","Enum":7,"dispseq":8)")));
+    EXPECT_EQ(dumpOf(list_), Lines());
 }
 
-TEST(SubItemListLoad, KeepsGoodChoicesAmongBadOnes) {
-    const TempFiles files;
-    subItemList list;
-    EXPECT_TRUE(list.loadJson(files.write("mixed.json", R"({"item": [
+TEST_F(SubItemListLoad, KeepsGoodChoicesAmongBadOnes) {
+    EXPECT_TRUE(load(R"({"item": [
         null, {"label":"A","id":"a","enum":1,"dispSeq":1}, 5, {"label":"B","id":"b","enum":2},
         [{"label":"C","id":"c","enum":3,"dispSeq":3}],
-        {"label":"D","id":"d","enum":4,"dispSeq":4,"more":{"id":"e"}}]})")));
-    EXPECT_EQ(contentOf(list, "item"),
+        {"label":"D","id":"d","enum":4,"dispSeq":4,"more":{"id":"e"}}]})"));
+    EXPECT_EQ(contentOf(list_, "item"),
               (Content{{"A", {"item", "a", "A", 1, 1}}, {"D", {"item", "d", "D", 4, 4}}}));
-    EXPECT_EQ(arrayCount(list), 1);
+    EXPECT_EQ(arrayCount(list_), 1);
 }
 
-TEST(SubItemListLoad, ReadsIntegersOnlyFromWholeNumbersOf32Bits) {
+TEST_F(SubItemListLoad, ReadsIntegersOnlyFromWholeNumbersOf32Bits) {
     const struct {
         const char* json;
         std::int32_t expected;
@@ -212,22 +212,18 @@ TEST(SubItemListLoad, ReadsIntegersOnlyFromWholeNumbersOf32Bits) {
         {"[12]", 0},
         {"{\"a\": 12}", 0},
     };
-    const TempFiles files;
     for (const auto& row : kCases) {
         const std::string json = row.json;
-        subItemList list;
-        ASSERT_TRUE(list.loadJson(files.write(
-            "enum.json", choiceFile(R"("label":"L","id":"x","dispSeq":5,"enum":)" + json))));
-        EXPECT_EQ(contentOf(list, "item"), (Content{{"X", {"item", "x", "L", row.expected, 5}}}))
+        ASSERT_TRUE(load(choiceFile(R"("label":"L","id":"x","dispSeq":5,"enum":)" + json)));
+        EXPECT_EQ(contentOf(list_, "item"), (Content{{"X", {"item", "x", "L", row.expected, 5}}}))
             << "enum " << json;
-        ASSERT_TRUE(list.loadJson(files.write(
-            "dispSeq.json", choiceFile(R"("label":"L","id":"x","enum":5,"dispSeq":)" + json))));
-        EXPECT_EQ(contentOf(list, "item"), (Content{{"X", {"item", "x", "L", 5, row.expected}}}))
+        ASSERT_TRUE(load(choiceFile(R"("label":"L","id":"x","enum":5,"dispSeq":)" + json)));
+        EXPECT_EQ(contentOf(list_, "item"), (Content{{"X", {"item", "x", "L", 5, row.expected}}}))
             << "dispSeq " << json;
     }
 }
 
-TEST(SubItemListLoad, ReadsTextsAsUtf8AndOtherTypesAsEmpty) {
+TEST_F(SubItemListLoad, ReadsTextsAsUtf8AndOtherTypesAsEmpty) {
     const struct {
         const char* json;
         std::string_view expected;
@@ -247,122 +243,88 @@ TEST(SubItemListLoad, ReadsTextsAsUtf8AndOtherTypesAsEmpty) {
         {R"(["x"])", ""},
         {R"({"x": "y"})", ""},
     };
-    const TempFiles files;
     for (const auto& row : kCases) {
         const std::string json = row.json;
         const std::string expected(row.expected);
-        subItemList list;
-        ASSERT_TRUE(list.loadJson(files.write(
-            "label.json", choiceFile(R"("id":"x","enum":1,"dispSeq":2,"label":)" + json))));
-        EXPECT_EQ(contentOf(list, "item"), (Content{{"X", {"item", "x", expected, 1, 2}}})) << json;
-
-        subItemList ids;
-        ASSERT_TRUE(ids.loadJson(files.write(
-            "id.json", choiceFile(R"("label":"L","enum":1,"dispSeq":2,"id":)" + json))));
-        EXPECT_EQ(ids.getSubItemIdFromOrder("item", 1), expected) << json;
-        EXPECT_EQ(ids.getLabelFromSubItemId("item", expected), "L") << json;
+        ASSERT_TRUE(load(choiceFile(R"("id":"x","enum":1,"dispSeq":2,"label":)" + json)));
+        EXPECT_EQ(contentOf(list_, "item"), (Content{{"X", {"item", "x", expected, 1, 2}}}))
+            << json;
+        list_.deleteItemById("item");
+        ASSERT_TRUE(load(choiceFile(R"("label":"L","enum":1,"dispSeq":2,"id":)" + json)));
+        EXPECT_EQ(list_.getSubItemIdFromOrder("item", 1), expected) << json;
+        EXPECT_EQ(list_.getLabelFromSubItemId("item", expected), "L") << json;
+        list_.deleteItemById("item");
     }
 }
 
-TEST(SubItemListLoad, TakesItemIdsFromTheKeysExactly) {
-    const std::string choice = R"([{"label":"L","id":"x","enum":1,"dispSeq":2}])";
-    const TempFiles files;
-    subItemList list;
-    ASSERT_TRUE(list.loadJson(
-        files.write("keys.json", "{\"\":" + choice + ",\"Item\":" + choice + ",\"item\":" + choice +
-                                     ",\"a\\u0000b\":" + choice + ",\"Größe\":" + choice +
-                                     ",\"\\ud800\":" + choice + "}")));
-    EXPECT_EQ(arrayCount(list), 6);
-    for (const auto& itemId : {""s, "Item"s, "item"s, std::string("a\0b", 3), "Größe"s, "?"s}) {
-        EXPECT_EQ(contentOf(list, itemId), (Content{{"X", {itemId, "x", "L", 1, 2}}})) << itemId;
+TEST_F(SubItemListLoad, TakesItemIdsFromTheKeysExactly) {
+    std::string json;
+    for (const char* key : {"", "Item", "item", "a\\u0000b", "Größe", "\\ud800"}) {
+        json += (json.empty() ? "{\"" : ",\"") + std::string(key) +
+                R"(":[{"label":"L","id":"x","enum":1,"dispSeq":2}])";
     }
-    EXPECT_EQ(list.getLabelFromSubItemId("ITEM", "x"), "");
-    EXPECT_EQ(list.getLabelFromSubItemId("a", "x"), "");
+    ASSERT_TRUE(load(json + "}"));
+    EXPECT_EQ(arrayCount(list_), 6);
+    for (const auto& itemId : {""s, "Item"s, "item"s, "a\0b"s, "Größe"s, "?"s}) {
+        EXPECT_EQ(contentOf(list_, itemId), (Content{{"X", {itemId, "x", "L", 1, 2}}})) << itemId;
+    }
+    EXPECT_EQ(list_.getLabelFromSubItemId("ITEM", "x"), "");
+    EXPECT_EQ(list_.getLabelFromSubItemId("a", "x"), "");
 }
 
-TEST(SubItemListLoad, KeepsTheLaterOfChoicesWithTheSameId) {
-    const TempFiles files;
-    subItemList list;
-    ASSERT_TRUE(list.loadJson(files.write("same.json", R"({"item": [
+TEST_F(SubItemListLoad, KeepsTheLaterOfChoicesWithTheSameId) {
+    ASSERT_TRUE(load(R"({"item": [
         {"label":"First","id":"Auto","enum":1,"dispSeq":1},
         {"label":"Second","id":"AUTO","enum":2,"dispSeq":2},
-        {"label":"Not counted","id":"auto","enum":3}]})")));
-    EXPECT_EQ(contentOf(list, "item"), (Content{{"AUTO", {"item", "AUTO", "Second", 2, 2}}}));
+        {"label":"Not counted","id":"auto","enum":3}]})"));
+    EXPECT_EQ(contentOf(list_, "item"), (Content{{"AUTO", {"item", "AUTO", "Second", 2, 2}}}));
 }
 
-TEST(SubItemListLoad, KeepsTheLastOfMembersWithTheSameKey) {
-    const TempFiles files;
-    subItemList list;
-    ASSERT_TRUE(list.loadJson(files.write("twice.json", R"({
+TEST_F(SubItemListLoad, KeepsTheLastOfMembersWithTheSameKey) {
+    ASSERT_TRUE(load(R"({
         "item": "no array",
-        "item": [{"label":"B","id":"x","id":"b","enum":1,"enum":2,"dispSeq":2}]})")));
-    EXPECT_EQ(contentOf(list, "item"), (Content{{"B", {"item", "b", "B", 2, 2}}}));
-    EXPECT_EQ(arrayCount(list), 1);
+        "item": [{"label":"B","id":"x","id":"b","enum":1,"enum":2,"dispSeq":2}]})"));
+    EXPECT_EQ(contentOf(list_, "item"), (Content{{"B", {"item", "b", "B", 2, 2}}}));
+    EXPECT_EQ(arrayCount(list_), 1);
 }
 
-TEST(SubItemListLoad, MergesFiles) {
-    const TempFiles files;
-    subItemList list;
-    ASSERT_TRUE(list.loadJson(files.write("first.json", R"({
+TEST_F(SubItemListLoad, MergesFiles) {
+    ASSERT_TRUE(load(R"({
         "only first": [{"label":"A","id":"a","enum":1,"dispSeq":1}],
         "both": [{"label":"A","id":"a","enum":1,"dispSeq":1},
-                 {"label":"B","id":"b","enum":2,"dispSeq":2}]})")));
-    ASSERT_TRUE(list.loadJson(files.write("second.json", R"({
+                 {"label":"B","id":"b","enum":2,"dispSeq":2}]})"));
+    ASSERT_TRUE(load(R"({
         "both": [{"label":"B again","id":"B","enum":20,"dispSeq":0},
                  {"label":"C","id":"c","enum":3,"dispSeq":3}],
-        "only second": [{"label":"D","id":"d","enum":4,"dispSeq":4}]})")));
-    EXPECT_EQ(contentOf(list, "only first"), (Content{{"A", {"only first", "a", "A", 1, 1}}}));
-    EXPECT_EQ(contentOf(list, "both"), (Content{{"A", {"both", "a", "A", 1, 1}},
-                                                {"B", {"both", "B", "B again", 20, 0}},
-                                                {"C", {"both", "c", "C", 3, 3}}}));
-    EXPECT_EQ(contentOf(list, "only second"), (Content{{"D", {"only second", "d", "D", 4, 4}}}));
-    EXPECT_EQ(arrayCount(list), 4);
+        "only second": [{"label":"D","id":"d","enum":4,"dispSeq":4}]})"));
+    EXPECT_EQ(contentOf(list_, "only first"), (Content{{"A", {"only first", "a", "A", 1, 1}}}));
+    EXPECT_EQ(contentOf(list_, "both"), (Content{{"A", {"both", "a", "A", 1, 1}},
+                                                 {"B", {"both", "B", "B again", 20, 0}},
+                                                 {"C", {"both", "c", "C", 3, 3}}}));
+    EXPECT_EQ(contentOf(list_, "only second"), (Content{{"D", {"only second", "d", "D", 4, 4}}}));
+    EXPECT_EQ(arrayCount(list_), 4);
 }
 
-TEST(SubItemListLoad, LoadingTwiceChangesOnlyTheArrayCount) {
-    const TempFiles files;
-    const std::string path = files.write("atten.json", kAtten);
-    subItemList list;
-    ASSERT_TRUE(list.loadJson(path));
-    const Content once = contentOf(list, "atten");
-    EXPECT_EQ(arrayCount(list), 1);
-    ASSERT_TRUE(list.loadJson(path));
-    EXPECT_EQ(contentOf(list, "atten"), once);
-    EXPECT_EQ(arrayCount(list), 2);
-    EXPECT_TRUE(list.deleteItemById("atten"));
-    EXPECT_EQ(arrayCount(list), 2);
-    arrayCount(list) = std::numeric_limits<std::int32_t>::max();
-    EXPECT_TRUE(list.loadJson(path));
-    EXPECT_EQ(arrayCount(list), std::numeric_limits<std::int32_t>::max());
+TEST_F(SubItemListLoad, LoadingTwiceChangesOnlyTheArrayCount) {
+    ASSERT_TRUE(load(kAtten));
+    const Content once = contentOf(list_, "atten");
+    EXPECT_EQ(arrayCount(list_), 1);
+    ASSERT_TRUE(load(kAtten));
+    EXPECT_EQ(contentOf(list_, "atten"), once);
+    EXPECT_EQ(arrayCount(list_), 2);
+    EXPECT_TRUE(list_.deleteItemById("atten"));
+    EXPECT_EQ(arrayCount(list_), 2);
+    arrayCount(list_) = std::numeric_limits<std::int32_t>::max();
+    EXPECT_TRUE(load(kAtten));
+    EXPECT_EQ(arrayCount(list_), std::numeric_limits<std::int32_t>::max());
 }
 
-TEST(SubItemListLoad, ReadsPathsInUtf8) {
-    const TempFiles files;
-    subItemList list;
-    EXPECT_TRUE(list.loadJson(files.write("größe µ 😀.json", kAtten)));
-    EXPECT_TRUE(list.loadJson(files.makeLink("link", files.path("größe µ 😀.json"))));
-    EXPECT_EQ(arrayCount(list), 2);
-    EXPECT_TRUE(list.loadJson(files.write("bom.json", std::string("\xEF\xBB\xBF") + kAtten)));
-}
-
-TEST(SubItemListLoad, ReadsManyItems) {
-    std::string json = "{";
-    for (int item = 0; item < 200; ++item) {
-        json += (item == 0 ? "\"" : ",\"") + std::to_string(item) + "\":[";
-        for (int choice = 0; choice < 50; ++choice) {
-            json += (choice == 0 ? "" : ",") +
-                    (R"({"label":"L)" + std::to_string(choice) + R"(","id":"id )") +
-                    std::to_string(choice) + R"(","enum":)" + std::to_string(item * choice) +
-                    R"(,"dispSeq":)" + std::to_string(choice) + "}";
-        }
-        json += "]";
-    }
-    const TempFiles files;
-    subItemList list;
-    ASSERT_TRUE(list.loadJson(files.write("many.json", json + "}")));
-    EXPECT_EQ(arrayCount(list), 200);
-    EXPECT_EQ(dumpOf(list).size(), 10000U);
-    EXPECT_EQ(list.getOrderFromSubItemId("199", "ID 49"), 199 * 49);
+TEST_F(SubItemListLoad, ReadsPathsInUtf8) {
+    const std::string path = files_.write("größe µ 😀.json", kAtten);
+    EXPECT_TRUE(list_.loadJson(path));
+    EXPECT_TRUE(list_.loadJson(files_.makeLink("link", path)));
+    EXPECT_TRUE(load(std::string("\xEF\xBB\xBF") + kAtten));
+    EXPECT_EQ(arrayCount(list_), 3);
 }
 
 TEST(SubItemListAdd, TakesTheLabelBeforeTheId) {

@@ -1,8 +1,5 @@
-// Ids are upper-cased as the process's global locale does it for single bytes.
 #include <rfUtils/catalogues/subItemList.h>
 #include <support/tempFiles.h>
-
-#include "catalogueContent.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +7,11 @@
 #include <stdexcept>
 #include <string>
 
+#include "catalogueContent.h"
+
 namespace {
 
-/// Sets the global locale and puts the earlier one back.
+/// Sets the global locale and restores the earlier one.
 class GlobalLocale {
 public:
     explicit GlobalLocale(const std::locale& locale) : before_(std::locale::global(locale)) {}
@@ -24,7 +23,7 @@ private:
     std::locale before_;
 };
 
-/// Upper-cases as ISO 8859-1 does, so that an 8-bit locale need not be installed.
+/// Upper-cases as ISO 8859-1 does, so that no 8-bit locale needs to be installed.
 class Latin1 : public std::ctype<char> {
     using std::ctype<char>::do_toupper;
     char do_toupper(char c) const override {
@@ -89,65 +88,37 @@ TEST(SubItemListLocale, TurkishLeavesTheLetterIAsItIs) {
         EXPECT_EQ(contentOf(list, "item").size(), 3U);
     }
     const GlobalLocale classic(std::locale::classic());
-    EXPECT_EQ(list.getOrderFromSubItemId("item", "dist"), 3);  // found as DIST, which is the other
+    EXPECT_EQ(list.getOrderFromSubItemId("item", "dist"), 3);  // finds the key DIST, the other one
     EXPECT_EQ(list.getOrderFromSubItemId("item", "DiST"), 3);
     EXPECT_TRUE(list.deleteSubItemById("item", "dist"));
     EXPECT_FALSE(list.deleteSubItemById("item", "dist"));
     EXPECT_EQ(list.getOrderFromSubItemId("item", "auto"), 2);
-    EXPECT_EQ(contentOf(list, "item").size(), 2U);  // the first DiST is out of reach by its id
+    EXPECT_EQ(contentOf(list, "item").size(), 2U);  // the key DiST cannot be reached
 }
 
 TEST(SubItemListLocale, FollowsTheLocaleAtTheTimeOfTheCall) {
+    // an id in ISO 8859-1 and its upper case in ASCII only and in full
+    const std::string id = "gr\xF6n";
+    const std::string asciiUpper = "GR\xF6N";
+    const std::string latin1Upper = "GR\xD6N";
     const GlobalLocale classic(std::locale::classic());
     subItemList list;
-    list.addSubItem("item", "Size",
-                    "gr\xF6\xDF"
-                    "e",
-                    1, 1);
-    EXPECT_EQ(list.getOrderFromSubItemId("item",
-                                         "GR\xF6\xDF"
-                                         "E"),
-              1);
-    EXPECT_EQ(list.getOrderFromSubItemId("item",
-                                         "GR\xD6\xDF"
-                                         "E"),
-              -999);
+    list.addSubItem("item", "Green", id, 1, 1);
+    EXPECT_EQ(list.getOrderFromSubItemId("item", asciiUpper), 1);
+    EXPECT_EQ(list.getOrderFromSubItemId("item", latin1Upper), -999);
     {
         const GlobalLocale latin1(std::locale(std::locale::classic(), new Latin1));
-        EXPECT_EQ(list.getOrderFromSubItemId("item",
-                                             "gr\xF6\xDF"
-                                             "e"),
-                  -999);
-        list.addSubItem("item", "Size",
-                        "gr\xF6\xDF"
-                        "e",
-                        2, 1);
-        EXPECT_EQ(list.getOrderFromSubItemId("item",
-                                             "GR\xD6\xDF"
-                                             "E"),
-                  2);
-        EXPECT_EQ(list.getOrderFromSubItemId("item",
-                                             "Gr\xF6\xDF"
-                                             "e"),
-                  2);
-        EXPECT_TRUE(list.deleteSubItemById("item",
-                                           "gR\xD6\xDF"
-                                           "e"));
-        std::string id;
+        EXPECT_EQ(list.getOrderFromSubItemId("item", id), -999);
+        list.addSubItem("item", "Green", id, 2, 1);
+        EXPECT_EQ(list.getOrderFromSubItemId("item", latin1Upper), 2);
+        EXPECT_EQ(list.getOrderFromSubItemId("item", asciiUpper), 2);
+        EXPECT_TRUE(list.deleteSubItemById("item", "gR\xD6n"));
+        std::string found;
         int code = 0;
-        EXPECT_FALSE(list.getSubItemEnumDataFromId("item",
-                                                   "gr\xF6\xDF"
-                                                   "e",
-                                                   id, code));
-        EXPECT_EQ(list.getLabelFromSubItemId("item",
-                                             "gr\xF6\xDF"
-                                             "e"),
-                  "");
+        EXPECT_FALSE(list.getSubItemEnumDataFromId("item", id, found, code));
+        EXPECT_EQ(list.getLabelFromSubItemId("item", id), "");
     }
-    EXPECT_EQ(list.getOrderFromSubItemId("item",
-                                         "gr\xF6\xDF"
-                                         "e"),
-              1);
+    EXPECT_EQ(list.getOrderFromSubItemId("item", id), 1);
 }
 
 TEST(SubItemListLocale, ItemIdsAndLabelsKeepTheirLetterCase) {
