@@ -5,26 +5,126 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
+#include <cstddef>
 #include <iterator>
 #include <limits>
 #include <numeric>
 
 namespace {
 
+using Trace = std::vector<double>;
+using TraceRing = boost::circular_buffer<Trace>;
+using MarkerRing = boost::circular_buffer<double>;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
 std::size_t ringCapacity(int capacity) {
     return static_cast<std::size_t>(std::max(capacity, 0));
 }
 
-/// The ring of a marker, null for an index that is no marker.
+/// The ring of a marker; null for a bad index.
 template <typename Rings>
 auto* ringOf(Rings& rings, int marker) {
-    // As an unsigned number a negative index is beyond the last marker.
+    // A negative index becomes a large unsigned one.
     const auto index = static_cast<std::size_t>(marker);
     return index < std::size(rings) ? &rings[index] : nullptr;
 }
 
-// std::fmax and std::fmin leave the sign of a zero to the processor, these do not.
+bool isMeasured(double value) {
+    return value != traceRssiBuffer::kNoMeasurement;
+}
+
+/// Calls `action(begin, end)` for the one or two contiguous segments of a ring, oldest first: loops
+/// over plain pointers need no wrap-around check.
+template <typename Item, typename Action>
+void forEachSegment(const boost::circular_buffer<Item>& ring, Action action) {
+    const auto older = ring.array_one();
+    const auto newer = ring.array_two();
+    action(older.first, older.first + older.second);
+    action(newer.first, newer.first + newer.second);
+}
+
+/// Refills a marker's ring with one point of each trace that has it; the oldest may drop out.
+void gatherNewest(const TraceRing& traces, std::size_t point, MarkerRing& ring) {
+    ring.clear();
+    for (const Trace& trace : traces) {
+        if (point < trace.size()) {
+            ring.push_back(trace[point]);
+        }
+    }
+}
+
+/// Writes one point of each trace that has it.
+/// @return the end of the output
+double* gatherSegment(const Trace* trace, const Trace* end, std::size_t point, double* out) {
+    // Lengths rarely differ: one branch per four traces, so that the loads of their points, which
+    // are far apart in memory, overlap.
+    constexpr std::ptrdiff_t kUnroll = 4;
+    for (; end - trace >= kUnroll; trace += kUnroll, out += kUnroll) {
+        bool allHaveIt = true;
+        for (std::ptrdiff_t i = 0; i < kUnroll; ++i) {
+            allHaveIt &= point < trace[i].size();
+        }
+        if (!allHaveIt) {
+            break;
+        }
+        for (std::ptrdiff_t i = 0; i < kUnroll; ++i) {
+            out[i] = trace[i][point];
+        }
+    }
+    for (; trace != end; ++trace) {
+        if (point < trace->size()) {
+            *out++ = (*trace)[point];
+        }
+    }
+    return out;
+}
+
+/// gatherNewest() for a ring with room for all traces: writes to one contiguous segment and allocates
+/// nothing.
+void gatherAll(const TraceRing& traces, std::size_t point, MarkerRing& ring) {
+    ring.resize(traces.size());
+    double* const first = ring.linearize();
+    double* next = first;
+    forEachSegment(traces, [point, &next](const Trace* trace, const Trace* end) {
+        next = gatherSegment(trace, end, point, next);
+    });
+    ring.resize(static_cast<std::size_t>(next - first));
+}
+
+double average(const MarkerRing& ring) {
+    double sum = 0.0;
+    int count = 0;
+    for (const double value : ring) {
+        if (isMeasured(value)) {
+            sum += value;
+            ++count;
+        }
+    }
+    // The sign of the NaN of 0/0 depends on the processor.
+    return count == 0 ? std::numeric_limits<double>::quiet_NaN() : sum / count;
+}
+
+/// Folds a ring by `choose(best, value)` in independent lanes, which the processor can run in
+/// parallel. The result must not depend on the order of the values.
+template <typename Choose>
+double foldInLanes(const MarkerRing& ring, double start, Choose choose) {
+    std::array<double, 8> lanes;
+    lanes.fill(start);
+    forEachSegment(ring, [&lanes, choose](const double* value, const double* end) {
+        for (; static_cast<std::size_t>(end - value) >= lanes.size(); value += lanes.size()) {
+            for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
+                lanes[lane] = choose(lanes[lane], value[lane]);
+            }
+        }
+        for (; value != end; ++value) {
+            lanes[0] = choose(lanes[0], *value);
+        }
+    });
+    return std::accumulate(lanes.begin() + 1, lanes.end(), lanes[0], choose);
+}
+
+// std::fmax and std::fmin leave the sign of a zero to the processor.
 
 double largerNumber(double a, double b) {
     if (std::isnan(a)) {
@@ -46,134 +146,55 @@ double smallerNumber(double a, double b) {
     return std::min(a, b);
 }
 
-bool isMeasured(double value) {
-    return value != traceRssiBuffer::kNoMeasurement;
-}
+// Comparing with < and > ignores NaN and takes zeros of both signs as equal. So the fast result holds
+// unless it is 0, or the infinity of the start: then the ring is scanned again by the full rule.
 
-using MarkerRing = boost::circular_buffer<double>;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-/// Calls `action(first, last)` for the one or two runs of memory that hold a ring's items, oldest
-/// first. A loop over plain pointers need not look for the seam at every item.
-template <typename Item, typename Action>
-void forEachRun(const boost::circular_buffer<Item>& ring, Action action) {
-    const auto older = ring.array_one();
-    const auto newer = ring.array_two();
-    action(older.first, older.first + older.second);
-    action(newer.first, newer.first + newer.second);
-}
-
-/// `choose(best, value)` folded over a ring from `start`. The values are dealt out to several lanes,
-/// which the processor works off side by side: for choices that do not depend on the order.
-template <typename Choose>
-double foldedInLanes(const MarkerRing& ring, double start, Choose choose) {
-    std::array<double, 8> lanes;
-    lanes.fill(start);
-    forEachRun(ring, [&lanes, choose](const double* value, const double* end) {
-        for (; static_cast<std::size_t>(end - value) >= lanes.size(); value += lanes.size()) {
-            for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
-                lanes[lane] = choose(lanes[lane], value[lane]);
-            }
-        }
-        for (; value != end; ++value) {
-            lanes[0] = choose(lanes[0], *value);
-        }
-    });
-    return std::accumulate(lanes.begin() + 1, lanes.end(), lanes[0], choose);
-}
-
-/// Copies the values of a ring that is not empty, oldest first.
-void copyOut(const MarkerRing& ring, double* out) {
-    const auto older = ring.array_one();
-    const auto newer = ring.array_two();
-    std::memcpy(out, older.first, older.second * sizeof(double));
-    std::memcpy(out + older.second, newer.first, newer.second * sizeof(double));
-}
-
-using Trace = std::vector<double>;
-using TraceRing = boost::circular_buffer<Trace>;
-
-/// Fills a marker's ring with a point of every trace that has it; the oldest may drop out.
-void gatherNewest(const TraceRing& traces, std::size_t point, MarkerRing& ring) {
-    ring.clear();
-    for (const auto& trace : traces) {
-        if (point < trace.size()) {
-            ring.push_back(trace[point]);
+double maximum(const MarkerRing& ring) {
+    double result = foldInLanes(
+        ring, -kInfinity, [](double best, double value) { return value > best ? value : best; });
+    if (result == 0.0 || result == -kInfinity) {
+        result = ring.front();
+        for (const double value : ring) {
+            result = largerNumber(result, value);
         }
     }
+    return result;
 }
 
-/// Writes a point of each trace of a run that has it, and returns the end of what was written.
-double* gatherRun(const Trace* trace, const Trace* end, std::size_t point, double* out) {
-    // Lengths differ rarely. Asking four traces at once leaves the processor more of its loads for
-    // the points, which lie far apart.
-    constexpr std::ptrdiff_t kAtOnce = 4;
-    for (; end - trace >= kAtOnce; trace += kAtOnce, out += kAtOnce) {
-        bool allHaveIt = true;
-        for (std::ptrdiff_t i = 0; i < kAtOnce; ++i) {
-            allHaveIt &= point < trace[i].size();
-        }
-        if (!allHaveIt) {
-            break;
-        }
-        for (std::ptrdiff_t i = 0; i < kAtOnce; ++i) {
-            out[i] = trace[i][point];
-        }
-    }
-    for (; trace != end; ++trace) {
-        if (point < trace->size()) {
-            *out++ = (*trace)[point];
-        }
-    }
-    return out;
-}
-
-/// The same where the ring has room for all of them: written in one run of memory from its first
-/// value on. Nothing is allocated.
-void gatherAll(const TraceRing& traces, std::size_t point, MarkerRing& ring) {
-    ring.resize(traces.size());
-    double* const first = ring.linearize();
-    double* next = first;
-    forEachRun(traces, [point, &next](const Trace* trace, const Trace* end) {
-        next = gatherRun(trace, end, point, next);
-    });
-    ring.resize(static_cast<std::size_t>(next - first));
-}
-
-double maximumByRule(const MarkerRing& ring) {
-    double maximum = ring.front();
-    for (const double value : ring) {
-        maximum = largerNumber(maximum, value);
-    }
-    return maximum;
-}
-
-double minimumByRule(const MarkerRing& ring) {
-    double minimum =
+double minimum(const MarkerRing& ring) {
+    const double start =
         isMeasured(ring.front()) ? ring.front() : double{traceRssiBuffer::kPlaceholder};
-    for (const double value : ring) {
-        if (isMeasured(value)) {
-            minimum = smallerNumber(minimum, value);
-        }
-    }
-    return minimum;
-}
-
-// Plain comparison passes over every NaN and takes zeros of both signs for the same, so its answer
-// is the rule's unless it is a zero, or the infinity that it starts from: then there may be nothing
-// but NaN.
-
-double maximumInLanes(const MarkerRing& ring) {
-    return foldedInLanes(ring, -kInfinity,
-                         [](double best, double value) { return value > best ? value : best; });
-}
-
-double minimumInLanes(const MarkerRing& ring) {
-    return foldedInLanes(ring, kInfinity, [](double best, double value) {
+    double result = foldInLanes(ring, kInfinity, [](double best, double value) {
         const double candidate = isMeasured(value) ? value : best;
         return candidate < best ? candidate : best;
     });
+    if (result != 0.0 && result != kInfinity) {
+        return std::min(result, start);
+    }
+    result = start;
+    for (const double value : ring) {
+        if (isMeasured(value)) {
+            result = smallerNumber(result, value);
+        }
+    }
+    return result;
+}
+
+/// False, with `out` untouched, for a bad marker, an empty ring or no `out`.
+template <typename Statistic>
+bool store(double* out, const MarkerRing* ring, Statistic statistic) {
+    const bool stores = ring != nullptr && !ring->empty() && out != nullptr;
+    if (stores) {
+        *out = statistic(*ring);
+    }
+    return stores;
+}
+
+/// Copies the values of a ring, oldest first.
+/// @param out has as many values
+void copyOut(const MarkerRing& ring, double* out) {
+    forEachSegment(
+        ring, [&out](const double* value, const double* end) { out = std::copy(value, end, out); });
 }
 
 }  // namespace
@@ -206,7 +227,7 @@ bool traceRssiBuffer::calcMarkerPower(int marker, int pointIndex) {
     if (ring == nullptr) {
         return false;
     }
-    // As an unsigned number a negative index is beyond every trace.
+    // A negative index becomes a large unsigned one.
     const auto point = static_cast<std::size_t>(pointIndex);
     if (traceBuffer.size() <= ring->capacity()) {
         gatherAll(traceBuffer, point, *ring);
@@ -226,45 +247,15 @@ bool traceRssiBuffer::appendMarkerPower(int marker, double value) {
 }
 
 bool traceRssiBuffer::getAverageMarkerPower(int marker, double* out) const {
-    const auto* const ring = ringOf(markerBuffer, marker);
-    if (ring == nullptr || ring->empty() || out == nullptr) {
-        return false;
-    }
-    double sum = 0.0;
-    int count = 0;
-    for (const double value : *ring) {
-        if (isMeasured(value)) {
-            sum += value;
-            ++count;
-        }
-    }
-    // Written out because the sign of the NaN of 0/0 depends on the processor.
-    *out = count == 0 ? std::numeric_limits<double>::quiet_NaN() : sum / count;
-    return true;
+    return store(out, ringOf(markerBuffer, marker), average);
 }
 
 bool traceRssiBuffer::getMaxMarkerPower(int marker, double* out) const {
-    const auto* const ring = ringOf(markerBuffer, marker);
-    if (ring == nullptr || ring->empty() || out == nullptr) {
-        return false;
-    }
-    const double maximum = maximumInLanes(*ring);
-    *out = maximum == 0.0 || maximum == -kInfinity ? maximumByRule(*ring) : maximum;
-    return true;
+    return store(out, ringOf(markerBuffer, marker), maximum);
 }
 
 bool traceRssiBuffer::getMinMarkerPower(int marker, double* out) const {
-    const auto* const ring = ringOf(markerBuffer, marker);
-    if (ring == nullptr || ring->empty() || out == nullptr) {
-        return false;
-    }
-    const double minimum = minimumInLanes(*ring);
-    if (minimum == 0.0 || minimum == kInfinity) {
-        *out = minimumByRule(*ring);
-    } else {
-        *out = isMeasured(ring->front()) ? minimum : std::min(minimum, double{kPlaceholder});
-    }
-    return true;
+    return store(out, ringOf(markerBuffer, marker), minimum);
 }
 
 bool traceRssiBuffer::getCountLimitMarkerPower(int marker, double limit, int* out) const {
@@ -273,7 +264,7 @@ bool traceRssiBuffer::getCountLimitMarkerPower(int marker, double limit, int* ou
         return false;
     }
     std::ptrdiff_t count = 0;
-    forEachRun(*ring, [limit, &count](const double* value, const double* end) {
+    forEachSegment(*ring, [limit, &count](const double* value, const double* end) {
         count += std::count_if(value, end, [limit](double power) { return power > limit; });
     });
     *out = static_cast<int>(count);
@@ -284,7 +275,7 @@ bool traceRssiBuffer::getDataMarkerPower(std::vector<double>& out, int marker) c
     const auto* const ring = ringOf(markerBuffer, marker);
     const std::size_t size = ring == nullptr ? 0 : ring->size();
     if (size > out.capacity()) {
-        out.clear();  // otherwise what it holds is written over, without zeros before
+        out.clear();  // resize() then has nothing to copy
     }
     out.resize(size);
     if (size == 0) {
@@ -298,7 +289,7 @@ bool traceRssiBuffer::getDataMarkerPower(QVector<double>& out, int marker) const
     const auto* const ring = ringOf(markerBuffer, marker);
     const int size = ring == nullptr ? 0 : static_cast<int>(ring->size());
     if (size > out.capacity() || !out.isDetached()) {
-        out.resize(0);  // keeps the capacity; otherwise as above
+        out.resize(0);  // keeps the capacity, unlike clear()
     }
     out.resize(size);
     if (size == 0) {
