@@ -65,7 +65,7 @@ void encode(benchmark::State& state) {
     const QImage image = draw(loadRaster(map()));
     const QString picture = map() + QStringLiteral(".png");
     for (auto _ : state) {
-        savePicture(image, picture);
+        command::savePicture(image, picture);
     }
     if (QImage(picture).size() != image.size()) {
         state.SkipWithError("no picture on the disk");
