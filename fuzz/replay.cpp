@@ -1,10 +1,16 @@
-// Runs a target over files, folders of files and the empty input: what every compiler can do, so
-// that the seeds are tests like all others.
+// The main of a fuzz target where libFuzzer does not drive it: runs the empty input, files, folders
+// of files and random inputs, the same in every run.
+//
+// usage: fuzz_NAME [--random COUNT] [FILE|FOLDER...]
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
+#include <string_view>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -19,6 +25,17 @@ void run(const fs::path& file) {
     std::printf("%s: %zu bytes\n", file.c_str(), bytes.size());
     std::fflush(stdout);  // names the input that ends the process
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+}
+
+int runRandom(int count) {
+    std::mt19937 random(1);
+    for (int i = 0; i < count; ++i) {
+        std::vector<std::uint8_t> bytes(random() % 4096);
+        std::generate(bytes.begin(), bytes.end(),
+                      [&] { return static_cast<std::uint8_t>(random()); });
+        LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
+    }
+    return count;
 }
 
 int runAll(const fs::path& path) {
@@ -43,7 +60,8 @@ int main(int argc, char** argv) {
     LLVMFuzzerTestOneInput(&nothing, 0);
     int count = 0;
     for (int i = 1; i < argc; ++i) {
-        count += runAll(argv[i]);
+        const bool isRandom = std::string_view(argv[i]) == "--random" && i + 1 < argc;
+        count += isRandom ? runRandom(std::atoi(argv[++i])) : runAll(argv[i]);
     }
     std::printf("%d inputs\n", count);
     return count > 0 ? 0 : 1;

@@ -1,7 +1,14 @@
-// A sequence of operations on subItemList. After each one holds:
-// - the answer and what is left untouched of its output are those of a model of ordered maps; where
-//   several choices fit, the answer is one of them;
-// - at the end every item's choices, and those of a copy, are the model's.
+// A sequence of operations on subItemList against a model of ordered maps. Each operation answers
+// like the model (with one of the matches where several choices match) and leaves untouched what it
+// should; at the end of the sequence the choices of every item are the model's.
+#include <rfUtils/catalogues/subItemList.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
 #include "support/choiceModel.h"
 #include "support/input.h"
 #include "support/require.h"
@@ -10,7 +17,7 @@ using namespace rfu::fuzz;
 
 namespace {
 
-/// Few texts that meet each other, some in other capitals, some without a counterpart.
+/// A few texts that occur again and again, some in different letter case.
 std::string textOf(Input& input) {
     static const std::array<std::string, 12> kTexts = {
         "",         "man",      "MAN", "Man", "auto", "aUtO",
@@ -81,7 +88,7 @@ private:
         }
     }
 
-    /// The answer is the id of a choice that fits, or `none` where there is none.
+    /// The answer is the id of a choice that fits, or `none` if no choice does.
     template <typename Fits>
     void requireOneOf(const std::string& item, const std::string& answer, const char* none,
                       Fits fits) const {
@@ -126,7 +133,7 @@ private:
         REQUIRE(list_.deleteItemById(item) == (model_.erase(item) > 0));
     }
 
-    /// Goes on with a copy of which the original has lost an item.
+    /// Deletes an item from the original and goes on with a copy made before.
     void takeCopy(const std::string& item) {
         const subItemList copy = list_;
         list_.deleteItemById(item);

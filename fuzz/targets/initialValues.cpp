@@ -1,14 +1,19 @@
-// A sequence of operations on itemInitial. After each one holds:
-// - the answer is that of a model: a vector of 5120 entries and a count, with the slot for index
-// -1;
-// - every entry that any operation has reached is the model's, and so is the one behind it.
-#include "support/input.h"
-#include "support/require.h"
-
+// A sequence of operations on itemInitial against a model: a vector of 5120 entries, the guard slot
+// and a count. Each operation answers like the model; at the end of the sequence the guard slot,
+// every entry that an operation has reached and the one after it are the model's.
 #include <rfUtils/initial/itemInitial.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <typeinfo>
 #include <vector>
+
+#include "support/input.h"
+#include "support/require.h"
 
 using namespace rfu::fuzz;
 
@@ -38,7 +43,7 @@ initialValue_t entryOf(Input& input) {
     return entry;
 }
 
-/// Around the bounds of the table, or near its begin.
+/// Around the bounds of the table, or near its beginning.
 int indexOf(Input& input) {
     const int kind = input.below(8);
     return kind == 0 ? kCapacity - 2 + input.below(4) : input.integer();
@@ -53,10 +58,10 @@ public:
         REQUIRE(table_->delInitialVal("probe"));
     }
 
-    /// Makes the table as new, where that is cheaper than a new one; false where it is not.
+    /// Empties the table if that is cheaper than making a new one; false otherwise.
     bool restart() {
-        constexpr int kFew = 64;
-        if (reached_ > kFew) {
+        constexpr int kMaxReached = 64;
+        if (reached_ > kMaxReached) {
             return false;
         }
         for (int i = 0; i <= reached_; ++i) {
@@ -82,6 +87,7 @@ public:
     }
 
     void requireAll() const {
+        REQUIRE(sameEntry(first_[-1], guard_));
         for (int i = 0; i < std::min(reached_ + 2, kCapacity); ++i) {
             REQUIRE(sameEntry(first_[i], entries_[static_cast<std::size_t>(i)]));
         }
@@ -213,10 +219,9 @@ private:
         REQUIRE(table_->modifyInitialVal(id, value) == found);
     }
 
-    /// Appends until a few places are left.
+    /// Appends until two places are left.
     void fillUp() {
-        constexpr int kLeft = 2;
-        while (count_ < kCapacity - kLeft) {
+        while (count_ < kCapacity - 2) {
             append("n", 1, &initialValue_t::iValue, count_);
         }
     }
@@ -234,7 +239,7 @@ private:
     }
 
     std::unique_ptr<itemInitial> table_;
-    const initialValue_t* first_ = nullptr;  // of the table's entries
+    const initialValue_t* first_ = nullptr;  // entry 0 of the table
     std::vector<initialValue_t> entries_;
     initialValue_t guard_;
     int count_ = 0;

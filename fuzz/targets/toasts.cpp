@@ -1,12 +1,15 @@
-// A sequence of operations on the notices of rfUtils, whose count the application may set to
-// anything. After each one holds:
-// - the count and all ten texts are those of a model of a vector.
-#include "support/input.h"
-#include "support/require.h"
-
+// A sequence of operations on the toasts of rfUtils, whose count the application may set to
+// anything. After each one the count and all ten texts are those of a model.
 #include <rfUtils/presentation/rfUtils.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
 #include <vector>
+
+#include "support/input.h"
+#include "support/require.h"
 
 using namespace rfu::fuzz;
 
