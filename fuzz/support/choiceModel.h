@@ -1,7 +1,5 @@
 #pragma once
 
-#include "support/require.h"
-
 #include <rfUtils/catalogues/subItemList.h>
 
 #include <algorithm>
@@ -9,13 +7,15 @@
 #include <string>
 #include <unordered_map>
 
+#include "support/require.h"
+
 namespace rfu::fuzz {
 
-/// The choices of an item, by upper-cased id; the items by id.
+/// The choices of an item, by upper-case id; the items by id.
 using ItemModel = std::map<std::string, subItem>;
 using CatalogueModel = std::map<std::string, ItemModel>;
 
-/// As the classic locale does it, which is the one that no target leaves.
+/// As in the classic locale, under which all targets run.
 inline std::string upper(std::string text) {
     for (char& c : text) {
         if (c >= 'a' && c <= 'z') {
@@ -39,7 +39,7 @@ inline bool sameChoices(const std::unordered_map<std::string, subItem>& choices,
            });
 }
 
-/// Requires every item of the model, with its choices and no others.
+/// Requires every item of the model to have exactly the model's choices.
 inline void requireSameChoices(const subItemList& list, const CatalogueModel& expected) {
     for (const auto& [item, choices] : expected) {
         std::unordered_map<std::string, subItem> found;

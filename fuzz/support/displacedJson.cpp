@@ -1,6 +1,6 @@
-// Qt 5.15 never frees an array or object of a JSON text that a later member with the same key
-// displaces. Here its parser runs out of the leak checker's sight, and nothing else does: what the
-// library leaks is still reported, as is what becomes of the document.
+// Qt 5.15 never frees an array or object that a later member with the same key replaces. This wrapper
+// disables the leak checker within Qt's parser only: it still reports leaks of the library and of the
+// parsed document.
 #if defined(__SANITIZE_ADDRESS__)
 #define RFUTILS_LEAKS_ARE_CHECKED
 #elif defined(__has_feature)
@@ -16,7 +16,7 @@
 #include <dlfcn.h>
 #include <sanitizer/lsan_interface.h>
 
-/// Takes the place of Qt's own, which it calls.
+/// Interposes Qt's function and calls it.
 QJsonDocument QJsonDocument::fromJson(const QByteArray& json, QJsonParseError* error) {
     using Parser = QJsonDocument (*)(const QByteArray&, QJsonParseError*);
     static const auto parse = reinterpret_cast<Parser>(

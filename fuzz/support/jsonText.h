@@ -1,15 +1,17 @@
 #pragma once
 
-#include "support/input.h"
-
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string>
+
+#include "support/input.h"
 
 namespace rfu::fuzz {
 
-/// JSON made from bytes: almost always well-formed, of the shape that the catalogues read, with
-/// keys that repeat and values of the wrong type now and then. The parser is not ours and shows the
-/// engine nothing, so that random bytes alone would hardly get behind it.
+/// JSON made from bytes: almost always well-formed and of the catalogues' shape, with repeated keys
+/// and values of the wrong type now and then. Qt's parser is not instrumented, so that the engine
+/// would hardly get past it with random bytes.
 class JsonText {
 public:
     explicit JsonText(Input& input) : input_(input) {}
@@ -38,8 +40,8 @@ private:
         return text;
     }
 
-    /// Keys of different numbers repeat only rarely: where one displaces an array the engine looks
-    /// for the leak that Qt has there, which takes as long as a hundred runs.
+    /// Rarely the same key for different numbers: when it replaces an array, the engine searches
+    /// for leaks (Qt has one there), which takes as long as a hundred runs.
     std::string key(int number) {
         static const std::array<std::string, 8> kKeys = {
             "\"\"", "\"a\"", "\"b\"", "\"10\"", "\"9\"", "\"\\u00e4\"", "\"before\"", "\"A\""};
@@ -55,7 +57,7 @@ private:
         return input_.pick(kMembers);
     }
 
-    /// Bytes as they are, but for the two that would end the text; also such as JSON refuses.
+    /// Any bytes, also ones that JSON refuses; only quotes and backslashes are escaped.
     std::string quoted() {
         std::string text = "\"";
         for (const char c : input_.text()) {
@@ -105,9 +107,9 @@ private:
             "0",    "1",           "-1",    "2.0",     "2.5",   "2e0",        "2147483647",
             "null", "-2147483648", "1e400", "-0",      "true",  "1e-400",     "2147483648",
             "\"\"", "\"man\"",     "false", "\"MAN\"", "\"2\"", "\"\\ud800\""};
-        constexpr int kDeepest = 6;
+        constexpr int kMaxDepth = 6;
         const std::size_t kind = input_.byte();
-        if (kind >= 240 && depth < kDeepest) {
+        if (kind >= 240 && depth < kMaxDepth) {
             return kind % 2 == 0 ? nestedArray(depth + 1) : nestedObject(depth + 1);
         }
         return kind >= 160 ? quoted() : kValues[kind % kValues.size()];
@@ -116,7 +118,7 @@ private:
     Input& input_;
 };
 
-/// The text of a run: JSON made from the bytes behind a first byte of 0x01, else the bytes
+/// The text of a run: JSON made from the bytes after a first byte of 0x01, otherwise the bytes
 /// themselves.
 inline std::string jsonTextOf(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
