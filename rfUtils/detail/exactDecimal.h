@@ -7,11 +7,11 @@
 
 namespace rfu::detail {
 
-/// Where a number goes that lies exactly half-way between two texts.
+/// Rounding of a number exactly half-way between two texts.
 enum class Ties { ToEven, AwayFromZero };
 
-inline constexpr int kMostExactDecimals = 9;
-inline constexpr int kLongestExactDecimal = 1 + 16 + 1 + kMostExactDecimals;  // below 2^52
+inline constexpr int kMaxExactDecimals = 9;
+inline constexpr int kMaxExactLength = 1 + 16 + 1 + kMaxExactDecimals;  // below 2^52
 
 inline constexpr std::uint64_t kPowersOfTen[] = {1,      10,      100,      1000,      10000,
                                                  100000, 1000000, 10000000, 100000000, 1000000000};
@@ -22,7 +22,7 @@ inline constexpr char kDigitPairs[] =
     "4748495051525354555657585960616263646566676869707172737475767778798081828384858687888990919293"
     "949596979899";
 
-/// Writes a number so that it ends before `end`, with zeros before it up to a count of digits.
+/// Writes an integer that ends before `end`, padded with zeros to a number of digits.
 /// @return its start
 inline char* writeDigits(char* end, std::uint64_t number, int digits) noexcept {
     for (; digits > 1 || number >= 10; digits -= 2, number /= 100) {
@@ -35,23 +35,23 @@ inline char* writeDigits(char* end, std::uint64_t number, int digits) noexcept {
     return end;
 }
 
-/// Writes the text of a number with a fixed count of decimals, so that it ends before `end`. A double
-/// is m / 2^shift with whole m, so that in whole numbers every digit and what remains behind the last
-/// one are exact, and so is the rounding. Takes magnitudes from 2^-11, with more than three decimals
-/// from 2^-2, to below 2^52; for these it is far quicker than printers that take every double.
-/// @param decimals 0 to kMostExactDecimals
-/// @return its start; null, and nothing is written, if the number is not taken
+/// Writes a number with a fixed number of decimals that ends before `end`. A double is m / 2^shift
+/// with an integer m: in integer arithmetic every digit and the remainder are exact, and so is the
+/// rounding. Covers magnitudes from 2^-11, with more than three decimals from 2^-2, to below 2^52,
+/// where it is much faster than printers for all doubles.
+/// @param decimals 0 to kMaxExactDecimals
+/// @return its start; null, with nothing written, for other magnitudes
 inline char* writeExactDecimal(char* end, double value, int decimals, Ties ties) noexcept {
     static_assert(std::numeric_limits<double>::is_iec559 && sizeof(double) == sizeof(std::uint64_t),
-                  "IEEE doubles are taken apart");
+                  "reads the bits of an IEEE double");
     constexpr int kMantissaBits = 52;
     constexpr std::uint64_t kImplicitBit = std::uint64_t{1} << kMantissaBits;
-    constexpr int kExponentOfOnes = 1075;  // of a mantissa that counts ones
+    constexpr int kIntegerExponent = 1075;  // biased exponent at which the mantissa is the number
 
     std::uint64_t bits{};
     std::memcpy(&bits, &value, sizeof bits);
-    const int shift = kExponentOfOnes - (static_cast<int>(bits >> kMantissaBits) & 0x7FF);
-    // Three digits are drawn at once: 1000 m and 1000 (2^shift - 1) have to stay below 2^64.
+    const int shift = kIntegerExponent - (static_cast<int>(bits >> kMantissaBits) & 0x7FF);
+    // Three decimals are extracted at once: 1000 m and 1000 (2^shift - 1) must stay below 2^64.
     if (shift < 1 || shift > (decimals > 3 ? 54 : 63)) {
         return nullptr;
     }

@@ -16,11 +16,11 @@ namespace rfu::detail {
 /// rounds them away from zero. Infinities and NaN read "inf", "-inf", "nan", "-nan".
 class FixedText {
 public:
-    static constexpr int kMaxDecimals = kMostExactDecimals;
-    /// Of the largest doubles below zero: sign, 309 digits, point, decimals.
+    static constexpr int kMaxDecimals = kMaxExactDecimals;
+    /// Sign, the 309 digits of the largest doubles, point, decimals.
     static constexpr std::size_t kMaxLength = 1 + 309 + 1 + kMaxDecimals;
 
-    /// @param decimals 0 to kMaxDecimals; a value outside is brought to the nearer bound
+    /// @param decimals clamped to 0 to kMaxDecimals
     FixedText(double value, int decimals) noexcept {
         const int used = std::clamp(decimals, 0, kMaxDecimals);
         char* const end = buffer_.data() + buffer_.size();

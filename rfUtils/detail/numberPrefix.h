@@ -30,7 +30,7 @@ constexpr std::string_view withoutLeadingBlanks(std::string_view text) noexcept 
     return text.substr(used);
 }
 
-/// The C library's own strtod, in the C locale whatever the process's locale is.
+/// The C library's strtod in the C locale, whatever the process's locale.
 inline double strtodInCLocale(std::string_view text) {
     static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", nullptr);
     return strtod_l(std::string(text).c_str(), nullptr, cLocale);
@@ -45,7 +45,7 @@ constexpr bool startsPlainDecimal(std::string_view text) noexcept {
 }
 
 /// Leading decimal number of a text, as atof reads it in the C locale: leading blanks and sign, the
-/// longest valid prefix, exponents, hexadecimal, "inf" and "nan"; no number gives 0, out of range
+/// longest valid prefix, exponents, hexadecimal, "inf" and "nan". No number gives 0, out of range
 /// gives signed infinity or zero.
 inline double decimalPrefix(std::string_view text) {
     const bool minus = !text.empty() && text.front() == '-';
@@ -53,14 +53,14 @@ inline double decimalPrefix(std::string_view text) {
     const std::string_view unsignedText = text.substr(minus || plus ? 1 : 0);
     if (startsPlainDecimal(unsignedText)) {
         const std::string_view number =
-            plus ? unsignedText : text;  // from_chars knows no plus sign
+            plus ? unsignedText : text;  // from_chars does not accept a plus sign
         double value = 0.0;
         const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
         if (result.ec != std::errc::result_out_of_range) {
-            return value;  // stays 0 where there is no number
+            return value;  // 0 without a number
         }
     }
-    return strtodInCLocale(text);  // which passes over blanks
+    return strtodInCLocale(text);
 }
 
 /// Leading decimal integer of a text, as atoi reads it; no number gives 0, out of range saturates.

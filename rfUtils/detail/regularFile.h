@@ -27,8 +27,9 @@ public:
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
-    /// Opens a file for reading and gives 0, or the system's error. Waits for nobody, also where a
-    /// FIFO stands under the name by now, and takes no terminal as the process's own.
+    /// Opens a file for reading without blocking, even if the name is a FIFO by now, and without
+    /// making a terminal the controlling one.
+    /// @return 0, or the system's error
     int open(const QByteArray& name) {
         do {
             number_ = ::open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
@@ -47,37 +48,39 @@ private:
     int number_ = -1;
 };
 
-/// Opens a file read-only, as bytes, where it is a regular one or a Qt resource. Anything else is
-/// refused: a folder holds nothing to load, a FIFO or device could keep the caller waiting for
-/// ever. What has been opened is looked at, not only its name, which may lead elsewhere meanwhile.
+/// Opens a regular file or Qt resource read-only, as bytes. Anything else is refused: a folder
+/// holds nothing to load, and a FIFO or device could block the caller for ever. The type is checked
+/// again on the open descriptor, since the name may refer to another file meanwhile.
 class RegularFile {
 public:
     explicit RegularFile(const QString& name) : file_(name) {}
 
-    /// False, with the reason in refusal(), where the file does not open.
+    /// @return false, with the reason in refusal(), if the file does not open
     bool open() {
-        // No file has such a name, and Qt would write a warning about it.
+        // Qt would log a warning about such a name.
         if (file_.fileName().isEmpty() || file_.fileName().contains(QChar::Null)) {
             return refuse(QStringLiteral("not a file name"));
         }
         const QFileInfo info(file_);
-        // Merely opening a device may do something to it.
+        // Opening a device may have side effects.
         if (info.exists() && !info.isFile()) {
             return refuse(notRegular());
         }
         return info.isNativePath() ? openNative(info.filePath()) : openResource();
     }
 
-    /// Everything in the open file. False, with the reason in refusal(), where reading fails.
+    /// Reads the whole open file.
+    /// @return false, with the reason in refusal(), if reading fails
     bool readAll(QByteArray& bytes) {
         bytes = file_.readAll();
-        // An error behind bytes that came looks like the end of the file; the next read tells.
+        // readAll() takes an error behind some bytes for the end of the file; the next read reports
+        // it.
         char next{};
         file_.read(&next, sizeof next);
         return file_.error() == QFileDevice::NoError || refuse(file_.errorString());
     }
 
-    /// Why the file was refused, in words for the operator.
+    /// Why the file was refused, for the operator.
     const QString& refusal() const { return refusal_; }
 
     QFile& device() { return file_; }
@@ -102,7 +105,7 @@ private:
 
     bool openResource() { return file_.open(QIODevice::ReadOnly) || refuse(file_.errorString()); }
 
-    Descriptor descriptor_;  // closed after the file that reads from it
+    Descriptor descriptor_;  // outlives the file that reads from it
     QFile file_;
     QString refusal_;
 };

@@ -20,7 +20,7 @@ float cellValue(std::string_view token) {
     return toFloat(decimalPrefix(token));
 }
 
-/// The cell of the next token, 0 where there is none.
+/// The cell of the next token, 0 without one.
 float nextCell(Tokenizer& rest, const char* lineEnd) {
     const PlainDecimal number = plainDecimal(rest.peek(), lineEnd);
     if (number.end == nullptr) {
@@ -30,8 +30,8 @@ float nextCell(Tokenizer& rest, const char* lineEnd) {
     return toFloat(number.value);
 }
 
-/// Fills the first `columns` cells of a row from the line's first tokens, already taken, and the
-/// ones behind them; a cell without a token becomes 0.
+/// Fills `columns` cells from the first tokens of a line, which the tokenizer has passed, and the
+/// remaining ones; a cell without a token becomes 0.
 void readRow(const FirstTokens& first, Tokenizer& rest, const char* lineEnd, float* row,
              std::int32_t columns) {
     const auto taken = std::min(columns, static_cast<std::int32_t>(first.size()));

@@ -13,29 +13,29 @@ using namespace rfu::detail;
 
 namespace {
 
-static_assert(sizeof(float) == 4, "a cell of the file is a grid cell as it stands");
+static_assert(sizeof(float) == 4, "the bytes of a cell are copied unchanged");
 
-/// What QTextStream would decode the file with: it looks for a byte-order mark at the start of its
-/// device before it takes the locale's codec. Null where bytes are taken for characters.
+/// The codec that QTextStream would choose: that of a byte-order mark, otherwise the locale's. Null
+/// where there is none, and bytes are characters.
 const QTextCodec* codecOf(QFile& file) {
-    constexpr qint64 kLongestMark = 4;
-    return QTextCodec::codecForUtfText(file.peek(kLongestMark), QTextCodec::codecForLocale());
+    constexpr qint64 kMaxMarkLength = 4;
+    return QTextCodec::codecForUtfText(file.peek(kMaxMarkLength), QTextCodec::codecForLocale());
 }
 
-/// Whether decoding and encoding as ISO 8859-1 again changes no byte.
-bool decodesToItself(const QTextCodec* codec) {
-    constexpr int kLatin1 = 4;  // its number in the IANA registry
+/// Whether decoding and encoding as ISO 8859-1 keeps every byte.
+bool keepsBytes(const QTextCodec* codec) {
+    constexpr int kLatin1 = 4;  // IANA MIBenum
     return codec == nullptr || codec->mibEnum() == kLatin1;
 }
 
-/// Fills the first nCols cells of the first nRows grid rows by `readCells(cells, size)`, which gives
-/// how many bytes it wrote, negative for an error. What it does not cover becomes the no-data value. What
-/// is not whole is the last: behind a read error it would stand in the wrong cells.
+/// Fills nRows rows of nCols cells by `readCells(cells, size)`, which returns the bytes written or
+/// a negative number for an error. The other cells become the no-data value. Stops at the first
+/// short read: bytes behind a read error would land in the wrong cells.
 template <typename ReadCells>
 void fillRows(veltaGEO& map, ReadCells readCells) {
-    // Rows as wide as the grid stand without gaps, so that they are read as one.
-    const bool gapless = map.nCols == kMaxColumns;
-    const std::int32_t rowsAtOnce = gapless ? std::max(map.nRows, 1) : 1;
+    // Rows as wide as the grid are contiguous and read at once.
+    const bool isContiguous = map.nCols == kMaxColumns;
+    const std::int32_t rowsAtOnce = isContiguous ? std::max(map.nRows, 1) : 1;
     const std::int32_t cells = std::max(map.nCols, 0) * rowsAtOnce;
     const qint64 size = cells * qint64{sizeof(float)};
     bool ended = false;
@@ -47,10 +47,10 @@ void fillRows(veltaGEO& map, ReadCells readCells) {
     }
 }
 
-/// nCols and nRows are within the grid, the file is at its start.
+/// @pre nCols and nRows fit the grid, and the file is at its start
 void readRows(veltaGEO& map, QFile& file) {
     const QTextCodec* const codec = codecOf(file);
-    if (decodesToItself(codec)) {
+    if (keepsBytes(codec)) {
         fillRows(map, [&file](float* cells, qint64 size) {
             return file.read(reinterpret_cast<char*>(cells), size);
         });
@@ -70,7 +70,7 @@ bool veltaGEO::loadBILFile(const QString& fileName) {
         setErrMsg(QStringLiteral("BIL file not found"));
         return false;
     }
-    // A refused header leaves its size behind.
+    // loadHDRFile() stores a size that it refuses.
     if (nCols > kMaxColumns) {
         setErrMsg(QLatin1String(kTooManyColumns));
         return false;
@@ -79,7 +79,7 @@ bool veltaGEO::loadBILFile(const QString& fileName) {
         setErrMsg(QLatin1String(kTooManyRows));
         return false;
     }
-    // Integer rasters are reported as loaded although their cells are not read.
+    // Integer rasters count as loaded although their cells are not read.
     if (isFloat == 1) {
         readRows(*this, file.device());
     }

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int32_t kMaxEntries = std::extent_v<decltype(veltaGEO::lowValue)>;
 
-/// One range over all values that a map is likely to hold, black at its low end.
+/// One entry over the usual values of a map, with a black low end; the high colour stays.
 void installDefaultTable(veltaGEO& map) {
     map.colorCount = 1;
     map.lowValue[0] = -9999.0F;
@@ -24,7 +24,7 @@ void installDefaultTable(veltaGEO& map) {
     map.lowBlue[0] = 0;
 }
 
-/// Even lines of the file give the low end of an entry, odd ones its high end.
+/// Even lines (from 0) hold the low end of an entry, odd ones its high end.
 void storeColorLine(veltaGEO& map, std::int32_t lineNumber,
                     const std::array<std::string_view, 5>& tokens) {
     const auto [value, red, green, blue, none] = tokens;

@@ -26,7 +26,7 @@ void storeRasterFile(veltaGEO& map, std::string_view name) {
     map.fileKind = map.GetFileNameExt(map.rasterFileName);
 }
 
-/// Takes the control points as UTM metres of the coordinate system read so far.
+/// Converts the control points from UTM metres in the coordinate system read so far.
 void convertControlPoints(veltaGEO& map) {
     map.utmZone = map.LatLngToUTMZone(map.originLatitude, map.centralMeridian);
     map.southHemisphere = map.falseNorthing != 0.0F ? 1 : 0;

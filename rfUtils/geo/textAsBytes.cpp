@@ -9,14 +9,14 @@ namespace rfu::detail {
 
 namespace {
 
-constexpr int kUtf8 = 106;  // its number in the IANA registry
+constexpr int kUtf8 = 106;  // IANA MIBenum
 constexpr char kUnknown = '?';
 
 using Byte = unsigned char;
 
-constexpr Byte kFirstLead = 0xC2;  // the two before it could only begin overlong sequences
-constexpr Byte kFirstBeyondLatin1 = 0xC4;
-constexpr Byte kLastLead = 0xF4;  // the last character is U+10FFFF
+constexpr Byte kMinLead = 0xC2;  // lower lead bytes encode overlong sequences
+constexpr Byte kMinLeadBeyondLatin1 = 0xC4;
+constexpr Byte kMaxLead = 0xF4;  // of U+10FFFF
 
 constexpr bool isAscii(char c) noexcept {
     return static_cast<Byte>(c) < 0x80;
@@ -26,28 +26,28 @@ constexpr bool isContinuation(char c) noexcept {
     return (static_cast<Byte>(c) & 0xC0) == 0x80;
 }
 
-/// Whether a byte may begin a character of several bytes with the next one. Without a jump between
-/// the two questions: among the bytes of cells one is answered at random, both seldom with yes.
+/// Whether a multi-byte character may begin with these two bytes. Branch-free: the bytes of cells
+/// are unpredictable.
 constexpr bool mayBeCharacter(char lead, char next) noexcept {
-    constexpr Byte kLeads = kLastLead - kFirstLead;
-    const bool isLead = static_cast<Byte>(static_cast<Byte>(lead) - kFirstLead) <= kLeads;
+    constexpr Byte kLeads = kMaxLead - kMinLead;
+    const bool isLead = static_cast<Byte>(static_cast<Byte>(lead) - kMinLead) <= kLeads;
     return (static_cast<int>(isLead) & static_cast<int>(isContinuation(next))) != 0;
 }
 
-/// How many bytes a lead byte asks for.
+/// Length of the sequence that a lead byte announces.
 constexpr std::ptrdiff_t sequenceLength(Byte lead) noexcept {
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
 
-/// Whether the second byte makes an overlong sequence, a surrogate or a character beyond the last.
+/// Whether the sequence is overlong, a surrogate or beyond U+10FFFF.
 constexpr bool isForbidden(Byte lead, Byte second) noexcept {
     return (lead == 0xE0 && second < 0xA0) || (lead == 0xED && second >= 0xA0) ||
            (lead == 0xF0 && second < 0x90) || (lead == 0xF4 && second >= 0x90);
 }
 
-/// The length of the character of several bytes that begins with a lead and a continuation byte; 1
-/// where there is none, for the byte is then taken alone.
-std::ptrdiff_t lengthOfCharacter(const char* bytes, const char* end) noexcept {
+/// Length of the character that begins with a lead and a continuation byte; 1 for an invalid
+/// sequence, whose first byte is decoded alone.
+std::ptrdiff_t characterLength(const char* bytes, const char* end) noexcept {
     const auto lead = static_cast<Byte>(bytes[0]);
     const std::ptrdiff_t length = sequenceLength(lead);
     const bool complete = length <= end - bytes &&
@@ -66,9 +66,9 @@ char* utf8AsBytes(const char* bytes, const char* end, char* to) noexcept {
             ++bytes;
             continue;
         }
-        const std::ptrdiff_t length = lengthOfCharacter(bytes, end);
+        const std::ptrdiff_t length = characterLength(bytes, end);
         const unsigned lead = static_cast<Byte>(*bytes);
-        const bool isLatin1 = length == 2 && lead < kFirstBeyondLatin1;
+        const bool isLatin1 = length == 2 && lead < kMinLeadBeyondLatin1;
         const unsigned lowBits = static_cast<Byte>(next) & 0x3FU;
         *to++ = isLatin1 ? static_cast<char>((lead & 3U) << 6U | lowBits) : kUnknown;
         if (length == 4) {
@@ -93,7 +93,8 @@ qint64 TextAsBytes::read(char* to, qint64 size) {
     return written;
 }
 
-/// False at the end of the device. A block may give no byte, where it ends within a character.
+/// Decodes the next block; it may give no byte, if it ends within a character.
+/// @return false at the end of the device
 bool TextAsBytes::decodeNextBlock() {
     const qint64 got = device_.read(block_.data(), qint64{kBlock});
     if (got <= 0) {
@@ -101,8 +102,8 @@ bool TextAsBytes::decodeNextBlock() {
     }
     decoded_.resize(0);
     const char* const end = block_.data() + got;
-    // Until then Qt looks for a byte-order mark, which is no character of the text. How far it looks
-    // differs between its versions.
+    // Qt's decoder has to skip a byte-order mark first; after how many bytes depends on its
+    // version.
     const bool headerIsDone = (state_.flags & QTextCodec::IgnoreHeader) != 0;
     if (codec_.mibEnum() == kUtf8 && headerIsDone) {
         decodeUtf8(block_.data(), end);
@@ -117,24 +118,23 @@ void TextAsBytes::decode(const char* bytes, const char* end) {
     decoded_ += codec_.toUnicode(bytes, static_cast<int>(end - bytes), &state_).toLatin1();
 }
 
-/// No sequence goes across an ASCII character. So what stands between the block's first one and its
-/// last one means the same whatever was before it, and only the ends are Qt's, which keeps the beginning
-/// of a sequence from one block to the next.
+/// No sequence spans an ASCII character: between the first and the last one in the block, decoding
+/// needs no state. Qt's decoder takes the two ends and keeps incomplete sequences between blocks.
 void TextAsBytes::decodeUtf8(const char* bytes, const char* end) {
     const char* const first = std::find_if(bytes, end, isAscii);
     if (first == end) {
         decode(bytes, end);
         return;
     }
-    const char* const behindLast =
+    const char* const afterLast =
         std::find_if(std::make_reverse_iterator(end), std::make_reverse_iterator(first), isAscii)
             .base();
     decode(bytes, first + 1);
     const int before = decoded_.size();
-    decoded_.resize(before + static_cast<int>(behindLast - first - 1));
-    const char* const written = utf8AsBytes(first + 1, behindLast, decoded_.data() + before);
+    decoded_.resize(before + static_cast<int>(afterLast - first - 1));
+    const char* const written = utf8AsBytes(first + 1, afterLast, decoded_.data() + before);
     decoded_.resize(static_cast<int>(written - decoded_.constData()));
-    decode(behindLast, end);
+    decode(afterLast, end);
 }
 
 }  // namespace rfu::detail

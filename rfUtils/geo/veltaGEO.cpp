@@ -23,8 +23,8 @@ constexpr int kUnknownFormat = -1;
 constexpr FormatCode kFormatCodes[] = {{"ASC", 0}, {"asc", 0}, {"BIL", 1}, {"bil", 1},
                                        {"BIP", 2}, {"bip", 2}, {"BSQ", 3}, {"bsq", 3}};
 
-/// The three characters after the last '.', or the first three of a name whose only '.' is its
-/// first character or that has none.
+/// The three characters after the last '.'; the first three if there is none behind the name's
+/// first character.
 std::string_view threeLetterExtension(std::string_view name) {
     const std::size_t dot = name.rfind('.');
     const bool hasExtension = dot != std::string_view::npos && dot > 0;

@@ -80,8 +80,8 @@ double* gatherSegment(const Trace* trace, const Trace* end, std::size_t point, d
     return out;
 }
 
-/// gatherNewest() for a ring with room for all traces: writes to one contiguous segment and allocates
-/// nothing.
+/// gatherNewest() for a ring with room for all traces: writes to one contiguous segment and
+/// allocates nothing.
 void gatherAll(const TraceRing& traces, std::size_t point, MarkerRing& ring) {
     ring.resize(traces.size());
     double* const first = ring.linearize();
@@ -146,8 +146,9 @@ double smallerNumber(double a, double b) {
     return std::min(a, b);
 }
 
-// Comparing with < and > ignores NaN and takes zeros of both signs as equal. So the fast result holds
-// unless it is 0, or the infinity of the start: then the ring is scanned again by the full rule.
+// Comparing with < and > ignores NaN and takes zeros of both signs as equal. So the fast result
+// holds unless it is 0, or the infinity of the start: then the ring is scanned again by the full
+// rule.
 
 double maximum(const MarkerRing& ring) {
     double result = foldInLanes(

@@ -33,7 +33,7 @@ using rfu::detail::antennaCorrection;
 using rfu::detail::decibelOfAmplitude;
 using rfu::detail::FixedText;
 using rfu::detail::fromDbm;
-using rfu::detail::kLongestExactDecimal;
+using rfu::detail::kMaxExactLength;
 using rfu::detail::levelBeforeOffset;
 using rfu::detail::powerOfTen;
 using rfu::detail::Ties;
@@ -63,7 +63,7 @@ QString shown(HMath& math, std::string_view number, const QString& unit, bool is
 
 /// The same for a level, whose number is that of QString::setNum.
 QString shownLevel(HMath& math, double level, int decimals, const QString& unit, bool isUnitText) {
-    char buffer[kLongestExactDecimal];
+    char buffer[kMaxExactLength];
     char* const end = std::end(buffer);
     if (const char* const text = writeExactDecimal(end, level, decimals, Ties::AwayFromZero)) {
         return shown(math, {text, static_cast<std::size_t>(end - text)}, unit, isUnitText);

@@ -7,7 +7,7 @@
 #include <limits>
 #include <string>
 
-using rfu::detail::kLongestExactDecimal;
+using rfu::detail::kMaxExactLength;
 using rfu::detail::Ties;
 using rfu::detail::writeExactDecimal;
 
@@ -15,7 +15,7 @@ namespace {
 
 /// "not taken" where there is no text.
 std::string exact(double value, int decimals, Ties ties) {
-    std::array<char, kLongestExactDecimal> buffer{};
+    std::array<char, kMaxExactLength> buffer{};
     char* const end = buffer.data() + buffer.size();
     const char* const text = writeExactDecimal(end, value, decimals, ties);
     return text == nullptr ? "not taken" : std::string(text, static_cast<std::size_t>(end - text));

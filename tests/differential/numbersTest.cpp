@@ -53,7 +53,7 @@ TEST(DifferentialNumbers, exactDecimalsAreThoseOfThePrinterOfTheirRounding) {
     for (int i = caseCount(); i > 0; --i) {
         const double value = printable(samples);
         const auto decimals = static_cast<int>(samples.below(10));
-        char buffer[rfu::detail::kLongestExactDecimal];
+        char buffer[rfu::detail::kMaxExactLength];
         char* const end = std::end(buffer);
         if (char* const text =
                 rfu::detail::writeExactDecimal(end, value, decimals, rfu::detail::Ties::ToEven)) {

@@ -11,15 +11,16 @@ class QIODevice;
 
 namespace rfu::detail {
 
-/// The bytes that QTextStream::read() and QString::toLatin1() make of a device: decoded by a codec,
-/// a character beyond ISO 8859-1 (and each of the two halves of one beyond 16 bits) as '?'.
-/// Without their copies of the whole text, and with a shorter way for UTF-8.
+/// Reads a device as QTextStream::read() and QString::toLatin1() do: decodes by a codec and encodes
+/// as ISO 8859-1, with '?' for each UTF-16 unit beyond it. Unlike them it makes no copy of the
+/// whole text and has a fast path for UTF-8.
 class TextAsBytes {
 public:
-    /// @param codec that of QTextStream: the one a byte-order mark tells, or the locale's
+    /// @param codec as QTextStream chooses it: by a byte-order mark, or the locale's
     TextAsBytes(QIODevice& device, const QTextCodec& codec);
 
-    /// Writes the next `size` bytes; gives how many there were before the device's end or an error.
+    /// Writes up to `size` bytes.
+    /// @return less than `size` only at the end of the device or an error
     qint64 read(char* to, qint64 size);
 
 private:
@@ -27,18 +28,19 @@ private:
     void decode(const char* bytes, const char* end);
     void decodeUtf8(const char* bytes, const char* end);
 
-    static constexpr std::size_t kBlock = 16384;  // as QTextStream reads
+    static constexpr std::size_t kBlock = 16384;  // as QTextStream
 
     QIODevice& device_;
     const QTextCodec& codec_;
     QTextCodec::ConverterState state_;
     std::array<char, kBlock> block_;
     QByteArray decoded_;
-    std::string_view rest_;  // of decoded_, not yet taken
+    std::string_view rest_;  // unread part of decoded_
 };
 
-/// Decodes UTF-8 that begins and ends between two characters, to at most as many bytes as it has; an
-/// invalid byte becomes a '?'. Gives the end of what was written.
+/// Converts UTF-8 that begins and ends at a character boundary to at most as many bytes; an invalid
+/// byte becomes '?'.
+/// @return the end of the output
 char* utf8AsBytes(const char* bytes, const char* end, char* to) noexcept;
 
 }  // namespace rfu::detail
