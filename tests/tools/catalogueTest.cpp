@@ -107,7 +107,7 @@ TEST(Catalogue, queries) {
              "catalogue "
              "--help)\n"},
             {"code without number", ask({"trigger", "--code", "x"}), "", 2, "",
-             "rfutils: --code \"x\": a whole number is expected (see rfutils catalogue --help)\n"},
+             "rfutils: --code: \"x\" is not a whole number (see rfutils catalogue --help)\n"},
         },
         folder);
 }

@@ -471,7 +471,7 @@ TEST(Convert, wrongUse) {
          "",
          2,
          "",
-         "rfutils: --gain \"2dBi\": a number is expected" + help},
+         "rfutils: --gain: \"2dBi\" is not a number" + help},
     });
 }
 

@@ -102,6 +102,9 @@ TEST(Frame, everySubcommandHasHelpWithExamples) {
         EXPECT_EQ(help.errors, "");
         EXPECT_EQ(help.output.rfind("Usage: rfutils " + name.toStdString() + " [options]", 0), 0U);
         EXPECT_EQ(runCommand({name, "-h"}).output, help.output);
+        for (const QString& line : QString::fromStdString(help.output).split('\n')) {
+            EXPECT_LE(line.size(), 80) << line.toStdString();
+        }
         const auto examples = examplesOf(help.output);
         EXPECT_GE(examples.size(), 2U);
         for (const std::string& example : examples) {
@@ -114,13 +117,14 @@ TEST(Frame, helpIsWhole) {
     const CommandResult help = runCommand({"dd", "--help"});
     EXPECT_EQ(help.output,
               "Usage: rfutils dd [options] DEGREES [MINUTES [SECONDS]]\n"
-              "Show degrees, minutes and seconds as decimal degrees. The sign stands before the "
-              "degrees, also\n"
-              "before 0; seconds may have a fraction. Missing minutes and seconds are 0.\n"
+              "\n"
+              "Show degrees, minutes and seconds as decimal degrees. The sign stands before the\n"
+              "degrees, also before 0; seconds may have a fraction. Missing minutes and seconds\n"
+              "are 0.\n"
               "\n"
               "Options:\n"
-              "  -h, --help         Show this help.\n"
-              "  --format <FORMAT>  text (default), csv or json.\n"
+              "  -h, --help       Show this help.\n"
+              "  --format FORMAT  text, csv or json. Default: text.\n"
               "\n"
               "Examples:\n"
               "  rfutils dd -33 52 7.68\n"
@@ -151,31 +155,31 @@ TEST(Frame, wrongUsageOfOptions) {
          "",
          2,
          "",
-         "rfutils: unknown option 'bogus' (see rfutils freq --help)\n"},
+         "rfutils: there is no option \"--bogus\" (see rfutils freq --help)\n"},
         {"value missing at the end",
          {"freq", "1", "--format"},
          "",
          2,
          "",
-         "rfutils: missing value after '--format' (see rfutils freq --help)\n"},
+         "rfutils: --format FORMAT: the value is missing (see rfutils freq --help)\n"},
         {"unknown format",
          {"freq", "1", "--format", "xml"},
          "",
          2,
          "",
-         "rfutils: --format \"xml\": text, csv or json is expected (see rfutils freq --help)\n"},
+         "rfutils: --format: \"xml\" is not text, csv or json (see rfutils freq --help)\n"},
         {"the format's name is exact",
          {"freq", "1", "--format=CSV"},
          "",
          2,
          "",
-         "rfutils: --format \"CSV\": text, csv or json is expected (see rfutils freq --help)\n"},
+         "rfutils: --format: \"CSV\" is not text, csv or json (see rfutils freq --help)\n"},
         {"a flag takes no value",
          {"setups", "x", "--verbose=1"},
          "",
          2,
          "",
-         "rfutils: unexpected value after '--verbose' (see rfutils setups --help)\n"},
+         "rfutils: --verbose takes no value (see rfutils setups --help)\n"},
         {"too many files",
          {"setups", "a.json", "b.json"},
          "",
@@ -193,13 +197,13 @@ TEST(Frame, wrongUsageOfOptions) {
          "",
          2,
          "",
-         "rfutils: --min \"x\": a number is expected (see rfutils range --help)\n"},
+         "rfutils: --min: \"x\" is not a number (see rfutils range --help)\n"},
         {"no frequency",
          {"convert", "1", "--to", "V/m", "--center", "100parsec"},
          "",
          2,
          "",
-         "rfutils: --center \"100parsec\": a frequency such as 88.1MHz is expected "
+         "rfutils: --center: \"100parsec\" is not a frequency such as 88.1MHz or a number of MHz "
          "(see rfutils convert --help)\n"},
     });
 }
@@ -256,7 +260,7 @@ TEST(Frame, negativeValuesNeedNoDashes) {
          "",
          2,
          "",
-         "rfutils: unknown option 'Z' (see rfutils freq --help)\n"},
+         "rfutils: there is no option \"-Z\" (see rfutils freq --help)\n"},
         {"a lone dash is a value",
          {"freq", "-"},
          "",

@@ -183,8 +183,8 @@ TEST(Raster, showsCells) {
     for (const char* at : {"1", "1,2,3", "a,1", "1,", ""}) {
         const CommandResult result = runCommand({"raster", "map.asc", "--at", at}, "", folder);
         EXPECT_EQ(result.exitStatus, 2) << at;
-        EXPECT_EQ(result.errors, std::string("rfutils: --at \"") + at +
-                                     "\": a column and a row such as 128,40 are expected (see "
+        EXPECT_EQ(result.errors, std::string("rfutils: --at: \"") + at +
+                                     "\" is not a column and a row such as 128,40 (see "
                                      "rfutils raster --help)\n");
     }
 }

@@ -105,7 +105,7 @@ TEST(Scale, wrongUse) {
          "",
          2,
          "",
-         "rfutils: INDEX \"V\": a whole number is expected" + help},
+         "rfutils: INDEX: \"V\" is not a whole number" + help},
         {"first scale of an antenna",
          {"scale", "6", "1"},
          "",

@@ -10,23 +10,12 @@
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/jsonFile.h"
+#include "support/output.h"
+#include "support/tableWriter.h"
 
 namespace rfu::command {
 
 namespace {
-
-// clang-format off
-const Usage kUsage = {
-    "Show the items of a catalogue file (JSON) and the choices of each.\n"
-    "Choices are sorted by item, display sequence, code and id. A display sequence of 0 means that\n"
-    "the choice is not offered to the operator.",
-    "FILE",
-    {"rfutils catalogue catalogue.json",
-     "rfutils catalogue catalogue.json --item detector",
-     "rfutils catalogue catalogue.json --item attenuation --id auto",
-     "rfutils catalogue catalogue.json --item attenuation --code 1 --format json",
-     "rfutils catalogue catalogue.json --item detector --label \"Quasi-peak\""}};
-// clang-format on
 
 /// Ids are the same whatever the case of their ASCII letters.
 std::string upperCased(std::string id) {
@@ -72,19 +61,19 @@ void print(const std::vector<subItem>& choices, Format format) {
 
 /// What --id, --code and --label ask for.
 struct Query {
-    explicit Query(const CommandLine& line) : code(line.integer("code")) {
+    explicit Query(const CommandLine& line) : code(line.find<int>("code")) {
         if (line.isSet("id")) {
-            id = line.option("id").toStdString();
+            id = line.text("id").toStdString();
         }
         if (line.isSet("label")) {
-            label = line.option("label").toStdString();
+            label = line.text("label").toStdString();
         }
         const int asked = int{id.has_value()} + int{code.has_value()} + int{label.has_value()};
         if (asked > 1) {
-            throw usageError("only one of --id, --code and --label can be asked for");
+            throw UsageError("only one of --id, --code and --label can be asked for");
         }
         if (asked == 1 && !line.isSet("item")) {
-            throw usageError("--id, --code and --label need --item");
+            throw UsageError("--id, --code and --label need --item");
         }
     }
 
@@ -104,38 +93,49 @@ struct Query {
     std::optional<std::string> label;
 };
 
-}  // namespace
-
-void runCatalogue(const QStringList& arguments) {
-    CommandLine line(kUsage);
-    line.addOption("item", "ITEM", "Only this item, spelled as in the file.");
-    line.addOption("id", "ID", "Only the choice of the item with this id, in any letter case.");
-    line.addOption("code", "N", "Only the choices of the item with this code.");
-    line.addOption("label", "TEXT", "Only the choices of the item with exactly this label.");
-    line.addFormat();
-    if (!line.parse(arguments)) {
-        return;
-    }
-    const QString file = line.onlyValue("FILE");
+void runCatalogue(const CommandLine& line) {
+    const QString file = line.text("FILE");
+    const QString item = line.text("item");
     const Query query(line);
 
     // The catalogue answers for items by their ids and does not list them; the file does.
     const QStringList itemsOfFile = readJsonObject(file).keys();
-    const QStringList items = line.isSet("item") ? QStringList(line.option("item")) : itemsOfFile;
     subItemList catalogue;
     if (!catalogue.loadJson(file.toStdString())) {
         throw InputError(file, "cannot be read");
     }
-    std::vector<subItem> choices = choicesOf(catalogue, items);
+    std::vector<subItem> choices =
+        choicesOf(catalogue, line.isSet("item") ? QStringList(item) : itemsOfFile);
     if (line.isSet("item") && choices.empty()) {
-        throw InputError(file, "there is no item " + quoted(line.option("item").toStdString()));
+        throw InputError(file, "there is no item " + quoted(item.toStdString()));
     }
     keepOnly(choices, [&](const subItem& choice) { return query.matches(choice); });
     if (line.isSet("item") && choices.empty()) {
-        throw InputError(file, "item " + quoted(line.option("item").toStdString()) +
-                                   " has no choice with " + query.description());
+        throw InputError(file, "item " + quoted(item.toStdString()) + " has no choice with " +
+                                   query.description());
     }
     print(choices, line.format());
 }
+
+}  // namespace
+
+// clang-format off
+constexpr Subcommand kCatalogue = {
+    "catalogue", "Show the items of a catalogue file and their choices",
+    "Show the items of a catalogue file (JSON) and the choices of each.\n"
+    "Choices are sorted by item, display sequence, code and id. A display sequence of 0 means "
+    "that the choice is not offered to the operator.",
+    {{"FILE", Kind::File}},
+    {{"item", "ITEM", Kind::Text, "Only this item, spelled as in the file."},
+     {"id", "ID", Kind::Text, "Only the choice of the item with this id, in any letter case."},
+     {"code", "N", Kind::Integer, "Only the choices of the item with this code."},
+     {"label", "TEXT", Kind::Text, "Only the choices of the item with exactly this label."}},
+    {"rfutils catalogue catalogue.json",
+     "rfutils catalogue catalogue.json --item detector",
+     "rfutils catalogue catalogue.json --item attenuation --id auto",
+     "rfutils catalogue catalogue.json --item attenuation --code 1 --format json",
+     "rfutils catalogue catalogue.json --item detector --label \"Quasi-peak\""},
+    runCatalogue};
+// clang-format on
 
 }  // namespace rfu::command

@@ -9,20 +9,12 @@
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/jsonFile.h"
+#include "support/output.h"
+#include "support/tableWriter.h"
 
 namespace rfu::command {
 
 namespace {
-
-// clang-format off
-const Usage kUsage = {
-    "Show the result setups of a file (JSON) in their order: groups by their keys, the setups of a\n"
-    "group as they stand in the file. The index is the position by which applications ask.",
-    "FILE",
-    {"rfutils setups setups.json",
-     "rfutils setups setups.json --verbose",
-     "rfutils setups setups.json --format csv"}};
-// clang-format on
 
 /// What the list says about entries that it skips comes as debug messages.
 std::vector<QString> debugMessages;
@@ -73,18 +65,8 @@ int countEntries(const QJsonObject& groups) {
     return count;
 }
 
-}  // namespace
-
-void runSetups(const QStringList& arguments) {
-    CommandLine line(kUsage);
-    line.addFlag("verbose",
-                 "Report skipped entries on standard error, each by the setup before it in its "
-                 "group or, at the group's start, by the group's key.");
-    line.addFormat();
-    if (!line.parse(arguments)) {
-        return;
-    }
-    const QString file = line.onlyValue("FILE");
+void runSetups(const CommandLine& line) {
+    const QString file = line.text("FILE");
     const int count = countEntries(readJsonObject(file));
     ResultSetup setups;
     {
@@ -104,5 +86,22 @@ void runSetups(const QStringList& arguments) {
     }
     table.finish();
 }
+
+}  // namespace
+
+// clang-format off
+constexpr Subcommand kSetups = {
+    "setups", "Show the result setups of a file",
+    "Show the result setups of a file (JSON) in their order: groups by their keys, the setups of a "
+    "group as they stand in the file. The index is the position by which applications ask.",
+    {{"FILE", Kind::File}},
+    {{"verbose", "", Kind::Flag,
+      "Report skipped entries on standard error, each by the setup before it in its group or, at "
+      "the group's start, by the group's key."}},
+    {"rfutils setups setups.json",
+     "rfutils setups setups.json --verbose",
+     "rfutils setups setups.json --format csv"},
+    runSetups};
+// clang-format on
 
 }  // namespace rfu::command

@@ -1,23 +1,27 @@
 #pragma once
 
-#include <QStringList>
+#include "support/subcommand.h"
 
 namespace rfu::command {
 
-// One function per subcommand, each in the source file of its name. They get the arguments behind
-// the subcommand's name, print to standardOutput() and throw a Failure when they cannot go on.
-void runCatalogue(const QStringList& arguments);
-void runConvert(const QStringList& arguments);
-void runDd(const QStringList& arguments);
-void runDms(const QStringList& arguments);
-void runFreq(const QStringList& arguments);
-void runRange(const QStringList& arguments);
-void runRaster(const QStringList& arguments);
-void runScale(const QStringList& arguments);
-void runSetups(const QStringList& arguments);
-void runTab(const QStringList& arguments);
-void runTrace(const QStringList& arguments);
-void runUnits(const QStringList& arguments);
-void runWidth(const QStringList& arguments);
+// Each in the source file of its name or, where it shares one, of what the two have in common.
+extern const Subcommand kCatalogue;
+extern const Subcommand kConvert;
+extern const Subcommand kDd;
+extern const Subcommand kDms;
+extern const Subcommand kFreq;
+extern const Subcommand kRange;
+extern const Subcommand kRaster;
+extern const Subcommand kScale;
+extern const Subcommand kSetups;
+extern const Subcommand kTab;
+extern const Subcommand kTrace;
+extern const Subcommand kUnits;
+extern const Subcommand kWidth;
+
+/// In the order of the overview.
+inline constexpr const Subcommand* kSubcommands[] = {
+    &kConvert, &kUnits, &kScale,  &kFreq, &kWidth, &kRange, &kCatalogue,
+    &kSetups,  &kTrace, &kRaster, &kTab,  &kDms,   &kDd};
 
 }  // namespace rfu::command

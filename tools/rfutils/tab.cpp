@@ -6,26 +6,15 @@
 #include "analysis/maps/tabFile.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
+#include "support/output.h"
 #include "support/picture.h"
 #include "support/sections.h"
 #include "support/singleCell.h"
+#include "support/tableWriter.h"
 
 namespace rfu::command {
 
 namespace {
-
-// clang-format off
-const Usage kUsage = {
-    "Show the georeference of a raster map: its projection, the four control points and the raster\n"
-    "file that it names. x and y are the control points as read, longitude and latitude those that\n"
-    "the library converts from UTM where the file says so; points in degrees are taken as they are.\n"
-    "\n"
-    "--png draws the raster beside the file with the points marked.",
-    "FILE",
-    {"rfutils tab terrain.tab",
-     "rfutils tab terrain.tab --format json",
-     "rfutils tab terrain.tab --png points.png"}};
-// clang-format on
 
 constexpr int kUnitsDegree = 1;
 constexpr int kUnitsConverted = 2;
@@ -103,16 +92,8 @@ QImage drawMap(const TabFile& tab) {
     return drawSheet(draw(raster), marks);
 }
 
-}  // namespace
-
-void runTab(const QStringList& arguments) {
-    CommandLine line(kUsage);
-    line.addOption("png", "OUT.png", "Draw the raster with the control points.");
-    line.addFormat();
-    if (!line.parse(arguments)) {
-        return;
-    }
-    const TabFile tab = loadTab(line.onlyValue("FILE"));
+void runTab(const CommandLine& line) {
+    const TabFile tab = loadTab(line.text("FILE"));
     Sections sections(standardOutput(), line.format());
     sections.begin("projection");
     printProjection(*tab.map, line.format());
@@ -120,8 +101,28 @@ void runTab(const QStringList& arguments) {
     printPoints(tab, line.format());
     sections.finish();
     if (line.isSet("png")) {
-        savePicture(drawMap(tab), line.option("png"));
+        const TextDrawing drawing;
+        savePicture(drawMap(tab), line.text("png"));
     }
 }
+
+}  // namespace
+
+// clang-format off
+constexpr Subcommand kTab = {
+    "tab", "Show the georeference of a raster map",
+    "Show the georeference of a raster map: its projection, the four control points and the raster "
+    "file that it names. x and y are the control points as read, longitude and latitude those that "
+    "the library converts from UTM where the file says so; points in degrees are taken as they "
+    "are.\n"
+    "\n"
+    "--png draws the raster beside the file with the points marked.",
+    {{"FILE", Kind::File}},
+    {{"png", "OUT.png", Kind::Picture, "Draw the raster with the control points."}},
+    {"rfutils tab terrain.tab",
+     "rfutils tab terrain.tab --format json",
+     "rfutils tab terrain.tab --png points.png"},
+    runTab};
+// clang-format on
 
 }  // namespace rfu::command

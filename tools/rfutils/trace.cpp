@@ -8,82 +8,44 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/output.h"
 #include "support/picture.h"
 #include "support/sections.h"
-#include "support/values.h"
-#include "trace/markerOptions.h"
+#include "support/tableWriter.h"
+#include "support/units.h"
 #include "trace/traceTable.h"
 
 namespace rfu::command {
 
 namespace {
 
-constexpr int kUsuallyKept = 1000;
-constexpr int kMostKept = 1000000;
+constexpr int kMaxKept = 1000000;
 // A hop that the first sweep lost must not make a recording unreadable.
 constexpr std::size_t kLearnedSweeps = 4;
 
-// clang-format off
-const Usage kUsage = {
-    "Statistics over the most recent sweeps of a recording, per marker or per point.\n"
-    "FILE holds sweeps as rtl_power and hackrf_sweep write them (lines of date, time, Hz low, Hz\n"
-    "high, Hz step, samples, dB, dB, ...) or plain CSV with one trace of levels per line; - reads\n"
-    "standard input. Levels are taken as dBm. An empty level, nan and -inf mean that a point was not\n"
-    "measured; it counts nowhere. Points count from 0; the frequency of a point is that at which its\n"
-    "bin begins. Without --marker and --all-points a summary of the recording is shown.\n"
-    "\n"
-    "Sweeps: a sweep ends where a hop comes again, as soon as it has all hops, where the time moves\n"
-    "while the order of hops starts again, or where it moves by more than a second. Its hops are\n"
-    "those of the first four sweeps, with --follow those of the first; one that is missing in a sweep\n"
-    "was not measured.\n"
-    "\n"
-    "average is the mean of the dBm numbers, as the instrument shows it. --more adds powerMean: the\n"
-    "mean of the powers in milliwatts, converted back to dBm. That is the power that a thermal meter\n"
-    "would show, and it is never below the average: they are equal only for a steady level, for noise\n"
-    "powerMean lies about 2.5 dB higher, and short bursts raise it far above the average.\n"
-    "\n"
-    "A live read-out:\n"
-    "  rtl_power -f 88M:108M:50k -i 1 - | rfutils trace - --follow --marker 88.1MHz",
-    "FILE",
-    {"rfutils trace fm_band.csv",
-     "rfutils trace fm_band.csv --marker 88.1MHz --marker 98.3MHz --limit -60",
-     "rfutils trace fm_band.csv --marker 98.3MHz --more --unit dBuV",
-     "rfutils trace fm_band.csv --all-points --keep 100 --format csv",
-     "rfutils trace fm_band.csv --marker 98.3MHz --unit V/m --gain 2",
-     "rfutils trace wifi_band.csv --marker 2.437GHz --plot wifi.png"}};
-// clang-format on
-
-const rfu::Unit& unitOf(const CommandLine& line) {
-    try {
-        return unitToShow(line.isSet("unit") ? line.option("unit").toStdString() : "dBm");
-    } catch (const BadValue& bad) {
-        throw inputError(bad.what);
-    }
-}
-
 int capacityOf(const CommandLine& line) {
-    const int kept = line.integer("keep").value_or(kUsuallyKept);
-    if (kept < 1 || kept > kMostKept) {
-        throw usageError("--keep takes 1 to " + std::to_string(kMostKept) + " sweeps");
+    const int kept = line.value<int>("keep");
+    if (kept < 1 || kept > kMaxKept) {
+        throw UsageError("--keep takes 1 to " + std::to_string(kMaxKept) + " sweeps");
     }
     return kept;
 }
 
 struct TraceOptions {
     explicit TraceOptions(const CommandLine& line)
-        : markers(parseMarkers(line.options("marker"))),
-          limit(line.number("limit")),
+        : markers(line.values<MarkerRequest>("marker")),
+          limit(line.find<double>("limit")),
           capacity(capacityOf(line)),
-          view{unitOf(line), antennaOf(line)},
+          view{*line.value<const rfu::Unit*>("unit"), antennaOf(line)},
           allPoints(line.isSet("all-points")),
           follow(line.isSet("follow")),
           more(line.isSet("more")),
           format(line.format()) {
         if (markers.empty() && (follow || more)) {
-            throw usageError("--follow and --more need a --marker");
+            throw UsageError("--follow and --more need a --marker");
         }
         if (follow && allPoints && format != Format::Text) {
-            throw usageError("--follow together with --all-points prints text only");
+            throw UsageError("--follow together with --all-points prints text only");
         }
         requireEffects(line);
     }
@@ -92,14 +54,14 @@ struct TraceOptions {
     void requireEffects(const CommandLine& line) const {
         const bool showsLevels = !markers.empty() || allPoints;
         if (limit && !showsLevels) {
-            throw usageError("--limit needs a --marker or --all-points");
+            throw UsageError("--limit needs a --marker or --all-points");
         }
         if (line.isSet("unit") && !showsLevels && !line.isSet("plot")) {
-            throw usageError("--unit needs a --marker, --all-points or --plot");
+            throw UsageError("--unit needs a --marker, --all-points or --plot");
         }
         for (const char* antenna : {"center", "gain"}) {
             if (line.isSet(antenna) && !needsAntenna(view.unit)) {
-                throw usageError(std::string("--") + antenna +
+                throw UsageError(std::string("--") + antenna +
                                  " needs a --unit that depends on the antenna, such as dBuV/m");
             }
         }
@@ -248,38 +210,68 @@ private:
     int points_ = 0;
 };
 
-}  // namespace
-
-void runTrace(const QStringList& arguments) {
-    CommandLine line(kUsage);
-    line.addOption(
-        "marker", "FREQ",
-        "Show this point, up to six times: the one nearest to a frequency such as 88.1MHz "
-        "or 2.4GHz, or the number of a point.");
-    line.addOption("limit", "DBM", "Count how often a level was above this one.");
-    line.addFlag("all-points", "Show all points.");
-    line.addOption("keep", "N", "How many recent sweeps count (default 1000).");
-    line.addFlag("follow", "Show the markers again as soon as a sweep is complete.");
-    line.addOption("unit", "UNIT",
-                   "Show levels in this unit (rfutils units lists them); a field unit takes the "
-                   "frequency of each point unless --center is given.");
-    line.addAntenna();
-    line.addFlag("more",
-                 "Add for each marker the mean power, the median, the standard deviation in dB and "
-                 "the sweep that holds the maximum.");
-    line.addOption("plot", "OUT.png", "Draw maximum, average and minimum over frequency.");
-    line.addFormat();
-    if (!line.parse(arguments)) {
-        return;
-    }
-    const QString file = line.onlyValue("FILE");
+void runTrace(const CommandLine& line) {
     const TraceOptions options(line);
-    Trace trace(file, options);
+    Trace trace(line.text("FILE"), options);
     trace.read();
     trace.print();
     if (line.isSet("plot")) {
-        savePicture(draw(trace.plot()), line.option("plot"));
+        const TextDrawing drawing;
+        savePicture(draw(trace.plot()), line.text("plot"));
     }
 }
+
+}  // namespace
+
+// clang-format off
+constexpr Subcommand kTrace = {
+    "trace", "Statistics of markers and points over recorded sweeps",
+    "Statistics over the most recent sweeps of a recording, per marker or per point.\n"
+    "FILE holds sweeps as rtl_power and hackrf_sweep write them (lines of date, time, Hz low, Hz "
+    "high, Hz step, samples, dB, dB, ...) or plain CSV with one trace of levels per line; - reads "
+    "standard input. Levels are taken as dBm. An empty level, nan and -inf mean that a point was "
+    "not measured; it counts nowhere. Points count from 0; the frequency of a point is that at "
+    "which its bin begins. Without --marker and --all-points a summary of the recording is shown.\n"
+    "\n"
+    "Sweeps: a sweep ends where a hop comes again, as soon as it has all hops, where the time "
+    "moves while the order of hops starts again, or where it moves by more than a second. Its hops "
+    "are those of the first four sweeps, with --follow those of the first; one that is missing in "
+    "a sweep was not measured.\n"
+    "\n"
+    "average is the mean of the dBm numbers, as the instrument shows it. --more adds powerMean: "
+    "the mean of the powers in milliwatts, converted back to dBm. That is the power that a thermal "
+    "meter would show, and it is never below the average: they are equal only for a steady level, "
+    "for noise powerMean lies about 2.5 dB higher, and short bursts raise it far above the "
+    "average.\n"
+    "\n"
+    "A live read-out:\n"
+    "  rtl_power -f 88M:108M:50k -i 1 - | rfutils trace - --follow --marker 88.1MHz",
+    {{"FILE", Kind::File}},
+    {{"marker", "FREQ", Kind::Marker,
+      "Show this point, up to six times: the one nearest to a frequency such as 88.1MHz or 2.4GHz, "
+      "or the number of a point.",
+      nullptr, 0, static_cast<int>(traceRssiBuffer::kMarkers)},
+     {"limit", "DBM", Kind::Number, "Count how often a level was above this one."},
+     {"all-points", "", Kind::Flag, "Show all points."},
+     {"keep", "N", Kind::Integer, "How many recent sweeps count.", "1000"},
+     {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete."},
+     {"unit", "UNIT", Kind::Unit,
+      "Show levels in this unit (rfutils units lists them); a field unit takes the frequency of "
+      "each point unless --center is given.",
+      "dBm"},
+     kCenterOption,
+     kGainOption,
+     {"more", "", Kind::Flag,
+      "Add for each marker the mean power, the median, the standard deviation in dB and the sweep "
+      "that holds the maximum."},
+     {"plot", "OUT.png", Kind::Picture, "Draw maximum, average and minimum over frequency."}},
+    {"rfutils trace fm_band.csv",
+     "rfutils trace fm_band.csv --marker 88.1MHz --marker 98.3MHz --limit -60",
+     "rfutils trace fm_band.csv --marker 98.3MHz --more --unit dBuV",
+     "rfutils trace fm_band.csv --all-points --keep 100 --format csv",
+     "rfutils trace fm_band.csv --marker 98.3MHz --unit V/m --gain 2",
+     "rfutils trace wifi_band.csv --marker 2.437GHz --plot wifi.png"},
+    runTrace};
+// clang-format on
 
 }  // namespace rfu::command

@@ -1,21 +1,12 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
+#include "support/output.h"
+#include "support/tableWriter.h"
 #include "support/units.h"
 
 namespace rfu::command {
 
 namespace {
-
-// clang-format off
-const Usage kUsage = {
-    "List the units: name, quantity, whether levels are shown in it (fromDbm), whether values are\n"
-    "read in it (toDbm), and whether it refers to an antenna (--center, --gain).\n"
-    "fromDbm: \"name\" can be asked for by its name; \"prefix\" comes about when the instrument puts a\n"
-    "prefix before a unit that was asked for; \"no\" is never shown.",
-    "",
-    {"rfutils units",
-     "rfutils units --format csv"}};
-// clang-format on
 
 const char* shownBy(const ListedUnit& unit) {
     if (unit.row == nullptr || isPrefixed(*unit.row)) {
@@ -24,15 +15,7 @@ const char* shownBy(const ListedUnit& unit) {
     return canBeShown(*unit.row) ? "name" : "no";
 }
 
-}  // namespace
-
-void runUnits(const QStringList& arguments) {
-    CommandLine line(kUsage);
-    line.addFormat();
-    if (!line.parse(arguments)) {
-        return;
-    }
-    line.requireAtMost(0);
+void runUnits(const CommandLine& line) {
     TableWriter table(standardOutput(), line.format(),
                       {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
     for (const ListedUnit& unit : allUnits()) {
@@ -42,5 +25,21 @@ void runUnits(const QStringList& arguments) {
     }
     table.finish();
 }
+
+}  // namespace
+
+// clang-format off
+constexpr Subcommand kUnits = {
+    "units", "List the units",
+    "List the units: name, quantity, whether levels are shown in it (fromDbm), whether values are "
+    "read in it (toDbm), and whether it refers to an antenna (--center, --gain).\n"
+    "fromDbm: \"name\" can be asked for by its name; \"prefix\" comes about when the instrument puts "
+    "a prefix before a unit that was asked for; \"no\" is never shown.",
+    {},
+    {},
+    {"rfutils units",
+     "rfutils units --format csv"},
+    runUnits};
+// clang-format on
 
 }  // namespace rfu::command

@@ -1,159 +1,135 @@
 #include "support/commandLine.h"
 
+#include <string>
+
 #include "analysis/support/inputError.h"
-#include "analysis/support/numbers.h"
-#include "support/argumentOrder.h"
 #include "support/errors.h"
 
 namespace rfu::command {
 
 namespace {
 
-const QString kHelp = QStringLiteral("help");
-const QString kFormat = QStringLiteral("format");
-
-struct FormatName {
-    const char* name;
-    Format format;
-};
-constexpr FormatName kFormats[] = {
-    {"text", Format::Text}, {"csv", Format::Csv}, {"json", Format::Json}};
-
-/// Qt's "Unknown option 'x'." as part of a line of ours.
-std::string asPartOfLine(QString qtMessage) {
-    if (qtMessage.endsWith(QLatin1Char('.'))) {
-        qtMessage.chop(1);
-    }
-    return (qtMessage.left(1).toLower() + qtMessage.mid(1)).toStdString();
+bool isAsciiLetter(QChar character) {
+    return character.unicode() < 0x80 && character.isLetter();
 }
 
-std::string wrongValue(const char* option, const QString& value, const char* expected) {
-    return std::string("--") + option + " " + quoted(value.toStdString()) + ": " + expected;
+/// Options are "--name" and "-h"; "-30", "-.5" and "- 30" are values, right or wrong.
+bool isOption(const QString& argument) {
+    if (argument.size() < 2 || argument[0] != QLatin1Char('-')) {
+        return false;
+    }
+    const bool namesOption = argument[1] == QLatin1Char('-') || isAsciiLetter(argument[1]);
+    return namesOption && !argument.startsWith(QLatin1String("-inf"), Qt::CaseInsensitive);
+}
+
+std::string dashed(const Option& option) {
+    return std::string("--") + option.name;
+}
+
+/// @param name with its dashes
+const Option& optionOf(const Subcommand& subcommand, const QString& name) {
+    const std::string asked = name == QLatin1String("-h") ? "--help" : name.toStdString();
+    for (const Option* option : optionsOf(subcommand)) {
+        if (asked == dashed(*option)) {
+            return *option;
+        }
+    }
+    throw UsageError("there is no option " + quoted(asked));
+}
+
+/// A value in its place on the command line.
+Value readAt(const std::string& place, Kind kind, const QString& text) {
+    try {
+        return readValue(kind, text.toStdString());
+    } catch (const BadValue& bad) {
+        if (kind == Kind::Unit) {
+            throw;  // the message says it all
+        }
+        throw UsageError(place + ": " + bad.message);
+    }
 }
 
 }  // namespace
 
-CommandLine::CommandLine(const Usage& usage) : examples_(usage.examples) {
-    parser_.setApplicationDescription(QString::fromUtf8(usage.description));
-    if (*usage.syntax != '\0') {
-        // The description explains the arguments; only the usage line names them.
-        parser_.addPositionalArgument(QStringLiteral("arguments"), {},
-                                      QString::fromUtf8(usage.syntax));
+CommandLine::CommandLine(const Subcommand& subcommand, const QStringList& arguments) {
+    const QStringList others = takeOptions(subcommand, arguments);
+    if (!isSet("help")) {
+        takeArguments(subcommand, others);
+        completeOptions(subcommand);
     }
-    parser_.addOption({{QStringLiteral("h"), kHelp}, QStringLiteral("Show this help.")});
 }
 
-void CommandLine::addFlag(const char* name, const char* description) {
-    parser_.addOption({QString::fromUtf8(name), QString::fromUtf8(description)});
-}
-
-void CommandLine::addOption(const char* name, const char* valueName, const char* description) {
-    parser_.addOption(
-        {QString::fromUtf8(name), QString::fromUtf8(description), QString::fromUtf8(valueName)});
-    optionsWithValue_ += QString::fromUtf8(name);
-}
-
-void CommandLine::addFormat() {
-    addOption("format", "FORMAT", "text (default), csv or json.");
-}
-
-void CommandLine::addAntenna() {
-    addOption("center", "FREQ",
-              "Centre frequency for field units: 88.1MHz, 2.4GHz, 100kHz, 5Hz or a number of MHz.");
-    addOption("gain", "DBI", "Antenna gain in dBi for field units (default 0).");
-}
-
-bool CommandLine::parse(const QStringList& arguments) {
-    const QStringList program(QStringLiteral("rfutils"));
-    if (!parser_.parse(program + optionsFirst(arguments, optionsWithValue_))) {
-        throw usageError(asPartOfLine(parser_.errorText()));
-    }
-    if (parser_.isSet(kHelp)) {
-        std::string help = parser_.helpText().toStdString();
-        // The arguments stand in the usage line and in the description already.
-        help.erase(std::min(help.find("\nArguments:\n"), help.size()));
-        help += "\nExamples:\n";
-        for (const char* example : examples_) {
-            help += std::string("  ") + example + "\n";
+QStringList CommandLine::takeOptions(const Subcommand& subcommand, const QStringList& arguments) {
+    QStringList others;
+    for (int i = 0; i < arguments.size(); ++i) {
+        const QString& argument = arguments[i];
+        if (argument == QLatin1String("--")) {
+            return others + arguments.mid(i + 1);
         }
-        standardOutput().write(help);
-        return false;
-    }
-    values_ = parser_.positionalArguments();
-    format_ = parsedFormat();
-    return true;
-}
-
-Format CommandLine::parsedFormat() const {
-    if (!optionsWithValue_.contains(kFormat) || !parser_.isSet(kFormat)) {
-        return Format::Text;
-    }
-    const QString asked = parser_.value(kFormat);
-    for (const FormatName& known : kFormats) {
-        if (asked == QLatin1String(known.name)) {
-            return known.format;
+        if (!isOption(argument)) {
+            others += argument;
+            continue;
+        }
+        const int equals = argument.indexOf(QLatin1Char('='));
+        const Option& option = optionOf(subcommand, argument.left(equals));
+        if (option.kind == Kind::Flag && equals >= 0) {
+            throw UsageError(dashed(option) + " takes no value");
+        }
+        if (option.kind == Kind::Flag || equals >= 0) {
+            texts_[option.name] += argument.mid(equals + 1);
+        } else if (++i < arguments.size()) {
+            texts_[option.name] += arguments[i];
+        } else {
+            throw UsageError(dashed(option) + " " + option.valueName + ": the value is missing");
         }
     }
-    throw usageError(wrongValue("format", asked, "text, csv or json is expected"));
+    return others;
 }
 
-void CommandLine::requireAtMost(int count) const {
-    if (values_.size() > count) {
-        throw usageError("unexpected argument " + quoted(values_[count].toStdString()));
+void CommandLine::takeArguments(const Subcommand& subcommand, const QStringList& arguments) {
+    int next = 0;
+    for (const Argument& argument : subcommand.arguments) {
+        for (int i = 0; i < argument.maxCount && next < arguments.size(); ++i, ++next) {
+            texts_[argument.name] += arguments[next];
+            if (isRead(argument.kind)) {
+                values_[argument.name].push_back(
+                    readAt(argument.name, argument.kind, arguments[next]));
+            }
+        }
+        if (texts(argument.name).size() < argument.minCount) {
+            throw UsageError(std::string(argument.name) + " is missing");
+        }
+    }
+    if (next < arguments.size()) {
+        throw UsageError("unexpected argument " + quoted(arguments[next].toStdString()));
     }
 }
 
-QString CommandLine::onlyValue(const char* what) const {
-    if (values_.isEmpty()) {
-        throw usageError(std::string(what) + " is missing");
+void CommandLine::completeOptions(const Subcommand& subcommand) {
+    for (const Option* option : optionsOf(subcommand)) {
+        const QStringList given = texts(option->name);
+        if (given.size() < option->minCount) {
+            throw UsageError(dashed(*option) + " " + option->valueName + " is missing");
+        }
+        if (option->maxCount > 1 && given.size() > option->maxCount) {
+            throw UsageError(dashed(*option) + " may be given " + std::to_string(option->maxCount) +
+                             " times at most");
+        }
+        if (!isRead(option->kind)) {
+            continue;
+        }
+        for (const QString& text : given) {
+            values_[option->name].push_back(readAt(dashed(*option), option->kind, text));
+        }
+        if (given.isEmpty() && option->fallback != nullptr) {
+            values_[option->name].push_back(readValue(option->kind, option->fallback));
+        }
     }
-    requireAtMost(1);
-    return values_.first();
 }
 
-bool CommandLine::isSet(const char* name) const {
-    return parser_.isSet(QString::fromUtf8(name));
-}
-
-QString CommandLine::option(const char* name) const {
-    return parser_.value(QString::fromUtf8(name));
-}
-
-QStringList CommandLine::options(const char* name) const {
-    return parser_.values(QString::fromUtf8(name));
-}
-
-std::optional<double> CommandLine::number(const char* name) const {
-    if (!isSet(name)) {
-        return std::nullopt;
-    }
-    const auto value = parseNumber(option(name).toStdString());
-    if (!value) {
-        throw usageError(wrongValue(name, option(name), "a number is expected"));
-    }
-    return value;
-}
-
-std::optional<int> CommandLine::integer(const char* name) const {
-    if (!isSet(name)) {
-        return std::nullopt;
-    }
-    const auto value = parseInteger(option(name).toStdString());
-    if (!value) {
-        throw usageError(wrongValue(name, option(name), "a whole number is expected"));
-    }
-    return value;
-}
-
-std::optional<double> CommandLine::frequency(const char* name) const {
-    if (!isSet(name)) {
-        return std::nullopt;
-    }
-    const auto value = parseFrequency(option(name).toStdString());
-    if (!value) {
-        throw usageError(wrongValue(name, option(name), "a frequency such as 88.1MHz is expected"));
-    }
-    return value;
+QStringList CommandLine::texts(std::string_view name) const {
+    const auto found = texts_.find(name);
+    return found == texts_.end() ? QStringList() : found->second;
 }
 
 }  // namespace rfu::command

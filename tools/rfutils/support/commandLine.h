@@ -1,68 +1,65 @@
 #pragma once
 
-#include <QCommandLineParser>
+#include <QString>
 #include <QStringList>
+#include <map>
 #include <optional>
+#include <string_view>
 #include <vector>
 
-#include "support/tableWriter.h"
+#include "support/kinds.h"
+#include "support/subcommand.h"
 
 namespace rfu::command {
 
-/// What the help of a subcommand says beside its options.
-struct Usage {
-    const char* description;
-    const char* syntax;  ///< what follows "[options]", e.g. "FILE"
-    std::vector<const char*> examples;
-};
-
-/// Options and arguments of one subcommand. Values are read the same way in every locale; what
-/// cannot be read is wrong usage.
+/// The options and arguments that a subcommand was given, by their names. Options may stand
+/// anywhere; their values stand behind them or behind "=". A minus sign starts an option where a
+/// letter or a second minus sign follows, "-inf" excepted, and else a value, so that negative
+/// values need no "--".
 class CommandLine {
 public:
-    explicit CommandLine(const Usage& usage);
+    /// Reads no values where --help is among the options.
+    /// @throw Failure for what the subcommand does not take, for what is missing, for wrong values
+    CommandLine(const Subcommand& subcommand, const QStringList& arguments);
 
-    /// An option without a value.
-    void addFlag(const char* name, const char* description);
-    /// An option with a value.
-    /// @param valueName stands for the value in the help text
-    void addOption(const char* name, const char* valueName, const char* description);
-    /// --format text|csv|json
-    void addFormat();
-    /// --center FREQ and --gain DBI, the antenna that field units refer to.
-    void addAntenna();
+    bool isSet(std::string_view name) const { return texts_.count(name) > 0; }
+    /// As they were given.
+    QStringList texts(std::string_view name) const;
+    /// The last one, empty where there is none.
+    QString text(std::string_view name) const { return texts(name).value(texts(name).size() - 1); }
 
-    /// @return false when the help was asked for and is printed: there is nothing left to do
-    /// @throw Failure on wrong usage
-    bool parse(const QStringList& arguments);
-
-    const QStringList& values() const { return values_; }
-    /// The single argument of a subcommand that takes exactly one.
-    /// @param what names it in the message when it is missing
-    QString onlyValue(const char* what) const;
-
-    /// @throw Failure (usage) when there are more arguments
-    void requireAtMost(int count) const;
-
-    bool isSet(const char* name) const;
-    QString option(const char* name) const;
-    /// All values of an option that may be given several times.
-    QStringList options(const char* name) const;
-    /// Nothing when the option is not given.
-    std::optional<double> number(const char* name) const;
-    std::optional<int> integer(const char* name) const;
-    /// In MHz.
-    std::optional<double> frequency(const char* name) const;
-    Format format() const { return format_; }
+    template <typename T>
+    std::vector<T> values(std::string_view name) const {
+        std::vector<T> result;
+        const auto found = values_.find(name);
+        if (found != values_.end()) {
+            for (const Value& value : found->second) {
+                result.push_back(std::get<T>(value));
+            }
+        }
+        return result;
+    }
+    /// Nothing where the option is not given and has no fallback.
+    template <typename T>
+    std::optional<T> find(std::string_view name) const {
+        const std::vector<T> all = values<T>(name);
+        return all.empty() ? std::nullopt : std::optional<T>(all.back());
+    }
+    /// Of an option or argument that is required or has a fallback.
+    template <typename T>
+    T value(std::string_view name) const {
+        return values<T>(name).back();
+    }
+    Format format() const { return value<Format>("format"); }
 
 private:
-    Format parsedFormat() const;
+    /// @return what is no option
+    QStringList takeOptions(const Subcommand& subcommand, const QStringList& arguments);
+    void takeArguments(const Subcommand& subcommand, const QStringList& arguments);
+    void completeOptions(const Subcommand& subcommand);
 
-    QCommandLineParser parser_;
-    QStringList optionsWithValue_;
-    std::vector<const char*> examples_;
-    QStringList values_;
-    Format format_ = Format::Text;
+    std::map<std::string_view, QStringList> texts_;
+    std::map<std::string_view, std::vector<Value>> values_;
 };
 
 }  // namespace rfu::command

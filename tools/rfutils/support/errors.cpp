@@ -5,14 +5,6 @@
 
 namespace rfu::command {
 
-Failure inputError(std::string_view what) {
-    return {std::string(what), kExitBadInput};
-}
-
-Failure usageError(std::string_view what) {
-    return {std::string(what), kExitBadUsage};
-}
-
 void printError(const std::string& message) {
     std::string line = "rfutils: " + message;
     // A file name or a value may hold anything; the message stays one line.

@@ -1,23 +1,29 @@
 #pragma once
 
 #include <string>
-#include <string_view>
+#include <utility>
 
 namespace rfu::command {
-
-/// What ends a subcommand early: one line on standard error and the exit status.
-struct Failure {
-    std::string message;
-    int exitStatus;
-};
 
 inline constexpr int kExitBadInput = 1;
 inline constexpr int kExitBadUsage = 2;
 
-/// What is wrong, where there is no file to name; rfu::InputError names one.
-Failure inputError(std::string_view what);
-/// Wrong usage: the command line itself cannot be understood.
-Failure usageError(std::string_view what);
+/// Ends a subcommand early: one line on standard error and the exit status. Where a file is to be
+/// named, rfu::InputError does so.
+struct Failure {
+    std::string message;
+    int exitStatus = kExitBadInput;
+};
+
+/// A value that cannot be used. It does not know where it stands; forEachValue() does.
+struct BadValue : Failure {
+    BadValue(std::string what) : Failure{std::move(what)} {}
+};
+
+/// The command line itself cannot be understood.
+struct UsageError : Failure {
+    UsageError(std::string what) : Failure{std::move(what), kExitBadUsage} {}
+};
 
 /// Prints "rfutils: message" as a single line on standard error.
 void printError(const std::string& message);

@@ -28,7 +28,7 @@ void Output::flush() {
         if (written >= 0) {
             left.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno != EINTR) {
-            throw inputError(std::string("standard output: ") + std::strerror(errno));
+            throw Failure{std::string("standard output: ") + std::strerror(errno)};
         }
     }
     held_.clear();

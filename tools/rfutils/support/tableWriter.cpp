@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "analysis/support/numbers.h"
+#include "support/textWidth.h"
 
 namespace rfu::command {
 
@@ -17,13 +18,6 @@ constexpr std::string_view kColumnGap = "  ";
 bool isPlainAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-/// Counted in characters, so that "µV" is as wide as "mV".
-std::size_t widthOf(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<unsigned char>(c) & 0xC0u) != 0x80u;
-    }));
 }
 
 /// "\n", "\t" and "\r" by their letter; 0 for every other character.

@@ -4,11 +4,10 @@
 #include <string_view>
 #include <vector>
 
+#include "support/format.h"
 #include "support/output.h"
 
 namespace rfu::command {
-
-enum class Format { Text, Csv, Json };
 
 /// What stands in text format where there is no value.
 inline constexpr std::string_view kMissingText = "-";

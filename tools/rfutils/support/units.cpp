@@ -11,7 +11,6 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "support/errors.h"
-#include "support/values.h"
 
 namespace rfu::command {
 
@@ -192,16 +191,16 @@ BadValue notShowable(const QString& typed, const QString& name) {
     return unknownUnit(typed, rfu::canBeShown);
 }
 
-Failure missingCenter(const std::string& unit) {
-    return usageError(unit + " needs the centre frequency of the antenna: --center");
+UsageError missingCenter(const std::string& unit) {
+    return UsageError(unit + " needs the centre frequency of the antenna: --center");
 }
 
 }  // namespace
 
 Antenna antennaOf(const CommandLine& line) {
-    const Antenna antenna{line.frequency("center"), line.number("gain").value_or(0.0)};
+    const Antenna antenna{line.find<double>("center"), line.value<double>("gain")};
     if (antenna.center && *antenna.center <= 0.0) {
-        throw usageError("--center has to be above zero");
+        throw UsageError("--center has to be above zero");
     }
     return antenna;
 }

@@ -24,7 +24,7 @@ struct Antenna {
 /// In the place of a frequency where the unit does not depend on the antenna.
 inline constexpr double kUnusedCenter = 1.0;
 
-/// --center and --gain. @throw Failure when a value is no number or the frequency not above zero
+/// --center and --gain. @throw UsageError for a frequency that is not above zero
 Antenna antennaOf(const CommandLine& line);
 
 /// A unit to read values in. @throw BadValue with the nearest names or the reason
@@ -49,13 +49,13 @@ void requireLevel(const rfu::Unit& unit, double value);
 
 /// A quantity as a level in dBm, as the instrument computes it from an entry.
 /// @throw BadValue for a linear value that is not above zero
-/// @throw Failure (usage) for a field unit without centre frequency
+/// @throw UsageError for a field unit without centre frequency
 double levelOf(HMath& math, const rfu::Unit& unit, double value, const Antenna& antenna);
 
 /// Shows levels in one unit.
 class LevelPresenter {
 public:
-    /// @throw Failure (usage) for a field unit without centre frequency
+    /// @throw UsageError for a field unit without centre frequency
     LevelPresenter(const rfu::Unit& unit, const Antenna& antenna);
 
     /// The text that the instrument shows, as "77.0 dBuV", with the prefix that it chooses; empty

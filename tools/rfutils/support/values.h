@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QStringList>
-#include <string>
 #include <string_view>
 
 #include "analysis/support/inputError.h"
@@ -12,30 +11,12 @@
 
 namespace rfu::command {
 
-/// A value that cannot be used. It does not know where it stands; forEachValue does.
-struct BadValue {
-    std::string what;
-};
-
-/// A value that has to be a number and nothing else.
-inline double requireNumber(std::string_view text) {
-    const auto number = parseNumber(text);
-    if (!number) {
-        throw BadValue{quoted(text) + " is not a number"};
-    }
-    return *number;
-}
-
 /// Calls use(std::string_view) with each argument in turn or, where there are none, with each line
 /// of standard input; blank lines are skipped. A BadValue of a line ends as "rfutils: -:LINE: ...".
 template <typename Use>
 void forEachValue(const QStringList& arguments, Use use) {
     for (const QString& argument : arguments) {
-        try {
-            use(std::string_view(argument.toStdString()));
-        } catch (const BadValue& bad) {
-            throw inputError(bad.what);
-        }
+        use(std::string_view(argument.toStdString()));
     }
     if (!arguments.isEmpty()) {
         return;
@@ -49,7 +30,7 @@ void forEachValue(const QStringList& arguments, Use use) {
         try {
             use(line);
         } catch (const BadValue& bad) {
-            throw InputError(lines.file(), lines.number(), bad.what);
+            throw InputError(lines.file(), lines.number(), bad.message);
         }
     }
 }

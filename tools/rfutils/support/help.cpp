@@ -1,0 +1,111 @@
+#include "support/help.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+#include "subcommands.h"
+#include "support/textWidth.h"
+
+namespace rfu::command {
+
+namespace {
+
+constexpr std::size_t kMaxColumns = 80;
+
+/// Appends a paragraph and a line end. The first line goes on at `column`, where the others begin.
+void appendWrapped(std::string& text, std::string_view paragraph, std::size_t column = 0) {
+    std::size_t used = column;
+    while (!paragraph.empty()) {
+        const std::string_view word = paragraph.substr(0, paragraph.find(' '));
+        const std::size_t width = widthOf(word);
+        if (used > column && used + 1 + width > kMaxColumns) {
+            text += '\n' + std::string(column, ' ');
+            used = column;
+        } else if (used > column) {
+            text += ' ';
+            ++used;
+        }
+        text += word;
+        used += width;
+        paragraph.remove_prefix(std::min(paragraph.size(), word.size() + 1));
+    }
+    text += '\n';
+}
+
+void appendDescription(std::string& text, std::string_view description) {
+    while (!description.empty()) {
+        const std::string_view line = description.substr(0, description.find('\n'));
+        if (!line.empty() && line.front() == ' ') {
+            text.append(line) += '\n';
+        } else {
+            appendWrapped(text, line);
+        }
+        description.remove_prefix(std::min(description.size(), line.size() + 1));
+    }
+}
+
+/// "INDEX VALUE...", "DEGREES [MINUTES [SECONDS]]"
+std::string syntaxOf(const Subcommand& subcommand) {
+    std::string syntax;
+    std::string closing;
+    for (const Argument& argument : subcommand.arguments) {
+        const bool optional = argument.minCount == 0 && argument.maxCount == 1;
+        syntax += std::string(" ") + (optional ? "[" : "") + argument.name;
+        syntax += argument.maxCount > 1 ? "..." : "";
+        closing += optional ? "]" : "";
+    }
+    return syntax + closing;
+}
+
+std::string label(const Option& option) {
+    const bool isHelp = option.name == std::string_view("help");
+    return std::string(isHelp ? "  -h, --" : "  --") + option.name +
+           (option.kind == Kind::Flag ? "" : std::string(" ") + option.valueName);
+}
+
+void appendOptions(std::string& text, const Subcommand& subcommand) {
+    const std::vector<const Option*> options = optionsOf(subcommand);
+    std::size_t column = 0;
+    for (const Option* option : options) {
+        column = std::max(column, label(*option).size() + 2);
+    }
+    for (const Option* option : options) {
+        std::string line = label(*option);
+        line.resize(column, ' ');
+        text += line;
+        const std::string fallback =
+            option->fallback == nullptr ? "" : std::string(" Default: ") + option->fallback + ".";
+        appendWrapped(text, option->help + fallback, column);
+    }
+}
+
+}  // namespace
+
+std::string overview() {
+    std::string text = "Usage: rfutils COMMAND [options] [arguments]\n\nCommands:\n";
+    for (const Subcommand* subcommand : kSubcommands) {
+        std::string name = subcommand->name;
+        name.resize(12, ' ');
+        text += "  " + name + subcommand->summary + "\n";
+    }
+    return text +
+           "\n"
+           "rfutils COMMAND --help shows the options of a command with examples.\n"
+           "rfutils --version shows the version.\n";
+}
+
+std::string helpOf(const Subcommand& subcommand) {
+    std::string text = std::string("Usage: rfutils ") + subcommand.name + " [options]" +
+                       syntaxOf(subcommand) + "\n\n";
+    appendDescription(text, subcommand.description);
+    text += "\nOptions:\n";
+    appendOptions(text, subcommand);
+    text += "\nExamples:\n";
+    for (const char* example : subcommand.examples) {
+        text += std::string("  ") + example + "\n";
+    }
+    return text;
+}
+
+}  // namespace rfu::command

@@ -1,0 +1,84 @@
+#include "support/kinds.h"
+
+#include <QString>
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
+#include "support/errors.h"
+#include "support/units.h"
+#include "trace/parseMarker.h"
+
+namespace rfu::command {
+
+namespace {
+
+std::optional<Format> parseFormat(std::string_view text) {
+    return text == "text"   ? std::optional(Format::Text)
+           : text == "csv"  ? std::optional(Format::Csv)
+           : text == "json" ? std::optional(Format::Json)
+                            : std::nullopt;
+}
+
+std::optional<QPoint> parseCell(std::string_view text) {
+    const std::size_t comma = text.find(',');
+    if (comma == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const auto column = parseInteger(text.substr(0, comma));
+    const auto row = parseInteger(text.substr(comma + 1));
+    return column && row ? std::optional(QPoint(*column, *row)) : std::nullopt;
+}
+
+std::optional<const rfu::Unit*> parseUnit(std::string_view text) {
+    return &unitToShow(text);
+}
+
+template <auto parse>
+std::optional<Value> readBy(std::string_view text) {
+    const auto value = parse(text);
+    return value ? std::optional<Value>(*value) : std::nullopt;
+}
+
+struct Reader {
+    Kind kind;
+    const char* expected;
+    std::optional<Value> (*read)(std::string_view text);
+};
+
+// clang-format off
+constexpr Reader kReaders[] = {
+    {Kind::Number,    "a number",                                             readBy<parseNumber>},
+    {Kind::Integer,   "a whole number",                                       readBy<parseInteger>},
+    {Kind::Frequency, "a frequency such as 88.1MHz or a number of MHz",       readBy<parseFrequency>},
+    {Kind::Unit,      "a unit",                                               readBy<parseUnit>},
+    {Kind::Format,    "text, csv or json",                                    readBy<parseFormat>},
+    {Kind::Marker,    "a frequency such as 88.1MHz or the number of a point", readBy<parseMarker>},
+    {Kind::Cell,      "a column and a row such as 128,40",                    readBy<parseCell>},
+};
+// clang-format on
+
+const Reader* readerOf(Kind kind) {
+    const auto found = std::find_if(std::begin(kReaders), std::end(kReaders),
+                                    [&](const Reader& reader) { return reader.kind == kind; });
+    return found == std::end(kReaders) ? nullptr : found;
+}
+
+}  // namespace
+
+bool isRead(Kind kind) {
+    return readerOf(kind) != nullptr;
+}
+
+Value readValue(Kind kind, std::string_view text) {
+    const Reader& reader = *readerOf(kind);
+    const auto value = reader.read(text);
+    if (!value) {
+        throw BadValue(quoted(text) + " is not " + reader.expected);
+    }
+    return *value;
+}
+
+}  // namespace rfu::command

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QPoint>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "analysis/recordings/markers.h"
+#include "support/format.h"
+#include "support/subcommand.h"
+
+namespace rfu {
+struct Unit;
+}
+
+namespace rfu::command {
+
+/// A value by its kind: Number and Frequency (MHz) are double, Integer is int, Cell is QPoint.
+using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint>;
+
+/// Whether values of the kind are more than texts.
+bool isRead(Kind kind);
+
+/// The same in every locale.
+/// @throw BadValue that says what was expected
+Value readValue(Kind kind, std::string_view text);
+
+inline double readNumber(std::string_view text) {
+    return std::get<double>(readValue(Kind::Number, text));
+}
+
+}  // namespace rfu::command

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <initializer_list>
+#include <limits>
+#include <vector>
+
+namespace rfu::command {
+
+class CommandLine;
+
+// A subcommand as data: the parser reads its command line by it, and the help shows it.
+
+/// What the value of an option or argument is; readValue() reads it.
+enum class Kind {
+    Flag,  ///< an option without a value
+    Text,
+    File,     ///< a file to read
+    Picture,  ///< a PNG file to write
+    Number,
+    Integer,
+    Frequency,
+    Unit,  ///< one that levels are shown in
+    Format,
+    Marker,  ///< a frequency or the number of a point
+    Cell,    ///< a column and a row
+};
+
+struct Option {
+    const char* name;       ///< without its dashes
+    const char* valueName;  ///< stands for the value in the help; empty for a flag
+    Kind kind;
+    const char* help;
+    const char* fallback = nullptr;  ///< the value where the option is not given
+    int minCount = 0;
+    int maxCount = 1;  ///< of 1 the last one counts
+};
+
+inline constexpr int kAnyCount = std::numeric_limits<int>::max();
+
+struct Argument {
+    const char* name;
+    Kind kind;
+    int minCount = 1;
+    int maxCount = 1;
+};
+
+struct Subcommand {
+    const char* name;
+    const char* summary;
+    /// A line per paragraph, of any length; a line that begins with a blank is shown as it stands.
+    const char* description;
+    std::initializer_list<Argument> arguments;
+    std::initializer_list<Option> options;  ///< beside kCommonOptions
+    std::initializer_list<const char*> examples;
+    /// Prints to standardOutput(). @throw Failure or InputError when it cannot go on
+    void (*run)(const CommandLine& line);
+};
+
+// clang-format off
+inline constexpr Option kCommonOptions[] = {
+    {"help", "", Kind::Flag, "Show this help."},
+    {"format", "FORMAT", Kind::Format, "text, csv or json.", "text"}};
+
+// The antenna that field units refer to.
+inline constexpr Option kCenterOption = {
+    "center", "FREQ", Kind::Frequency,
+    "Centre frequency for field units: 88.1MHz, 2.4GHz, 100kHz, 5Hz or a number of MHz."};
+inline constexpr Option kGainOption = {
+    "gain", "DBI", Kind::Number, "Antenna gain in dBi for field units.", "0"};
+// clang-format on
+
+/// Its own and the common ones.
+inline std::vector<const Option*> optionsOf(const Subcommand& subcommand) {
+    std::vector<const Option*> options;
+    for (const Option& option : subcommand.options) {
+        options.push_back(&option);
+    }
+    for (const Option& option : kCommonOptions) {
+        options.push_back(&option);
+    }
+    return options;
+}
+
+}  // namespace rfu::command
