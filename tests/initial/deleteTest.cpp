@@ -1,4 +1,8 @@
 #include <support/allocations.h>
+
+#include <cstddef>
+#include <string>
+
 #include "storeFixture.h"
 
 namespace {
@@ -53,7 +57,7 @@ TEST_F(Store, DeletingMovesTextsWithoutCopyingThem) {
 }
 
 TEST_F(Store, DeletingFromAFullTableAllocatesNothing) {
-    // Each text is longer than the one whose place it takes: its copy would have to be allocated.
+    // Each string is longer than the one it replaces: copying it would allocate.
     for (int index = 0; index < 5120; ++index) {
         const std::string text(static_cast<std::size_t>(20 + index), 'x');
         table->addInitialVal({std::to_string(index), 3, 0, 0.0, text});
@@ -78,7 +82,7 @@ TEST_F(Store, DeletingAnAbsentIdDropsTheLastEntryUncleared) {
     EXPECT_EQ(idsInUse(), Ids{"a"});
     EXPECT_EQ(stored[1], (initialValue_t{"b", 1, 'b', 0.0, ""}));
     EXPECT_EQ(table->findInitialVal("b"), nullptr);
-    // "b" is there no longer, so this drops "a".
+    // "b" is not in use any more, so this drops "a".
     EXPECT_TRUE(table->delInitialVal("b"));
     EXPECT_EQ(idsInUse(), Ids{});
     EXPECT_EQ(stored[0].id, "a");

@@ -1,6 +1,7 @@
-#include "storeFixture.h"
-
 #include <limits>
+#include <string>
+
+#include "storeFixture.h"
 
 namespace {
 

@@ -1,3 +1,6 @@
+#include <cstddef>
+#include <string>
+
 #include "storeFixture.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// A table of initial values and a view of all its slots, in use or not.
+// A table of initial values and access to all its slots, in use or not.
 #pragma once
 
 #include <rfUtils/initial/itemInitial.h>
@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,7 @@ inline int countOf(const itemInitial& table) {
 class Store : public testing::Test {
 protected:
     Store() {
-        // A lookup yields the first slot, which then leads to all of them.
+        // A lookup returns the address of entry 0 and so gives access to all slots.
         table->setInitialVal("first slot", 0);
         stored = table->findInitialVal("first slot");
         table->delInitialVal("first slot");
@@ -47,10 +48,23 @@ protected:
         }
     }
 
-    /// Entries "0" to "5119" with their number as the value.
+    /// Appends entries "0" to "5119" with their number as the value.
     void fillUp() {
         for (int index = 0; index < 5120; ++index) {
             ASSERT_TRUE(table->setInitialVal(std::to_string(index), index));
+        }
+    }
+
+    void expectFilledUp() const {
+        EXPECT_EQ(countOf(*table), 5120);
+        for (int index = 0; index < 5120; ++index) {
+            ASSERT_EQ(stored[index], (initialValue_t{std::to_string(index), 1, index, 0.0, ""}));
+        }
+    }
+
+    void expectAllEmpty() const {
+        for (int index = 0; index < 5120; ++index) {
+            ASSERT_EQ(stored[index], kEmpty) << index;
         }
     }
 

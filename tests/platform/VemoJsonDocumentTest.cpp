@@ -5,11 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QByteArray>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonParseError>
+#include <QJsonObject>
+#include <QJsonValue>
 #include <QString>
+#include <QStringList>
 
 #include <cerrno>
 #include <cstring>
@@ -31,7 +34,7 @@ QString qString(const std::string& utf8) {
     return QString::fromStdString(utf8);
 }
 
-/// Reads a file with a fresh document and checks that its answers agree.
+/// Reads a file into a new document and checks that its answers agree with each other.
 VemoJsonDocument readFile(const std::string& path) {
     VemoJsonDocument document;
     const bool done = document.readFile(qString(path));
@@ -49,7 +52,7 @@ std::string textOf(QJsonParseError::ParseError error) {
     return parsed.errorString().toStdString();
 }
 
-/// The reader's answer to these bytes is the answer of Qt's own parser.
+/// The document holds what Qt's parser makes of these bytes, or gives the same error.
 void expectQtAnswer(const TempFiles& files, std::string_view bytes, const std::string& what) {
     QJsonParseError parsed;
     const QJsonDocument expected =
@@ -150,9 +153,9 @@ TEST(VemoJsonDocument, RefusesWhatTheParserRefusesWithItsText) {
         {"null at the top", "null"sv, QJsonParseError::IllegalValue},
         {"UTF-16", "\xFF\xFE{\0}\0"sv, QJsonParseError::IllegalValue},
         {"NUL byte", "\0"sv, QJsonParseError::IllegalValue},
-        {"text behind the object", "{}x"sv, QJsonParseError::GarbageAtEnd},
+        {"text after the object", "{}x"sv, QJsonParseError::GarbageAtEnd},
         {"second object", "{} {}"sv, QJsonParseError::GarbageAtEnd},
-        {"NUL byte behind the object", "{}\0"sv, QJsonParseError::GarbageAtEnd},
+        {"NUL byte after the object", "{}\0"sv, QJsonParseError::GarbageAtEnd},
         {"number at the end", "{\"a\":1"sv, QJsonParseError::TerminationByNumber},
         {"object closed as an array", "{\"a\":\"\"]"sv, QJsonParseError::UnterminatedObject},
         {"array closed as an object", "{\"a\":[\"\"}"sv, QJsonParseError::UnterminatedArray},
@@ -161,7 +164,7 @@ TEST(VemoJsonDocument, RefusesWhatTheParserRefusesWithItsText) {
         {"trailing comma", "{\"a\":1,}"sv, QJsonParseError::MissingObject},
         {"not a number", "{\"a\":NaN}"sv, QJsonParseError::IllegalNumber},
         {"unknown escape", "{\"a\":\"\\u12\"}"sv, QJsonParseError::IllegalEscapeSequence},
-        {"no UTF-8", "{\"a\":\"\x80\"}"sv, QJsonParseError::IllegalUTF8String},
+        {"invalid UTF-8", "{\"a\":\"\x80\"}"sv, QJsonParseError::IllegalUTF8String},
     };
     const TempFiles files;
     for (const auto& row : kCases) {
@@ -282,8 +285,8 @@ TEST(VemoJsonDocument, WritesNoMessages) {
     EXPECT_TRUE(MessageLog::take().empty());
 }
 
-// What was never opened is not closed either: the streams of the process stay as they are.
-TEST(VemoJsonDocument, LeavesOtherFilesOpenWhereItIsRefused) {
+// A descriptor that was never opened must not be closed either.
+TEST(VemoJsonDocument, LeavesOtherFilesOpenAfterARefusal) {
     for (const char* const name : {"", "missing.json", "."}) {
         VemoJsonDocument document;
         EXPECT_FALSE(document.readFile(qString(name))) << name;

@@ -1,6 +1,10 @@
 #include <rfUtils/platform/ElfItem.h>
+#include <rfUtils/platform/ServerItem.h>
 
 #include <gtest/gtest.h>
+
+#include <QString>
+#include <QVariant>
 
 #include <memory>
 #include <string>
@@ -40,7 +44,7 @@ TEST(ServerItem, ComparesPropertyNamesExactly) {
     EXPECT_EQ(item.property(text("")), QVariant(text("empty name")));
 }
 
-TEST(ServerItem, TakesBackAPropertyByAnInvalidValue) {
+TEST(ServerItem, RemovesAPropertyByAnInvalidValue) {
     ServerItem item;
     item.setProperty(text("precision"), QVariant(2));
     item.setProperty(text("precision"), QVariant());
@@ -55,7 +59,7 @@ TEST(ServerItem, KeepsTheLastFormatter) {
     EXPECT_FALSE(item.property(text("formatter")).isValid());
 }
 
-/// Another item service, put in the place of the embedded one by derivation.
+/// An item service of an application, derived from the embedded one.
 class RecordingItem : public ServerItem {
 public:
     RecordingItem(std::vector<std::string>& calls, bool& alive) : calls_(calls), alive_(alive) {
@@ -112,14 +116,14 @@ TYPED_TEST(ElfItemTest, MayHoldNoServerItem) {
     EXPECT_EQ(TypeParam(nullptr).serverItem(), nullptr);
 }
 
-// Its functions are inline: programs that were built earlier hold this layout.
+// Its functions are inline: the layout is compiled into programs.
 TYPED_TEST(ElfItemTest, IsOnePointer) {
     EXPECT_EQ(sizeof(TypeParam), sizeof(ServerItem*));
     EXPECT_TRUE(std::is_standard_layout<TypeParam>::value);
     EXPECT_TRUE(std::is_trivially_copyable<TypeParam>::value);
 }
 
-TYPED_TEST(ElfItemTest, IsBuiltExplicitly) {
+TYPED_TEST(ElfItemTest, HasAnExplicitConstructor) {
     EXPECT_TRUE((std::is_constructible<TypeParam, ServerItem*>::value));
     EXPECT_FALSE((std::is_convertible<ServerItem*, TypeParam>::value));
     EXPECT_FALSE((std::is_base_of<ServerItem, TypeParam>::value));

@@ -1,4 +1,4 @@
-// The library built against a platform of another make reads and binds through it alone.
+// The library built against an external platform reads and binds through that platform only.
 #include <rfUtils/catalogues/ResultSetup.h>
 #include <rfUtils/catalogues/subItemList.h>
 #include <rfUtils/platform/ElfItem.h>
@@ -10,14 +10,18 @@
 
 #include <gtest/gtest.h>
 
+#include <QJsonDocument>
+#include <QString>
+#include <QStringList>
+
 #include <memory>
 #include <string>
 #include <type_traits>
 #include <vector>
 
-static_assert(!std::is_polymorphic<ServerItem>::value, "the embedded item service got in");
+static_assert(!std::is_polymorphic<ServerItem>::value, "this is the embedded item service");
 static_assert(std::is_base_of<QJsonDocument, VemoJsonDocument>::value,
-              "the embedded reader got in");
+              "this is the embedded reader");
 
 namespace {
 

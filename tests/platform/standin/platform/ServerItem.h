@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// An item service of another make: not polymorphic, and it only writes down what it is told.
+/// An item service unlike the embedded one: not polymorphic, and it records its calls.
 class ServerItem {
 public:
     void setProperty(const QString& name, const QVariant& value);

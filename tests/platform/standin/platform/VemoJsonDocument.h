@@ -5,15 +5,15 @@
 #include <QString>
 #include <QStringList>
 
-/// A reader of another make: it is a QJsonDocument, its readFile() answers nothing, and whatever
-/// the file holds it "reads" what the test has laid out.
+/// A reader unlike the embedded one: it is a QJsonDocument, its readFile() returns nothing, and it
+/// "reads" the content set by the test from every file.
 class VemoJsonDocument : public QJsonDocument {
 public:
     void readFile(const QString& path);
     bool hasError() const { return !error.isEmpty(); }
     QString errorString() const { return error; }
 
-    static QByteArray content;  // what every file holds
-    static QString error;       // what is wrong with every file; empty: nothing
+    static QByteArray content;  // of every file
+    static QString error;       // of every file, or empty
     static QStringList pathsRead;
 };
