@@ -1,5 +1,5 @@
-// A catalogue file into a catalogue, beside parsers that stop at a document of the same bytes.
-// Everybody throws away what was made: that belongs to the price of how it is kept.
+// Loading a catalogue file beside parsing the same bytes into a document. Each time includes the
+// destruction of the result.
 #include <rfUtils/catalogues/subItemList.h>
 
 #include <support/catalogueText.h>
@@ -12,6 +12,7 @@
 #include <benchmark/benchmark.h>
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -40,7 +41,7 @@ void ours(benchmark::State& state) {
         last = list.getOrderFromSubItemId(itemName(kItems - 1), choiceName(kChoices - 1));
     }
     if (last != kChoices - 1) {
-        state.SkipWithError("the last choice is not there");
+        state.SkipWithError("the last choice is missing");
     }
     countBytes(state);
 }
@@ -52,7 +53,7 @@ void qtDocument(benchmark::State& state) {
         benchmark::DoNotOptimize(document.isObject());
     }
     if (QJsonDocument::fromJson(bytes).object().size() != kItems) {
-        state.SkipWithError("the last item is not there");
+        state.SkipWithError("the last item is missing");
     }
     countBytes(state);
 }

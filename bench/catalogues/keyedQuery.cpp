@@ -1,4 +1,4 @@
-// The code of a choice by its ids, beside two finds in bare hash maps under the very keys.
+// Finding the code of a choice by its ids, beside two finds in bare hash maps with the same keys.
 #include <rfUtils/catalogues/subItemList.h>
 
 #include <support/catalogueText.h>
@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -24,15 +26,18 @@ struct Query {
     int code;
 };
 
-/// @param capitals whether ids stand as the bare maps file them
-std::vector<Query> queries(bool capitals) {
+/// choiceName() in upper case: the key in the bare maps.
+std::string choiceKey(std::size_t choice) {
+    return "CHOICE" + std::to_string(choice);
+}
+
+std::vector<Query> queries(std::string (*nameOf)(std::size_t choice)) {
     Random random(5);
     std::vector<Query> result;
     for (std::size_t i = 0; i < kQueries; ++i) {
         const std::uint64_t choice = random.below(kChoices);
-        const std::string name = choiceName(choice);
-        result.push_back({itemName(random.below(kItems)),
-                          capitals ? "CHOICE" + name.substr(6) : name, static_cast<int>(choice)});
+        result.push_back(
+            {itemName(random.below(kItems)), nameOf(choice), static_cast<int>(choice)});
     }
     return result;
 }
@@ -41,7 +46,7 @@ subItem record(std::size_t item, std::size_t choice) {
     return {itemName(item), choiceName(choice), "Choice", static_cast<int>(choice), 1};
 }
 
-/// Asks everything in turn; `code` answers a query.
+/// Runs the queries in turn.
 template <typename Code>
 void measure(benchmark::State& state, const std::vector<Query>& asked, Code code) {
     for (const Query& query : asked) {
@@ -64,7 +69,7 @@ void ours(benchmark::State& state) {
             list.addFromSubItem(record(item, choice));
         }
     }
-    measure(state, queries(false), [&](const Query& query) {
+    measure(state, queries(choiceName), [&](const Query& query) {
         return list.getOrderFromSubItemId(query.item, query.choice);
     });
 }
@@ -73,10 +78,10 @@ void bareMaps(benchmark::State& state) {
     std::unordered_map<std::string, std::unordered_map<std::string, subItem>> items;
     for (std::size_t item = 0; item < kItems; ++item) {
         for (std::size_t choice = 0; choice < kChoices; ++choice) {
-            items[itemName(item)]["CHOICE" + std::to_string(choice)] = record(item, choice);
+            items[itemName(item)][choiceKey(choice)] = record(item, choice);
         }
     }
-    measure(state, queries(true), [&](const Query& query) {
+    measure(state, queries(choiceKey), [&](const Query& query) {
         const auto item = items.find(query.item);
         if (item == items.end()) {
             return -999;

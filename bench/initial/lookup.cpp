@@ -1,4 +1,4 @@
-// Looking up and deleting initial values in a full table beside a bare scan of an array.
+// Lookups and deletions in a full table beside a plain scan of a std::vector.
 #include <rfUtils/initial/itemInitial.h>
 
 #include <benchmark/benchmark.h>
@@ -16,14 +16,14 @@ constexpr int kEntries = itemInitial::kCapacity;
 
 using IdOf = std::string (*)(int);
 
-/// Ids of one length, of which all but the end is alike: no id is told from another at its start.
+/// Ids of equal length and with a common prefix: none differs from another at its start.
 std::string idOf(int entry) {
     char id[32];
     std::snprintf(id, sizeof id, "receiver.%05d", entry);
     return id;
 }
 
-/// Ids that end alike.
+/// Ids with a common suffix.
 std::string idEndingAlike(int entry) {
     char id[32];
     std::snprintf(id, sizeof id, "%05d.receiver", entry);
@@ -34,7 +34,7 @@ initialValue_t entryOf(int entry, IdOf name = idOf) {
     initialValue_t value;
     value.id = name(entry);
     value.type = 3;
-    value.sValue = "of parameter " + value.id;  // too long to lie within the string
+    value.sValue = "of parameter " + value.id;  // too long for std::string's own buffer
     return value;
 }
 
@@ -58,7 +58,7 @@ void measureLookup(benchmark::State& state, int entry, IdOf name) {
     const auto table = fullTable(name);
     const std::string id = name(entry);
     if ((table->findInitialVal(id) != nullptr) != (entry < kEntries)) {
-        state.SkipWithError("not found, or found where there is none");
+        state.SkipWithError("wrong answer");
         return;
     }
     for (auto _ : state) {
@@ -93,12 +93,12 @@ BENCHMARK_CAPTURE(measureScan, absent, kEntries, idOf)->Name("initial_lookup_abs
 BENCHMARK_CAPTURE(measureScan, alike, kEntries, idEndingAlike)
     ->Name("initial_lookup_ending_alike/bare");
 
-/// Which entry stands at a place after entries of that place were deleted and appended again.
+/// The entry at a place after so many entries were deleted there and appended again.
 int entryAt(int place, int deletions) {
     return place + deletions % (kEntries - place);
 }
 
-/// Deletes the entry at a place and appends it again, so that the table stays full.
+/// Deletes the entry at a place and appends it again: the table stays full.
 void measureDelete(benchmark::State& state, int place) {
     const auto table = fullTable();
     int deletions = 0;
@@ -112,7 +112,7 @@ void measureDelete(benchmark::State& state, int place) {
     for (int i = 0; i < kEntries; ++i) {
         const int entry = i < place ? i : entryAt(place, deletions + i - place);
         if (entries == nullptr || entries[i].id != idOf(entry)) {
-            state.SkipWithError("not the order of entries that deletions leave");
+            state.SkipWithError("wrong order of entries");
             return;
         }
     }
@@ -121,7 +121,7 @@ BENCHMARK_CAPTURE(measureDelete, last, kEntries - 1)->Name("initial_delete_last/
 BENCHMARK_CAPTURE(measureDelete, middle, kEntries / 2)->Name("initial_delete_middle/ours");
 BENCHMARK_CAPTURE(measureDelete, first, 0)->Name("initial_delete_first/ours");
 
-/// The same in an array: a scan, and the entries behind it moved up.
+/// The same with std::vector: a scan and an erase.
 void measureErase(benchmark::State& state, int place) {
     Entries entries = fullArray();
     int deletions = 0;

@@ -10,12 +10,12 @@ inline std::string itemName(std::size_t item) {
     return "item" + std::to_string(item);
 }
 
-/// In lower case, as files have it; at most 15 bytes.
+/// In lower case, as in files; at most 15 bytes.
 inline std::string choiceName(std::size_t choice) {
     return "choice" + std::to_string(choice);
 }
 
-/// A catalogue file, laid out as people and programs indent it.
+/// A catalogue file with the usual indentation.
 inline std::string catalogueText(std::size_t items, std::size_t choicesOfItem) {
     std::string text = "{";
     for (std::size_t item = 0; item < items; ++item) {
