@@ -60,7 +60,7 @@ struct TraceOptions {
             throw UsageError("--unit needs a --marker, --all-points or --plot");
         }
         for (const char* antenna : {"center", "gain"}) {
-            if (line.isSet(antenna) && !needsAntenna(view.unit)) {
+            if (line.isSet(antenna) && !view.unit.needsAntenna()) {
                 throw UsageError(std::string("--") + antenna +
                                  " needs a --unit that depends on the antenna, such as dBuV/m");
             }

@@ -9,19 +9,19 @@ namespace rfu::command {
 namespace {
 
 const char* shownBy(const ListedUnit& unit) {
-    if (unit.row == nullptr || isPrefixed(*unit.row)) {
+    if (unit.row == nullptr || unit.row->isPrefixed()) {
         return "prefix";
     }
-    return canBeShown(*unit.row) ? "name" : "no";
+    return unit.row->canBeShown() ? "name" : "no";
 }
 
 void runUnits(const CommandLine& line) {
     TableWriter table(standardOutput(), line.format(),
                       {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
     for (const ListedUnit& unit : allUnits()) {
-        table.text(unit.name).text(traitsOf(unit.like).name.toString().toStdString());
+        table.text(unit.name).text(unit.like.traits().name.toString().toStdString());
         table.text(shownBy(unit));
-        table.flag(unit.row != nullptr && canBeRead(*unit.row)).flag(needsAntenna(unit.like));
+        table.flag(unit.row != nullptr && unit.row->canBeRead()).flag(unit.like.needsAntenna());
     }
     table.finish();
 }
