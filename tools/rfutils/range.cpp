@@ -6,7 +6,7 @@
 #include "support/kinds.h"
 #include "support/output.h"
 #include "support/prefixNote.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 
 namespace rfu::command {
@@ -68,10 +68,7 @@ void runRange(const CommandLine& line) {
         }
         return;
     }
-    TableWriter table(standardOutput(), line.format(), {"type", "min", "max", "text"},
-                      TableWriter::Shape::Object);
-    table.integer(type).number(min).number(max).text(text);
-    table.finish();
+    writeObject(line.format(), {{"type", type}, {"min", min}, {"max", max}, {"text", text}});
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "support/errors.h"
 #include "support/kinds.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 #include "support/values.h"
 
@@ -37,33 +37,31 @@ void runScale(const CommandLine& line) {
     const Antenna antenna = antennaOf(line);
     const LevelPresenter presenter(unit, antenna);
 
-    const auto convert = [&](double value) {
+    const std::string unitShown = toDbm ? "dBm" : presenter.unitName();
+
+    struct Converted {
+        std::string_view input;
+        double value;
+    };
+    const auto convert = [&](std::string_view text) {
+        const double value = readNumber(text);
         if (!toDbm) {
-            return presenter.value(value);
+            return Converted{trimmed(text), presenter.value(value)};
         }
         requireLevel(unit, value);
         double dBm = 0.0;
         actOtherScale2dBm(value, antenna.center.value_or(kUnusedCenter), index, antenna.gain, dBm);
-        return dBm;
+        return Converted{trimmed(text), dBm};
     };
-    const std::string unitShown = toDbm ? "dBm" : presenter.unitName();
-
-    if (line.format() == Format::Text) {
-        Output& output = standardOutput();
-        forEachValue(line.texts("VALUE"), [&](std::string_view text) {
-            output.write(ShortestText(convert(readNumber(text))).view());
-            output.write(' ');
-            output.write(unitShown);
-            output.write('\n');
-        });
-        return;
-    }
-    TableWriter table(standardOutput(), line.format(), {"input", "scale", "value", "unit"});
-    forEachValue(line.texts("VALUE"), [&](std::string_view text) {
-        const double value = convert(readNumber(text));
-        table.text(trimmed(text)).integer(index).number(value).text(unitShown);
-    });
-    table.finish();
+    const auto show = [&](const Converted& converted) {
+        standardOutput().write(ShortestText(converted.value).view());
+        standardOutput().write(" " + unitShown + "\n");
+    };
+    answerValues<Converted>(line.texts("VALUE"), line.format(), convert, show,
+                            {{"input", [](const Converted& c) { return c.input; }},
+                             {"scale", [&](const Converted&) { return index; }},
+                             {"value", [](const Converted& c) { return c.value; }},
+                             {"unit", [&](const Converted&) { return unitShown; }}});
 }
 
 }  // namespace

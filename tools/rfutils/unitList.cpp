@@ -1,7 +1,7 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 
 namespace rfu::command {
@@ -16,12 +16,16 @@ const char* shownBy(const ListedUnit& unit) {
 }
 
 void runUnits(const CommandLine& line) {
-    TableWriter table(standardOutput(), line.format(),
-                      {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
+    using Row = ListedUnit;
+    Table<Row> table(
+        line.format(),
+        {{"unit", [](const Row& unit) { return unit.name; }},
+         {"quantity", [](const Row& unit) { return unit.like.traits().name; }},
+         {"fromDbm", shownBy},
+         {"toDbm", [](const Row& unit) { return unit.row != nullptr && unit.row->canBeRead(); }},
+         {"antenna", [](const Row& unit) { return unit.like.needsAntenna(); }}});
     for (const ListedUnit& unit : allUnits()) {
-        table.text(unit.name).text(unit.like.traits().name.toString().toStdString());
-        table.text(shownBy(unit));
-        table.flag(unit.row != nullptr && unit.row->canBeRead()).flag(unit.like.needsAntenna());
+        table.add(unit);
     }
     table.finish();
 }
