@@ -64,20 +64,25 @@ void runScale(const CommandLine& line) {
                              {"unit", [&](const Converted&) { return unitShown; }}});
 }
 
+std::vector<std::string> scales() {
+    std::vector<std::string> names;
+    for (const rfu::Scale& scale : rfu::kScales) {
+        names.push_back((names.size() < 10 ? " " : "") + std::to_string(names.size()) + ' ' +
+                        nameOf(*scale.unit));
+    }
+    return names;
+}
+
 }  // namespace
 
 // clang-format off
 constexpr Subcommand kScale = {
     "scale", "Convert between dBm and a numeric scale",
-    "Convert levels in dBm to one of the sixteen numeric scales or, with --to-dbm, back, at full "
-    "precision. Without VALUE, values are read from standard input, one per line.\n"
-    "  0 dBm      4 V        8 dBV/m    12 dBW/m^2\n"
-    "  1 dBV      5 W        9 V/m      13 A/m\n"
-    "  2 dBmV     6 dBuV/m  10 W/m^2    14 dBA/m\n"
-    "  3 dBuV     7 dBmV/m  11 dBm/m^2  15 W/cm^2\n"
-    "Scales from 6 refer to an antenna; its correction is rounded to single precision. Scale 5 "
-    "comes back by the formula of the volt, so that 0 dBm gives 0.001 W and 0.001 W gives "
-    "-46.9897 dBm. Scale 9 has no way back.",
+    "Convert levels in dBm to a numeric scale or, with --to-dbm, back, at full precision. Without "
+    "VALUE, values are read from standard input, one per line.\n"
+    "Fields refer to an antenna; its correction is rounded to single precision. Scale 5 comes back "
+    "by the formula of the volt, so that 0 dBm gives 0.001 W and 0.001 W gives -46.9897 dBm. Scale "
+    "9 has no way back. The scales:",
     {{"INDEX", Kind::Integer}, {"VALUE", Kind::Text, 0, kAnyCount}},
     {{"to-dbm", "", Kind::Flag, "From the scale to dBm."},
      kCenterOption,
@@ -86,7 +91,8 @@ constexpr Subcommand kScale = {
      "rfutils scale 4 1 --to-dbm",
      "rfutils scale 6 -30 --center 1GHz --gain 2",
      "rfutils scale 5 0 30 --format json"},
-    runScale};
+    runScale,
+    scales};
 // clang-format on
 
 }  // namespace rfu::command
