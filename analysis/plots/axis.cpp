@@ -1,0 +1,59 @@
+#include "analysis/plots/axis.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace rfu {
+
+namespace {
+
+constexpr int kWantedTicks = 10;
+constexpr double kMinSpan = 1e-250;  // its ticks are still normal doubles
+constexpr double kRounding = 1e-3;   // of a step: a tick this far outside is still at the end
+
+/// The smallest of 1, 2, 5, 10, 20, ... that is not below a step.
+double roundStep(double step) {
+    const double decade = std::pow(10.0, std::floor(std::log10(step)));
+    for (const double digit : {1.0, 2.0, 5.0}) {
+        if (step <= digit * decade) {
+            return digit * decade;
+        }
+    }
+    return 10.0 * decade;
+}
+
+}  // namespace
+
+Axis::Axis(double low, double high, Ends ends, int maxDigits, double minStep)
+    : low_(low), high_(high), maxDigits_(maxDigits) {
+    const double magnitude = std::max(std::abs(low), std::abs(high));
+    const double minLabelledStep = magnitude * std::pow(10.0, 1 - maxDigits);
+    if (!(high - low > std::max(kWantedTicks * minLabelledStep, kMinSpan))) {
+        const double margin = std::max(std::abs(low) * 0.01, 0.5);
+        low_ -= margin;
+        high_ += margin;
+    }
+    step_ = std::max(roundStep((high_ - low_) / kWantedTicks), minStep);
+    if (ends == Ends::Rounded) {
+        low_ = std::floor(low_ / step_) * step_;
+        high_ = std::ceil(high_ / step_) * step_;
+    }
+}
+
+std::vector<double> Axis::ticks() const {
+    const double first = std::ceil(low_ / step_ - kRounding);
+    const double last = std::floor(high_ / step_ + kRounding);
+    // Counted by an int: a double beyond 2^53 does not move when 1 is added.
+    const int count = static_cast<int>(last - first) + 1;
+    std::vector<double> result;
+    for (int i = 0; i < count; ++i) {
+        result.push_back((first + i) * step_);
+    }
+    return result;
+}
+
+QString Axis::label(double tick) const {
+    return QString::number(tick, 'g', maxDigits_);
+}
+
+}  // namespace rfu

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+namespace rfu {
+
+/// The range of values along an axis and the round numbers (ticks) on it: multiples of 1, 2 or 5
+/// times a power of ten, about ten of them.
+class Axis {
+public:
+    enum class Ends {
+        Exact,   // at the given values
+        Rounded  // moved out to the next tick
+    };
+
+    /// A range that is empty, or so narrow that neighbouring ticks would have the same label, is
+    /// widened by 1 % of its lower end to both sides, by 0.5 at least.
+    /// @param low, high finite, as is their difference
+    /// @param maxDigits significant digits of a label, at most 13
+    /// @param minStep from tick to tick
+    Axis(double low, double high, Ends ends, int maxDigits, double minStep = 0.0);
+
+    double low() const { return low_; }
+    double high() const { return high_; }
+
+    /// 0 at the low end, 1 at the high end.
+    double position(double value) const { return (value - low_) / (high_ - low_); }
+
+    /// Ascending, within the range but for rounding.
+    std::vector<double> ticks() const;
+    QString label(double tick) const;
+
+private:
+    double low_;
+    double high_;
+    double step_;
+    int maxDigits_;
+};
+
+}  // namespace rfu
