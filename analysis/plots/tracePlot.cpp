@@ -4,7 +4,11 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
+
+#include "analysis/plots/axis.h"
+#include "analysis/plots/decimation.h"
 
 namespace rfu {
 
@@ -17,8 +21,11 @@ constexpr double kTop = 74.0;
 constexpr double kBottom = 62.0;
 constexpr double kLabelRow = 20.0;
 constexpr double kTick = 5.0;
-constexpr int kWantedTicks = 10;
 constexpr double kDotRadius = 3.0;
+constexpr int kLevelDigits = 7;   // have room at the left
+constexpr int kPlaceDigits = 12;  // have room between two ticks
+// A pixel column with more points shows their range instead.
+constexpr std::size_t kMaxPointsPerColumn = 2;
 
 const QColor kPaper(0xfa, 0xfb, 0xfc);
 const QColor kInk(0x2b, 0x33, 0x3d);
@@ -48,60 +55,7 @@ QFont fontOf(int pixels, bool bold = false) {
     return font;
 }
 
-/// The values along one axis, with the round numbers that are written beside it.
-class Scale {
-public:
-    /// @param widen whether the ends move out to round numbers
-    /// @param smallestStep from one round number to the next
-    Scale(double low, double high, bool widen, double smallestStep = 0.0) : low_(low), high_(high) {
-        if (!(high_ > low_)) {
-            const double margin = std::max(std::abs(low_) * 0.01, 0.5);
-            low_ -= margin;
-            high_ += margin;
-        }
-        step_ = std::max(roundStep((high_ - low_) / kWantedTicks), smallestStep);
-        if (widen) {
-            low_ = std::floor(low_ / step_) * step_;
-            high_ = std::ceil(high_ / step_) * step_;
-        }
-    }
-
-    /// 0 at the low end, 1 at the high end.
-    double part(double value) const { return (value - low_) / (high_ - low_); }
-
-    std::vector<double> ticks() const {
-        std::vector<double> result;
-        // Rounding must not lose the tick at an end.
-        const double slack = step_ * 1e-6;
-        for (double i = std::ceil((low_ - slack) / step_); i * step_ <= high_ + slack; ++i) {
-            result.push_back(i * step_);
-        }
-        return result;
-    }
-
-    QString label(double tick) const {
-        // What is left of zero after a subtraction is no number to show.
-        return QString::number(std::abs(tick) < step_ * 1e-6 ? 0.0 : tick, 'g', 7);
-    }
-
-private:
-    /// The next of 1, 2, 5, 10, 20, ... that is not below a step.
-    static double roundStep(double step) {
-        const double decade = std::pow(10.0, std::floor(std::log10(step)));
-        for (const double digit : {1.0, 2.0, 5.0}) {
-            if (step <= digit * decade) {
-                return digit * decade;
-            }
-        }
-        return 10.0 * decade;
-    }
-
-    double low_;
-    double high_;
-    double step_;
-};
-
-Scale levelScale(const TracePlot& plot) {
+Axis levelAxis(const TracePlot& plot) {
     double low = std::numeric_limits<double>::infinity();
     double high = -low;
     for (const auto* curve : {&plot.maximum, &plot.minimum}) {
@@ -112,17 +66,26 @@ Scale levelScale(const TracePlot& plot) {
             }
         }
     }
-    return low <= high ? Scale(low, high, true) : Scale(0.0, 1.0, true);
+    if (low > high) {  // nothing was measured
+        low = 0.0;
+        high = 1.0;
+    }
+    return {low, high, Axis::Ends::Rounded, kLevelDigits};
 }
 
-Scale placeScale(const TracePlot& plot) {
-    return {plot.places.front(), plot.end, false, plot.isCounted ? 1.0 : 0.0};
+Axis placeAxis(const TracePlot& plot) {
+    return {plot.places.front(), plot.end, Axis::Ends::Exact, kPlaceDigits,
+            plot.isCounted ? 1.0 : 0.0};
 }
 
 class Drawing {
 public:
     Drawing(QPainter& painter, const TracePlot& plot)
-        : painter_(painter), plot_(plot), places_(placeScale(plot)), levels_(levelScale(plot)) {
+        : painter_(painter), plot_(plot), places_(placeAxis(plot)), levels_(levelAxis(plot)) {
+        for (const double place : plot.places) {
+            x_.push_back(kLeft + places_.position(place) * (kSize.width() - kLeft - kRight));
+        }
+        columns_ = groupByColumn(x_.data(), x_.size());
         arrangeLabels();
         const double top = kTop + kLabelRow * static_cast<double>(labelRows_.size());
         area_ = QRectF(kLeft, top, kSize.width() - kLeft - kRight, kSize.height() - top - kBottom);
@@ -147,10 +110,9 @@ public:
     }
 
 private:
-    double x(std::size_t point) const {
-        return kLeft + places_.part(plot_.places[point]) * (kSize.width() - kLeft - kRight);
+    double y(double level) const {
+        return area_.bottom() - levels_.position(level) * area_.height();
     }
-    double y(double level) const { return area_.bottom() - levels_.part(level) * area_.height(); }
 
     void title() {
         painter_.setPen(kInk);
@@ -185,16 +147,20 @@ private:
     void axes() {
         painter_.fillRect(area_, Qt::white);
         painter_.setFont(fontOf(13));
+        const QFontMetricsF metrics(painter_.font());
         for (const double level : levels_.ticks()) {
             gridLine({area_.left(), sharp(y(level))}, {area_.right(), sharp(y(level))});
             painter_.drawText(QRectF(0, y(level) - 10, area_.left() - kTick - 5, 20),
                               Qt::AlignRight | Qt::AlignVCenter, levels_.label(level));
         }
         for (const double place : places_.ticks()) {
-            const double at = area_.left() + places_.part(place) * area_.width();
+            const double at = area_.left() + places_.position(place) * area_.width();
             gridLine({sharp(at), area_.top()}, {sharp(at), area_.bottom()});
-            painter_.drawText(QRectF(at - 60, area_.bottom() + kTick + 1, 120, 20),
-                              Qt::AlignHCenter | Qt::AlignTop, places_.label(place));
+            const QString label = places_.label(place);
+            const double mostRight = kSize.width() - 4 - metrics.horizontalAdvance(label) / 2;
+            painter_.drawText(
+                QRectF(std::min(at, mostRight) - 60, area_.bottom() + kTick + 1, 120, 20),
+                Qt::AlignHCenter | Qt::AlignTop, label);
         }
         painter_.setPen(QPen(kFrame, 1));
         painter_.setBrush(Qt::NoBrush);
@@ -217,50 +183,94 @@ private:
         painter_.setPen(kFaint);
     }
 
-    /// Calls use(first, end) with each run of points that were measured.
+    static bool isCrowded(const ColumnValues& column) {
+        return column.measured > kMaxPointsPerColumn;
+    }
+    double middleOf(std::size_t column) const { return columns_[column].column + 0.5; }
+
+    void appendPoints(QPolygonF& line, const std::vector<double>& levels,
+                      std::size_t column) const {
+        for (std::size_t i = columns_[column].begin; i < columns_[column].end; ++i) {
+            if (std::isfinite(levels[i])) {
+                line << QPointF(x_[i], y(levels[i]));
+            }
+        }
+    }
+
+    /// Calls use(first, end) with each run of columns that a line joins.
     template <typename Use>
-    static void forEachRun(const std::vector<double>& levels, Use use) {
-        for (std::size_t first = 0; first < levels.size();) {
-            std::size_t end = first;
-            while (end < levels.size() && std::isfinite(levels[end])) {
+    static void forEachRun(const std::vector<ColumnValues>& columns, Use use) {
+        for (std::size_t first = 0; first < columns.size();) {
+            std::size_t end = first + 1;
+            while (end < columns.size() && columns[end].isJoined) {
                 ++end;
             }
-            if (end > first) {
-                use(first, end);
-            }
-            first = std::max(end, first + 1);
+            use(first, end);
+            first = end;
         }
     }
 
     void band() {
         painter_.setPen(Qt::NoPen);
         painter_.setBrush(kBand);
-        forEachRun(plot_.maximum, [this](std::size_t first, std::size_t end) {
-            QPolygonF outline;
+        const auto maxima = decimate(plot_.maximum.data(), columns_);
+        const auto minima = decimate(plot_.minimum.data(), columns_);
+        forEachRun(maxima, [&](std::size_t first, std::size_t end) {
+            QPolygonF upper;
+            QPolygonF lower;
             for (std::size_t i = first; i < end; ++i) {
-                outline << QPointF(x(i), y(plot_.maximum[i]));
+                if (isCrowded(maxima[i])) {
+                    upper << QPointF(middleOf(i), y(maxima[i].maximum));
+                    lower << QPointF(middleOf(i), y(minima[i].minimum));
+                } else {
+                    appendPoints(upper, plot_.maximum, i);
+                    appendPoints(lower, plot_.minimum, i);
+                }
             }
-            for (std::size_t i = end; i-- > first;) {
-                outline << QPointF(x(i), y(plot_.minimum[i]));
-            }
-            painter_.drawPolygon(outline);
+            std::reverse_copy(lower.begin(), lower.end(), std::back_inserter(upper));
+            painter_.drawPolygon(upper);
         });
     }
 
     void curve(const std::vector<double>& levels, const QColor& color, double width) {
         painter_.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter_.setBrush(color);
-        forEachRun(levels, [&](std::size_t first, std::size_t end) {
-            QPolygonF line;
-            for (std::size_t i = first; i < end; ++i) {
-                line << QPointF(x(i), y(levels[i]));
+        const auto columns = decimate(levels.data(), columns_);
+        QVector<QLineF> strokes;
+        forEachRun(columns, [&](std::size_t first, std::size_t end) {
+            if (end - first == 1 && columns[first].minimum == columns[first].maximum) {
+                QPolygonF dot;  // without neighbours, which a line needs
+                appendPoints(dot, levels, first);
+                painter_.drawEllipse(dot.first(), kDotRadius, kDotRadius);
+            } else {
+                drawRun(levels, columns, first, end, strokes);
             }
-            if (line.size() == 1) {  // without neighbours, which a line needs
-                painter_.drawEllipse(line.first(), kDotRadius, kDotRadius);
+        });
+        painter_.setPen(QPen(color, width, Qt::SolidLine, Qt::SquareCap));
+        painter_.drawLines(strokes);
+    }
+
+    /// Draws lines between the columns with few points and collects those of the crowded ones,
+    /// which are drawn one by one: the cost of a long line grows with the square of its crossings.
+    void drawRun(const std::vector<double>& levels, const std::vector<ColumnValues>& columns,
+                 std::size_t first, std::size_t end, QVector<QLineF>& strokes) {
+        QPolygonF line;
+        for (std::size_t i = first; i < end; ++i) {
+            if (!isCrowded(columns[i])) {
+                appendPoints(line, levels, i);
+                continue;
+            }
+            const double x = middleOf(i);
+            line << QPointF(x, y(columns[i].first));
+            if (line.size() == 2) {
+                strokes << QLineF(line[0], line[1]);
             } else {
                 painter_.drawPolyline(line);
             }
-        });
+            strokes << QLineF(x, y(columns[i].minimum), x, y(columns[i].maximum));
+            line = QPolygonF({QPointF(x, y(columns[i].last))});
+        }
+        painter_.drawPolyline(line);
     }
 
     /// Labels stand above the plot, in a further row where they would touch. None reaches out to
@@ -279,7 +289,7 @@ private:
             const double width = metrics.horizontalAdvance(text(plot_.marks[i].label)) + 4.0;
             const double highest = kSize.width() - 4.0 - width;
             const double left =
-                std::min(std::max(kLeft, x(plot_.marks[i].point) - width / 2), highest);
+                std::min(std::max(kLeft, x_[plot_.marks[i].point] - width / 2), highest);
             std::size_t row = 0;
             while (row < labelRows_.size() && labelRows_[row] + 8.0 > left) {
                 ++row;
@@ -295,7 +305,7 @@ private:
 
     void mark(std::size_t index) {
         const TracePlot::Mark& mark = plot_.marks[index];
-        const double at = x(mark.point);
+        const double at = x_[mark.point];
         painter_.setPen(QPen(kMark, 1, Qt::DashLine));
         painter_.drawLine(QPointF(sharp(at), labels_[index].bottom()),
                           QPointF(sharp(at), area_.bottom()));
@@ -320,8 +330,10 @@ private:
 
     QPainter& painter_;
     const TracePlot& plot_;
-    Scale places_;
-    Scale levels_;
+    Axis places_;
+    Axis levels_;
+    std::vector<double> x_;  // of each point
+    std::vector<ColumnPoints> columns_;
     std::vector<QRectF> labels_;     // in the order of the marks
     std::vector<double> labelRows_;  // where the last label of each row ends
     QRectF area_;

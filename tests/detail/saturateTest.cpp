@@ -1,5 +1,4 @@
 #include <rfUtils/detail/saturate.h>
-#include <support/limits.h>
 
 #include <gtest/gtest.h>
 
@@ -8,10 +7,11 @@
 
 using rfu::detail::toFloat;
 using rfu::detail::toInt32;
-using rfu::test::kInf;
-using rfu::test::kNan;
 
 namespace {
+
+constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(ToInt32, TruncatesTowardZeroAndSaturates) {
     const struct {

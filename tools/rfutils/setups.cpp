@@ -10,7 +10,7 @@
 #include "support/errors.h"
 #include "support/jsonFile.h"
 #include "support/output.h"
-#include "support/table.h"
+#include "support/tableWriter.h"
 
 namespace rfu::command {
 
@@ -78,12 +78,11 @@ void runSetups(const CommandLine& line) {
     if (line.isSet("verbose")) {
         warnOfSkippedEntries(file);
     }
-    Table<int> table(line.format(),
-                     {{"index", [](int index) { return index; }},
-                      {"id", [&](int index) { return setups.setupId(index); }},
-                      {"label", [&](int index) { return setups.setupLabel(index); }}});
+    TableWriter table(standardOutput(), line.format(), {"index", "id", "label"});
     for (int index = 0; index < count; ++index) {
-        table.add(index);
+        table.integer(index);
+        table.text(setups.setupId(index).toStdString());
+        table.text(setups.setupLabel(index).toStdString());
     }
     table.finish();
 }

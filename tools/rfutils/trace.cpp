@@ -11,7 +11,7 @@
 #include "support/output.h"
 #include "support/picture.h"
 #include "support/sections.h"
-#include "support/table.h"
+#include "support/tableWriter.h"
 #include "support/units.h"
 #include "trace/traceTable.h"
 
@@ -60,7 +60,7 @@ struct TraceOptions {
             throw UsageError("--unit needs a --marker, --all-points or --plot");
         }
         for (const char* antenna : {"center", "gain"}) {
-            if (line.isSet(antenna) && !view.unit.needsAntenna()) {
+            if (line.isSet(antenna) && !needsAntenna(view.unit)) {
                 throw UsageError(std::string("--") + antenna +
                                  " needs a --unit that depends on the antenna, such as dBuV/m");
             }
@@ -124,7 +124,7 @@ public:
     void print() {
         const bool showsMarkers = !markers_.empty() && !options_.follow;
         if (showsMarkers && options_.allPoints) {
-            Sections sections(options_.format);
+            Sections sections(standardOutput(), options_.format);
             sections.begin("markers");
             printMarkers();
             sections.begin("points");
@@ -153,14 +153,17 @@ public:
         plot.placeName = recording_.hasFrequencies() ? "frequency in MHz" : "point";
         plot.end = recording_.hasFrequencies() ? axis.end : points_ - 1;
         plot.isCounted = !recording_.hasFrequencies();
+        plot.levelUnit = nameOf(options_.view.unit);
+        std::optional<LevelPresenter> presenter;
         for (int point = 0; point < points_; ++point) {
             sweeps_.buffer().calcMarkerPower(0, point);
             const PointStatistics statistics = summarise(sweeps_.buffer(), 0, 0.0);
-            const LevelPresenter presenter = options_.view.at(axis, point);
+            if (!presenter || options_.view.isOfEachPoint()) {
+                presenter.emplace(options_.view.unit, options_.view.antennaAt(axis, point));
+            }
             const auto shown = [&](const std::optional<double>& level) {
-                return level ? presenter.value(*level) : std::nan("");
+                return level ? presenter->value(*level) : std::nan("");
             };
-            plot.levelUnit = presenter.unitName();
             plot.places.push_back(
                 recording_.hasFrequencies() ? axis.points[static_cast<std::size_t>(point)] : point);
             plot.maximum.push_back(shown(statistics.maximum));
@@ -187,16 +190,18 @@ private:
     }
 
     void printSummary() {
-        const FrequencyAxis& axis = recording_.axis();
-        const bool hasAxis = recording_.hasFrequencies();
-        writeObject(options_.format,
-                    {{"sweeps", sweeps_.count()},
-                     {"kept", sweeps_.kept()},
-                     {"points", points_},
-                     {"fromMHz", hasAxis ? Cell(axis.points.front()) : Cell()},
-                     {"toMHz", hasAxis ? Cell(axis.end) : Cell()},
-                     {"firstTime", hasAxis ? Cell(sweeps_.time(0)) : Cell()},
-                     {"lastTime", hasAxis ? Cell(sweeps_.time(sweeps_.kept() - 1)) : Cell()}});
+        TableWriter table(standardOutput(), options_.format,
+                          {"sweeps", "kept", "points", "fromMHz", "toMHz", "firstTime", "lastTime"},
+                          TableWriter::Shape::Object);
+        table.integer(sweeps_.count()).integer(static_cast<long long>(sweeps_.kept()));
+        table.integer(points_);
+        if (recording_.hasFrequencies()) {
+            table.number(recording_.axis().points.front()).number(recording_.axis().end);
+            table.text(sweeps_.time(0)).text(sweeps_.time(sweeps_.kept() - 1));
+        } else {
+            table.none().none().none().none();
+        }
+        table.finish();
     }
 
     const TraceOptions& options_;

@@ -1,7 +1,7 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/output.h"
-#include "support/table.h"
+#include "support/tableWriter.h"
 #include "support/units.h"
 
 namespace rfu::command {
@@ -9,23 +9,19 @@ namespace rfu::command {
 namespace {
 
 const char* shownBy(const ListedUnit& unit) {
-    if (unit.row == nullptr || unit.row->isPrefixed()) {
+    if (unit.row == nullptr || isPrefixed(*unit.row)) {
         return "prefix";
     }
-    return unit.row->canBeShown() ? "name" : "no";
+    return canBeShown(*unit.row) ? "name" : "no";
 }
 
 void runUnits(const CommandLine& line) {
-    using Row = ListedUnit;
-    Table<Row> table(
-        line.format(),
-        {{"unit", [](const Row& unit) { return unit.name; }},
-         {"quantity", [](const Row& unit) { return unit.like.traits().name; }},
-         {"fromDbm", shownBy},
-         {"toDbm", [](const Row& unit) { return unit.row != nullptr && unit.row->canBeRead(); }},
-         {"antenna", [](const Row& unit) { return unit.like.needsAntenna(); }}});
+    TableWriter table(standardOutput(), line.format(),
+                      {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
     for (const ListedUnit& unit : allUnits()) {
-        table.add(unit);
+        table.text(unit.name).text(traitsOf(unit.like).name.toString().toStdString());
+        table.text(shownBy(unit));
+        table.flag(unit.row != nullptr && canBeRead(*unit.row)).flag(needsAntenna(unit.like));
     }
     table.finish();
 }

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <string_view>
-
-#include "support/format.h"
 #include "support/output.h"
-#include "support/table.h"
+#include "support/tableWriter.h"
 
 namespace rfu::command {
 
@@ -12,7 +9,7 @@ namespace rfu::command {
 /// the other formats.
 class Sections {
 public:
-    explicit Sections(Format format) : format_(format) {}
+    Sections(Output& output, Format format) : output_(output), format_(format) {}
 
     /// The next table follows at once.
     /// @param name its key in JSON
@@ -33,7 +30,7 @@ public:
     }
 
 private:
-    Output& output_ = standardOutput();
+    Output& output_;
     Format format_;
     bool first_ = true;
 };

@@ -1,14 +1,11 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
 #include "analysis/recordings/markers.h"
-#include "analysis/statistics/pointStatistics.h"
 #include "analysis/statistics/sweepStore.h"
-#include "support/format.h"
 #include "support/prefixNote.h"
-#include "support/table.h"
+#include "support/tableWriter.h"
 #include "support/units.h"
 
 namespace rfu::command {
@@ -18,8 +15,9 @@ struct LevelView {
     const rfu::Unit& unit;
     Antenna antenna;  // without centre frequency every point is its own
 
-    /// @throw Failure (usage) for a field unit where there is no frequency
-    LevelPresenter at(const FrequencyAxis& axis, int point) const;
+    /// Whether the unit takes the frequency of each point.
+    bool isOfEachPoint() const;
+    Antenna antennaAt(const FrequencyAxis& axis, int point) const;
 };
 
 /// The columns that a table has beside the usual ones.
@@ -33,7 +31,7 @@ struct TraceColumns {
 /// A line per point or marker with the statistics of the kept sweeps.
 class TraceTable {
 public:
-    TraceTable(Format format, const TraceColumns& wanted, const LevelView& view,
+    TraceTable(Format format, const TraceColumns& columns, const LevelView& view,
                const FrequencyAxis& axis, SweepStore& sweeps, PrefixNote& note);
 
     void addMarkers(const std::vector<Marker>& markers);
@@ -45,26 +43,17 @@ public:
     void finish();
 
 private:
-    struct Row {
-        const Marker* marker;  // null for a point
-        int point;
-        PointStatistics statistics;
-        LevelDistribution distribution;
-        LevelPresenter& presenter;
-    };
-
-    std::vector<Column<Row>> columns();
     void start();
-    void add(int marker, int point, const Marker* named);
-    Cell levelCell(const std::optional<double>& level, LevelPresenter& presenter);
+    void addPoint(int marker, int point);
+    void addLevel(const std::optional<double>& level, LevelPresenter& presenter);
 
     Format format_;
-    TraceColumns wanted_;
+    TraceColumns columns_;
     const LevelView& view_;
     const FrequencyAxis& axis_;
     SweepStore& sweeps_;
     PrefixNote& note_;
-    std::optional<Table<Row>> table_;
+    std::optional<TableWriter> table_;
 };
 
 }  // namespace rfu::command
