@@ -13,9 +13,9 @@ constexpr int kWantedSide = 960;  // of the longer side of the map
 constexpr int kLeastWidth = 360;  // room for two labels side by side
 
 const QColor kNothing(0xec, 0xf1, 0xf5);  // where the map is transparent
-const QColor kInk(0x2b, 0x33, 0x3d);
-const QColor kFrame(0x6b, 0x75, 0x80);
-const QColor kMark(0xd6, 0x33, 0x4c);
+const QColor kTextColor(0x2b, 0x33, 0x3d);
+const QColor kMapFrame(0x6b, 0x75, 0x80);
+const QColor kPointColor(0xd6, 0x33, 0x4c);
 
 QFont labelFont(bool bold) {
     QFont font(QStringLiteral("DejaVu Sans"));
@@ -27,7 +27,7 @@ QFont labelFont(bool bold) {
 
 void drawCross(QPainter& painter, QPointF at) {
     constexpr double kRadius = 8.0;
-    for (const QPen& pen : {QPen(Qt::white, 5.0), QPen(kMark, 2.0)}) {
+    for (const QPen& pen : {QPen(Qt::white, 5.0), QPen(kPointColor, 2.0)}) {
         painter.setPen(pen);
         painter.setBrush(Qt::NoBrush);
         painter.drawEllipse(at, kRadius, kRadius);
@@ -49,10 +49,10 @@ void drawLabel(QPainter& painter, QPointF at, const MapMark& mark, QSizeF sheet)
     const bool isAbove = at.y() < sheet.height() / 2.0;
     const double top = isAbove ? at.y() - 15.0 - 2.0 * line : at.y() + 15.0;
     painter.fillRect(QRectF(left, top, width, 2.0 * line), QColor(255, 255, 255, 215));
-    painter.setPen(kMark);
+    painter.setPen(kPointColor);
     painter.setFont(labelFont(true));
     painter.drawText(QRectF(left, top, width, line), Qt::AlignCenter, mark.name);
-    painter.setPen(kInk);
+    painter.setPen(kTextColor);
     painter.setFont(labelFont(false));
     painter.drawText(QRectF(left, top + line, width, line), Qt::AlignCenter, mark.place);
 }
@@ -69,7 +69,7 @@ QImage drawSheet(const QImage& map, const std::vector<MapMark>& marks) {
     QPainter painter(&sheet);
     painter.fillRect(area, kNothing);
     painter.drawImage(area, map);
-    painter.setPen(QPen(kFrame, 1));
+    painter.setPen(QPen(kMapFrame, 1));
     painter.drawRect(area.adjusted(-1, -1, 0, 0));
     painter.setRenderHint(QPainter::Antialiasing);
     for (const MapMark& mark : marks) {

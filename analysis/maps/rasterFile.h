@@ -5,6 +5,9 @@
 #include <cmath>
 #include <memory>
 #include <optional>
+#include <vector>
+
+#include "analysis/support/finding.h"
 
 namespace rfu {
 
@@ -21,9 +24,18 @@ struct Raster {
     }
 };
 
-/// Loads FILE.asc, or FILE.hdr with FILE.bil for either of the two names, and FILE.clr if there is
-/// one.
-/// @throw InputError when a file is missing, cut short or no raster
+struct RasterCheck {
+    std::vector<Findings> files;  // in the order in which the library reads them
+    bool hasNoData = false;       // whether the raster names such a value
+};
+
+/// Checks FILE.asc, or FILE.hdr with FILE.bil for either of the two names, and FILE.clr if there is
+/// one. A file beside FILE that cannot be read is a finding.
+/// @throw InputError when FILE is missing or its name is not that of a raster
+RasterCheck checkRaster(const QString& file);
+
+/// Loads the files that checkRaster() checks.
+/// @throw InputError as checkRaster() does, and with the first error that it finds
 Raster loadRaster(const QString& file);
 
 /// @throw InputError for a grid of integers

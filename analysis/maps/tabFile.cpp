@@ -1,110 +1,173 @@
 #include "analysis/maps/tabFile.h"
 
+#include <rfUtils/geo/detail/tabLine.h>
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "analysis/support/files.h"
+#include "analysis/maps/mapLines.h"
 #include "analysis/support/inputError.h"
-#include "analysis/support/lineReader.h"
-#include "analysis/support/numbers.h"
 
 namespace rfu {
 
 namespace {
 
-constexpr int kPointTokens = 6;  // x, y, column, row, "Label", "Pt n"
-constexpr int kCoordSysTokens = 11;
-constexpr int kUnitsTokens = 2;
+constexpr Rule kRules[] = {
+    {"line-cut", Severity::Error},         {"text-after-nul", Severity::Error},
+    {"token-cut", Severity::Error},        {"no-number", Severity::Error},
+    {"number-infinite", Severity::Error},  {"type-not-supported", Severity::Error},
+    {"raster-not-named", Severity::Error}, {"units-misplaced", Severity::Error},
+    {"coordsys-missing", Severity::Error}, {"point-missing", Severity::Error},
+    {"point-repeated", Severity::Warning}};
 
-double leadingNumber(const char* token) {
-    const auto quantity = splitValue(token);
-    return quantity ? quantity->value : 0.0;
-}
-
-/// Whether the points are converted by what the library has read so far, and from that alone.
-class Conversion {
+/// The lines of a georeference, in the order in which the loader reads them.
+class Walk {
 public:
-    void take(const stPaser& tokens, const LineReader& lines) {
-        const std::string_view key = tokens.token[0];
-        if (tokens.count == kCoordSysTokens && key == "CoordSys") {
-            requireNotYet(lines);
-            hasCoordSys_ = true;
-        } else if (tokens.count == kUnitsTokens && key == "Units" &&
-                   std::string_view(tokens.token[1]) != "degree") {
-            requireNotYet(lines);
-            if (!hasCoordSys_) {
-                throw InputError(lines.file(), lines.number(),
-                                 "Units converts the control points by a CoordSys line of a "
-                                 "transverse Mercator projection, and none stands before it");
-            }
-            unitsLine_ = lines.number();
-        }
-    }
+    explicit Walk(const QString& file)
+        : findings_(file, kRules), lines_(findings_, detail::kMaxTabLine) {}
 
-    /// Once converted, nothing may come that the conversion would need.
-    void requireNotYet(const LineReader& lines) const {
-        if (unitsLine_ != 0) {
-            throw InputError(lines.file(), unitsLine_,
-                             "Units converts the control points; it has to follow them and "
-                             "CoordSys, and to stand there once");
+    TabCheck run() {
+        while (const char* const line = isSupported_ ? lines_.next() : nullptr) {
+            if (line[0] != '!') {  // a comment
+                lines_.checkLength();
+            }
+            std::string text(line);  // in which tabLine() writes
+            const detail::TabLine tabLine = detail::tabLine(text.data());
+            if (tabLine.kind != detail::TabLine::Kind::Ignored || countsWithoutNul(line)) {
+                lines_.checkNul();
+            }
+            takeLine(tabLine, tokensOf(line, detail::TabLine::kMaxTokens));
         }
+        checkWhole();
+        findings_.sort();
+        return {std::move(findings_), points_};
     }
 
 private:
-    bool hasCoordSys_ = false;
-    long long unitsLine_ = 0;
-};
+    /// Whether the loader would not ignore the last line if its NULs were blanks.
+    bool countsWithoutNul(const char* line) const {
+        std::string text(line, lines_.lineEnd());
+        std::replace(text.begin(), text.end(), '\0', ' ');
+        return detail::tabLine(text.data()).kind != detail::TabLine::Kind::Ignored;
+    }
 
-/// The library converts points as soon as it reads the units and does not keep their pixels, so
-/// that their lines are read here once more, split into tokens by the library.
-std::array<PointAsRead, 4> readPoints(const veltaGEO& tokenizer, const QString& file) {
-    std::array<PointAsRead, 4> points;
-    Conversion conversion;
-    const auto tokens = std::make_unique<stPaser>();
-    LineReader lines(file);
-    for (std::string_view line; lines.next(line);) {
-        if (!line.empty() && line.front() == '!') {
-            continue;
+    void takeLine(const detail::TabLine& line, const std::vector<MapToken>& tokens) {
+        switch (line.kind) {
+            case detail::TabLine::Kind::Type:
+                takeType(tokens[1]);
+                break;
+            case detail::TabLine::Kind::File:
+                lines_.checkLength(tokens[1].raw);
+                namesRaster_ = true;
+                break;
+            case detail::TabLine::Kind::Units:
+                takeUnits(tokens[1]);
+                break;
+            case detail::TabLine::Kind::CoordSys:
+                takeCoordSys(tokens);
+                break;
+            case detail::TabLine::Kind::Point:
+                takePoint(line.point, tokens);
+                break;
+            case detail::TabLine::Kind::Ignored:
+                break;
         }
-        tokenizer.makeToken(tokens.get(), std::string(line).c_str());
-        conversion.take(*tokens, lines);
-        if (tokens->count != kPointTokens) {
-            continue;
+    }
+
+    void takeType(const MapToken& type) {
+        isSupported_ = type.text == "RASTER";
+        if (!isSupported_) {
+            lines_.report("type-not-supported", type.raw.begin, "File not supported");
         }
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            if (tokens->token[kPointTokens - 1] == "Pt " + std::to_string(i + 1)) {
-                conversion.requireNotYet(lines);
-                points[i].found = true;
-                points[i].x = static_cast<float>(leadingNumber(tokens->token[0]));
-                points[i].y = static_cast<float>(leadingNumber(tokens->token[1]));
-                points[i].pixel = {leadingNumber(tokens->token[2]),
-                                   leadingNumber(tokens->token[3])};
+    }
+
+    void takeUnits(const MapToken& unit) {
+        if (convertingLine_ != 0) {
+            reportMisplacedUnits();
+        } else if (unit.text != "degree") {
+            convertingLine_ = lines_.number();
+            if (coordSysLine_ == 0) {
+                lines_.report("coordsys-missing", nullptr,
+                              "Units converts the control points by a CoordSys line of a "
+                              "transverse Mercator projection, and none stands before it");
             }
         }
     }
-    return points;
-}
+
+    void takeCoordSys(const std::vector<MapToken>& tokens) {
+        reportMisplacedUnits();
+        coordSysLine_ = lines_.number();
+        for (const std::size_t number : {6U, 7U, 9U, 10U}) {
+            lines_.checkSingle(tokens[number].raw);
+        }
+    }
+
+    void takePoint(std::size_t index, const std::vector<MapToken>& tokens) {
+        reportMisplacedUnits();
+        if (std::exchange(hasPoint_[index], true)) {
+            lines_.report("point-repeated", tokens.back().raw.begin,
+                          tokens.back().text + " is given once more; the last one counts");
+        }
+        points_[index].x = lines_.checkSingle(tokens[0].raw);
+        points_[index].y = lines_.checkSingle(tokens[1].raw);
+        points_[index].pixel = {lines_.checkNumber(tokens[2].raw),
+                                lines_.checkNumber(tokens[3].raw)};
+    }
+
+    /// Once the points are converted, nothing may come that the conversion would need.
+    void reportMisplacedUnits() {
+        if (convertingLine_ != 0 && !std::exchange(isMisplacedReported_, true)) {
+            findings_.add("units-misplaced", convertingLine_, 0,
+                          "Units converts the control points; it has to follow them and "
+                          "CoordSys, and to stand there once");
+        }
+    }
+
+    void checkWhole() {
+        if (!isSupported_) {
+            return;
+        }
+        for (std::size_t i = 0; i < hasPoint_.size(); ++i) {
+            if (!hasPoint_[i]) {
+                findings_.add("point-missing",
+                              "the control point Pt " + std::to_string(i + 1) + " is missing");
+            }
+        }
+        if (!namesRaster_) {
+            findings_.add("raster-not-named", "names no raster file");
+        }
+    }
+
+    Findings findings_;
+    MapLines lines_;
+    std::array<PointAsRead, 4> points_;
+    std::array<bool, 4> hasPoint_{};
+    bool isSupported_ = true;
+    bool namesRaster_ = false;
+    bool isMisplacedReported_ = false;
+    long long coordSysLine_ = 0;
+    long long convertingLine_ = 0;  // of the units that make the loader convert the points
+};
 
 }  // namespace
 
+TabCheck checkTab(const QString& file) {
+    return Walk(file).run();
+}
+
 TabFile loadTab(const QString& file) {
-    requireReadable(file);
+    const TabCheck check = checkTab(file);
+    check.findings.throwFirstError();
     TabFile tab;
     tab.map = std::make_unique<veltaGEO>();
     if (!tab.map->loadTabFile(file)) {
         throw InputError(
             file, tab.map->errMsg.isEmpty() ? "cannot be read" : tab.map->errMsg.toStdString());
     }
-    tab.points = readPoints(*tab.map, file);
-    for (std::size_t i = 0; i < tab.points.size(); ++i) {
-        if (!tab.points[i].found) {
-            throw InputError(file, "the control point Pt " + std::to_string(i + 1) + " is missing");
-        }
-    }
-    if (tab.map->rasterFileName[0] == '\0') {
-        throw InputError(file, "names no raster file");
-    }
+    tab.points = check.points;
     tab.rasterFile = QFileInfo(file).dir().filePath(QString::fromUtf8(tab.map->rasterFileName));
     return tab;
 }

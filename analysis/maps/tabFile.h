@@ -6,15 +6,25 @@
 #include <array>
 #include <memory>
 
+#include "analysis/support/finding.h"
+
 namespace rfu {
 
 /// A control point as the file gives it, before the library converts it.
 struct PointAsRead {
-    bool found = false;
     float x = 0.0F;  // map coordinates in the file's units
     float y = 0.0F;
     QPointF pixel;  // column and row in the raster
 };
+
+struct TabCheck {
+    Findings findings;
+    std::array<PointAsRead, 4> points;
+};
+
+/// Everything in a georeference that the library does not read as it is written.
+/// @throw InputError where the file cannot be read
+TabCheck checkTab(const QString& file);
 
 /// A georeference file.
 struct TabFile {
@@ -25,7 +35,7 @@ struct TabFile {
     QString rasterFile;
 };
 
-/// @throw InputError when the file is missing, cut short or no georeference of a raster
+/// @throw InputError as checkTab() does, and with the first error that it finds
 TabFile loadTab(const QString& file);
 
 }  // namespace rfu

@@ -1,5 +1,6 @@
 #include "analysis/recordings/recordingLine.h"
 
+#include <rfUtils/detail/numberPrefix.h>
 #include <rfUtils/detail/shortDecimal.h>
 #include <rfUtils/trace/traceRssiBuffer.h>
 #include <algorithm>
@@ -20,15 +21,11 @@ InputError badLine(const LineReader& where, const std::string& what) {
     return InputError(where.file(), where.number(), what);
 }
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// Whether a text has the pattern's separators where the pattern has them, and digits elsewhere.
 bool hasShape(std::string_view text, std::string_view pattern) {
     return text.size() == pattern.size() &&
            std::equal(text.begin(), text.end(), pattern.begin(),
-                      [](char c, char p) { return p == '0' ? isDigit(c) : c == p; });
+                      [](char c, char p) { return p == '0' ? detail::isDigit(c) : c == p; });
 }
 
 int digitsAt(std::string_view text, std::size_t at, std::size_t count) {
@@ -69,8 +66,9 @@ bool isTime(std::string_view text) {
     const std::string_view fraction = text.substr(kTime.size());
     return digitsAt(text, 0, 2) < 24 && digitsAt(text, 3, 2) < 60 &&
            digitsAt(text, 6, 2) <= kLeapSecond &&
-           (fraction.empty() || (fraction.size() > 1 && fraction[0] == '.' &&
-                                 std::all_of(fraction.begin() + 1, fraction.end(), isDigit)));
+           (fraction.empty() ||
+            (fraction.size() > 1 && fraction[0] == '.' &&
+             std::all_of(fraction.begin() + 1, fraction.end(), detail::isDigit)));
 }
 
 /// Days since 1970-01-01 in the Gregorian calendar.

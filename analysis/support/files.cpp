@@ -19,7 +19,17 @@ void refuseUnlessRegular(const QString& name, const struct stat& status) {
     }
 }
 
-/// @throw InputError where no regular file opens
+}  // namespace
+
+int openForReading(const QString& name, int flags) {
+    const QByteArray native = QFile::encodeName(name);
+    int descriptor = -1;
+    do {
+        descriptor = ::open(native.constData(), O_RDONLY | O_CLOEXEC | flags);
+    } while (descriptor < 0 && errno == EINTR);
+    return descriptor;
+}
+
 void openRegular(QFile& file, const QString& name) {
     struct stat status {};
     // Merely opening a device may do something to it.
@@ -36,17 +46,6 @@ void openRegular(QFile& file, const QString& name) {
     }
     // What has been opened decides: the name may lead elsewhere meanwhile.
     refuseUnlessRegular(name, status);
-}
-
-}  // namespace
-
-int openForReading(const QString& name, int flags) {
-    const QByteArray native = QFile::encodeName(name);
-    int descriptor = -1;
-    do {
-        descriptor = ::open(native.constData(), O_RDONLY | O_CLOEXEC | flags);
-    } while (descriptor < 0 && errno == EINTR);
-    return descriptor;
 }
 
 void requireReadable(const QString& name) {

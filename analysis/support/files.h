@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
 namespace rfu {
@@ -9,12 +10,16 @@ namespace rfu {
 /// @return a descriptor, negative with the system's error
 int openForReading(const QString& name, int flags);
 
-/// @throw InputError unless the name is that of a regular file that can be read. Nothing else is
-/// opened for long or waited for: a FIFO would wait for its writer.
+/// Opens a regular file for reading. Nothing else is opened for long or waited for: a FIFO would
+/// wait for its writer.
+/// @throw InputError where no regular file opens
+void openRegular(QFile& file, const QString& name);
+
+/// @throw InputError as openRegular() does
 void requireReadable(const QString& name);
 
 /// All bytes of a regular file.
-/// @throw InputError as requireReadable does, and where reading fails
+/// @throw InputError as openRegular() does, and where reading fails
 QByteArray readWhole(const QString& name);
 
 }  // namespace rfu

@@ -1,5 +1,7 @@
 #include "analysis/support/numbers.h"
 
+#include <rfUtils/detail/numberPrefix.h>
+
 #include <cmath>
 
 namespace rfu {
@@ -8,10 +10,6 @@ namespace {
 
 bool isBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 /// A plus sign, which std::from_chars does not know.
@@ -27,11 +25,11 @@ bool startsLikeNumber(std::string_view text) {
     if (!text.empty() && text[0] == '-') {
         text.remove_prefix(1);
     }
-    return !text.empty() && (isDigit(text[0]) || text[0] == '.');
+    return !text.empty() && (detail::isDigit(text[0]) || text[0] == '.');
 }
 
-constexpr std::string_view kMicroSign = u8"\u00B5";
-constexpr std::string_view kGreekMu = u8"\u03BC";
+constexpr std::string_view kMicroSign = "µ";
+constexpr std::string_view kGreekMu = "μ";
 
 std::string replaced(std::string_view text, std::string_view from, std::string_view to) {
     std::string result(text);

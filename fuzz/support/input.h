@@ -11,9 +11,9 @@
 
 namespace rfu::fuzz {
 
-/// The bytes of one run, taken as the arguments of a sequence of operations. Behind the last byte
-/// everything is 0 and every text is empty. Take one argument per statement: compilers evaluate the
-/// arguments of a call in different orders, and an input has to mean the same to all of them.
+/// The bytes of one run, read as the arguments of a sequence of operations. After the last byte all
+/// numbers are 0 and all texts empty. Read one argument per statement: the evaluation order of a
+/// call's arguments is unspecified, and an input must mean the same with every compiler.
 class Input {
 public:
     Input(const std::uint8_t* data, std::size_t size)
@@ -43,14 +43,14 @@ public:
         return from[byte() % Size];
     }
 
-    /// Often a small number, so that sizes, indexes and repeated values meet.
+    /// Often a small number, so that sizes, indexes and values repeat.
     int integer() {
         const int kind = byte();
         constexpr int kSmall = 240;
         return kind < kSmall ? kind % 16 - 4 : bits<int>();
     }
 
-    /// Often one of a few numbers with rules of their own.
+    /// Often one of a few numbers with special rules.
     double real() {
         using Limits = std::numeric_limits<double>;
         static constexpr std::array<double, 14> kSpecial = {
@@ -74,7 +74,7 @@ private:
     std::string_view bytes_;
 };
 
-/// Whether two numbers are the same to the bit; all NaN are alike.
+/// Bitwise equality; all NaN count as equal.
 inline bool same(double a, double b) {
     return (a != a && b != b) || std::memcmp(&a, &b, sizeof a) == 0;
 }

@@ -12,6 +12,6 @@ namespace rfu::fuzz {
 
 }  // namespace rfu::fuzz
 
-/// Ends the process where a property does not hold; the engine then keeps the input.
+/// Aborts if a property does not hold; the engine then keeps the input.
 #define REQUIRE(condition) \
     ((condition) ? static_cast<void>(0) : rfu::fuzz::fail(#condition, __FILE__, __LINE__))

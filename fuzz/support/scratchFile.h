@@ -13,7 +13,7 @@
 
 namespace rfu::fuzz {
 
-/// A regular file in a folder of its own, rewritten for each run: the loaders take nothing else.
+/// A regular file (the loaders accept nothing else) in a folder of its own, rewritten for each run.
 class ScratchFile {
 public:
     explicit ScratchFile(const char* name)

@@ -1,89 +1,30 @@
-// A sequence of operations on traceRssiBuffer. After each one holds:
-// - the answer, the output and what is left untouched of it are those of a model of deques;
-// - at the end, and in a copy, every marker's ring is the model's.
+// A sequence of operations on traceRssiBuffer, each compared with a model of deques: its result, its
+// output, and the outputs that it leaves untouched. At the end, and in a copy, every marker's ring
+// is the model's.
 #include "support/input.h"
 #include "support/require.h"
 
 #include <rfUtils/trace/traceRssiBuffer.h>
+#include <tests/support/markerModel.h>
 
 #include <QVector>
 
-#include <cmath>
-#include <deque>
+#include <array>
 #include <vector>
 
 using namespace rfu::fuzz;
+using namespace rfu::test;
 
 namespace {
 
 constexpr double kUntouched = 123.25;
 constexpr int kMarkers = 6;
 
-template <typename T>
-struct Ring {
-    std::size_t capacity = 0;
-    std::deque<T> values;
-
-    void pushBack(const T& value) {
-        values.push_back(value);
-        if (values.size() > capacity) {
-            values.pop_front();
-        }
-    }
-    void pushFront(const T& value) {
-        values.push_front(value);
-        if (values.size() > capacity) {
-            values.pop_back();
-        }
-    }
-};
-
-bool isNumber(double value) {
-    return value == value;
-}
-
-/// Orders numbers, and the two zeros.
-bool isLess(double a, double b) {
-    return a < b || (a == 0.0 && b == 0.0 && std::signbit(a) && !std::signbit(b));
-}
-
-double averageOf(const std::deque<double>& values) {
-    double sum = 0.0;
-    int count = 0;
-    for (const double value : values) {
-        if (value != -999.0) {
-            sum += value;
-            ++count;
-        }
-    }
-    return count > 0 ? sum / count : std::numeric_limits<double>::quiet_NaN();
-}
-
-double maximumOf(std::deque<double> values) {
-    const auto numbers = std::partition(values.begin(), values.end(), isNumber);
-    return numbers == values.begin() ? values.front()
-                                     : *std::max_element(values.begin(), numbers, isLess);
-}
-
-double minimumOf(const std::deque<double>& values) {
-    std::vector<double> numbers;
-    if (values.front() == -999.0) {
-        numbers.push_back(999.0);
-    }
-    for (const double value : values) {
-        if (isNumber(value) && value != -999.0) {
-            numbers.push_back(value);
-        }
-    }
-    return numbers.empty() ? values.front()
-                           : *std::min_element(numbers.begin(), numbers.end(), isLess);
-}
-
 class Session {
 public:
     Session(int traces, int values, int points) : buffer_(traces, values, points), points_(points) {
         traces_.capacity = static_cast<std::size_t>(std::max(traces, 0));
-        for (Ring<double>& ring : markers_) {
+        for (MarkerModel& ring : markers_) {
             ring.capacity = static_cast<std::size_t>(std::max(values, 0));
         }
     }
@@ -126,8 +67,6 @@ public:
     }
 
 private:
-    using Values = std::deque<double>;
-
     static std::vector<double> traceOf(Input& input) {
         std::vector<double> trace(static_cast<std::size_t>(input.below(8)));
         for (double& value : trace) {
@@ -138,11 +77,11 @@ private:
 
     static bool isMarker(int marker) { return marker >= 0 && marker < kMarkers; }
 
-    Ring<double>& ringOf(int marker) { return markers_[static_cast<std::size_t>(marker)]; }
+    MarkerModel& ringOf(int marker) { return markers_[static_cast<std::size_t>(marker)]; }
 
-    /// Empty for what is no marker.
-    Values valuesOf(int marker) const {
-        return isMarker(marker) ? markers_[static_cast<std::size_t>(marker)].values : Values();
+    /// An empty ring for a bad index.
+    MarkerModel modelOf(int marker) const {
+        return isMarker(marker) ? markers_[static_cast<std::size_t>(marker)] : MarkerModel();
     }
 
     void push(std::vector<double> trace, bool back) {
@@ -173,12 +112,13 @@ private:
     }
 
     void requireSummaries(int marker) const {
-        const Values values = valuesOf(marker);
+        const MarkerModel ring = modelOf(marker);
+        const bool isEmpty = ring.values.empty();
         using Summary = bool (traceRssiBuffer::*)(int, double*) const;
         const auto require = [&](Summary summary, auto expected) {
             double result = kUntouched;
-            REQUIRE((buffer_.*summary)(marker, &result) == !values.empty());
-            REQUIRE(same(result, values.empty() ? kUntouched : expected(values)));
+            REQUIRE((buffer_.*summary)(marker, &result) == !isEmpty);
+            REQUIRE(same(result, isEmpty ? kUntouched : expected(ring)));
             REQUIRE(!(buffer_.*summary)(marker, nullptr));
         };
         require(&traceRssiBuffer::getAverageMarkerPower, averageOf);
@@ -187,18 +127,15 @@ private:
     }
 
     void requireCount(int marker, double limit) const {
-        const Values values = valuesOf(marker);
         constexpr int kUntouchedCount = -7;
         int count = kUntouchedCount;
         REQUIRE(buffer_.getCountLimitMarkerPower(marker, limit, &count) == isMarker(marker));
-        const auto above = std::count_if(values.begin(), values.end(),
-                                         [limit](double value) { return value > limit; });
-        REQUIRE(count == (isMarker(marker) ? static_cast<int>(above) : kUntouchedCount));
+        REQUIRE(count == (isMarker(marker) ? countAbove(modelOf(marker), limit) : kUntouchedCount));
         REQUIRE(!buffer_.getCountLimitMarkerPower(marker, limit, nullptr));
     }
 
     void requireValues(int marker) const {
-        const Values values = valuesOf(marker);
+        const auto values = modelOf(marker).values;
         std::vector<double> plain = {kUntouched};
         QVector<double> ofQt = {kUntouched};
         REQUIRE(buffer_.getDataMarkerPower(plain, marker) == !values.empty());
@@ -214,7 +151,7 @@ private:
 
     void reset(bool byOneName) {
         byOneName ? buffer_.resetMarkerBuffer() : buffer_.clearMarkers();
-        for (Ring<double>& ring : markers_) {
+        for (MarkerModel& ring : markers_) {
             ring.values.clear();
         }
     }
@@ -237,8 +174,8 @@ private:
     }
 
     traceRssiBuffer buffer_;
-    Ring<std::vector<double>> traces_;
-    std::array<Ring<double>, kMarkers> markers_;
+    RingModel<std::vector<double>> traces_;
+    std::array<MarkerModel, kMarkers> markers_;
     int points_;
 };
 

@@ -1,79 +1,33 @@
-#include <rfUtils/detail/fixedText.h>
 #include <rfUtils/presentation/rfUtils.h>
 
-#include <algorithm>
-#include <iterator>
+#include <rfUtils/detail/fixedText.h>
+#include <rfUtils/presentation/rangeTypes.h>
+
+#include <QString>
+
+using rfu::LimitText;
+using rfu::RangeType;
+using rfu::rangeType;
 
 namespace {
 
-constexpr int kEmptyMessage = 23;
-
-enum class Shown { AsGiven, Frequency, Level, Field };
-
-struct BoundaryForm {
-    int type;
-    Shown shown;
-    const char* unit;
-};
-
-// Types that have no row are shown as given and without a unit.
-
-// clang-format off
-constexpr BoundaryForm kIntegerForms[] = {
-    { 1, Shown::AsGiven,   "dB"},
-    { 4, Shown::AsGiven,   "\u00b5s"},
-    { 6, Shown::AsGiven,   "Sec"},
-    { 7, Shown::AsGiven,   "ns"},
-    { 8, Shown::AsGiven,   "%"}};
-
-constexpr BoundaryForm kDoubleForms[] = {
-    { 0, Shown::Frequency, ""},
-    { 1, Shown::AsGiven,   "dB"},
-    { 2, Shown::AsGiven,   "dBm"},
-    { 4, Shown::AsGiven,   "\u00b5s"},
-    { 7, Shown::AsGiven,   "ns"},
-    { 8, Shown::AsGiven,   "%"},
-    { 9, Shown::AsGiven,   "dBi"},
-    {11, Shown::Level,     "dBV"},
-    {12, Shown::Level,     "dBmV"},
-    {13, Shown::Level,     "dBuV"},
-    {14, Shown::Level,     "V"},
-    {15, Shown::Level,     "W"},
-    {16, Shown::Field,     "dBuV/m"},
-    {17, Shown::Field,     "dBmV/m"},
-    {18, Shown::Field,     "dBV/m"},
-    {19, Shown::Field,     "V/m"},
-    {20, Shown::Field,     "W/m^2"},
-    {21, Shown::Field,     "dBm/m^2"},
-    {22, Shown::AsGiven,   "ppm"}};
-// clang-format on
-
-template <typename Forms>
-BoundaryForm formOf(const Forms& forms, int type) {
-    const auto* const form =
-        std::find_if(std::begin(forms), std::end(forms),
-                     [type](const BoundaryForm& row) { return row.type == type; });
-    return form != std::end(forms) ? *form : BoundaryForm{type, Shown::AsGiven, ""};
+std::string asGiven(std::string number, const RangeType& type) {
+    return (number += ' ') += type.unit.toUtf8().constData();
 }
 
-std::string asGiven(std::string number, const char* unit) {
-    return (number += ' ') += unit;
-}
-
-std::string limitText(rfUtils& utils, const BoundaryForm& form, double limit) {
-    switch (form.shown) {
-        case Shown::Frequency:
-            return utils.makeFrequencyUnit(limit);
-        case Shown::Level:
-            return utils.hMath.getdBmToUnit(QLatin1String(form.unit), limit, true).toStdString();
-        case Shown::Field:
-            return utils.hMath
-                .getdBmToField(QLatin1String(form.unit), limit, utils.fCenter, utils.fGain, true)
-                .toStdString();
-        case Shown::AsGiven:
-            break;
+std::string limitText(rfUtils& utils, const RangeType& type, double limit) {
+    if (type.text == LimitText::Frequency) {
+        return utils.makeFrequencyUnit(limit);
     }
-    return asGiven(std::string(rfu::detail::FixedText(limit, 2).view()), form.unit);
+    if (const rfu::Unit* const unit = type.convertedUnit()) {
+        HMath& math = utils.hMath;
+        const QString name = unit->name.toString();
+        return (unit->needsAntenna()
+                    ? math.getdBmToField(name, limit, utils.fCenter, utils.fGain, true)
+                    : math.getdBmToUnit(name, limit, true))
+            .toStdString();
+    }
+    return asGiven(std::string(rfu::detail::FixedText(limit, 2).view()), type);
 }
 
 std::string message(const std::string& minText, const std::string& maxText) {
@@ -83,20 +37,19 @@ std::string message(const std::string& minText, const std::string& maxText) {
 }  // namespace
 
 std::string rfUtils::makeBoundaryMsg(int max, int min, int type) {
-    if (type == kEmptyMessage) {
-        return {};
-    }
-    const char* const unit = formOf(kIntegerForms, type).unit;
-    return message(asGiven(std::to_string(min), unit), asGiven(std::to_string(max), unit));
+    const RangeType row = rangeType(rfu::kIntegerRangeTypes, type);
+    return row.text == LimitText::None
+               ? std::string()
+               : message(asGiven(std::to_string(min), row), asGiven(std::to_string(max), row));
 }
 
 std::string rfUtils::makeBoundaryMsg(double max, double min, int type) {
-    if (type == kEmptyMessage) {
+    const RangeType row = rangeType(rfu::kDoubleRangeTypes, type);
+    if (row.text == LimitText::None) {
         return {};
     }
-    const BoundaryForm form = formOf(kDoubleForms, type);
     // In this order: hMath keeps the unit of the limit that is converted last.
-    const std::string minText = limitText(*this, form, min);
-    const std::string maxText = limitText(*this, form, max);
+    const std::string minText = limitText(*this, row, min);
+    const std::string maxText = limitText(*this, row, max);
     return message(minText, maxText);
 }

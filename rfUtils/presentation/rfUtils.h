@@ -3,6 +3,7 @@
 #include <rfUtils/platform/ElfItem.h>
 #include <rfUtils/rfUtilsExport.h>
 #include <rfUtils/units/HMath.h>
+
 #include <QString>
 
 #include <array>
@@ -10,18 +11,19 @@
 #include <string>
 #include <vector>
 
-/// What the entry views of the applications show beside a value: frequency and width texts, the
-/// range of a parameter in its unit, the presentation of published items, toast messages and angles
-/// in degrees, minutes and seconds.
+/// Texts and settings for entry views: frequency and width texts, the range of a parameter in its
+/// unit, the formatters of published items, toast messages, and angles in degrees, minutes and
+/// seconds.
 ///
-/// An application constructs one object and keeps it. The object cannot be copied, as its HMath is
-/// a QObject, which belongs to the thread that constructed it; use the whole object on that thread.
+/// An application constructs one object and keeps it. It cannot be copied, as its HMath is a
+/// QObject, which belongs to the thread that constructed it; use the whole object on that thread.
 /// The static operations, makeFrequencyUnit(), convertFreqWidthUnit(), getOddtoStr() and the
 /// integer makeBoundaryMsg() read no member and may be called from any thread.
 ///
 /// Frequencies are in MHz, levels in dBm, antenna gains in dBi, angles in degrees. Standard strings
-/// are UTF-8. Numbers in texts have a decimal point in every locale. Where memory runs out,
-/// std::bad_alloc passes on: no toast is counted then, and the unit of hMath may be the one before.
+/// are UTF-8. Numbers in texts have a decimal point in every locale. When memory runs out,
+/// std::bad_alloc reaches the caller; no toast is counted then, and hMath may keep its earlier
+/// unit.
 class RFUTILS_EXPORT rfUtils {
 public:
     /// Number of toast messages stored since the last clear, 0 in a new object.
@@ -29,13 +31,13 @@ public:
     /// The toast messages: the first toastCount are those stored since the last clear. All empty in
     /// a new object, all "None" after clearToastMessage().
     std::array<std::string, 10> toastMessages;
-    /// For the application: no operation of the library reads or writes it. Empty in a new object.
+    /// For the application; the library neither reads nor writes it. Empty in a new object.
     std::vector<std::string> stringList;
-    /// The unit service through which makeBoundaryMsg() expresses levels and field strengths;
-    /// constructed without a parent. Its unit is the one of the limit converted last.
+    /// Converts the limits of makeBoundaryMsg(); constructed without a parent. Its unit is that of
+    /// the limit converted last.
     HMath hMath;
-    /// Centre frequency in MHz for the field strengths of makeBoundaryMsg(). No operation sets it:
-    /// assign it before asking for such a message. Without a frequency the limits are no numbers:
+    /// Centre frequency in MHz for the fields of makeBoundaryMsg(). No operation sets it: assign it
+    /// before asking for such a message. Without a frequency the limits are no numbers:
     ///
     /// | fCenter  | types 16, 17, 18, 21 | types 19, 20                               |
     /// |----------|----------------------|--------------------------------------------|
@@ -44,7 +46,7 @@ public:
     ///
     /// Type 19 then gives " {Min: , Max: } " and " {Min:  , Max:  } ".
     double fCenter = 0.0;
-    /// Antenna gain in dBi for the field strengths of makeBoundaryMsg(), assigned like fCenter.
+    /// Antenna gain in dBi for the fields of makeBoundaryMsg(), assigned like fCenter.
     double fGain = 0.0;
 
     rfUtils();
@@ -52,7 +54,7 @@ public:
     /// @name Frequency texts
     /// @{
 
-    /// Text of a frequency with a blank and its unit. With a = |freqMHz| the first line that fits:
+    /// Shows a frequency with a blank and its unit. With a = |freqMHz| the first line that fits:
     ///
     /// | magnitude   | text                                                        |
     /// |-------------|-------------------------------------------------------------|
@@ -70,13 +72,15 @@ public:
     ///   0.0    -> "0 Hz"               0.0000019 -> "1 Hz"
     ///   NaN    -> "0 Hz"               infinity  -> "inf GHz"
     ///
-    /// Cutting shows where a product falls just short: 0.000249 (249 Hz) gives "248 Hz",
-    /// because 0.000249 * 1000000.0 is 248.99999999999997.
+    /// 0.000249 (249 Hz) gives "248 Hz", because 0.000249 * 1000000.0 is 248.99999999999997.
+    ///
+    /// @param freqMHz  frequency in MHz
+    /// @return the text
     std::string makeFrequencyUnit(double freqMHz) const;
 
-    /// Text of a frequency width (span or bandwidth) with its unit and no blank between; the number
+    /// Shows a frequency width (span or bandwidth) with its unit and no blank between. The number
     /// has at most six significant digits, no trailing zeros, and an exponent where that is shorter
-    /// (QString::number(..., 'g', 6)). The first line that fits, with the width as it is:
+    /// (QString::number(..., 'g', 6)). The first line that fits, with w = widthMHz:
     ///
     /// | width         | text                        |
     /// |---------------|-----------------------------|
@@ -90,15 +94,19 @@ public:
     ///
     ///   1500.0 -> "1.5GHz"     20.0 -> "20MHz"    0.03 -> "30kHz"    0.00005 -> "50Hz"
     ///   1000.0 -> "1000MHz"    0.0005 -> "0.5kHz" (500 Hz)           -1.0 -> "-1e+06Hz"
+    ///
+    /// @param widthMHz  width in MHz
+    /// @return the text
     QString convertFreqWidthUnit(double widthMHz) const;
 
-    /// The number formed by the two characters before the last one, which is always ignored. The
-    /// two are read by std::stoi: leading blanks and a sign are allowed, reading stops at the first
-    /// other character.
+    /// Reads the number in the two characters before the last one, which is always ignored.
+    /// std::stoi reads it: leading blanks and a sign are allowed, reading stops at the first other
+    /// character. The only operation of the library that throws on bad input.
     ///
     ///   "ch12x" -> 12    "x05y" -> 5    "A-3z" -> -3    "12a" -> 12    "a1bc" -> 1
     ///
-    /// The only operation of the library that throws on bad input.
+    /// @param text  at least three characters
+    /// @return the number
     /// @throws std::out_of_range when the text has fewer than three characters ("12")
     /// @throws std::invalid_argument with the text "stoi", when no number is there ("ab7c": "b7")
     int getOddtoStr(std::string text) const;
@@ -107,54 +115,33 @@ public:
     /// @name Range texts
     /// The range of a parameter, lower limit first, such as " {Min: -10.00 dBm, Max: 20.00 dBm} ",
     /// blanks at both ends included. **The upper limit is the first argument.** Nothing checks that
-    /// min is below max. The type code says how the limits are shown; the two overloads differ on
-    /// purpose:
+    /// min is below max. The type code says how the limits are shown: rangeTypes.h has the codes,
+    /// which differ between the two overloads on purpose.
     ///
-    /// | type                | double overload                              | int overload |
-    /// |---------------------|----------------------------------------------|--------------|
-    /// | 0                   | frequency in MHz through makeFrequencyUnit() | no unit      |
-    /// | 1                   | suffix dB                                    | suffix dB    |
-    /// | 2                   | suffix dBm                                   | no unit      |
-    /// | 3                   | no unit                                      | no unit      |
-    /// | 4                   | suffix µs                                    | suffix µs    |
-    /// | 5                   | no unit                                      | no unit      |
-    /// | 6                   | no unit                                      | suffix Sec   |
-    /// | 7                   | suffix ns                                    | suffix ns    |
-    /// | 8                   | suffix %                                     | suffix %     |
-    /// | 9                   | suffix dBi                                   | no unit      |
-    /// | 10                  | no unit                                      | no unit      |
-    /// | 11, 12, 13          | level in dBV, dBmV, dBuV                     | no unit      |
-    /// | 14, 15              | voltage (V), power (W), prefixed             | no unit      |
-    /// | 16, 17, 18          | field strength in dBuV/m, dBmV/m, dBV/m      | no unit      |
-    /// | 19                  | field strength (V/m), prefixed               | no unit      |
-    /// | 20                  | power density (W/m^2), prefixed              | no unit      |
-    /// | 21                  | power density in dBm/m^2                     | no unit      |
-    /// | 22                  | suffix ppm                                   | no unit      |
-    /// | 23                  | empty message, not even the braces           | the same     |
-    /// | any other, negative | no unit                                      | no unit      |
-    ///
-    /// The micro sign is U+00B5 in UTF-8. A limit with a suffix or no unit is printed as given,
-    /// followed by a blank and the suffix, so without a unit a blank stays before the comma and the
-    /// brace. Both limits must have the same type: a call with one int and one double does not
-    /// compile.
+    /// A limit with a suffix or no unit is printed as given, followed by a blank and the suffix, so
+    /// without a unit a blank stays before the comma and the brace. Both limits must have the same
+    /// type: a call with one int and one double does not compile.
     /// @{
 
-    /// Range of an integer parameter.
+    /// Shows the range of an integer parameter.
     ///   max 10, min -5, type 1 -> " {Min: -5 dB, Max: 10 dB} "
     ///   max 10, min -5, type 0 -> " {Min: -5 , Max: 10 } "
     ///
-    /// Not const, though it changes nothing: next to the other overload a call with integers
-    /// on an object that is not const would be ambiguous.
+    /// Not const, though it changes nothing: a call with integers on an object that is not const
+    /// would be ambiguous beside the other overload.
+    ///
+    /// @param max,min  limits
+    /// @param type     a code of rfu::kIntegerRangeTypes; any other shows no unit
+    /// @return the text
     std::string makeBoundaryMsg(int max, int min, int type);
 
-    /// Range of a floating-point parameter; limits with a suffix or no unit have two decimals,
-    /// rounded as printf does (0.125 gives 0.12).
+    /// Shows the range of a floating-point parameter. Limits with a suffix or no unit have two
+    /// decimals, rounded as printf does (0.125 gives 0.12).
     ///
-    /// Types 11 to 21 take limits in dBm and show them as HMath does, with its numbers of decimals:
-    /// 11 to 15 through getdBmToUnit(), 16 to 21 through getdBmToField() with fCenter and fGain as
-    /// they are at the call. The lower limit is converted first. Each conversion stores its
-    /// unit in hMath and emits hMath's unitChanged(), so afterwards hMath.unit() is the unit of the
-    /// upper limit, with its prefix if it has one.
+    /// Converted limits are in dBm and read as HMath shows them, with its numbers of decimals:
+    /// fields with fCenter and fGain as they are at the call. The lower limit is converted first.
+    /// Each conversion stores its unit in hMath and emits hMath's unitChanged(), so hMath.unit() is
+    /// then the unit of the upper limit, with its prefix if it has one.
     ///
     ///   max 20.0, min -10.0, type 2     -> " {Min: -10.00 dBm, Max: 20.00 dBm} "
     ///   max 20.0, min -10.0, type 5     -> " {Min: -10.00 , Max: 20.00 } "
@@ -162,100 +149,121 @@ public:
     ///   max 0.0, min -30.0, type 13     -> " {Min: 77.0 dBuV, Max: 107.0 dBuV} "
     ///   max -10.0, min -30.0, type 16   -> " {Min: 87.20 dBuV/m, Max: 107.20 dBuV/m} "
     ///                                      (fCenter 100 MHz, fGain 0 dBi)
+    ///
+    /// @param max,min  limits
+    /// @param type     a code of rfu::kDoubleRangeTypes; any other shows no unit
+    /// @return the text
     std::string makeBoundaryMsg(double max, double min, int type);
 
     /// @}
-    /// @name Presentation of published items
-    /// Each operation makes at most three calls on the item's ServerItem, in this order: the
+    /// @name Formatters of published items
+    /// Each operation makes at most three calls on the ServerItem of an item, in this order: the
     /// property "inputType", the formatter, the property "precision" (decimals), both properties as
-    /// an int. What the values mean is the item service's affair. The differences between the rows
-    /// are intended.
-    ///
-    /// | operation                     | item   | inputType | formatter             | precision |
-    /// |-------------------------------|--------|-----------|-----------------------|-----------|
-    /// | setPropertyFreq, three args   | double | 12        | the argument          | argument  |
-    /// | setPropertyFreq, one argument | double | 12        | FreqFormatter         | not set   |
-    /// | setPropertyMHz                | double | 12        | MhzFormatter          | argument  |
-    /// | setPropertyDB                 | double | 11        | DbFormatter           | 2         |
-    /// | setPropertyDB                 | int    | 9         | DbFormatter_0_0       | not set   |
-    /// | setPropertyDBM                | double | 11        | DbmFormatter          | 2         |
-    /// | setPropertyPPM                | double | 11        | PpmFormatter          | 2         |
-    /// | setPropertyDBC                | double | 11        | DbcFormatter          | 2         |
-    /// | setPropertyDBI                | double | 11        | DbiFormatter          | 2         |
-    /// | setPropertyUS                 | int    | 9         | MicrosecondsFormatter | not set   |
-    /// | setPropertyMS                 | int    | 9         | MillisecondsFormatter | 0         |
-    /// | setPropertyNS                 | int    | 9         | NanosecondsFormatter  | 0         |
-    /// | setPropertySEC                | int    | 9         | SecondsFormatter      | not set   |
-    /// | setPropertyUS                 | double | 12        | MicrosecondsFormatter | argument  |
-    /// | setPropertyMS                 | double | 12        | MillisecondsFormatter | argument  |
-    /// | setPropertyNS                 | double | 12        | NanosecondsFormatter  | argument  |
-    /// | setPropertySEC                | double | 12        | SecondsFormatter      | argument  |
-    /// | setPropertyPer                | double | 12        | PercentFormatter      | argument  |
+    /// an int. The item service knows their meaning; the differences between the operations are
+    /// intended.
     ///
     /// A precision is passed on unchanged, negative ones too. A null item, or one whose ServerItem
     /// is null, is left alone. Call them on the thread that owns the item.
     /// @{
 
+    /// Input type 12, formatter as given, precision as given.
+    /// @param item,formatter,precision  see above
     static void setPropertyFreq(std::shared_ptr<DoubleElfItem> item, const QString& formatter,
                                 int precision);
+    /// Input type 12, FreqFormatter, no precision.
+    /// @param item  see above
     static void setPropertyFreq(std::shared_ptr<DoubleElfItem> item);
+    /// Input type 12, MhzFormatter, precision as given.
+    /// @param item,precision  see above
     static void setPropertyMHz(std::shared_ptr<DoubleElfItem> item, int precision);
+    /// Input type 11, DbFormatter, precision 2.
+    /// @param item  see above
     static void setPropertyDB(std::shared_ptr<DoubleElfItem> item);
+    /// Input type 9, DbFormatter_0_0, no precision.
+    /// @param item  see above
     static void setPropertyDB(std::shared_ptr<IntElfItem> item);
+    /// Input type 11, DbmFormatter, precision 2.
+    /// @param item  see above
     static void setPropertyDBM(std::shared_ptr<DoubleElfItem> item);
+    /// Input type 11, PpmFormatter, precision 2.
+    /// @param item  see above
     static void setPropertyPPM(std::shared_ptr<DoubleElfItem> item);
+    /// Input type 11, DbcFormatter, precision 2.
+    /// @param item  see above
     static void setPropertyDBC(std::shared_ptr<DoubleElfItem> item);
+    /// Input type 11, DbiFormatter, precision 2.
+    /// @param item  see above
     static void setPropertyDBI(std::shared_ptr<DoubleElfItem> item);
+    /// Input type 9, MicrosecondsFormatter, no precision.
+    /// @param item  see above
     static void setPropertyUS(std::shared_ptr<IntElfItem> item);
+    /// Input type 9, MillisecondsFormatter, precision 0.
+    /// @param item  see above
     static void setPropertyMS(std::shared_ptr<IntElfItem> item);
+    /// Input type 9, NanosecondsFormatter, precision 0.
+    /// @param item  see above
     static void setPropertyNS(std::shared_ptr<IntElfItem> item);
+    /// Input type 9, SecondsFormatter, no precision.
+    /// @param item  see above
     static void setPropertySEC(std::shared_ptr<IntElfItem> item);
+    /// Input type 12, MicrosecondsFormatter, precision as given.
+    /// @param item,precision  see above
     static void setPropertyUS(std::shared_ptr<DoubleElfItem> item, int precision);
+    /// Input type 12, MillisecondsFormatter, precision as given.
+    /// @param item,precision  see above
     static void setPropertyMS(std::shared_ptr<DoubleElfItem> item, int precision);
+    /// Input type 12, NanosecondsFormatter, precision as given.
+    /// @param item,precision  see above
     static void setPropertyNS(std::shared_ptr<DoubleElfItem> item, int precision);
+    /// Input type 12, SecondsFormatter, precision as given.
+    /// @param item,precision  see above
     static void setPropertySEC(std::shared_ptr<DoubleElfItem> item, int precision);
+    /// Input type 12, PercentFormatter, precision as given.
+    /// @param item,precision  see above
     static void setPropertyPer(std::shared_ptr<DoubleElfItem> item, int precision);
 
     /// @}
     /// @name Toast messages
-    /// Up to ten short texts that the application collects and then shows as transient notices. It
-    /// reads them from toastMessages, slots 0 to toastCount - 1.
+    /// Up to ten short texts that the application collects and then shows as transient notices,
+    /// from slots 0 to toastCount - 1 of toastMessages.
     /// @{
 
-    /// Stores the text in slot toastCount and counts it. When ten are stored the text is dropped
-    /// and the count stays 10, until clearToastMessage(); so it is while the application has set
-    /// toastCount to a value that is no slot.
+    /// Stores a text in slot toastCount and counts it. When ten are stored, or the application has
+    /// set toastCount to a value that is no slot, the text is dropped and the count stays.
+    /// @param message  any text
     /// @return true, also when the text was dropped
     bool setToastMessage(std::string message);
 
     /// Sets all ten slots to "None" (not to the empty text of a new object) and the count to 0.
     void clearToastMessage();
 
-    /// toastCount.
+    /// @return toastCount
     int getNoOfToast() const;
 
     /// @}
     /// @name Angles
     /// @{
 
-    /// Decimal degrees from degrees, minutes and seconds:
-    /// sign * (degrees + minutes * (1/60) + seconds * (1/3600)), each product and sum rounded once.
-    /// The sign is a factor, usually +1 or -1: 2 doubles the angle, 0 gives 0. Degrees,
-    /// minutes and seconds should not be negative; fractions are accepted, also in degrees and
-    /// minutes.
-    /// @return true
+    /// Gives decimal degrees: sign * (degrees + minutes * (1/60) + seconds * (1/3600)), each
+    /// product and sum rounded once.
     ///   -1, 33, 52, 7.68 -> -33.8688 (within the last digits of a double)
+    /// @param sign  a factor, usually +1 or -1: 2 doubles the angle, 0 gives 0
+    /// @param degrees,minutes,seconds  not negative; fractions are accepted in all three
+    /// @param decimalDegrees  the angle
+    /// @return true
     static bool convertDdFromDms(const short& sign, const double& degrees, const double& minutes,
                                  const double& seconds, double& decimalDegrees);
 
-    /// Degrees, minutes and seconds from decimal degrees; the sign is +1 (also for -0.0) or -1, the
-    /// other results are whole numbers, not negative. Fractions of a second are cut, never rounded,
-    /// so that an angle converted here and back may be nearer to zero by up to one second of arc,
-    /// and an angle that is a whole number of seconds on paper may come out one second less
-    /// (0.018055555555555554, which is 65 seconds, gives 1 minute 4 seconds).
-    /// Parts beyond the 32-bit integers saturate. NaN gives -1, 0, 0, 0.
-    /// @return true
+    /// Gives degrees, minutes and seconds. Fractions of a second are cut, never rounded: an angle
+    /// converted here and back may be nearer to zero by up to one second of arc, and an angle that
+    /// is a whole number of seconds on paper may come out one second less (0.018055555555555554,
+    /// which is 65 seconds, gives 1 minute 4 seconds).
     ///   12.5 -> +1, 12, 30, 0    -33.8688 -> -1, 33, 52, 7    45.999999 -> +1, 45, 59, 59
+    /// @param decimalDegrees  the angle; NaN gives -1, 0, 0, 0
+    /// @param sign  +1, also for -0.0, or -1
+    /// @param degrees,minutes,seconds  whole numbers, not negative; beyond the 32-bit integers they
+    ///                                 saturate
+    /// @return true
     static bool convertDmsFromDd(const double& decimalDegrees, short& sign, double& degrees,
                                  double& minutes, double& seconds);
 

@@ -24,7 +24,6 @@ static_assert(FLT_EVAL_METHOD == 0, "float products have to be rounded to float"
 using rfu::findUnit;
 using rfu::kDbmOfOneWatt;
 using rfu::kPrefixes;
-using rfu::needsAntenna;
 using rfu::Prefix;
 using rfu::Quantity;
 using rfu::ToDbm;
@@ -170,7 +169,7 @@ double connectorLevel(const Unit& unit, double value) noexcept {
 /// The level of a value in a unit of one quantity; 0 for any other unit.
 double connectorLevelOf(Quantity quantity, const QString& name, double value) noexcept {
     const Unit* const unit = findUnit(name);
-    const bool isTaken = unit != nullptr && unit->quantity == quantity && canBeRead(*unit);
+    const bool isTaken = unit != nullptr && unit->quantity == quantity && unit->canBeRead();
     return isTaken ? connectorLevel(*unit, value) : 0.0;
 }
 
@@ -208,7 +207,7 @@ void HMath::setUnit(const QString& val) {
 
 QString HMath::getdBmToUnit(QString sUnit, double fVal, bool isUnitText) {
     const Unit* unit = findUnit(sUnit);
-    if (unit == nullptr || !canBeShown(*unit) || needsAntenna(*unit)) {
+    if (unit == nullptr || !unit->canBeShown() || unit->needsAntenna()) {
         sUnit = QStringLiteral("dBm");
         unit = findUnit(sUnit);
     }
@@ -264,7 +263,7 @@ double HMath::mathRoundOff(double value, int digits) {
 
 double HMath::getUnitTodBm(QString sUnit, double fVal) {
     const Unit* const unit = findUnit(sUnit);
-    const bool isTaken = unit != nullptr && canBeRead(*unit) && !needsAntenna(*unit);
+    const bool isTaken = unit != nullptr && unit->canBeRead() && !unit->needsAntenna();
     return isTaken ? connectorLevel(*unit, fVal) : rfu::kUnknownUnit;
 }
 
@@ -291,25 +290,25 @@ double HMath::getWattmmTodBm(const QString& unit, const double& value) {
 QString HMath::getdBmToField(QString sUnit, double fVal, double fCenter, double fGain,
                              bool isUnitText) {
     const Unit* const unit = findUnit(sUnit);
-    if (unit == nullptr || !canBeShown(*unit) || !needsAntenna(*unit)) {
+    if (unit == nullptr || !unit->canBeShown() || !unit->needsAntenna()) {
         return shownLevel(*this, 0.0, 2, sUnit, isUnitText);
     }
     const double number = fromDbm(*unit, fVal, antennaCorrection(fCenter, fGain));
-    return isLinear(*unit) ? getFieldChangeUnit(sUnit, toFloat(number), isUnitText)
-                           : shownLevel(*this, number, 2, sUnit, isUnitText);
+    return unit->isLinear() ? getFieldChangeUnit(sUnit, toFloat(number), isUnitText)
+                            : shownLevel(*this, number, 2, sUnit, isUnitText);
 }
 
 double HMath::getFieldTodBm(QString sUnit, double fVal, double fCenter, double fGain) {
     const Unit* const unit = findUnit(sUnit);
-    if (unit == nullptr || !canBeRead(*unit) || !needsAntenna(*unit)) {
+    if (unit == nullptr || !unit->canBeRead() || !unit->needsAntenna()) {
         return rfu::kUnknownUnit;
     }
     const double offset = unit->toDbm.offset;
     const double frequencyTerm = decibelOfAmplitude(fCenter);
     const double level = levelBeforeOffset(unit->toDbm, fVal);
     // The order of the sums is part of the results.
-    return isLinear(*unit) ? level + (fGain + offset - frequencyTerm)
-                           : level + offset + fGain - frequencyTerm;
+    return unit->isLinear() ? level + (fGain + offset - frequencyTerm)
+                            : level + offset + fGain - frequencyTerm;
 }
 
 QString HMath::getFieldChangeUnit(QString unit, float value, bool isUnitText) {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr bool shownUnitsHaveScales() noexcept {
     for (const rfu::Unit& unit : rfu::kUnits) {
-        if (canBeShown(unit) != (scaleOf(unit) >= 0)) {
+        if (unit.canBeShown() != (scaleOf(unit) >= 0)) {
             return false;
         }
     }
@@ -31,7 +31,7 @@ double toDbm(const Scale& scale, double value, double frequency, double gain) no
         return value;
     }
     const double level = levelBeforeOffset(scale.toDbm, value) + scale.toDbm.offset;
-    return needsAntenna(*scale.unit) ? level - singleCorrection(frequency, gain) : level;
+    return scale.unit->needsAntenna() ? level - singleCorrection(frequency, gain) : level;
 }
 
 }  // namespace

@@ -16,16 +16,16 @@
 /// "µV" and "µW" is U+00B5 and nothing else: "uV" and the Greek mu U+03BC are unknown. Field units
 /// and dB units have the ASCII letter u instead: "uV/m", "uW/m^2", "dBuV", "dBuV/m".
 ///
-/// In the formulas P is a level in dBm, v a value in the unit, lg the decimal logarithm, f the centre
-/// frequency, G the antenna gain in dBi and D = 20 lg(f / 1 MHz).
+/// In the formulas P is a level in dBm, v a value in the unit, lg the decimal logarithm, f the
+/// centre frequency, G the antenna gain in dBi and D = 20 lg(f / 1 MHz).
 
 namespace rfu {
 
 // clang-format off
 
 /// @name Levels across 50 ohm
-/// 1 mW is U = sqrt(1 mW 50 ohm) = 0.22360680 V, which is -13.010299957 dBV. The offsets are rounded
-/// to 1e-4 dB.
+/// 1 mW is U = sqrt(1 mW 50 ohm) = 0.22360680 V, which is -13.010299957 dBV. The offsets are
+/// rounded to 1e-4 dB.
 /// @{
 inline constexpr double kDbmOfZeroDbv = 13.0103;    ///< 0 dBV in dBm
 inline constexpr double kDbmvOfZeroDbm = 46.9897;   ///< 0 dBm in dBmV
@@ -34,17 +34,17 @@ inline constexpr double kDbmOfOneWatt = 30.0;       ///< 1 W in dBm
 /// @}
 
 /// @name Fields at the antenna
-/// The antenna correction is K = D - 29.8 - G in dB, and E[dBuV/m] = P + 107 + K. Instruments report
-/// fields with offsets rounded to 1 dB, not with the 50 ohm offsets above; power densities with
-/// S = E^2 / (120 pi ohm) and magnetic fields with H = E / (377 ohm). Readings agree with theirs only
-/// with the same offsets and these two impedances of free space.
+/// The antenna correction is K = D - 29.8 - G in dB, and E[dBuV/m] = P + 107 + K. Instruments
+/// report fields with offsets rounded to 1 dB, not with the 50 ohm offsets above; power densities
+/// with S = E^2 / (120 pi ohm) and magnetic fields with H = E / (377 ohm). Readings agree with
+/// theirs only with the same offsets and these two impedances of free space.
 /// @{
 inline constexpr double kAntennaConstant = 29.8;           ///< 29.770704 dB, see docs/units.md
 inline constexpr double kFieldDbuv = 107.0;                ///< 106.9897 dB, rounded
 inline constexpr double kFieldDbmv = 47.0;                 ///< 46.9897 dB, rounded
 inline constexpr double kFieldDbv = 13.0;                  ///< 13.0103 dB, rounded
-inline constexpr double kFieldDbw = 38.75999999999999;     ///< 13 + 10 lg(120 pi) = 38.7633 dB, rounded
-inline constexpr double kFieldDba = 64.53;                 ///< 13 + 20 lg(377) = 64.5268 dB, rounded
+inline constexpr double kFieldDbw = 38.75999999999999;     ///< 13 + 10 lg(120 pi) = 38.7633, rounded
+inline constexpr double kFieldDba = 64.53;                 ///< 13 + 20 lg(377) = 64.5268, rounded
 inline constexpr double kImpedance = 376.99111843077515;   ///< 120 pi ohm
 inline constexpr double kPerImpedance = 0.0026525823848649226;         ///< 1 / (120 pi)
 inline constexpr double kImpedancePerCm2 = 3769911.1843077512;         ///< 120 pi 1e4, for W/cm^2
@@ -61,7 +61,7 @@ inline constexpr double kBackFromDbmv = -17.2;                   ///< 29.8 - 47
 inline constexpr double kBackFromDbv = 42.8;                     ///< 29.8 + 13
 inline constexpr double kBackFromDbmPerM2 = 38.56331118741759;   ///< 29.8 + 13 + 10 lg(120 pi) - 30
 inline constexpr double kBackFromDbwPerM2 = 68.55999999999999;   ///< 29.8 + 38.76
-inline constexpr double kBackFromDba = 94.33000000000001;        ///< 29.8 + 64.53, the next double above
+inline constexpr double kBackFromDba = 94.33000000000001;        ///< 29.8 + 64.53, the double above
 inline constexpr double kDbmOfZeroDbmPerM2 = 8.763311187417589;  ///< 13 + 10 lg(120 pi) - 30
 /// @}
 
@@ -96,17 +96,23 @@ struct QuantityTraits {
     bool isLinear;      ///< proportional to a voltage, power or field: has a level only above 0
 };
 
+// clang-format off
 /// The row of each Quantity.
 inline constexpr QuantityTraits kQuantities[] = {
-    {u"level", false, false},        {u"voltage", false, true},
-    {u"power", false, true},         {u"field strength level", true, false},
-    {u"field strength", true, true}, {u"power density level", true, false},
-    {u"power density", true, true},  {u"magnetic field level", true, false},
-    {u"magnetic field", true, true},
+    {u"level",                false, false},
+    {u"voltage",              false, true},
+    {u"power",                false, true},
+    {u"field strength level", true,  false},
+    {u"field strength",       true,  true},
+    {u"power density level",  true,  false},
+    {u"power density",        true,  true},
+    {u"magnetic field level", true,  false},
+    {u"magnetic field",       true,  true},
 };
+// clang-format on
 
-/// The number that a level P has in a unit. K is added to every P + offset of a quantity that depends
-/// on the antenna.
+/// The number that a level P has in a unit. For a quantity that needs the antenna, K is added to
+/// P + offset.
 enum class FromDbm {
     None,        ///< levels are not shown in the unit by its name
     Unchanged,   ///< P
@@ -126,7 +132,7 @@ enum class ToDbm {
     PowerDensity,  ///< 10 lg(120 pi (v factor)) + offset
 };
 
-/// A name and its conversions.
+/// A unit: its name, what is done with it, and the formulas.
 struct Unit {
     /// From dBm to the unit.
     struct Forward {
@@ -147,11 +153,33 @@ struct Unit {
     Forward fromDbm;             ///< K = D - 29.8 - G in HMath, rounded to single in calculateUnit
     Backward toDbm;              ///< in HMath, which adds G - D to the levels of fields
     double pinned = kNotPinned;  ///< a value whose level is exactly kPinnedLevel
+
+    /// @return what all units of its quantity have in common
+    constexpr const QuantityTraits& traits() const noexcept {
+        return kQuantities[static_cast<int>(quantity)];
+    }
+    /// @return whether conversions need the antenna: HMath::getdBmToField and HMath::getFieldTodBm
+    ///         take such units, HMath::getdBmToUnit and HMath::getUnitTodBm all others
+    constexpr bool needsAntenna() const noexcept { return traits().needsAntenna; }
+    /// @return whether only values above 0 have a level
+    constexpr bool isLinear() const noexcept { return traits().isLinear; }
+    /// @return whether levels are shown in the unit by its name
+    constexpr bool canBeShown() const noexcept { return fromDbm.formula != FromDbm::None; }
+    /// @return whether values are read in the unit
+    constexpr bool canBeRead() const noexcept { return toDbm.formula != ToDbm::None; }
+    /// @return whether the unit is a base unit with a prefix, which the level chooses and nobody
+    ///         asks for
+    constexpr bool isPrefixed() const noexcept { return decades != 0; }
+    /// @return whether HMath::getFieldChangeUnit shows levels in the unit with every prefix of
+    ///         kPrefixes
+    constexpr bool takesEveryPrefix() const noexcept {
+        return canBeShown() && isLinear() && needsAntenna();
+    }
 };
 
 // clang-format off
-/// The vocabulary. The voltages and the powers form ladders, each from its base unit down; the first
-/// step in which a number is at least 0.01 is shown.
+/// The vocabulary. The voltages and the powers form ladders, each from its base unit down; the
+/// first step in which a number is at least 0.01 is shown.
 inline constexpr Unit kUnits[] = {
     {u"dBm",  Quantity::Level, 0, {FromDbm::Unchanged},           {ToDbm::Unchanged}},
     // The rounded images of 100 dBm come back as exactly 100 dBm; only these very values do.
@@ -206,8 +234,9 @@ inline constexpr Unit kUnits[] = {
 };
 // clang-format on
 
-/// Looks a name up in the vocabulary.
-/// @return its row, or null for a name that is not in the vocabulary
+/// Looks a unit up in the vocabulary.
+/// @param name  the whole name
+/// @return its row; null for a name that is not in the vocabulary
 constexpr const Unit* findUnit(QStringView name) noexcept {
     for (const Unit& unit : kUnits) {
         qsizetype same = 0;
@@ -219,43 +248,6 @@ constexpr const Unit* findUnit(QStringView name) noexcept {
         }
     }
     return nullptr;
-}
-
-/// The traits of a unit's quantity.
-constexpr const QuantityTraits& traitsOf(const Unit& unit) noexcept {
-    return kQuantities[static_cast<int>(unit.quantity)];
-}
-
-/// Whether conversions need the antenna: HMath::getdBmToField and HMath::getFieldTodBm take such
-/// units, HMath::getdBmToUnit and HMath::getUnitTodBm all others.
-constexpr bool needsAntenna(const Unit& unit) noexcept {
-    return traitsOf(unit).needsAntenna;
-}
-
-/// Whether only values above 0 have a level.
-constexpr bool isLinear(const Unit& unit) noexcept {
-    return traitsOf(unit).isLinear;
-}
-
-/// Whether levels are shown in the unit by its name.
-constexpr bool canBeShown(const Unit& unit) noexcept {
-    return unit.fromDbm.formula != FromDbm::None;
-}
-
-/// Whether values in the unit are read.
-constexpr bool canBeRead(const Unit& unit) noexcept {
-    return unit.toDbm.formula != ToDbm::None;
-}
-
-/// Whether a prefix in front of a base unit makes the unit: it cannot be shown by its name but comes
-/// about where a level suits it.
-constexpr bool isPrefixed(const Unit& unit) noexcept {
-    return unit.decades != 0;
-}
-
-/// Whether HMath::getFieldChangeUnit shows levels in the unit with every prefix of kPrefixes.
-constexpr bool takesEveryPrefix(const Unit& unit) noexcept {
-    return canBeShown(unit) && isLinear(unit) && needsAntenna(unit);
 }
 
 /// A numeric scale of calculateUnit.
@@ -287,14 +279,16 @@ inline constexpr Scale kScales[] = {
 };
 // clang-format on
 
-/// The scale with an index.
-/// @return its row, or null for an index that is none
+/// Looks a scale up.
+/// @param index  as calculateUnit takes it
+/// @return its row; null for an index that no scale has
 constexpr const Scale* findScale(int index) noexcept {
     return index >= 0 && index < static_cast<int>(std::size(kScales)) ? &kScales[index] : nullptr;
 }
 
-/// The index of the scale that has a unit.
-/// @return -1 for a unit that levels are not shown in
+/// Finds the scale of a unit.
+/// @param unit  a row of kUnits
+/// @return its index; -1 for a unit that levels are not shown in
 constexpr int scaleOf(const Unit& unit) noexcept {
     for (const Scale& scale : kScales) {
         if (scale.unit == &unit) {
@@ -315,8 +309,8 @@ struct Prefix {
 };
 
 // clang-format off
-/// The prefixes from the largest to the smallest; the first whose threshold a field reaches is taken.
-/// The factors of the large ones are single-precision numbers.
+/// The prefixes from the largest to the smallest; the first whose threshold a field reaches is
+/// taken. The factors of the large ones are single-precision numbers.
 inline constexpr Prefix kPrefixes[] = {
     {'G', -9, 1e-9F,  1e9,    1},
     {'M', -6, 1e-6F,  1e6,    1},

@@ -10,8 +10,8 @@ import sys
 LIBRARY = {f"rfUtils/{room}" for room in
            ("units", "presentation", "catalogues", "initial", "trace", "geo", "platform")}
 EVERY_ROOM = LIBRARY | {"rfUtils/detail"}
-# folder: the folders whose headers it may include beside its own; private ones only in its own room
-# and in rfUtils/detail
+# folder: the folders whose headers it may include beside its own; private ones only in its own room,
+# in rfUtils/detail and where named here
 MAY_USE = {
     "rfUtils/detail": set(),
     "rfUtils/platform": {"rfUtils/detail"},
@@ -24,7 +24,7 @@ MAY_USE = {
     "analysis/support": EVERY_ROOM,
     "analysis/recordings": EVERY_ROOM | {"analysis/support"},
     "analysis/statistics": EVERY_ROOM | {"analysis/support", "analysis/recordings"},
-    "analysis/maps": EVERY_ROOM | {"analysis/support"},
+    "analysis/maps": EVERY_ROOM | {"analysis/support", "rfUtils/geo/detail"},
     "analysis/plots": EVERY_ROOM | {"analysis/support"},
     "tools/rfutils": LIBRARY | {"analysis/support", "analysis/recordings", "analysis/statistics",
                                 "analysis/maps", "analysis/plots"},
@@ -56,7 +56,8 @@ def complaints(path, text):
             yield f'includes "{target}": a relative path stays in its own room'
         elif other not in (None, room) and (room is None or other not in MAY_USE[room]):
             yield f"may not use the room {other} ({target})"
-        elif "/detail/" in target and other not in (room, "rfUtils/detail"):
+        elif ("/detail/" in target and other not in (room, "rfUtils/detail")
+              and f"{other}/detail" not in MAY_USE[room]):
             yield f"includes another room's private header {target}"
     if path.startswith("rfUtils/") and path.endswith(".h") and "/detail/" not in path:
         if HEAVY.search(text):

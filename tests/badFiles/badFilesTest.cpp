@@ -3,16 +3,14 @@
 #include "formats.h"
 
 #include <support/deadline.h>
+#include <support/scopedCodec.h>
 #include <support/tempFiles.h>
 #include <support/unprivileged.h>
 
-#include <QTextCodec>
-
-#include <cstdio>
+#include <string>
 #include <vector>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -202,17 +200,9 @@ std::vector<Row> rows() {
 
 class BadFiles : public testing::Test {
 protected:
-    BadFiles() : codecBefore_(QTextCodec::codecForLocale()) {
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
-    }
-    ~BadFiles() override { QTextCodec::setCodecForLocale(codecBefore_); }
-
     std::string write(const Format& format, const std::string& bytes) {
-        remove(format);
         return files.write(format.file, bytes);
     }
-
-    void remove(const Format& format) { std::remove(files.path(format.file).c_str()); }
 
     void expectGoodLoad(Subject& subject, const Format& format, const std::string& after) {
         EXPECT_TRUE(subject.load(write(format, format.good))) << format.file << ' ' << after;
@@ -220,10 +210,8 @@ protected:
     }
 
     Deadline deadline{300};
+    ScopedCodec codec{"ISO 8859-1"};
     TempFiles files;
-
-private:
-    QTextCodec* codecBefore_;
 };
 
 TEST_F(BadFiles, GiveTheStatedAnswerAndDoNoHarm) {
@@ -246,49 +234,6 @@ TEST_F(BadFiles, CutAtAnyLengthDoNoHarm) {
         for (std::size_t length = 0; length < format->good.size(); ++length) {
             subject->load(write(*format, format->good.substr(0, length)));
             expectGoodLoad(*subject, *format, "cut to " + std::to_string(length));
-        }
-    }
-}
-
-/// A file that is none, made at a path.
-struct NoFile {
-    const char* what;
-    std::function<void(const std::string&)> make;
-    const char* setupsSay;  // with the path for %
-};
-
-const std::vector<NoFile> kNoFiles = {
-    {"missing", [](const std::string&) {}, "Not found json file. -> \"%\""},
-    {"folder", [](const std::string& path) { mkdir(path.c_str(), 0700); },
-     "\"not a regular file\""},
-    {"FIFO", [](const std::string& path) { mkfifo(path.c_str(), 0600); }, "\"not a regular file\""},
-    {"device", [](const std::string& path) { EXPECT_EQ(symlink("/dev/zero", path.c_str()), 0); },
-     "\"not a regular file\""},
-    {"dangling link", [](const std::string& path) { EXPECT_EQ(symlink("none", path.c_str()), 0); },
-     "Not found json file. -> \"%\""},
-};
-
-std::string withPath(std::string text, const std::string& path) {
-    const std::size_t at = text.find('%');
-    return at == std::string::npos ? text : text.replace(at, 1, path);
-}
-
-TEST_F(BadFiles, ThatAreNoFilesLeaveWhatIsHeld) {
-    for (const Format* format : kFormats) {
-        for (const NoFile& noFile : kNoFiles) {
-            const std::string what = std::string(format->file) + ": " + noFile.what;
-            const auto subject = format->make();
-            expectGoodLoad(*subject, *format, "new");
-            remove(*format);
-            const std::string path = files.path(format->file);
-            noFile.make(path);
-            EXPECT_FALSE(subject->load(path)) << what;
-            EXPECT_EQ(subject->said(),
-                      format == &kSetups ? withPath(noFile.setupsSay, path) : format->missing)
-                << what;
-            EXPECT_EQ(subject->holds(), format->missingHolds) << what;
-            expectGoodLoad(*subject, *format, noFile.what);
-            remove(*format);
         }
     }
 }

@@ -1,6 +1,6 @@
-// Every refusal of every loader: what a new object holds afterwards, what one holds that had a good
-// file, and that every other operation works on. Nothing is ever half described: what was read
-// before the refusal is there whole, the rest is as it was.
+// Every refusal of every loader: the content of a new object afterwards, the content of one that had
+// loaded a good file, and that all other operations still work. Fields are either read completely
+// before the refusal or unchanged.
 #include "formats.h"
 
 #include <support/deadline.h>
@@ -36,7 +36,7 @@ Load bytes(const std::string& content) {
     };
 }
 
-/// Something that is no file, made under the name.
+/// Loads a path at which `make` has created something other than a regular file.
 Load made(int (*make)(const char* path)) {
     return [make](Subject& subject, const std::string& path) {
         EXPECT_EQ(make(path.c_str()), 0) << path;
@@ -61,18 +61,34 @@ constexpr char kColumns[] = "Too many columns in the file. Unable to open";
 constexpr char kRows[] = "Too many rows in the file. Unable to open";
 
 void addNoFiles(std::vector<Refusal>& refusals, const Format& format, const std::string& newHolds) {
-    const bool tells = &format == &kSetups;  // what is wrong, not only that it is not found
-    const std::string noFile = tells ? "\"not a regular file\"" : format.missing;
-    refusals.push_back({format, "missing", missing(),
-                        tells ? "Not found json file. -> \"%\"" : format.missing, newHolds,
-                        format.missingHolds});
-    refusals.push_back({format, "folder", made([](const char* path) { return mkdir(path, 0700); }),
-                        noFile, newHolds, format.missingHolds});
-    refusals.push_back({format, "FIFO", made([](const char* path) { return mkfifo(path, 0600); }),
-                        noFile, newHolds, format.missingHolds});
-    refusals.push_back({format, "device",
-                        made([](const char* path) { return symlink("/dev/zero", path); }), noFile,
-                        newHolds, format.missingHolds});
+    constexpr char kMissing[] = "Not found json file. -> \"%\"";
+    constexpr char kNotRegular[] = "\"not a regular file\"";
+    const struct {
+        const char* what;
+        Load load;
+        const char* setupsSay;
+    } kNoFiles[] = {
+        {"missing", missing(), kMissing},
+        {"dangling link", made([](const char* path) { return symlink("none", path); }), kMissing},
+        {"link to itself", made([](const char* path) { return symlink(path, path); }), kMissing},
+        {"folder", made([](const char* path) { return mkdir(path, 0700); }), kNotRegular},
+        {"link to a folder", made([](const char* path) { return symlink("/", path); }),
+         kNotRegular},
+        {"FIFO", made([](const char* path) { return mkfifo(path, 0600); }), kNotRegular},
+        {"link to a FIFO", made([](const char* path) {
+             const std::string fifo = path + ".fifo"s;
+             unlink(fifo.c_str());
+             return mkfifo(fifo.c_str(), 0600) != 0 ? -1 : symlink(fifo.c_str(), path);
+         }),
+         kNotRegular},
+        {"device", made([](const char* path) { return symlink("/dev/zero", path); }), kNotRegular},
+        {"terminal", made([](const char* path) { return symlink("/dev/tty", path); }), kNotRegular},
+    };
+    for (const auto& noFile : kNoFiles) {
+        refusals.push_back({format, noFile.what, noFile.load,
+                            &format == &kSetups ? noFile.setupsSay : format.missing, newHolds,
+                            format.missingHolds});
+    }
 }
 
 void addBadJson(std::vector<Refusal>& refusals) {

@@ -57,7 +57,7 @@ struct Loader {
     const MessageLog log;
 };
 
-/// What a new list holds and logs after loading this JSON.
+/// Loads JSON into a new list and compares what it logs and holds.
 void expectLoad(const char* json, const Lines& lines, const Setups& setups) {
     Loader loader;
     EXPECT_TRUE(loader.loadText(json)) << json;

@@ -1,17 +1,16 @@
 #include <rfUtils/detail/numberPrefix.h>
+#include <support/limits.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <string>
 
 using rfu::detail::decimalPrefix;
 using rfu::detail::integerPrefix;
+using rfu::test::kInf;
 
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
 
 TEST(DecimalPrefix, ReadsTheLongestValidPrefix) {
     const struct {

@@ -1,4 +1,5 @@
 #include <rfUtils/detail/saturate.h>
+#include <support/limits.h>
 
 #include <gtest/gtest.h>
 
@@ -7,11 +8,10 @@
 
 using rfu::detail::toFloat;
 using rfu::detail::toInt32;
+using rfu::test::kInf;
+using rfu::test::kNan;
 
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 TEST(ToInt32, TruncatesTowardZeroAndSaturates) {
     const struct {

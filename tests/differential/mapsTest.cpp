@@ -170,7 +170,8 @@ protected:
         for (int row = 0; row < kTouchedRows; ++row) {
             std::fill(map->grid[row], map->grid[row] + kTouchedColumns, 77.0F);
         }
-        ASSERT_EQ((map.get()->*loader)(family), loads) << testing::PrintToString(text);
+        const bool loaded = (map.get()->*loader)(QString::fromStdString(files.path(name)));
+        ASSERT_EQ(loaded, loads) << testing::PrintToString(text);
         ASSERT_EQ(map->errMsg, expected->errMsg) << testing::PrintToString(text);
         ASSERT_TRUE(sameFields(*map, *expected)) << testing::PrintToString(text);
         for (int row = 0; row < kTouchedRows; ++row) {
@@ -183,7 +184,6 @@ protected:
     }
 
     TempFiles files;
-    const QString family = QString::fromStdString(files.path("map"));
     const std::unique_ptr<veltaGEO> map = std::make_unique<veltaGEO>();
     const std::unique_ptr<veltaGEO> expected = std::make_unique<veltaGEO>();
 };
@@ -229,17 +229,74 @@ TEST_F(DifferentialMapFiles, LoadColorTable) {
     }
 }
 
-TEST_F(DifferentialMapFiles, GridFilesCutAtAnyLength) {
-    const std::string asc =
-        "ncols 4\nnrows 2\nxllcorner -1.5\nyllcorner 2\ncellsize 3\nNODATA_value -9\n"
-        "1 2 3 4\r\n5.5 -6e2 \"7 x\" 0x8\n\xEF\xBB\xBF 1 \"2 3";
-    const std::string hdr =
-        "NROWS 12\nNCOLS 9\nPIXELTYPE FLOAT\nULXMAP -69.25\r\nULYMAP 45\nXDIM 0.1\nNODATA -1e3\n";
-    for (std::size_t length = 0; length <= asc.size(); ++length) {
-        expectModelled("map.asc", asc.substr(0, length), ascModel, &veltaGEO::loadASCFile);
+/// Each '#' of a text becomes a number.
+std::string withNumbers(Samples& samples, const std::string& text) {
+    std::string result;
+    for (const char c : text) {
+        result += c == '#' ? cell(samples) : std::string(1, c);
     }
-    for (std::size_t length = 0; length <= hdr.size(); ++length) {
-        expectModelled("map.hdr", hdr.substr(0, length), hdrModel, &veltaGEO::loadHDRFile);
+    return result;
+}
+
+TEST_F(DifferentialMapFiles, loadTabFile) {
+    const std::vector<std::string> lines = {
+        "!#",
+        "File \"#.bil\"",
+        "Type \"RASTER\"",
+        "Units \"degree\"",
+        "Units \"m\"",
+        "CoordSys Earth Projection 8, 104, \"m\", #, #, 0.9996, #, #",
+        "(#,#) (1,2) Label \"Pt 1\",",
+        "(#,#) (#,#) Label \"Pt 2\"",
+        "# # # # # \"Pt 3\"",
+        "(#,#) (1,2) Label \"Pt 4\" #",
+        "(#,#) (1,2) Label \"Pt 4\",",
+        "(#,#) (1,2) Label \"Pt 5\","};
+    Samples samples(20240928);
+    for (int done = 0; done < caseCount() && !HasFatalFailure();) {
+        std::string text;
+        for (std::uint64_t i = samples.below(20); i > 0; --i, ++done) {
+            text += samples.below(10) == 0 ? samples.text(kAnyByte, 30)
+                                           : withNumbers(samples, samples.oneOf(lines));
+            text += samples.below(4) == 0 ? "\r\n" : "\n";
+        }
+        text += samples.below(20) == 0 ? "Type \"NATIVE\"\nUnits \"m\"" : "";
+        expectModelled("map.tab", text, tabModel, &veltaGEO::loadTabFile);
+    }
+}
+
+TEST_F(DifferentialMapFiles, CutAtAnyLengthAndWithAnyByteChanged) {
+    const struct {
+        const char* name;
+        std::string text;
+        Model model;
+        Loader loader;
+    } kFiles[] = {
+        {"map.asc",
+         "ncols 4\nnrows 2\nxllcorner -1.5\nyllcorner 2\ncellsize 3\nNODATA_value -9\n"
+         "1 2 3 4\r\n5.5 -6e2 \"7 x\" 0x8\n\xEF\xBB\xBF 1 \"2 3",
+         ascModel, &veltaGEO::loadASCFile},
+        {"map.hdr",
+         "NROWS 12\nNCOLS 9\nPIXELTYPE FLOAT\nULXMAP -69.25\r\nULYMAP 45\nXDIM 0.1\nNODATA -1e3\n",
+         hdrModel, &veltaGEO::loadHDRFile},
+        {"map.clr", "-10 0 0 255\n0 0 255 0\n0 255 0 0\n1e3 255 255 255\n", clrModel,
+         &veltaGEO::LoadColorTable},
+        {"map.tab",
+         "!table\nDefinition Table\nFile \"map.bil\"\nType \"RASTER\"\n"
+         "(500000,0) (0,0) Label \"Pt 1\",\n(5e5,9) (0,0) Label \"Pt 4\",\n"
+         "CoordSys Earth Projection 8, 104, \"m\", -69, 0, 0.9996, 500000, 10000000\n"
+         "Units \"m\"\n",
+         tabModel, &veltaGEO::loadTabFile},
+    };
+    for (const auto& file : kFiles) {
+        for (std::size_t at = 0; at < file.text.size(); ++at) {
+            expectModelled(file.name, file.text.substr(0, at), file.model, file.loader);
+            for (const char byte : {'\0', '\n', '\r', '"', ' ', '9', '-', 'e', '\xFF'}) {
+                std::string text = file.text;
+                text[at] = byte;
+                expectModelled(file.name, text, file.model, file.loader);
+            }
+        }
     }
 }
 

@@ -11,10 +11,10 @@ namespace {
 
 using namespace rfu::test;
 
-const Range kFrequencies = {-4000.0,
-                            8000.0,
-                            {1000.0, 1.0, 0.001, 0.0001, -1000.0, -1.0, -0.001, 1e-6, 0.0000019,
-                             2147.483647, 2147.483648, 0.0}};
+const Range kTextFrequencies = {-4000.0,
+                                8000.0,
+                                {1000.0, 1.0, 0.001, 0.0001, -1000.0, -1.0, -0.001, 1e-6, 0.0000019,
+                                 2147.483647, 2147.483648, 0.0}};
 
 std::string frequencyText(double f) {
     const double a = std::fabs(f);
@@ -152,7 +152,7 @@ TEST(DifferentialPresentation, makeFrequencyUnit) {
     Samples samples(20240904);
     const rfUtils utils;
     for (int i = caseCount(); i > 0; --i) {
-        const double f = samples.number(kFrequencies);
+        const double f = samples.number(kTextFrequencies);
         ASSERT_EQ(unsignedNan(utils.makeFrequencyUnit(f)), unsignedNan(frequencyText(f)))
             << std::hexfloat << f;
     }
@@ -162,7 +162,7 @@ TEST(DifferentialPresentation, convertFreqWidthUnit) {
     Samples samples(20240905);
     const rfUtils utils;
     for (int i = caseCount(); i > 0; --i) {
-        const double w = samples.number(kFrequencies);
+        const double w = samples.number(kTextFrequencies);
         ASSERT_EQ(utils.convertFreqWidthUnit(w).toStdString(), widthText(w)) << std::hexfloat << w;
     }
 }
@@ -191,7 +191,7 @@ TEST(DifferentialPresentation, makeBoundaryMsgOfNumbers) {
         const double max = samples.number(limits);
         const double min = samples.number(limits);
         const int type = randomType(samples);
-        utils.fCenter = samples.coin() ? 100.0 : samples.number(kFrequencies);
+        utils.fCenter = samples.coin() ? 100.0 : samples.number(kTextFrequencies);
         utils.fGain = samples.coin() ? 0.0 : samples.number({-20.0, 60.0, {}});
         RangeUnit unit{utils.hMath.unit().toStdString()};
         const std::string expected = rangeText(max, min, type, utils.fCenter, utils.fGain, unit);

@@ -9,8 +9,8 @@ namespace {
 using namespace rfu::test;
 
 const Range kLevels = {-200.0, 150.0, {0.0, 13.0103, -46.9897, 30.0}};
-const Range kFrequencies = {0.0, 30000.0, {1.0, 100.0, 1000.0}};
-const Range kGains = {-20.0, 60.0, {0.0}};
+const Range kScaleFrequencies = {0.0, 30000.0, {1.0, 100.0, 1000.0}};
+const Range kScaleGains = {-20.0, 60.0, {0.0}};
 
 double correction(double frequency, double gain) {
     return static_cast<float>(20.0 * std::log10(frequency) + (-29.8 - gain));
@@ -100,10 +100,10 @@ double fromScale(double v, double frequency, int scale, double gain, double befo
 struct Arguments {
     explicit Arguments(Samples& samples)
         : value(samples.number(kLevels)),
-          frequency(samples.number(kFrequencies)),
+          frequency(samples.number(kScaleFrequencies)),
           scale(samples.below(20) == 0 ? samples.anyInteger()
                                        : static_cast<int>(samples.below(19)) - 1),
-          gain(samples.number(kGains)),
+          gain(samples.number(kScaleGains)),
           before(samples.anyPattern()) {}
 
     double value;

@@ -319,4 +319,34 @@ TEST_F(BilGrid, DecodesAFileThatBeginsWithAMarkUnderAnyCodec) {
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(map->grid[0]), 4), "abcd");
 }
 
+TEST_F(BilGrid, OnlyAPixelTypeLineChangesIsFloat) {
+    const ScopedCodec codec("ISO 8859-1");
+    write("map.bil", bytesOf({1, 2, 3}));
+    write("other.asc", "ncols 3\nnrows 1\nNODATA_value 0\n7 8 9\n");
+    const auto loadHdr = [this](const char* text) {
+        write("map.hdr", text);
+        EXPECT_TRUE(map->loadHDRFile(path("map.hdr"))) << text;
+    };
+    const auto expectBothLoadsKeep = [this](std::int32_t isFloat) {
+        for (int round = 0; round < 2; ++round) {
+            EXPECT_TRUE(map->loadBILFile(path("map.bil")));
+            EXPECT_EQ(map->isFloat, isFloat) << "BIL, round " << round;
+            map->grid[0][0] = 77.0F;
+            EXPECT_TRUE(map->loadBILFile(path("map.bil")));
+            EXPECT_EQ(map->isFloat, isFloat) << "BIL again, round " << round;
+            EXPECT_EQ(map->grid[0][0], isFloat == 1 ? 1.0F : 77.0F) << round;
+            EXPECT_TRUE(map->loadASCFile(path("other.asc")));
+            EXPECT_EQ(map->isFloat, isFloat) << "ASC, round " << round;
+        }
+    };
+    loadHdr("NCOLS 3\nNROWS 1\nPIXELTYPE FLOAT\n");
+    expectBothLoadsKeep(1);
+    loadHdr("NCOLS 3\nNROWS 1\n");
+    expectBothLoadsKeep(1);
+    loadHdr("PIXELTYPE SIGNEDINT\n");
+    expectBothLoadsKeep(0);
+    loadHdr("NCOLS 3\nNROWS 1\n");
+    expectBothLoadsKeep(0);
+}
+
 }  // namespace

@@ -7,7 +7,7 @@ rm -rf "$work"
 mkdir -p "$work"
 export PKG_CONFIG_PATH=$prefix/$libdir/pkgconfig
 test "$(pkg-config --modversion rfUtils)" = 1.0.0
-# shellcheck disable=SC2046  # the flags are words
-"$cxx" -std=c++17 "$source/examples/minimal/main.cpp" $(pkg-config --cflags --libs rfUtils) -o "$work/levels"
+# pkg-config escapes the blanks in a folder's name for a shell that reads its output as a command line.
+eval '"$cxx" -std=c++17 "$source/examples/minimal/main.cpp"' "$(pkg-config --cflags --libs rfUtils)" '-o "$work/levels"'
 export LD_LIBRARY_PATH=$prefix/$libdir
 expect_output "$work/levels" minimal

@@ -1,15 +1,15 @@
 #include <rfUtils/presentation/rfUtils.h>
+#include <support/limits.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
+
+using rfu::test::kInf;
+using rfu::test::kIntMax;
+using rfu::test::kNan;
 
 namespace {
-
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kIntMax = 2147483647.0;
 
 // The rows of many digits: exact rational arithmetic, rounded to a double after each step.
 TEST(ConvertDdFromDms, AddsMinutesAndSeconds) {
@@ -76,7 +76,7 @@ TEST(ConvertDmsFromDd, CutsToWholeSeconds) {
         {"degrees saturate, then the rest does", 1e300, 1, kIntMax, kIntMax, kIntMax},
         {"infinity", kInf, 1, kIntMax, kIntMax, kIntMax},
         {"minus infinity", -kInf, -1, kIntMax, kIntMax, kIntMax},
-        {"NaN", kNaN, -1, 0.0, 0.0, 0.0},
+        {"NaN", kNan, -1, 0.0, 0.0, 0.0},
     };
     for (const auto& row : kCases) {
         short sign = 77;

@@ -1,4 +1,5 @@
 #include <rfUtils/presentation/rfUtils.h>
+#include <support/limits.h>
 
 #include <QTextCodec>
 
@@ -8,14 +9,14 @@
 #include <limits>
 #include <vector>
 
+using rfu::test::kInf;
+using rfu::test::kIntMax;
+using rfu::test::kIntMin;
+using rfu::test::kNan;
+
 namespace {
 
 using Strings = std::vector<std::string>;
-
-constexpr int kIntMax = std::numeric_limits<int>::max();
-constexpr int kIntMin = std::numeric_limits<int>::min();
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(IntegerBoundaryMessage, HasItsOwnSuffixes) {
     const struct {
@@ -157,7 +158,7 @@ TEST_F(BoundaryMessage, PrintsTwoDecimalsAsCDoes) {
         {"large", 1e22, "10000000000000000000000.00"},
         {"infinity", kInf, "inf"},
         {"minus infinity", -kInf, "-inf"},
-        {"NaN", kNaN, "nan"},
+        {"NaN", kNan, "nan"},
     };
     for (const auto& row : kCases) {
         const std::string text = row.text;

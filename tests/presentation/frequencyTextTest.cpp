@@ -1,14 +1,15 @@
 #include <rfUtils/presentation/rfUtils.h>
+#include <support/limits.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-namespace {
+using rfu::test::kInf;
+using rfu::test::kNan;
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+namespace {
 
 double above(double value) {
     return std::nextafter(value, kInf);
@@ -70,7 +71,7 @@ TEST(MakeFrequencyUnit, PrintsAFixedNumberOfDecimals) {
         {"exact tie in kHz goes to even, up", 0.0234375, "23.438 kHz"},
         // divided by 1000 it would end in 1708984
         {"multiplied by 0.001, not divided", 1000000000000001.75, "1000000000000.001831055 GHz"},
-        {"NaN", kNaN, "0 Hz"},
+        {"NaN", kNan, "0 Hz"},
         {"infinity", kInf, "inf GHz"},
         {"minus infinity", -kInf, "-inf GHz"},
         {"smallest", std::numeric_limits<double>::denorm_min(), "0 Hz"},
@@ -136,7 +137,7 @@ TEST(ConvertFreqWidthUnit, PrintsAtMostSixDigits) {
         {"hundredth of a hertz", 0.00000001, "0.01Hz"},
         {"four zeros without exponent", 1e-10, "0.0001Hz"},
         {"five zeros take an exponent", 1e-11, "1e-05Hz"},
-        {"NaN", kNaN, "nanHz"},
+        {"NaN", kNan, "nanHz"},
         {"infinity", kInf, "infGHz"},
         {"minus infinity", -kInf, "-infHz"},
     };

@@ -1,21 +1,21 @@
 #include <rfUtils/presentation/rfUtils.h>
+#include <support/limits.h>
 
 #include <QVariant>
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
+
+using rfu::test::kIntMin;
 
 namespace {
 
 using Calls = std::vector<std::string>;
 using DoublePtr = std::shared_ptr<DoubleElfItem>;
 using IntPtr = std::shared_ptr<IntElfItem>;
-
-constexpr int kIntMin = std::numeric_limits<int>::min();
 
 /// Writes down every call, in order, with the type of the value.
 class RecordingServer : public ServerItem {

@@ -105,12 +105,12 @@ TEST(OwnObjects, Traces) {
 TEST(OwnObjects, Maps) {
     inSeveralThreads([] {
         const auto map = std::make_unique<veltaGEO>();
-        EXPECT_TRUE(map->loadASCFile(QStringLiteral(RFUTILS_SAMPLES "/terrain")));
+        EXPECT_TRUE(map->loadASCFile(QStringLiteral(RFUTILS_SAMPLES "/terrain.asc")));
         const float corner = map->grid[0][0];
-        EXPECT_TRUE(map->loadHDRFile(QStringLiteral(RFUTILS_SAMPLES "/terrain_bil")));
-        EXPECT_TRUE(map->loadBILFile(QStringLiteral(RFUTILS_SAMPLES "/terrain_bil")));
+        EXPECT_TRUE(map->loadHDRFile(QStringLiteral(RFUTILS_SAMPLES "/terrain_bil.hdr")));
+        EXPECT_TRUE(map->loadBILFile(QStringLiteral(RFUTILS_SAMPLES "/terrain_bil.bil")));
         EXPECT_TRUE(map->loadTabFile(QStringLiteral(RFUTILS_SAMPLES "/terrain.tab")));
-        EXPECT_TRUE(map->LoadColorTable(QStringLiteral(RFUTILS_SAMPLES "/terrain")));
+        EXPECT_TRUE(map->LoadColorTable(QStringLiteral(RFUTILS_SAMPLES "/terrain.clr")));
         EXPECT_NE(corner, 0.0F);
     });
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <sstream>
 
@@ -70,7 +72,10 @@ TEST(Frame, namesOfFilesAreUtf8WhateverTheCodec) {
     const SampleFolder folder;
     folder.add("m\u00FCnchen.json",
                R"({"a": [{"id": "x", "label": "y", "enum": 1, "dispSeq": 2}]})");
-    qputenv("LD_PRELOAD", RFUTILS_EIGHT_BIT_CODEC);
+    // Blanks separate the names in LD_PRELOAD, and the build folder may have some in its name.
+    const QString codec = QDir(folder.path()).filePath(QStringLiteral("codec.so"));
+    ASSERT_TRUE(QFile::link(QStringLiteral(RFUTILS_EIGHT_BIT_CODEC), codec));
+    qputenv("LD_PRELOAD", codec.toUtf8());
     const CommandResult result = runCommand(
         {"catalogue", QString::fromUtf8("m\u00FCnchen.json"), "--format", "csv"}, "", folder);
     qunsetenv("LD_PRELOAD");

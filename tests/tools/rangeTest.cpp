@@ -67,6 +67,15 @@ TEST(Range, labelsWithoutTheirPrefixAreNoted) {
     });
 }
 
+TEST(Range, helpListsTheCodes) {
+    const std::string help = runCommand({"range", "--help"}).output;
+    for (const char* code :
+         {"   0 frequency (limits in MHz) ", "   1 dB, integers too ", "   6 Sec, integers only ",
+          "  13 dBuV (limits in dBm) ", "  23 empty text, integers too\n"}) {
+        EXPECT_NE(help.find(code), std::string::npos) << code;
+    }
+}
+
 TEST(Range, wrongUse) {
     const std::string help = " (see rfutils range --help)\n";
     expectCommands({

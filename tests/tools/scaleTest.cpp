@@ -84,6 +84,15 @@ TEST(Scale, csvAndJson) {
     });
 }
 
+TEST(Scale, helpListsTheScalesInColumns) {
+    const std::string help = runCommand({"scale", "--help"}).output;
+    EXPECT_NE(
+        help.find("\n   0 dBm       3 dBuV      6 dBuV/m    9 V/m      12 dBW/m^2  15 W/cm^2\n"
+                  "   1 dBV       4 V         7 dBmV/m   10 W/m^2    13 A/m\n"
+                  "   2 dBmV      5 W         8 dBV/m    11 dBm/m^2  14 dBA/m\n\n"),
+        std::string::npos);
+}
+
 TEST(Scale, wrongUse) {
     const std::string help = " (see rfutils scale --help)\n";
     expectCommands({

@@ -195,7 +195,12 @@ TEST(Tab, saysWhatIsWrong) {
     const std::string missing = "the control point Pt ";
     expectCommands({bad("missing", "none.tab", "No such file or directory"),
                     bad("directory", "folder.tab", "Is a directory"),
-                    bad("no raster", "vector.tab", "File not supported"),
+                    {"no raster",
+                     {"tab", "vector.tab"},
+                     "",
+                     1,
+                     "",
+                     "rfutils: vector.tab:6: File not supported\n"},
                     bad("empty", "empty.tab", missing + "1 is missing"),
                     bad("cut short", "cut.tab", missing + "4 is missing"),
                     bad("a point in a comment", "comment.tab", missing + "1 is missing"),

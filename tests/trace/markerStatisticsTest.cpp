@@ -1,16 +1,19 @@
 #include "markerData.h"
 
+#include <support/limits.h>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
+using rfu::test::kInf;
+using rfu::test::kNan;
+
 namespace {
 
 using Values = std::vector<double>;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kMax = std::numeric_limits<double>::max();
 const double kJustAboveMark = std::nextafter(-999.0, 0.0);
 
@@ -44,20 +47,20 @@ TEST(MarkerStatistics, OfHandWorkedValues) {
         {"oldest is the mark", {-999.0, -40.0, -30.0}, -35.0, -30.0, -40.0},
         {"oldest is the mark, all above 999", {-999.0, 1200.0, 1500.0}, 1350.0, 1500.0, 999.0},
         {"oldest is measured, all above 999", {1500.0, 1200.0}, 1350.0, 1500.0, 1200.0},
-        {"marks only", {-999.0, -999.0}, kNaN, -999.0, 999.0},
+        {"marks only", {-999.0, -999.0}, kNan, -999.0, 999.0},
         {"below the mark", {-999.0, -2001.0}, -2001.0, -999.0, -2001.0},
         {"next to the mark is measured",
          {kJustAboveMark},
          kJustAboveMark,
          kJustAboveMark,
          kJustAboveMark},
-        {"NaN is the oldest", {kNaN, -5.0, -7.0}, kNaN, -5.0, -7.0},
-        {"NaN is the newest", {-5.0, -7.0, kNaN}, kNaN, -5.0, -7.0},
-        {"NaN between", {-7.0, kNaN, -5.0}, kNaN, -5.0, -7.0},
-        {"NaN only", {kNaN, kNaN}, kNaN, kNaN, kNaN},
-        {"NaN then mark", {kNaN, -999.0}, kNaN, -999.0, kNaN},
-        {"mark then NaN", {-999.0, kNaN}, kNaN, -999.0, 999.0},
-        {"infinities", {-kInf, 3.0, kInf}, kNaN, kInf, -kInf},
+        {"NaN is the oldest", {kNan, -5.0, -7.0}, kNan, -5.0, -7.0},
+        {"NaN is the newest", {-5.0, -7.0, kNan}, kNan, -5.0, -7.0},
+        {"NaN between", {-7.0, kNan, -5.0}, kNan, -5.0, -7.0},
+        {"NaN only", {kNan, kNan}, kNan, kNan, kNan},
+        {"NaN then mark", {kNan, -999.0}, kNan, -999.0, kNan},
+        {"mark then NaN", {-999.0, kNan}, kNan, -999.0, 999.0},
+        {"infinities", {-kInf, 3.0, kInf}, kNan, kInf, -kInf},
         {"minus infinity only", {-kInf}, -kInf, -kInf, -kInf},
         {"plus infinity only", {kInf}, kInf, kInf, kInf},
         {"the sum overflows", {kMax, kMax}, kInf, kMax, kMax},
@@ -165,8 +168,8 @@ TEST(CountLimit, CountsWhatIsStrictlyAbove) {
         {"some of them", {-30.0, -40.0, -50.0, -20.0}, -40.0, 2},
         {"the mark counts as a number", {-999.0, -999.0, -1000.0}, -999.5, 2},
         {"the mark at its own limit", {-999.0}, -999.0, 0},
-        {"NaN never counts", {kNaN, 1.0}, -kInf, 1},
-        {"nothing is above NaN", {1.0, kInf}, kNaN, 0},
+        {"NaN never counts", {kNan, 1.0}, -kInf, 1},
+        {"nothing is above NaN", {1.0, kInf}, kNan, 0},
         {"infinity is above the largest", {kInf, kMax}, kMax, 1},
         {"nothing is above infinity", {kInf}, kInf, 0},
         {"positive zero is not above negative zero", {0.0}, -0.0, 0},

@@ -1,16 +1,18 @@
 // The sixteen scales. At 1000 MHz and 0 dBi the antenna correction is 60 - 29.8 = 30.2 dB, which
 // rounded to single precision is 30.200000762939453125.
 #include <rfUtils/units/calculateUnit.h>
+#include <support/limits.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
+using rfu::test::kInf;
+using rfu::test::kNan;
+
 namespace {
 
-constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kUntouched = 12345.678;
 constexpr double kSingle = 30.200000762939453125;
 

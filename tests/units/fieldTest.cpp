@@ -14,7 +14,7 @@ using rfu::test::utf8;
 
 namespace {
 
-struct Shown {
+struct FieldCase {
     const char* name;
     const char* unit;
     double dBm;
@@ -24,7 +24,7 @@ struct Shown {
     const char* unitShown;
 };
 
-void expectShown(const Shown& row) {
+void expectField(const FieldCase& row) {
     SCOPED_TRACE(row.name);
     for (const bool isUnitText : {false, true}) {
         Probe probe;
@@ -40,7 +40,7 @@ void expectShown(const Shown& row) {
 }
 
 TEST(DbmToField, EveryUnit) {
-    const Shown kCases[] = {
+    const FieldCase kCases[] = {
         {"dBuV/m", "dBuV/m", -30.0, 100.0, 0.0, "87.20", "dBuV/m"},
         {"dBmV/m", "dBmV/m", -30.0, 100.0, 0.0, "27.20", "dBmV/m"},
         {"dBV/m", "dBV/m", -30.0, 100.0, 0.0, "-32.80", "dBV/m"},
@@ -88,8 +88,8 @@ TEST(DbmToField, EveryUnit) {
         {"a field of no frequency", "W/m^2", -30.0, -1.0, 0.0, "", ""},
         {"below every prefix", "V/m", -600.0, 100.0, 0.0, "", ""},
     };
-    for (const Shown& row : kCases) {
-        expectShown(row);
+    for (const FieldCase& row : kCases) {
+        expectField(row);
     }
 }
 
@@ -98,8 +98,8 @@ TEST(DbmToField, AnyOtherUnitShowsZeroAndIsStoredAsGiven) {
          {"",        "dBm",    "dBV",     "dBuV",   "V",      "W",         "mV",
           "mV/m",    "uV/m",   "pV/m",    "mW/m^2", "uW/m^2", "mA/m",      "w/cm^2",
           "mW/cm^2", "dBuv/m", "dBuV/m ", "DBUV/M", "v/m",    "\u00B5V/m", "anything"}) {
-        expectShown({name, name, -30.0, 100.0, 0.0, "0.00", name});
-        expectShown({name, name, kNan, -1.0, 0.0, "0.00", name});
+        expectField({name, name, -30.0, 100.0, 0.0, "0.00", name});
+        expectField({name, name, kNan, -1.0, 0.0, "0.00", name});
     }
 }
 

@@ -11,7 +11,7 @@ using rfu::test::utf8;
 
 namespace {
 
-struct Shown {
+struct LevelCase {
     const char* name;
     const char* unit;
     double dBm;
@@ -19,7 +19,7 @@ struct Shown {
     const char* unitShown;
 };
 
-void expectShown(const Shown& row) {
+void expectLevel(const LevelCase& row) {
     SCOPED_TRACE(row.name);
     Probe probe;
     probe.math.setUnit(text(row.unitShown));  // a unit that stays is announced all the same
@@ -36,7 +36,7 @@ void expectShown(const Shown& row) {
 }
 
 TEST(DbmToUnit, Levels) {
-    const Shown kCases[] = {
+    const LevelCase kCases[] = {
         {"dBm", "dBm", -30.0, "-30.0", "dBm"},
         {"dBm, a tie goes away from zero", "dBm", 0.25, "0.3", "dBm"},
         {"dBm, a negative tie too", "dBm", -0.25, "-0.3", "dBm"},
@@ -61,8 +61,8 @@ TEST(DbmToUnit, Levels) {
         {"minus infinite", "dBV", -kInf, "-inf", "dBV"},
         {"not a number", "dBm", kNan, "nan", "dBm"},
     };
-    for (const Shown& row : kCases) {
-        expectShown(row);
+    for (const LevelCase& row : kCases) {
+        expectLevel(row);
     }
 }
 
@@ -75,8 +75,8 @@ TEST(DbmToUnit, AnyOtherUnitIsDroppedForDbm) {
         "V\u200B", "dBuVdBuV", "kW",      "dBuV\n",
     };
     for (const char* name : kNames) {
-        expectShown({name, name, 10.0, "10.0", "dBm"});
-        expectShown({name, name, -0.25, "-0.3", "dBm"});
+        expectLevel({name, name, 10.0, "10.0", "dBm"});
+        expectLevel({name, name, -0.25, "-0.3", "dBm"});
     }
 }
 
@@ -88,7 +88,7 @@ TEST(DbmToUnit, AUnitWithAnEmbeddedNulIsAnother) {
 
 // U[mV] = 10^((P + 46.9897)/20): 223.607 mV at 0 dBm, ten times that for every 20 dB
 TEST(DbmToUnit, VoltsChooseTheirPrefix) {
-    const Shown kCases[] = {
+    const LevelCase kCases[] = {
         {"7.07107 V", "V", 30.0, "7.07", "V"},
         {"223.607 mV", "V", 0.0, "0.22", "V"},
         {"10.0112 mV: volts from 0.01 on", "V", -26.98, "0.01", "V"},
@@ -117,8 +117,8 @@ TEST(DbmToUnit, VoltsChooseTheirPrefix) {
         {"not a number", "V", kNan, "nan", "V"},
         {"not a number, with a sign", "V", -kNan, "-nan", "V"},
     };
-    for (const Shown& row : kCases) {
-        expectShown(row);
+    for (const LevelCase& row : kCases) {
+        expectLevel(row);
         Probe probe;
         EXPECT_EQ(utf8(probe.math.getdBmToVolt(row.dBm, true)),
                   std::string(row.number) + " " + row.unitShown);
@@ -130,7 +130,7 @@ TEST(DbmToUnit, VoltsChooseTheirPrefix) {
 
 // P[W] = 10^((P - 30)/10)
 TEST(DbmToUnit, WattsChooseTheirPrefix) {
-    const Shown kCases[] = {
+    const LevelCase kCases[] = {
         {"1 W", "W", 30.0, "1.00", "W"},
         {"977.2 W", "W", 59.9, "977.24", "W"},
         {"1 kW under the label W", "W", 60.0, "1.00", "W"},
@@ -156,8 +156,8 @@ TEST(DbmToUnit, WattsChooseTheirPrefix) {
         {"not a number", "W", kNan, "nan", "W"},
         {"not a number, with a sign", "W", -kNan, "-nan", "W"},
     };
-    for (const Shown& row : kCases) {
-        expectShown(row);
+    for (const LevelCase& row : kCases) {
+        expectLevel(row);
         Probe probe;
         EXPECT_EQ(utf8(probe.math.getdBmToWatt(row.dBm, true)),
                   std::string(row.number) + " " + row.unitShown);
@@ -170,15 +170,15 @@ TEST(DbmToUnit, WattsChooseTheirPrefix) {
 // 10^x is exp(2.302585092994046 x), and 2.302585092994046 is a little more than ln 10: 10^-2 comes
 // out as 0.009999999999999995, which does not reach 0.01.
 TEST(DbmToUnit, ExactlyAHundredthOfAUnitTakesTheNextSmallerOne) {
-    const Shown kCases[] = {
+    const LevelCase kCases[] = {
         {"10 dBm", "W", 10.0, "10.00", "mW"},     {"-20 dBm", "W", -20.0, "10.00", "\u00B5W"},
         {"-50 dBm", "W", -50.0, "10.00", "nW"},   {"-80 dBm", "W", -80.0, "10.00", "pW"},
         {"-110 dBm", "W", -110.0, "10.00", "fW"}, {"-140 dBm", "W", -140.0, "10.00", "aW"},
         {"-170 dBm", "W", -170.0, "10.00", "zW"}, {"-200 dBm", "W", -200.0, "10.00", "yW"},
         {"-230 dBm", "W", -230.0, "0.00", "W"},
     };
-    for (const Shown& row : kCases) {
-        expectShown(row);
+    for (const LevelCase& row : kCases) {
+        expectLevel(row);
     }
     HMath math;
     EXPECT_EQ(utf8(math.getDBmToW(10.0)), "10.00 m");

@@ -37,15 +37,16 @@ std::string named(const rfu::test::CsvRow& row) {
 }
 
 /// Number and unit of a text in a row.
-struct Shown {
+struct NumberAndUnit {
     std::string number;
     std::string unit;
 };
 
 /// The text and the unit of a row, or those of the row's second pair.
-Shown shownBy(const rfu::test::CsvRow& row, std::size_t first, const std::string& number) {
+NumberAndUnit shownBy(const rfu::test::CsvRow& row, std::size_t first, const std::string& number) {
     const bool second = row.size() > first + 2 && number != row[first];
-    return second ? Shown{row[first + 2], row[first + 3]} : Shown{row[first], row[first + 1]};
+    return second ? NumberAndUnit{row[first + 2], row[first + 3]}
+                  : NumberAndUnit{row[first], row[first + 1]};
 }
 
 /// Which place a number has among all doubles.
@@ -89,7 +90,7 @@ TEST(Golden, LevelVoltAndWattTexts) {
         }
         const QString unit = text(row[1].c_str());
         const std::string shown = utf8(probe.math.getdBmToUnit(unit, dBm, false));
-        const Shown expected = shownBy(row, 3, shown);
+        const NumberAndUnit expected = shownBy(row, 3, shown);
         EXPECT_EQ(shown, expected.number) << named(row);
         EXPECT_EQ(probe.unit(), expected.unit) << named(row);
         EXPECT_EQ(utf8(probe.math.getdBmToUnit(unit, dBm, true)),
@@ -106,7 +107,7 @@ TEST(Golden, FieldTexts) {
         const double fCenter = number(row[2]);
         const double fGain = number(row[3]);
         const std::string shown = utf8(probe.math.getdBmToField(unit, dBm, fCenter, fGain, false));
-        const Shown expected = shownBy(row, 4, shown);
+        const NumberAndUnit expected = shownBy(row, 4, shown);
         EXPECT_EQ(shown, expected.number) << named(row);
         EXPECT_EQ(probe.unit(), expected.unit) << named(row);
         EXPECT_EQ(utf8(probe.math.getdBmToField(unit, dBm, fCenter, fGain, true)),

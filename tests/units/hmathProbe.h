@@ -2,17 +2,14 @@
 #pragma once
 
 #include <rfUtils/units/HMath.h>
+#include <support/limits.h>
 
 #include <QObject>
 #include <QString>
 
-#include <limits>
 #include <string>
 
 namespace rfu::test {
-
-inline constexpr double kInf = std::numeric_limits<double>::infinity();
-inline constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 inline QString text(const char* utf8) {
     return QString::fromUtf8(utf8);

@@ -74,14 +74,14 @@ TEST(UnitTable, HasEveryUnitOnceInOrder) {
         const Expected& expected = kVocabulary[i];
         SCOPED_TRACE(expected.name);
         EXPECT_EQ(utf8(unit.name.toString()), expected.name);
-        EXPECT_EQ(utf8(traitsOf(unit).name.toString()), expected.quantity);
-        EXPECT_EQ(canBeShown(unit), expected.shown == ByName);
-        EXPECT_EQ(isPrefixed(unit), expected.shown == Prefixed);
-        EXPECT_EQ(canBeRead(unit), expected.isRead);
-        EXPECT_EQ(needsAntenna(unit), isFieldName(expected.name));
-        EXPECT_EQ(isLinear(unit), unit.name[0] != QLatin1Char('d'));
-        EXPECT_EQ(takesEveryPrefix(unit),
-                  canBeShown(unit) && isFieldName(expected.name) && unit.name[0] != 'd');
+        EXPECT_EQ(utf8(unit.traits().name.toString()), expected.quantity);
+        EXPECT_EQ(unit.canBeShown(), expected.shown == ByName);
+        EXPECT_EQ(unit.isPrefixed(), expected.shown == Prefixed);
+        EXPECT_EQ(unit.canBeRead(), expected.isRead);
+        EXPECT_EQ(unit.needsAntenna(), isFieldName(expected.name));
+        EXPECT_EQ(unit.isLinear(), unit.name[0] != QLatin1Char('d'));
+        EXPECT_EQ(unit.takesEveryPrefix(),
+                  unit.canBeShown() && isFieldName(expected.name) && unit.name[0] != 'd');
         EXPECT_EQ(rfu::findUnit(unit.name), &unit);
     }
 }

@@ -9,7 +9,7 @@
 #include "support/errors.h"
 #include "support/kinds.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/values.h"
 
 namespace rfu::command {
@@ -17,15 +17,16 @@ namespace rfu::command {
 namespace {
 
 struct Dms {
+    std::string_view input;
     short sign;
     double degrees;
     double minutes;
     double seconds;
 };
 
-Dms toDms(double decimalDegrees) {
-    Dms dms{};
-    rfUtils::convertDmsFromDd(decimalDegrees, dms.sign, dms.degrees, dms.minutes, dms.seconds);
+Dms readDms(std::string_view text) {
+    Dms dms{trimmed(text), 0, 0.0, 0.0, 0.0};
+    rfUtils::convertDmsFromDd(readNumber(text), dms.sign, dms.degrees, dms.minutes, dms.seconds);
     return dms;
 }
 
@@ -33,9 +34,10 @@ long long whole(double value) {
     return static_cast<long long>(value);  // within 32 bits
 }
 
-std::string dmsText(const Dms& dms) {
-    return (dms.sign < 0 ? "-" : "") + std::to_string(whole(dms.degrees)) + " " +
-           std::to_string(whole(dms.minutes)) + " " + std::to_string(whole(dms.seconds));
+void showDms(const Dms& dms) {
+    standardOutput().write((dms.sign < 0 ? "-" : "") + std::to_string(whole(dms.degrees)) + " " +
+                           std::to_string(whole(dms.minutes)) + " " +
+                           std::to_string(whole(dms.seconds)) + "\n");
 }
 
 double part(const CommandLine& line, const char* name) {
@@ -48,22 +50,12 @@ double part(const CommandLine& line, const char* name) {
 }
 
 void runDms(const CommandLine& line) {
-    const QStringList values = line.texts("DEGREES");
-    if (line.format() == Format::Text) {
-        forEachValue(values, [&](std::string_view text) {
-            standardOutput().write(dmsText(toDms(readNumber(text))));
-            standardOutput().write('\n');
-        });
-        return;
-    }
-    TableWriter table(standardOutput(), line.format(),
-                      {"input", "sign", "degrees", "minutes", "seconds"});
-    forEachValue(values, [&](std::string_view text) {
-        const Dms dms = toDms(readNumber(text));
-        table.text(trimmed(text)).integer(dms.sign).integer(whole(dms.degrees));
-        table.integer(whole(dms.minutes)).integer(whole(dms.seconds));
-    });
-    table.finish();
+    answerValues<Dms>(line.texts("DEGREES"), line.format(), readDms, showDms,
+                      {{"input", [](const Dms& dms) { return dms.input; }},
+                       {"sign", [](const Dms& dms) { return dms.sign; }},
+                       {"degrees", [](const Dms& dms) { return whole(dms.degrees); }},
+                       {"minutes", [](const Dms& dms) { return whole(dms.minutes); }},
+                       {"seconds", [](const Dms& dms) { return whole(dms.seconds); }}});
 }
 
 void runDd(const CommandLine& line) {
@@ -75,11 +67,9 @@ void runDd(const CommandLine& line) {
     if (line.format() == Format::Text) {
         standardOutput().write(ShortestText(decimalDegrees).view());
         standardOutput().write('\n');
-        return;
+    } else {
+        writeObject(line.format(), {{"degrees", decimalDegrees}});
     }
-    TableWriter table(standardOutput(), line.format(), {"degrees"}, TableWriter::Shape::Object);
-    table.number(decimalDegrees);
-    table.finish();
 }
 
 }  // namespace

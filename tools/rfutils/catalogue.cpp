@@ -11,7 +11,7 @@
 #include "support/errors.h"
 #include "support/jsonFile.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 
 namespace rfu::command {
 
@@ -50,11 +50,15 @@ void keepOnly(std::vector<subItem>& choices, Predicate matches) {
 }
 
 void print(const std::vector<subItem>& choices, Format format) {
-    TableWriter table(standardOutput(), format,
-                      {"item", "dispSeq", "enum", "id", "label", "offered"});
+    Table<subItem> table(format,
+                         {{"item", [](const subItem& choice) { return choice.itemId; }},
+                          {"dispSeq", [](const subItem& choice) { return choice.dispSeq; }},
+                          {"enum", [](const subItem& choice) { return choice.enumValue; }},
+                          {"id", [](const subItem& choice) { return choice.id; }},
+                          {"label", [](const subItem& choice) { return choice.label; }},
+                          {"offered", [](const subItem& choice) { return choice.dispSeq != 0; }}});
     for (const subItem& choice : choices) {
-        table.text(choice.itemId).integer(choice.dispSeq).integer(choice.enumValue);
-        table.text(choice.id).text(choice.label).flag(choice.dispSeq != 0);
+        table.add(choice);
     }
     table.finish();
 }

@@ -7,7 +7,7 @@
 #include "support/errors.h"
 #include "support/output.h"
 #include "support/prefixNote.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 #include "support/values.h"
 
@@ -53,32 +53,31 @@ void runConvert(const CommandLine& line) {
     LevelPresenter target(unit, antenna);
     HMath math;
     SourceUnit source;
-    const auto toLevel = [&](std::string_view text) {
-        const SplitValue quantity = quantityOf(text);
-        return levelOf(math, source.of(quantity.unit), quantity.value, antenna);
-    };
+    PrefixNote note(unit, true);
 
-    if (line.format() == Format::Text) {
-        Output& output = standardOutput();
-        PrefixNote note(unit, true);
-        forEachValue(line.texts("VALUE"), [&](std::string_view text) {
-            const double level = toLevel(text);
-            const std::string shown = target.text(level);
-            output.write(shown.empty() ? kMissingText : shown);
-            output.write('\n');
-            note.check(level, shown, target);
-            note.print();
-        });
-        return;
-    }
-    TableWriter table(standardOutput(), line.format(), {"input", "dBm", "value", "unit", "text"});
-    forEachValue(line.texts("VALUE"), [&](std::string_view text) {
-        const double level = toLevel(text);
-        table.text(trimmed(text)).number(level).number(target.value(level));
-        table.text(target.unitName());
-        table.textOrNone(target.text(level));
-    });
-    table.finish();
+    struct Level {
+        std::string_view input;
+        double dBm;
+    };
+    const auto read = [&](std::string_view text) {
+        const SplitValue quantity = quantityOf(text);
+        return Level{trimmed(text),
+                     levelOf(math, source.of(quantity.unit), quantity.value, antenna)};
+    };
+    const auto show = [&](const Level& level) {
+        const std::string text = target.text(level.dBm);
+        standardOutput().write(text.empty() ? kMissingText : text);
+        standardOutput().write('\n');
+        note.check(level.dBm, text, target);
+        note.print();
+    };
+    answerValues<Level>(
+        line.texts("VALUE"), line.format(), read, show,
+        {{"input", [](const Level& level) { return level.input; }},
+         {"dBm", [](const Level& level) { return level.dBm; }},
+         {"value", [&](const Level& level) { return target.value(level.dBm); }},
+         {"unit", [&](const Level&) { return target.unitName(); }},
+         {"text", [&](const Level& level) { return textOrNone(target.text(level.dBm)); }}});
 }
 
 }  // namespace

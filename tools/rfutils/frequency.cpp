@@ -5,31 +5,31 @@
 #include "support/commandLine.h"
 #include "support/kinds.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/values.h"
 
 namespace rfu::command {
 
 namespace {
 
-template <typename Show>
-void showFrequencies(const CommandLine& line, Show show) {
-    const auto megahertzOf = [](std::string_view text) {
-        return std::get<double>(readValue(Kind::Frequency, text));
+struct Frequency {
+    std::string_view input;
+    double megahertz;
+};
+
+template <typename TextOf>
+void showFrequencies(const CommandLine& line, TextOf textOf) {
+    const auto read = [](std::string_view text) {
+        return Frequency{trimmed(text), std::get<double>(readValue(Kind::Frequency, text))};
     };
-    if (line.format() == Format::Text) {
-        forEachValue(line.texts("MHZ"), [&](std::string_view text) {
-            standardOutput().write(show(megahertzOf(text)));
-            standardOutput().write('\n');
-        });
-        return;
-    }
-    TableWriter table(standardOutput(), line.format(), {"input", "MHz", "text"});
-    forEachValue(line.texts("MHZ"), [&](std::string_view text) {
-        const double megahertz = megahertzOf(text);
-        table.text(trimmed(text)).number(megahertz).text(show(megahertz));
-    });
-    table.finish();
+    const auto show = [&](const Frequency& frequency) {
+        standardOutput().write(textOf(frequency.megahertz) + "\n");
+    };
+    answerValues<Frequency>(
+        line.texts("MHZ"), line.format(), read, show,
+        {{"input", [](const Frequency& frequency) { return frequency.input; }},
+         {"MHz", [](const Frequency& frequency) { return frequency.megahertz; }},
+         {"text", [&](const Frequency& frequency) { return textOf(frequency.megahertz); }}});
 }
 
 void runFreq(const CommandLine& line) {

@@ -1,4 +1,7 @@
+#include <rfUtils/presentation/rangeTypes.h>
 #include <rfUtils/presentation/rfUtils.h>
+
+#include <map>
 
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -6,17 +9,12 @@
 #include "support/kinds.h"
 #include "support/output.h"
 #include "support/prefixNote.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 
 namespace rfu::command {
 
 namespace {
-
-constexpr int kVoltType = 14;
-constexpr int kWattType = 15;
-constexpr int kFirstFieldType = 16;
-constexpr int kLastFieldType = 21;
 
 /// The limit of an entry of whole numbers.
 int wholeLimit(const CommandLine& line, const char* name) {
@@ -28,12 +26,8 @@ int wholeLimit(const CommandLine& line, const char* name) {
 }
 
 /// Notes where the text of a limit leaves out a large prefix.
-void notePrefixes(int type, double min, double max) {
-    if (type != kVoltType && type != kWattType) {
-        return;
-    }
-    const rfu::Unit& unit = unitToShow(type == kVoltType ? "V" : "W");
-    LevelPresenter presenter(unit, {});
+void notePrefixes(const rfu::Unit& unit, const Antenna& antenna, double min, double max) {
+    LevelPresenter presenter(unit, antenna);
     PrefixNote note(unit, false);
     for (const double limit : {min, max}) {
         note.check(limit, presenter.text(limit), presenter);
@@ -51,10 +45,12 @@ void runRange(const CommandLine& line) {
     presentation.fCenter = antenna.center.value_or(0.0);
     presentation.fGain = antenna.gain;
     std::string text;
+    const rfu::Unit* unit = nullptr;
     if (line.isSet("integer")) {
         text = presentation.makeBoundaryMsg(wholeLimit(line, "max"), wholeLimit(line, "min"), type);
     } else {
-        if (type >= kFirstFieldType && type <= kLastFieldType && !antenna.center) {
+        unit = rfu::rangeType(rfu::kDoubleRangeTypes, type).convertedUnit();
+        if (unit != nullptr && unit->needsAntenna() && !antenna.center) {
             throw UsageError("type " + std::to_string(type) +
                              " needs the centre frequency of the antenna: --center");
         }
@@ -63,15 +59,44 @@ void runRange(const CommandLine& line) {
 
     if (line.format() == Format::Text) {
         standardOutput().write(text + '\n');
-        if (!line.isSet("integer")) {
-            notePrefixes(type, min, max);
+        if (unit != nullptr) {
+            notePrefixes(*unit, antenna, min, max);
         }
         return;
     }
-    TableWriter table(standardOutput(), line.format(), {"type", "min", "max", "text"},
-                      TableWriter::Shape::Object);
-    table.integer(type).number(min).number(max).text(text);
-    table.finish();
+    writeObject(line.format(), {{"type", type}, {"min", min}, {"max", max}, {"text", text}});
+}
+
+std::string choiceOf(const rfu::RangeType& type) {
+    const std::string unit = type.unit.toString().toStdString();
+    const std::string code = (type.code < 10 ? " " : "") + std::to_string(type.code) + ' ';
+    switch (type.text) {
+        case rfu::LimitText::AsGiven:
+            return code + unit;
+        case rfu::LimitText::Frequency:
+            return code + "frequency (limits in MHz)";
+        case rfu::LimitText::Converted:
+            return code + unit + " (limits in dBm)";
+        case rfu::LimitText::None:
+            break;
+    }
+    return code + "empty text";
+}
+
+std::vector<std::string> types() {
+    std::map<int, std::string> choices;
+    for (const rfu::RangeType& type : rfu::kDoubleRangeTypes) {
+        choices[type.code] = choiceOf(type);
+    }
+    for (const rfu::RangeType& type : rfu::kIntegerRangeTypes) {
+        std::string& choice = choices[type.code];
+        choice = choice.empty() ? choiceOf(type) + ", integers only" : choice + ", integers too";
+    }
+    std::vector<std::string> list;
+    for (const auto& choice : choices) {
+        list.push_back(choice.second);
+    }
+    return list;
 }
 
 }  // namespace
@@ -80,18 +105,9 @@ void runRange(const CommandLine& line) {
 constexpr Subcommand kRange = {
     "range", "Show the limits of an entry as the instrument does",
     "Show the text that names the limits of an entry, in the unit of a type code. The text opens "
-    "and ends with a blank.\n"
-    "  0 frequency (limits in MHz)  9 dBi           16 dBuV/m\n"
-    "  1 dB                        11 dBV           17 dBmV/m\n"
-    "  2 dBm                       12 dBmV          18 dBV/m\n"
-    "  4 \u00B5s                        13 dBuV          19 V/m\n"
-    "  6 Sec (integers only)       14 V             20 W/m^2\n"
-    "  7 ns                        15 W             21 dBm/m^2\n"
-    "  8 %                         22 ppm           23 empty text\n"
-    "Any other code shows no unit. The limits of codes 11 to 21 are levels in dBm; codes 16 to 21 "
-    "refer to an antenna. Above 100 V code 14 shows kilovolts and keeps the label V; from 1 kW "
-    "code 15 shows kilowatts, from 1 MW megawatts, and keeps the label W; a note on standard "
-    "error says so. Of the codes, 1, 4, 6, 7, 8 and 23 are those of integer entries.",
+    "and ends with a blank. Fields refer to an antenna. Above 100 V the text has kilovolts and "
+    "keeps the label V; from 1 kW it has kilowatts, from 1 MW megawatts, and keeps the label W; a "
+    "note on standard error says so. The codes; any other shows no unit:",
     {},
     {{"type", "CODE", Kind::Integer, "What is limited, see above.", nullptr, 1},
      {"min", "V", Kind::Number, "Lower limit.", nullptr, 1},
@@ -103,7 +119,8 @@ constexpr Subcommand kRange = {
      "rfutils range --type 16 --min -30 --max -10 --center 100MHz",
      "rfutils range --type 6 --min 0 --max 100 --integer",
      "rfutils range --type 0 --min 0.009 --max 6000 --format json"},
-    runRange};
+    runRange,
+    types};
 // clang-format on
 
 }  // namespace rfu::command

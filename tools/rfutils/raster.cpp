@@ -6,8 +6,7 @@
 #include "support/output.h"
 #include "support/picture.h"
 #include "support/sections.h"
-#include "support/singleCell.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 
 namespace rfu::command {
 
@@ -25,42 +24,39 @@ void printCell(const Raster& raster, const QPoint& cell, const QString& file, Fo
                                    std::to_string(map.nRows - 1));
     }
     const float value = raster.cell(cell.x(), cell.y());
-    TableWriter table(standardOutput(), format, {"column", "row", "value"},
-                      TableWriter::Shape::Object);
-    table.integer(cell.x()).integer(cell.y());
-    addSingle(table, raster.isMeasured(value) ? std::optional(value) : std::nullopt);
-    table.finish();
+    writeObject(format, {{"column", cell.x()},
+                         {"row", cell.y()},
+                         {"value", raster.isMeasured(value) ? Cell(value) : Cell()}});
 }
 
 void printMap(const Raster& raster, Format format) {
     const veltaGEO& map = *raster.map;
     const RasterStatistics statistics = statisticsOf(raster);
-    TableWriter table(standardOutput(), format,
-                      {"columns", "rows", "originX", "originY", "cellSize", "noData", "message",
-                       "measured", "smallest", "largest", "mean"},
-                      TableWriter::Shape::Object);
-    table.integer(map.nCols).integer(map.nRows);
-    addSingle(table, map.originX);
-    addSingle(table, map.originY);
-    addSingle(table, map.cellSize);
-    addSingle(table, raster.hasNoData ? std::optional(map.noData) : std::nullopt);
-    table.text(map.errMsg.toStdString());
-    raster.hasCells ? table.integer(statistics.measured) : table.none();
-    addSingle(table, statistics.smallest);
-    addSingle(table, statistics.largest);
-    statistics.mean ? table.number(*statistics.mean, kMeanDecimals) : table.none();
-    table.finish();
+    writeObject(format, {{"columns", map.nCols},
+                         {"rows", map.nRows},
+                         {"originX", map.originX},
+                         {"originY", map.originY},
+                         {"cellSize", map.cellSize},
+                         {"noData", raster.hasNoData ? Cell(map.noData) : Cell()},
+                         {"message", map.errMsg},
+                         {"measured", raster.hasCells ? Cell(statistics.measured) : Cell()},
+                         {"smallest", statistics.smallest},
+                         {"largest", statistics.largest},
+                         {"mean", statistics.mean ? withDecimals(*statistics.mean, kMeanDecimals)
+                                                  : Cell()}});
 }
 
 void printColors(const veltaGEO& map, Format format) {
-    TableWriter table(
-        standardOutput(), format,
-        {"low", "lowRed", "lowGreen", "lowBlue", "high", "highRed", "highGreen", "highBlue"});
+    Table<int> table(format, {{"low", [&](int i) { return map.lowValue[i]; }},
+                              {"lowRed", [&](int i) { return map.lowRed[i]; }},
+                              {"lowGreen", [&](int i) { return map.lowGreen[i]; }},
+                              {"lowBlue", [&](int i) { return map.lowBlue[i]; }},
+                              {"high", [&](int i) { return map.highValue[i]; }},
+                              {"highRed", [&](int i) { return map.highRed[i]; }},
+                              {"highGreen", [&](int i) { return map.highGreen[i]; }},
+                              {"highBlue", [&](int i) { return map.highBlue[i]; }}});
     for (int i = 0; i < map.colorCount; ++i) {
-        addSingle(table, map.lowValue[i]);
-        table.integer(map.lowRed[i]).integer(map.lowGreen[i]).integer(map.lowBlue[i]);
-        addSingle(table, map.highValue[i]);
-        table.integer(map.highRed[i]).integer(map.highGreen[i]).integer(map.highBlue[i]);
+        table.add(i);
     }
     table.finish();
 }
@@ -71,7 +67,7 @@ void runRaster(const CommandLine& line) {
     if (const auto cell = line.find<QPoint>("at")) {
         printCell(raster, *cell, file, line.format());
     } else {
-        Sections sections(standardOutput(), line.format());
+        Sections sections(line.format());
         sections.begin("map");
         printMap(raster, line.format());
         sections.begin("colours");

@@ -8,7 +8,7 @@
 #include "support/errors.h"
 #include "support/kinds.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 #include "support/values.h"
 
@@ -37,33 +37,40 @@ void runScale(const CommandLine& line) {
     const Antenna antenna = antennaOf(line);
     const LevelPresenter presenter(unit, antenna);
 
-    const auto convert = [&](double value) {
+    const std::string unitShown = toDbm ? "dBm" : presenter.unitName();
+
+    struct Converted {
+        std::string_view input;
+        double value;
+    };
+    const auto convert = [&](std::string_view text) {
+        const double value = readNumber(text);
         if (!toDbm) {
-            return presenter.value(value);
+            return Converted{trimmed(text), presenter.value(value)};
         }
         requireLevel(unit, value);
         double dBm = 0.0;
         actOtherScale2dBm(value, antenna.center.value_or(kUnusedCenter), index, antenna.gain, dBm);
-        return dBm;
+        return Converted{trimmed(text), dBm};
     };
-    const std::string unitShown = toDbm ? "dBm" : presenter.unitName();
+    const auto show = [&](const Converted& converted) {
+        standardOutput().write(ShortestText(converted.value).view());
+        standardOutput().write(" " + unitShown + "\n");
+    };
+    answerValues<Converted>(line.texts("VALUE"), line.format(), convert, show,
+                            {{"input", [](const Converted& c) { return c.input; }},
+                             {"scale", [&](const Converted&) { return index; }},
+                             {"value", [](const Converted& c) { return c.value; }},
+                             {"unit", [&](const Converted&) { return unitShown; }}});
+}
 
-    if (line.format() == Format::Text) {
-        Output& output = standardOutput();
-        forEachValue(line.texts("VALUE"), [&](std::string_view text) {
-            output.write(ShortestText(convert(readNumber(text))).view());
-            output.write(' ');
-            output.write(unitShown);
-            output.write('\n');
-        });
-        return;
+std::vector<std::string> scales() {
+    std::vector<std::string> names;
+    for (const rfu::Scale& scale : rfu::kScales) {
+        names.push_back((names.size() < 10 ? " " : "") + std::to_string(names.size()) + ' ' +
+                        nameOf(*scale.unit));
     }
-    TableWriter table(standardOutput(), line.format(), {"input", "scale", "value", "unit"});
-    forEachValue(line.texts("VALUE"), [&](std::string_view text) {
-        const double value = convert(readNumber(text));
-        table.text(trimmed(text)).integer(index).number(value).text(unitShown);
-    });
-    table.finish();
+    return names;
 }
 
 }  // namespace
@@ -71,15 +78,11 @@ void runScale(const CommandLine& line) {
 // clang-format off
 constexpr Subcommand kScale = {
     "scale", "Convert between dBm and a numeric scale",
-    "Convert levels in dBm to one of the sixteen numeric scales or, with --to-dbm, back, at full "
-    "precision. Without VALUE, values are read from standard input, one per line.\n"
-    "  0 dBm      4 V        8 dBV/m    12 dBW/m^2\n"
-    "  1 dBV      5 W        9 V/m      13 A/m\n"
-    "  2 dBmV     6 dBuV/m  10 W/m^2    14 dBA/m\n"
-    "  3 dBuV     7 dBmV/m  11 dBm/m^2  15 W/cm^2\n"
-    "Scales from 6 refer to an antenna; its correction is rounded to single precision. Scale 5 "
-    "comes back by the formula of the volt, so that 0 dBm gives 0.001 W and 0.001 W gives "
-    "-46.9897 dBm. Scale 9 has no way back.",
+    "Convert levels in dBm to a numeric scale or, with --to-dbm, back, at full precision. Without "
+    "VALUE, values are read from standard input, one per line.\n"
+    "Fields refer to an antenna; its correction is rounded to single precision. Scale 5 comes back "
+    "by the formula of the volt, so that 0 dBm gives 0.001 W and 0.001 W gives -46.9897 dBm. Scale "
+    "9 has no way back. The scales:",
     {{"INDEX", Kind::Integer}, {"VALUE", Kind::Text, 0, kAnyCount}},
     {{"to-dbm", "", Kind::Flag, "From the scale to dBm."},
      kCenterOption,
@@ -88,7 +91,8 @@ constexpr Subcommand kScale = {
      "rfutils scale 4 1 --to-dbm",
      "rfutils scale 6 -30 --center 1GHz --gain 2",
      "rfutils scale 5 0 30 --format json"},
-    runScale};
+    runScale,
+    scales};
 // clang-format on
 
 }  // namespace rfu::command

@@ -10,7 +10,7 @@
 #include "support/errors.h"
 #include "support/jsonFile.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 
 namespace rfu::command {
 
@@ -78,11 +78,12 @@ void runSetups(const CommandLine& line) {
     if (line.isSet("verbose")) {
         warnOfSkippedEntries(file);
     }
-    TableWriter table(standardOutput(), line.format(), {"index", "id", "label"});
+    Table<int> table(line.format(),
+                     {{"index", [](int index) { return index; }},
+                      {"id", [&](int index) { return setups.setupId(index); }},
+                      {"label", [&](int index) { return setups.setupLabel(index); }}});
     for (int index = 0; index < count; ++index) {
-        table.integer(index);
-        table.text(setups.setupId(index).toStdString());
-        table.text(setups.setupLabel(index).toStdString());
+        table.add(index);
     }
     table.finish();
 }

@@ -4,13 +4,13 @@
 #include "analysis/maps/rasterFile.h"
 #include "analysis/maps/rasterImage.h"
 #include "analysis/maps/tabFile.h"
+#include "analysis/support/singles.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/output.h"
 #include "support/picture.h"
 #include "support/sections.h"
-#include "support/singleCell.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 
 namespace rfu::command {
 
@@ -35,40 +35,36 @@ std::optional<Place> placeOf(const veltaGEO& map, std::size_t point) {
 
 void printProjection(const veltaGEO& map, Format format) {
     const bool isUtm = map.unitKind == kUnitsConverted;
-    TableWriter table(standardOutput(), format,
-                      {"raster", "units", "utmZone", "hemisphere", "centralMeridian",
-                       "originLatitude", "falseEasting", "falseNorthing"},
-                      TableWriter::Shape::Object);
-    table.text(map.rasterFileName);
-    if (isUtm) {
-        table.text("UTM").integer(map.utmZone);
-        table.text(map.southHemisphere != 0 ? "south" : "north");
-    } else {
-        map.unitKind == kUnitsDegree ? table.text("degree") : table.none();
-        table.none().none();
-    }
-    for (const float value :
-         {map.centralMeridian, map.originLatitude, map.falseEasting, map.falseNorthing}) {
-        addSingle(table, value);
-    }
-    table.finish();
+    writeObject(format, {{"raster", map.rasterFileName},
+                         {"units", isUtm                          ? Cell("UTM")
+                                   : map.unitKind == kUnitsDegree ? "degree"
+                                                                  : Cell()},
+                         {"utmZone", isUtm ? Cell(map.utmZone) : Cell()},
+                         {"hemisphere",
+                          isUtm ? Cell(map.southHemisphere != 0 ? "south" : "north") : Cell()},
+                         {"centralMeridian", map.centralMeridian},
+                         {"originLatitude", map.originLatitude},
+                         {"falseEasting", map.falseEasting},
+                         {"falseNorthing", map.falseNorthing}});
 }
 
 void printPoints(const TabFile& tab, Format format) {
-    TableWriter table(standardOutput(), format,
-                      {"point", "column", "row", "x", "y", "longitude", "latitude"});
+    struct Row {
+        std::size_t index;
+        const PointAsRead& read;
+        std::optional<Place> place;
+    };
+    Table<Row> table(
+        format,
+        {{"point", [](const Row& row) { return "Pt " + std::to_string(row.index + 1); }},
+         {"column", [](const Row& row) { return row.read.pixel.x(); }},
+         {"row", [](const Row& row) { return row.read.pixel.y(); }},
+         {"x", [](const Row& row) { return row.read.x; }},
+         {"y", [](const Row& row) { return row.read.y; }},
+         {"longitude", [](const Row& row) { return row.place ? row.place->longitude : Cell(); }},
+         {"latitude", [](const Row& row) { return row.place ? row.place->latitude : Cell(); }}});
     for (std::size_t i = 0; i < tab.points.size(); ++i) {
-        const PointAsRead& read = tab.points[i];
-        table.text("Pt " + std::to_string(i + 1));
-        table.number(read.pixel.x()).number(read.pixel.y());
-        addSingle(table, read.x);
-        addSingle(table, read.y);
-        if (const auto place = placeOf(*tab.map, i)) {
-            addSingle(table, place->longitude);
-            addSingle(table, place->latitude);
-        } else {
-            table.none().none();
-        }
+        table.add({i, tab.points[i], placeOf(*tab.map, i)});
     }
     table.finish();
 }
@@ -94,7 +90,7 @@ QImage drawMap(const TabFile& tab) {
 
 void runTab(const CommandLine& line) {
     const TabFile tab = loadTab(line.text("FILE"));
-    Sections sections(standardOutput(), line.format());
+    Sections sections(line.format());
     sections.begin("projection");
     printProjection(*tab.map, line.format());
     sections.begin("points");

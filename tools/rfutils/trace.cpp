@@ -11,7 +11,7 @@
 #include "support/output.h"
 #include "support/picture.h"
 #include "support/sections.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 #include "trace/traceTable.h"
 
@@ -60,7 +60,7 @@ struct TraceOptions {
             throw UsageError("--unit needs a --marker, --all-points or --plot");
         }
         for (const char* antenna : {"center", "gain"}) {
-            if (line.isSet(antenna) && !needsAntenna(view.unit)) {
+            if (line.isSet(antenna) && !view.unit.needsAntenna()) {
                 throw UsageError(std::string("--") + antenna +
                                  " needs a --unit that depends on the antenna, such as dBuV/m");
             }
@@ -124,7 +124,7 @@ public:
     void print() {
         const bool showsMarkers = !markers_.empty() && !options_.follow;
         if (showsMarkers && options_.allPoints) {
-            Sections sections(standardOutput(), options_.format);
+            Sections sections(options_.format);
             sections.begin("markers");
             printMarkers();
             sections.begin("points");
@@ -190,18 +190,16 @@ private:
     }
 
     void printSummary() {
-        TableWriter table(standardOutput(), options_.format,
-                          {"sweeps", "kept", "points", "fromMHz", "toMHz", "firstTime", "lastTime"},
-                          TableWriter::Shape::Object);
-        table.integer(sweeps_.count()).integer(static_cast<long long>(sweeps_.kept()));
-        table.integer(points_);
-        if (recording_.hasFrequencies()) {
-            table.number(recording_.axis().points.front()).number(recording_.axis().end);
-            table.text(sweeps_.time(0)).text(sweeps_.time(sweeps_.kept() - 1));
-        } else {
-            table.none().none().none().none();
-        }
-        table.finish();
+        const FrequencyAxis& axis = recording_.axis();
+        const bool hasAxis = recording_.hasFrequencies();
+        writeObject(options_.format,
+                    {{"sweeps", sweeps_.count()},
+                     {"kept", sweeps_.kept()},
+                     {"points", points_},
+                     {"fromMHz", hasAxis ? Cell(axis.points.front()) : Cell()},
+                     {"toMHz", hasAxis ? Cell(axis.end) : Cell()},
+                     {"firstTime", hasAxis ? Cell(sweeps_.time(0)) : Cell()},
+                     {"lastTime", hasAxis ? Cell(sweeps_.time(sweeps_.kept() - 1)) : Cell()}});
     }
 
     const TraceOptions& options_;

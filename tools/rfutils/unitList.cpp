@@ -1,7 +1,7 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 
 namespace rfu::command {
@@ -9,19 +9,23 @@ namespace rfu::command {
 namespace {
 
 const char* shownBy(const ListedUnit& unit) {
-    if (unit.row == nullptr || isPrefixed(*unit.row)) {
+    if (unit.row == nullptr || unit.row->isPrefixed()) {
         return "prefix";
     }
-    return canBeShown(*unit.row) ? "name" : "no";
+    return unit.row->canBeShown() ? "name" : "no";
 }
 
 void runUnits(const CommandLine& line) {
-    TableWriter table(standardOutput(), line.format(),
-                      {"unit", "quantity", "fromDbm", "toDbm", "antenna"});
+    using Row = ListedUnit;
+    Table<Row> table(
+        line.format(),
+        {{"unit", [](const Row& unit) { return unit.name; }},
+         {"quantity", [](const Row& unit) { return unit.like.traits().name; }},
+         {"fromDbm", shownBy},
+         {"toDbm", [](const Row& unit) { return unit.row != nullptr && unit.row->canBeRead(); }},
+         {"antenna", [](const Row& unit) { return unit.like.needsAntenna(); }}});
     for (const ListedUnit& unit : allUnits()) {
-        table.text(unit.name).text(traitsOf(unit.like).name.toString().toStdString());
-        table.text(shownBy(unit));
-        table.flag(unit.row != nullptr && canBeRead(*unit.row)).flag(needsAntenna(unit.like));
+        table.add(unit);
     }
     table.finish();
 }

@@ -42,7 +42,7 @@ inline double antennaCorrection(double fCenter, double fGain) noexcept {
 inline double fromDbm(const Unit& unit, double dBm, double correction) noexcept {
     const Unit::Forward& forward = unit.fromDbm;
     const double level =
-        needsAntenna(unit) ? dBm + forward.offset + correction : dBm + forward.offset;
+        unit.needsAntenna() ? dBm + forward.offset + correction : dBm + forward.offset;
     switch (forward.formula) {
         case FromDbm::Unchanged:
             return dBm;

@@ -45,6 +45,23 @@ void appendDescription(std::string& text, std::string_view description) {
     }
 }
 
+/// Appends choices in columns, from top to bottom.
+void appendChoices(std::string& text, const std::vector<std::string>& choices) {
+    std::size_t width = 0;
+    for (const std::string& choice : choices) {
+        width = std::max(width, widthOf(choice) + 2);
+    }
+    const std::size_t columns = std::max(kMaxColumns / width, std::size_t{1});
+    const std::size_t rows = (choices.size() + columns - 1) / columns;
+    for (std::size_t row = 0; row < rows; ++row) {
+        for (std::size_t i = row; i < choices.size(); i += rows) {
+            const bool isLast = i + rows >= choices.size();
+            text += "  " + choices[i];
+            text += isLast ? "\n" : std::string(width - 2 - widthOf(choices[i]), ' ');
+        }
+    }
+}
+
 /// "INDEX VALUE...", "DEGREES [MINUTES [SECONDS]]"
 std::string syntaxOf(const Subcommand& subcommand) {
     std::string syntax;
@@ -99,6 +116,9 @@ std::string helpOf(const Subcommand& subcommand) {
     std::string text = std::string("Usage: rfutils ") + subcommand.name + " [options]" +
                        syntaxOf(subcommand) + "\n\n";
     appendDescription(text, subcommand.description);
+    if (subcommand.choices != nullptr) {
+        appendChoices(text, subcommand.choices());
+    }
     text += "\nOptions:\n";
     appendOptions(text, subcommand);
     text += "\nExamples:\n";

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <string_view>
+
+#include "support/format.h"
 #include "support/output.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 
 namespace rfu::command {
 
@@ -9,7 +12,7 @@ namespace rfu::command {
 /// the other formats.
 class Sections {
 public:
-    Sections(Output& output, Format format) : output_(output), format_(format) {}
+    explicit Sections(Format format) : format_(format) {}
 
     /// The next table follows at once.
     /// @param name its key in JSON
@@ -30,7 +33,7 @@ public:
     }
 
 private:
-    Output& output_;
+    Output& output_ = standardOutput();
     Format format_;
     bool first_ = true;
 };

@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <limits>
+#include <string>
 #include <vector>
 
 namespace rfu::command {
@@ -54,6 +55,8 @@ struct Subcommand {
     std::initializer_list<const char*> examples;
     /// Prints to standardOutput(). @throw Failure or InputError when it cannot go on
     void (*run)(const CommandLine& line);
+    /// The values that an option or argument may have, shown behind the description.
+    std::vector<std::string> (*choices)() = nullptr;
 };
 
 // clang-format off

@@ -69,10 +69,11 @@ const Unit* baseOfPrefixed(const QString& name) {
         return nullptr;
     }
     const Unit* const base = rfu::findUnit(QStringView(name).mid(1));
-    return base != nullptr && canBeShown(*base) && isLinear(*base) ? base : nullptr;
+    return base != nullptr && base->canBeShown() && base->isLinear() ? base : nullptr;
 }
 
-using Direction = bool (*)(const Unit&);
+/// How a unit is to be used: one of the predicates.
+using Direction = bool (Unit::*)() const;
 
 /// In lower case and with one micro sign.
 QString folded(const QString& name) {
@@ -111,10 +112,10 @@ std::string nearestNames(const QString& wrong, Direction usable) {
     for (const ListedUnit& unit : allUnits()) {
         const QString known = QString::fromStdString(unit.name);
         const Nearness near = nearness(wrong, known);
-        if (unit.row != nullptr && usable(*unit.row)) {
+        if (unit.row != nullptr && (unit.row->*usable)()) {
             candidates.push_back({near, unit.name});
         } else if (const Unit* const base = baseOfPrefixed(known);
-                   near.distance == 0 && usable == rfu::canBeShown && base != nullptr) {
+                   near.distance == 0 && usable == &Unit::canBeShown && base != nullptr) {
             candidates.push_back({near, unit.name + " (ask for " + nameOf(*base) + ")"});
         }
     }
@@ -138,7 +139,7 @@ BadValue unknownUnit(const QString& name, Direction usable) {
 const Unit* otherSpelling(const QString& name, Direction usable) {
     const auto found =
         std::find_if(std::begin(rfu::kUnits), std::end(rfu::kUnits), [&](const Unit& unit) {
-            return usable(unit) && name != unit.name &&
+            return (unit.*usable)() && name != unit.name &&
                    name.compare(unit.name.toString(), Qt::CaseInsensitive) == 0;
         });
     return found == std::end(rfu::kUnits) ? nullptr : found;
@@ -147,7 +148,7 @@ const Unit* otherSpelling(const QString& name, Direction usable) {
 std::string readableUnitsOf(Quantity quantity) {
     std::vector<std::string> names;
     for (const Unit& unit : rfu::kUnits) {
-        if (unit.quantity == quantity && canBeRead(unit)) {
+        if (unit.quantity == quantity && unit.canBeRead()) {
             names.push_back(nameOf(unit));
         }
     }
@@ -160,19 +161,19 @@ BadValue notReadable(const QString& typed, const QString& name) {
     const std::string asQuoted = quoted(typed.toStdString());
     const Unit* const known = rfu::findUnit(name);
     if (known != nullptr) {
-        if (const Unit* const spelled = otherSpelling(name, rfu::canBeRead)) {
+        if (const Unit* const spelled = otherSpelling(name, &Unit::canBeRead)) {
             return {asQuoted + " is only shown, never read; values are read in " +
                     nameOf(*spelled)};
         }
     }
     // Every prefix of a field unit may be shown, though the vocabulary lists those that are read.
     const Unit* const base = baseOfPrefixed(name);
-    const bool fieldIsShown = base != nullptr && needsAntenna(*base);
+    const bool fieldIsShown = base != nullptr && base->needsAntenna();
     if (const Unit* const shown = known != nullptr ? known : fieldIsShown ? base : nullptr) {
         return {asQuoted + " is only shown, never read; values are read in " +
                 readableUnitsOf(shown->quantity)};
     }
-    return unknownUnit(typed, rfu::canBeRead);
+    return unknownUnit(typed, &Unit::canBeRead);
 }
 
 /// Why a unit cannot be asked for, or that there is no such unit.
@@ -184,11 +185,11 @@ BadValue notShowable(const QString& typed, const QString& name) {
                 nameOf(*base)};
     }
     if (rfu::findUnit(name) != nullptr) {
-        if (const Unit* const spelled = otherSpelling(name, rfu::canBeShown)) {
+        if (const Unit* const spelled = otherSpelling(name, &Unit::canBeShown)) {
             return {asQuoted + " is only read, never shown; ask for " + nameOf(*spelled)};
         }
     }
-    return unknownUnit(typed, rfu::canBeShown);
+    return unknownUnit(typed, &Unit::canBeShown);
 }
 
 UsageError missingCenter(const std::string& unit) {
@@ -209,7 +210,7 @@ const Unit& unitToRead(std::string_view name) {
     const QString typed = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
     const QString spelled = QString::fromStdString(withVocabularyMicro(name));
     const Unit* const unit = rfu::findUnit(spelled);
-    if (unit == nullptr || !canBeRead(*unit)) {
+    if (unit == nullptr || !unit->canBeRead()) {
         throw notReadable(typed, spelled);
     }
     return *unit;
@@ -219,7 +220,7 @@ const Unit& unitToShow(std::string_view name) {
     const QString typed = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
     const QString spelled = QString::fromStdString(withVocabularyMicro(name));
     const Unit* const unit = rfu::findUnit(spelled);
-    if (unit == nullptr || !canBeShown(*unit)) {
+    if (unit == nullptr || !unit->canBeShown()) {
         throw notShowable(typed, spelled);
     }
     return *unit;
@@ -232,11 +233,11 @@ std::string nameOf(const Unit& unit) {
 std::vector<ListedUnit> allUnits() {
     std::vector<ListedUnit> units;
     for (const Unit& unit : rfu::kUnits) {
-        if (isPrefixed(unit) && needsAntenna(unit)) {
+        if (unit.isPrefixed() && unit.needsAntenna()) {
             continue;  // it is listed with its base unit
         }
         units.push_back({nameOf(unit), &unit, unit});
-        if (!takesEveryPrefix(unit)) {
+        if (!unit.takesEveryPrefix()) {
             continue;
         }
         for (const rfu::Prefix& prefix : rfu::kPrefixes) {
@@ -251,7 +252,7 @@ std::vector<ListedUnit> allUnits() {
 }
 
 void requireLevel(const Unit& unit, double value) {
-    if (isLinear(unit) && value <= 0.0) {
+    if (unit.isLinear() && value <= 0.0) {
         throw BadValue{std::string(ShortestText(value).view()) + " " + nameOf(unit) +
                        " has no level, it is not above zero"};
     }
@@ -259,7 +260,7 @@ void requireLevel(const Unit& unit, double value) {
 
 double levelOf(HMath& math, const Unit& unit, double value, const Antenna& antenna) {
     requireLevel(unit, value);
-    if (!needsAntenna(unit)) {
+    if (!unit.needsAntenna()) {
         return math.getUnitTodBm(unit.name.toString(), value);
     }
     if (!antenna.center) {
@@ -269,7 +270,7 @@ double levelOf(HMath& math, const Unit& unit, double value, const Antenna& anten
 }
 
 LevelPresenter::LevelPresenter(const Unit& unit, const Antenna& antenna)
-    : isField_(needsAntenna(unit)),
+    : isField_(unit.needsAntenna()),
       scale_(scaleOf(unit)),
       antenna_(antenna),
       unit_(unit.name.toString()),

@@ -2,12 +2,15 @@
 
 #include <QStringList>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
 #include "analysis/support/numbers.h"
 #include "support/errors.h"
 #include "support/output.h"
+#include "support/table.h"
 
 namespace rfu::command {
 
@@ -33,6 +36,20 @@ void forEachValue(const QStringList& arguments, Use use) {
             throw InputError(lines.file(), lines.number(), bad.message);
         }
     }
+}
+
+/// Answers each value as it comes: in text format by show(row), else by a row of a table.
+/// @param read makes a row of the text of a value
+template <typename Row, typename Read, typename Show>
+void answerValues(const QStringList& values, Format format, Read read, Show show,
+                  std::vector<Column<Row>> columns) {
+    if (format == Format::Text) {
+        forEachValue(values, [&](std::string_view text) { show(read(text)); });
+        return;
+    }
+    Table<Row> table(format, std::move(columns));
+    forEachValue(values, [&](std::string_view text) { table.add(read(text)); });
+    table.finish();
 }
 
 }  // namespace rfu::command

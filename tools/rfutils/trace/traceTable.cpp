@@ -1,10 +1,6 @@
 #include "trace/traceTable.h"
 
 #include <string>
-#include <vector>
-
-#include "analysis/statistics/pointStatistics.h"
-#include "support/output.h"
 
 namespace rfu::command {
 
@@ -13,31 +9,16 @@ namespace {
 constexpr int kHertzDecimals = 6;      // of a number of MHz
 constexpr int kDeviationDecimals = 2;  // of dB
 
-std::vector<std::string> columnNames(const TraceColumns& columns, Format format) {
-    std::vector<std::string> names;
-    const auto add = [&names](bool used, std::initializer_list<const char*> more) {
-        if (used) {
-            names.insert(names.end(), more.begin(), more.end());
-        }
-    };
-    add(columns.sweep, {"sweep", "time"});
-    add(columns.marker, {"marker"});
-    add(true, {"point", "frequencyMHz", "count", "average", "maximum", "minimum"});
-    add(columns.distribution, {"powerMean", "median"});
-    add(format != Format::Text, {"unit"});  // a text has it beside each number
-    add(columns.limit.has_value(), {"above"});
-    add(columns.distribution, {"deviationDb", "maximumSweep", "maximumTime"});
-    return names;
-}
-
-void addTextOrNone(TableWriter& table, const std::string& text) {
-    text.empty() ? table.none() : table.text(text);
+Cell frequencyCell(const FrequencyAxis& axis, int point) {
+    return axis.points.empty()
+               ? Cell()
+               : withDecimals(axis.points[static_cast<std::size_t>(point)], kHertzDecimals);
 }
 
 }  // namespace
 
 bool LevelView::isOfEachPoint() const {
-    return needsAntenna(unit) && !antenna.center;
+    return unit.needsAntenna() && !antenna.center;
 }
 
 Antenna LevelView::antennaAt(const FrequencyAxis& axis, int point) const {
@@ -48,84 +29,90 @@ Antenna LevelView::antennaAt(const FrequencyAxis& axis, int point) const {
     return used;
 }
 
-TraceTable::TraceTable(Format format, const TraceColumns& columns, const LevelView& view,
+TraceTable::TraceTable(Format format, const TraceColumns& wanted, const LevelView& view,
                        const FrequencyAxis& axis, SweepStore& sweeps, PrefixNote& note)
-    : format_(format), columns_(columns), view_(view), axis_(axis), sweeps_(sweeps), note_(note) {}
+    : format_(format), wanted_(wanted), view_(view), axis_(axis), sweeps_(sweeps), note_(note) {}
+
+std::vector<Column<TraceTable::Row>> TraceTable::columns() {
+    const auto level = [this](auto levelOf) {
+        return [this, levelOf](const Row& row) { return levelCell(levelOf(row), row.presenter); };
+    };
+    const auto strongest = [](auto cellOf) {
+        return [cellOf](const Row& row) {
+            return row.distribution.strongest ? cellOf(*row.distribution.strongest) : Cell();
+        };
+    };
+    const bool hasUnitColumn = format_ != Format::Text;  // a text has it beside each number
+    return {
+        {"sweep", [this](const Row&) { return sweeps_.count(); }, wanted_.sweep},
+        {"time", [this](const Row&) { return textOrNone(sweeps_.time(sweeps_.kept() - 1)); },
+         wanted_.sweep},
+        {"marker", [](const Row& row) { return row.marker->name; }, wanted_.marker},
+        {"point", [](const Row& row) { return row.point; }},
+        {"frequencyMHz", [this](const Row& row) { return frequencyCell(axis_, row.point); }},
+        {"count", [](const Row& row) { return row.statistics.count; }},
+        {"average", level([](const Row& row) { return row.statistics.average; })},
+        {"maximum", level([](const Row& row) { return row.statistics.maximum; })},
+        {"minimum", level([](const Row& row) { return row.statistics.minimum; })},
+        {"powerMean", level([](const Row& row) { return row.distribution.powerMean; }),
+         wanted_.distribution},
+        {"median", level([](const Row& row) { return row.distribution.median; }),
+         wanted_.distribution},
+        {"unit", [](const Row& row) { return row.presenter.unitName(); }, hasUnitColumn},
+        {"above", [](const Row& row) { return row.statistics.above; }, wanted_.limit.has_value()},
+        {"deviationDb",
+         [](const Row& row) {
+             return withDecimals(row.distribution.deviation, kDeviationDecimals);
+         },
+         wanted_.distribution},
+        {"maximumSweep",
+         strongest([this](std::size_t sweep) { return Cell(sweeps_.number(sweep)); }),
+         wanted_.distribution},
+        {"maximumTime",
+         strongest([this](std::size_t sweep) { return textOrNone(sweeps_.time(sweep)); }),
+         wanted_.distribution},
+    };
+}
 
 void TraceTable::start() {
     if (!table_) {
-        table_.emplace(standardOutput(), format_, columnNames(columns_, format_));
+        table_.emplace(format_, columns());
     }
 }
 
-void TraceTable::addLevel(const std::optional<double>& level, LevelPresenter& presenter) {
+Cell TraceTable::levelCell(const std::optional<double>& level, LevelPresenter& presenter) {
     if (!level) {
-        table_->none();
-        return;
+        return {};
     }
-    const double value = presenter.value(*level);
     if (format_ != Format::Text) {
-        table_->number(value);
-        return;
+        return presenter.value(*level);
     }
     const std::string text = presenter.text(*level);
     note_.check(*level, text, presenter);
-    table_->number(value, text.empty() ? "-" : text);  // too small for a prefix
+    // Without a text it is too small for a prefix.
+    return {*level, text.empty() ? std::string(kMissingText) : text};
 }
 
-void TraceTable::addPoint(int marker, int point) {
+void TraceTable::add(int marker, int point, const Marker* named) {
     traceRssiBuffer& buffer = sweeps_.buffer();
     buffer.calcMarkerPower(marker, point);
-    const PointStatistics statistics = summarise(buffer, marker, columns_.limit.value_or(0.0));
-    const LevelDistribution distribution =
-        columns_.distribution ? distributionOf(buffer, marker) : LevelDistribution();
     LevelPresenter presenter(view_.unit, view_.antennaAt(axis_, point));
-
-    table_->integer(point);
-    if (axis_.points.empty()) {
-        table_->none();
-    } else {
-        table_->number(axis_.points[static_cast<std::size_t>(point)], kHertzDecimals);
-    }
-    table_->integer(statistics.count);
-    addLevel(statistics.average, presenter);
-    addLevel(statistics.maximum, presenter);
-    addLevel(statistics.minimum, presenter);
-    if (columns_.distribution) {
-        addLevel(distribution.powerMean, presenter);
-        addLevel(distribution.median, presenter);
-    }
-    if (format_ != Format::Text) {
-        table_->text(presenter.unitName());
-    }
-    if (columns_.limit) {
-        table_->integer(statistics.above);
-    }
-    if (columns_.distribution && distribution.strongest) {
-        table_->number(*distribution.deviation, kDeviationDecimals);
-        table_->integer(sweeps_.number(*distribution.strongest));
-        addTextOrNone(*table_, sweeps_.time(*distribution.strongest));
-    } else if (columns_.distribution) {
-        table_->none().none().none();
-    }
+    table_->add({named, point, summarise(buffer, marker, wanted_.limit.value_or(0.0)),
+                 wanted_.distribution ? distributionOf(buffer, marker) : LevelDistribution(),
+                 presenter});
 }
 
 void TraceTable::addMarkers(const std::vector<Marker>& markers) {
     start();
     for (std::size_t i = 0; i < markers.size(); ++i) {
-        if (columns_.sweep) {
-            table_->integer(sweeps_.count());
-            addTextOrNone(*table_, sweeps_.time(sweeps_.kept() - 1));
-        }
-        table_->text(markers[i].name);
-        addPoint(static_cast<int>(i), markers[i].point);
+        add(static_cast<int>(i), markers[i].point, &markers[i]);
     }
 }
 
 void TraceTable::addPoints(int count) {
     start();
     for (int point = 0; point < count; ++point) {
-        addPoint(0, point);
+        add(0, point, nullptr);
     }
 }
 

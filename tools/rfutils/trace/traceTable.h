@@ -1,11 +1,14 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "analysis/recordings/markers.h"
+#include "analysis/statistics/pointStatistics.h"
 #include "analysis/statistics/sweepStore.h"
+#include "support/format.h"
 #include "support/prefixNote.h"
-#include "support/tableWriter.h"
+#include "support/table.h"
 #include "support/units.h"
 
 namespace rfu::command {
@@ -31,7 +34,7 @@ struct TraceColumns {
 /// A line per point or marker with the statistics of the kept sweeps.
 class TraceTable {
 public:
-    TraceTable(Format format, const TraceColumns& columns, const LevelView& view,
+    TraceTable(Format format, const TraceColumns& wanted, const LevelView& view,
                const FrequencyAxis& axis, SweepStore& sweeps, PrefixNote& note);
 
     void addMarkers(const std::vector<Marker>& markers);
@@ -43,17 +46,26 @@ public:
     void finish();
 
 private:
+    struct Row {
+        const Marker* marker;  // null for a point
+        int point;
+        PointStatistics statistics;
+        LevelDistribution distribution;
+        LevelPresenter& presenter;
+    };
+
+    std::vector<Column<Row>> columns();
     void start();
-    void addPoint(int marker, int point);
-    void addLevel(const std::optional<double>& level, LevelPresenter& presenter);
+    void add(int marker, int point, const Marker* named);
+    Cell levelCell(const std::optional<double>& level, LevelPresenter& presenter);
 
     Format format_;
-    TraceColumns columns_;
+    TraceColumns wanted_;
     const LevelView& view_;
     const FrequencyAxis& axis_;
     SweepStore& sweeps_;
     PrefixNote& note_;
-    std::optional<TableWriter> table_;
+    std::optional<Table<Row>> table_;
 };
 
 }  // namespace rfu::command

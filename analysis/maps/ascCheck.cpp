@@ -1,0 +1,182 @@
+#include "analysis/maps/ascCheck.h"
+
+#include <rfUtils/geo/detail/plainDecimal.h>
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "analysis/maps/headerCheck.h"
+#include "analysis/maps/mapLines.h"
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
+
+namespace rfu {
+
+namespace {
+
+constexpr Rule kRules[] = {
+    {"line-cut", Severity::Error},          {"text-after-nul", Severity::Error},
+    {"token-cut", Severity::Error},         {"no-number", Severity::Error},
+    {"no-whole-number", Severity::Error},   {"number-infinite", Severity::Warning},
+    {"key-case", Severity::Error},          {"key-not-read", Severity::Error},
+    {"key-without-value", Severity::Error}, {"key-unknown", Severity::Warning},
+    {"key-repeated", Severity::Warning},    {"size-refused", Severity::Error},
+    {"size-unusable", Severity::Error},     {"size-changed", Severity::Error},
+    {"row-width", Severity::Error},         {"row-misplaced", Severity::Error},
+    {"row-beyond-grid", Severity::Error},   {"rows-missing", Severity::Error},
+    {"line-skipped", Severity::Warning}};
+
+constexpr std::size_t kMinRowTokens = 3;  // with fewer a line is no row to the loader
+
+/// Keys that change the map for other readers.
+bool isMeaningful(std::string_view key) {
+    static constexpr std::string_view kKeys[] = {"xllcenter", "yllcenter", "dx", "dy"};
+    return std::any_of(std::begin(kKeys), std::end(kKeys),
+                       [key](std::string_view known) { return isSameWord(known, key); });
+}
+
+/// Whether a line has enough tokens for a row.
+bool isRow(const char* line) {
+    std::size_t tokens = 0;
+    while (tokens < kMinRowTokens && !detail::nextRawToken(line).atLineEnd()) {
+        ++tokens;
+    }
+    return tokens == kMinRowTokens;
+}
+
+/// The lines of a grid, in the order in which the loader reads them.
+class Walk {
+public:
+    explicit Walk(const QString& file)
+        : findings_(file, kRules),
+          lines_(findings_, detail::kMaxAscLine),
+          header_(lines_, detail::kAscHeader, "keys are in lower case, except NODATA_value") {}
+
+    AscCheck run() {
+        while (!header_.isRefused()) {
+            const char* const line = lines_.next();
+            if (line == nullptr) {
+                break;
+            }
+            lines_.checkLength();
+            lines_.checkNul();
+            if (isRow(line)) {
+                takeRow(line);
+            } else {
+                takeShortLine(tokensOf(line, kMinRowTokens - 1));
+            }
+        }
+        header_.checkSize(findings_);
+        checkRowCount();
+        findings_.sort();
+        return {std::move(findings_), header_.hasNoData()};
+    }
+
+private:
+    void takeRow(const char* line) {
+        ++rows_;
+        if (rowLines_.size() <= detail::kMaxRows) {
+            rowLines_.push_back(lines_.number());
+        }
+        if (header_.columns() <= 0) {
+            return;  // no cell is read
+        }
+        const long long row = lines_.number() - headerLines_ - 1;
+        if (row != nextRow_) {
+            lines_.report("row-misplaced", nullptr,
+                          "its rows are not placed from row 0 on without a gap: NODATA_value has "
+                          "to be the last header line, and no line between rows may be blank");
+        }
+        nextRow_ = row + 1;
+        const long long cells = checkCells(line);
+        if (cells != header_.columns()) {
+            lines_.report("row-width", nullptr,
+                          "a row of " + std::to_string(cells) + " cells, while the grid has " +
+                              std::to_string(header_.columns()) + " columns");
+        }
+    }
+
+    /// @return how many cells there are
+    long long checkCells(const char* line) {
+        for (long long cells = 0;; ++cells) {
+            line = detail::skipSeparators(line);
+            const detail::PlainDecimal number = detail::plainDecimal(line, lines_.lineEnd());
+            if (number.end != nullptr) {
+                line = number.end;
+                continue;
+            }
+            const detail::RawToken token = detail::nextRawToken(line);
+            if (token.atLineEnd()) {
+                return cells;
+            }
+            if (!isInfinityOrNan(writtenText(token))) {
+                lines_.checkSingle(token);
+            }
+        }
+    }
+
+    void takeShortLine(const std::vector<MapToken>& tokens) {
+        if (tokens.size() == 2) {
+            takeHeaderLine(tokens[0], tokens[1]);
+        } else if (tokens.size() == 1 && header_.isKey(tokens[0].text)) {
+            lines_.report("key-without-value", tokens[0].raw.begin,
+                          tokens[0].text + " is not read without a value");
+        } else if (tokens.size() == 1) {
+            lines_.report("line-skipped", tokens[0].raw.begin, "a line of one token is not read");
+        }
+    }
+
+    void takeHeaderLine(const MapToken& key, const MapToken& value) {
+        const int columns = header_.columns();
+        if (header_.take(key, value)) {
+            if (rows_ > 0 && header_.columns() != columns) {
+                lines_.report("size-changed", value.raw.begin,
+                              "the rows before this line are read with " + std::to_string(columns) +
+                                  " columns");
+            }
+            if (key.text == detail::kAscLastKey) {
+                headerLines_ = lines_.number();
+            }
+        } else if (isMeaningful(key.text)) {
+            lines_.report("key-not-read", key.raw.begin,
+                          key.text +
+                              " is not read: the place of a map is given by xllcorner, yllcorner "
+                              "and cellsize");
+        } else if (parseNumber(key.text)) {
+            lines_.report("line-skipped", key.raw.begin, "a line of two numbers is not read");
+        } else {
+            header_.reportIgnored(key, header_.isKey(key.text));
+        }
+    }
+
+    void checkRowCount() {
+        if (header_.isRefused() || header_.columns() <= 0 || header_.rows() <= 0) {
+            return;
+        }
+        const std::string announced = std::to_string(header_.rows());
+        if (rows_ < header_.rows()) {
+            findings_.add("rows-missing",
+                          "holds " + std::to_string(rows_) + " of " + announced + " rows");
+        } else if (rows_ > header_.rows()) {
+            findings_.add("row-beyond-grid", rowLines_[static_cast<std::size_t>(header_.rows())], 0,
+                          "a row beyond the " + announced + " of the grid");
+        }
+    }
+
+    Findings findings_;
+    MapLines lines_;
+    HeaderCheck header_;
+    long long headerLines_ = 0;
+    long long rows_ = 0;
+    long long nextRow_ = 0;            // that the loader has to place the next row in
+    std::vector<long long> rowLines_;  // of as many rows as a grid has, and one more
+};
+
+}  // namespace
+
+AscCheck checkAsc(const QString& file) {
+    return Walk(file).run();
+}
+
+}  // namespace rfu

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "analysis/support/finding.h"
+
+namespace rfu {
+
+struct AscCheck {
+    Findings findings;
+    bool hasNoData = false;  // whether the file names such a value
+};
+
+/// Everything in an ASC grid that loadASCFile() does not read as it is written.
+/// @throw InputError where the file cannot be read
+AscCheck checkAsc(const QString& file);
+
+}  // namespace rfu

@@ -1,0 +1,198 @@
+#include "analysis/maps/bilCheck.h"
+
+#include <QTextCodec>
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "analysis/maps/headerCheck.h"
+#include "analysis/maps/mapLines.h"
+#include "analysis/support/files.h"
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
+#include "analysis/support/singles.h"
+
+namespace rfu {
+
+namespace {
+
+constexpr Rule kHdrRules[] = {
+    {"line-cut", Severity::Error},        {"text-after-nul", Severity::Error},
+    {"token-cut", Severity::Error},       {"no-number", Severity::Error},
+    {"no-whole-number", Severity::Error}, {"number-infinite", Severity::Warning},
+    {"key-case", Severity::Error},        {"key-without-value", Severity::Error},
+    {"key-unknown", Severity::Warning},   {"key-repeated", Severity::Warning},
+    {"value-case", Severity::Error},      {"size-refused", Severity::Error},
+    {"size-unusable", Severity::Error},   {"layout-not-read", Severity::Error},
+    {"line-skipped", Severity::Warning}};
+
+constexpr Rule kBilRules[] = {{"cells-missing", Severity::Error},
+                              {"cells-left-over", Severity::Warning},
+                              {"unicode-mark", Severity::Error}};
+
+constexpr qint64 kCellBytes = 4;
+constexpr std::size_t kHeaderTokens = 2;
+constexpr char kFloatPixels[] = "FLOAT";
+
+std::string rowBytes(const HeaderCheck& header) {
+    return std::to_string(kCellBytes * header.columns());
+}
+
+std::string cellHeight(const HeaderCheck& header) {
+    return textOf(header.cellSize());
+}
+
+/// A key that the loader ignores, for it reads grids of one layout only.
+struct LayoutKey {
+    std::string_view key;
+    bool ofFloats;  // whether it matters for floats alone
+    const char* wanted;
+    std::string (*wantedOf)(const HeaderCheck&);  // where it depends on the header
+};
+
+// clang-format off
+constexpr LayoutKey kLayout[] = {
+    {"BYTEORDER",     false, "I",     nullptr},
+    {"LAYOUT",        false, "BIL",   nullptr},
+    {"NBANDS",        false, "1",     nullptr},
+    {"SKIPBYTES",     false, "0",     nullptr},
+    {"YDIM",          false, nullptr, cellHeight},
+    {"NBITS",         true,  "32",    nullptr},
+    {"BANDROWBYTES",  true,  nullptr, rowBytes},
+    {"TOTALROWBYTES", true,  nullptr, rowBytes}};
+// clang-format on
+
+/// Null for other keys.
+const LayoutKey* layoutKey(std::string_view word) {
+    const auto* const found =
+        std::find_if(std::begin(kLayout), std::end(kLayout),
+                     [word](const LayoutKey& known) { return isSameWord(known.key, word); });
+    return found != std::end(kLayout) ? found : nullptr;
+}
+
+bool isSameValue(std::string_view a, std::string_view b) {
+    const auto x = parseNumber(a);
+    const auto y = parseNumber(b);
+    return x && y ? static_cast<float>(*x) == static_cast<float>(*y) : isSameWord(a, b);
+}
+
+/// The lines of a header, in the order in which the loader reads them.
+class Walk {
+public:
+    explicit Walk(const QString& file)
+        : findings_(file, kHdrRules),
+          lines_(findings_, detail::kMaxHdrLine),
+          header_(lines_, detail::kHdrHeader, "keys are in capitals") {}
+
+    HdrCheck run() {
+        const char* line = nullptr;
+        while (!header_.isRefused() && (line = lines_.next()) != nullptr) {
+            lines_.checkLength();
+            lines_.checkNul();
+            takeLine(tokensOf(line, kHeaderTokens + 1));
+        }
+        if (!header_.isRefused()) {
+            header_.checkSize(findings_);
+            checkLayout();
+        }
+        findings_.sort();
+        return {std::move(findings_), header_.columns(), header_.rows(), isFloat_,
+                header_.hasNoData()};
+    }
+
+private:
+    void takeLine(const std::vector<MapToken>& tokens) {
+        if (tokens.size() == kHeaderTokens) {
+            takeHeaderLine(tokens[0], tokens[1]);
+        } else if (!tokens.empty() && (isMisspelt(tokens[0].text) || layoutKey(tokens[0].text))) {
+            lines_.report("key-without-value", tokens[0].raw.begin,
+                          tokens[0].text + " is not read: a line is a key and a value");
+        } else if (!tokens.empty()) {
+            lines_.report("line-skipped", tokens[0].raw.begin,
+                          "is not read: a line is a key and a value");
+        }
+    }
+
+    void takeHeaderLine(const MapToken& key, const MapToken& value) {
+        if (key.text == detail::kPixelTypeKey) {
+            takePixelType(value);
+        } else if (!header_.take(key, value) && layoutKey(key.text) == nullptr) {
+            header_.reportIgnored(key, isMisspelt(key.text));
+        }
+    }
+
+    void takePixelType(const MapToken& value) {
+        isFloat_ = value.text == kFloatPixels;
+        if (!isFloat_ && isSameWord(value.text, kFloatPixels)) {
+            lines_.report("value-case", value.raw.begin,
+                          value.text + " is not read, only " + kFloatPixels);
+        }
+    }
+
+    /// Whether a word is a key that the loader reads, in any case.
+    bool isMisspelt(std::string_view word) const {
+        return header_.isKey(word) || isSameWord(word, detail::kPixelTypeKey);
+    }
+
+    /// Goes through the lines once more, now that the header is known.
+    void checkLayout() {
+        Findings alreadyReported(findings_.file(), kHdrRules);
+        MapLines lines(alreadyReported, detail::kMaxHdrLine);
+        while (const char* const line = lines.next()) {
+            const std::vector<MapToken> tokens = tokensOf(line, kHeaderTokens + 1);
+            const LayoutKey* const layout =
+                tokens.size() == kHeaderTokens ? layoutKey(tokens[0].text) : nullptr;
+            if (layout == nullptr || (layout->ofFloats && !isFloat_)) {
+                continue;
+            }
+            const std::string wanted =
+                layout->wanted != nullptr ? layout->wanted : layout->wantedOf(header_);
+            if (!isSameValue(tokens[1].text, wanted)) {
+                findings_.add(
+                    "layout-not-read", lines.number(), tokens[1].raw.begin - line + 1,
+                    tokens[0].text + ' ' + tokens[1].text + " is not read, only " + wanted);
+            }
+        }
+    }
+
+    Findings findings_;
+    MapLines lines_;
+    HeaderCheck header_;
+    bool isFloat_ = false;
+};
+
+}  // namespace
+
+HdrCheck checkHdr(const QString& file) {
+    return Walk(file).run();
+}
+
+Findings checkBil(const QString& file, const HdrCheck& header) {
+    Findings findings(file, kBilRules);
+    QFile cells;
+    openRegular(cells, file);
+    if (!header.isFloat) {
+        return findings;
+    }
+    const qint64 needed = kCellBytes * header.columns * header.rows;
+    const auto holds = [size = cells.size()](const char* unit) {
+        return "holds " + std::to_string(size) + unit;
+    };
+    if (cells.size() < needed) {
+        findings.add("cells-missing", holds(" bytes, while ") + std::to_string(header.columns) +
+                                          " x " + std::to_string(header.rows) + " cells take " +
+                                          std::to_string(needed));
+    } else if (cells.size() > needed) {
+        findings.add("cells-left-over",
+                     holds(" bytes, of which ") + std::to_string(needed) + " are read");
+    }
+    // By this the loader recognises Unicode text, which it decodes.
+    if (QTextCodec::codecForUtfText(cells.peek(kCellBytes), nullptr) != nullptr) {
+        findings.add("unicode-mark", "its first cell would be taken for the mark of Unicode text");
+    }
+    return findings;
+}
+
+}  // namespace rfu

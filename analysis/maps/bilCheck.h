@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+
+#include "analysis/support/finding.h"
+
+namespace rfu {
+
+struct HdrCheck {
+    Findings findings;
+    std::int32_t columns = 0;
+    std::int32_t rows = 0;
+    bool isFloat = false;
+    bool hasNoData = false;  // whether the file names such a value
+};
+
+/// Everything in the header of a BIL grid by which the grid is not read as it is written.
+/// @throw InputError where the file cannot be read
+HdrCheck checkHdr(const QString& file);
+
+/// The same in the cells that belong to a header without errors.
+/// @throw InputError where the file cannot be read
+Findings checkBil(const QString& file, const HdrCheck& header);
+
+}  // namespace rfu

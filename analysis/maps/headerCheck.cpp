@@ -1,0 +1,89 @@
+#include "analysis/maps/headerCheck.h"
+
+#include <rfUtils/detail/numberPrefix.h>
+#include <rfUtils/detail/saturate.h>
+#include <algorithm>
+#include <string>
+
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
+
+namespace rfu {
+
+bool HeaderCheck::take(const MapToken& key, const MapToken& value) {
+    for (const detail::SizeKey& size : format_.sizes) {
+        if (key.text == size.key) {
+            reportRepeated(size.key, key.raw.begin);
+            takeSize(size, value);
+            return true;
+        }
+    }
+    for (const detail::PlaceKey& place : format_.places) {
+        if (key.text == place.key) {
+            reportRepeated(place.key, key.raw.begin);
+            takePlace(place, value);
+            return true;
+        }
+    }
+    return false;
+}
+
+void HeaderCheck::takeSize(const detail::SizeKey& size, const MapToken& value) {
+    const std::int32_t asRead = detail::integerPrefix(value.text);
+    (size.field == &veltaGEO::nCols ? columns_ : rows_) = asRead;
+    isRefused_ = asRead > size.limit;
+    if (isRefused_) {
+        lines_.report("size-refused", value.raw.begin, size.refusal);
+        return;
+    }
+    const std::string_view text = writtenText(value.raw);
+    const auto number = parseNumber(text);
+    if (!number || *number != asRead) {
+        lines_.report("no-whole-number", value.raw.begin,
+                      quoted(text) + " is no whole number: read as " + std::to_string(asRead));
+    }
+    lines_.checkLength(value.raw);
+}
+
+void HeaderCheck::takePlace(const detail::PlaceKey& place, const MapToken& value) {
+    if (!isInfinityOrNan(writtenText(value.raw))) {
+        lines_.checkSingle(value.raw);
+    }
+    if (place.field == &veltaGEO::cellSize) {
+        cellSize_ = detail::toFloat(detail::decimalPrefix(value.text));
+    } else if (place.field == &veltaGEO::noData) {
+        hasNoData_ = true;
+    }
+}
+
+void HeaderCheck::reportRepeated(std::string_view key, const char* at) {
+    const auto [known, isFirst] = lineOfKey_.emplace(key, lines_.number());
+    if (!isFirst) {
+        lines_.report("key-repeated", at,
+                      std::string(key) + " stands in line " + std::to_string(known->second) +
+                          " already; the last one counts");
+    }
+}
+
+bool HeaderCheck::isKey(std::string_view word) const {
+    const auto isIt = [word](const auto& known) { return isSameWord(known.key, word); };
+    return std::any_of(std::begin(format_.sizes), std::end(format_.sizes), isIt) ||
+           std::any_of(std::begin(format_.places), std::end(format_.places), isIt);
+}
+
+void HeaderCheck::reportIgnored(const MapToken& key, bool isMisspelt) {
+    if (isMisspelt) {
+        lines_.report("key-case", key.raw.begin, key.text + " is not read: " + spelling_);
+    } else {
+        lines_.report("key-unknown", key.raw.begin, quoted(key.text) + " is not read");
+    }
+}
+
+void HeaderCheck::checkSize(Findings& findings) const {
+    if (!isRefused_ && (columns_ <= 0 || rows_ <= 0)) {
+        findings.add("size-unusable", "announces no usable size: " + std::to_string(columns_) +
+                                          " columns and " + std::to_string(rows_) + " rows");
+    }
+}
+
+}  // namespace rfu

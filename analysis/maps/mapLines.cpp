@@ -1,0 +1,117 @@
+#include "analysis/maps/mapLines.h"
+
+#include <rfUtils/detail/numberPrefix.h>
+#include <rfUtils/detail/saturate.h>
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+#include "analysis/support/files.h"
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
+
+namespace rfu {
+
+namespace {
+
+char lowered(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool isText(char c) {
+    return c != '\0' && !detail::isBlank(c);
+}
+
+}  // namespace
+
+std::vector<MapToken> tokensOf(const char* line, std::size_t count) {
+    std::vector<MapToken> tokens;
+    while (tokens.size() < count) {
+        const detail::RawToken raw = detail::nextRawToken(line);
+        if (raw.atLineEnd()) {
+            break;
+        }
+        std::array<char, detail::kMaxTokenLength> text;
+        tokens.push_back({raw, {text.data(), detail::copyTokenText(raw, text.data())}});
+    }
+    return tokens;
+}
+
+MapLines::MapLines(Findings& findings, std::size_t limit)
+    : findings_(findings), limit_(limit), lines_(file_, limit) {
+    openRegular(file_, findings.file());
+}
+
+const char* MapLines::next() {
+    line_ = lines_.next();
+    if (line_ == nullptr && file_.error() != QFileDevice::NoError) {
+        throw InputError(findings_.file(), file_.errorString().toStdString());
+    }
+    return line_;
+}
+
+void MapLines::checkLength() {
+    if (lines_.isCut()) {
+        report("line-cut", line_ + limit_,
+               "of a line only the first " + std::to_string(limit_) + " characters are read");
+    }
+}
+
+void MapLines::checkNul() {
+    const auto* const nul = static_cast<const char*>(
+        std::memchr(line_, '\0', static_cast<std::size_t>(lineEnd() - line_)));
+    if (nul != nullptr && std::any_of(nul, lineEnd(), isText)) {
+        report("text-after-nul", nul, "the text behind a NUL in a line is not read");
+    }
+}
+
+void MapLines::report(std::string_view rule, const char* at, std::string text) {
+    findings_.add(rule, number(), at != nullptr ? at - line_ + 1 : 0, std::move(text));
+}
+
+double MapLines::checkNumber(const detail::RawToken& token) {
+    const std::string_view text = writtenText(token);
+    const auto value = parseNumber(text);
+    if (!value) {
+        report("no-number", token.begin, quoted(text) + " is no number");
+    }
+    return value.value_or(0.0);
+}
+
+float MapLines::checkSingle(const detail::RawToken& token) {
+    const float value = detail::toFloat(checkNumber(token));
+    if (std::isinf(value)) {
+        report("number-infinite", token.begin,
+               quoted(writtenText(token)) + " is beyond the range of a single: read as infinite");
+    }
+    checkLength(token);
+    return value;
+}
+
+void MapLines::checkLength(const detail::RawToken& token) {
+    if (token.isCut()) {
+        report("token-cut", token.begin,
+               quoted(writtenText(token)) + " is too long: only its first " +
+                   std::to_string(detail::kMaxTokenLength) + " characters are read");
+    }
+}
+
+std::string_view writtenText(const detail::RawToken& token) {
+    return {token.begin, static_cast<std::size_t>(token.end - token.begin)};
+}
+
+bool isInfinityOrNan(std::string_view word) {
+    if (!word.empty() && (word.front() == '-' || word.front() == '+')) {
+        word.remove_prefix(1);
+    }
+    return isSameWord(word, "inf") || isSameWord(word, "infinity") || isSameWord(word, "nan");
+}
+
+bool isSameWord(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return lowered(x) == lowered(y); });
+}
+
+}  // namespace rfu

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <rfUtils/geo/detail/lineReader.h>
+#include <rfUtils/geo/detail/tokenizer.h>
+#include <QFile>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "analysis/support/finding.h"
+
+namespace rfu {
+
+/// A token and its text as a loader reads it: without quotes, cut to 63 characters.
+struct MapToken {
+    detail::RawToken raw;
+    std::string text;
+};
+
+/// The first tokens of a line, at most `count`.
+std::vector<MapToken> tokensOf(const char* line, std::size_t count);
+
+/// The lines of a map's text file as its loader reads them.
+class MapLines {
+public:
+    /// @param limit characters of a line that the loader reads
+    /// @throw InputError where the findings' file does not open
+    MapLines(Findings& findings, std::size_t limit);
+
+    /// The next line, NUL-terminated; null at the end.
+    /// @throw InputError where reading fails
+    const char* next();
+
+    long long number() const { return lines_.number(); }
+    /// The last line's end, which is not its first NUL where it holds others.
+    const char* lineEnd() const { return lines_.lineEnd(); }
+
+    /// Reports the end of the last line if the loader cuts it (line-cut).
+    void checkLength();
+    /// Reports text of the last line that stands behind a NUL (text-after-nul).
+    void checkNul();
+
+    /// Adds a finding about the last line.
+    /// @param at the character meant, null for the line as a whole
+    void report(std::string_view rule, const char* at, std::string text);
+
+    /// The value of a token of the last line. Reports one that is not a decimal number as a whole
+    /// (no-number), which has the value 0.
+    double checkNumber(const detail::RawToken& token);
+    /// The same where the loader reads a single: reports a token that is cut (token-cut) or beyond
+    /// the range of a single (number-infinite) as well.
+    float checkSingle(const detail::RawToken& token);
+
+    /// Reports a token of the last line that is cut (token-cut).
+    void checkLength(const detail::RawToken& token);
+
+private:
+    Findings& findings_;
+    QFile file_;
+    std::size_t limit_;
+    detail::LineReader lines_;
+    const char* line_ = nullptr;
+};
+
+/// As the file has it, quotes included.
+std::string_view writtenText(const detail::RawToken& token);
+
+/// Whether a word, with or without a sign, is one that the loaders read as infinity or NaN.
+bool isInfinityOrNan(std::string_view word);
+
+/// Whether two words differ at most in the case of ASCII letters.
+bool isSameWord(std::string_view a, std::string_view b);
+
+}  // namespace rfu

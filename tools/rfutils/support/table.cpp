@@ -1,0 +1,266 @@
+#include "support/table.h"
+
+#include <QString>
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+#include "analysis/support/numbers.h"
+#include "analysis/support/singles.h"
+#include "support/output.h"
+#include "support/textWidth.h"
+
+namespace rfu::command {
+
+namespace {
+
+constexpr std::string_view kColumnGap = "  ";
+
+bool isPlainAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// "\n", "\t" and "\r" by their letter; 0 for every other character.
+char escapeLetter(unsigned code) {
+    switch (code) {
+        case '\n':
+            return 'n';
+        case '\t':
+            return 't';
+        case '\r':
+            return 'r';
+        default:
+            return 0;
+    }
+}
+
+/// A control character as "\n" or with its number in two hexadecimal digits behind a lead.
+std::string escapedControl(unsigned code, std::string_view lead) {
+    constexpr char kHex[] = "0123456789abcdef";
+    if (const char letter = escapeLetter(code)) {
+        return {'\\', letter};
+    }
+    std::string result(lead);
+    result += kHex[code >> 4u];
+    result += kHex[code & 0xFu];
+    return result;
+}
+
+bool isAsciiControl(unsigned byte) {
+    return byte < 0x20 || byte == 0x7F;
+}
+
+std::string escaped(std::string_view text) {
+    std::string result = "\"";
+    for (const char c : text) {
+        const unsigned byte = static_cast<unsigned char>(c);
+        if (c == '"' || c == '\\') {
+            result += '\\';
+            result += c;
+        } else if (isAsciiControl(byte)) {
+            result += escapedControl(byte, "\\u00");
+        } else {
+            result += c;
+        }
+    }
+    return result + '"';
+}
+
+/// With "\x1b" for an escape and "\n" for a line end: control characters neither break a table nor
+/// steer the terminal. Those of U+0080 to U+009F do so as well; in UTF-8 they are two bytes.
+std::string printable(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const unsigned byte = static_cast<unsigned char>(text[i]);
+        const unsigned next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0u;
+        if (isAsciiControl(byte)) {
+            result += escapedControl(byte, "\\x");
+        } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
+            result += escapedControl(next, "\\x");
+            ++i;
+        } else {
+            result += text[i];
+        }
+    }
+    return result;
+}
+
+std::string padded(std::string_view text, std::size_t width, bool alignRight) {
+    const std::string fill(width - std::min(width, widthOf(text)), ' ');
+    return alignRight ? fill + std::string(text) : std::string(text) + fill;
+}
+
+/// A line without the blanks at its end.
+void writeTrimmed(std::string line) {
+    line.erase(line.find_last_not_of(' ') + 1);
+    standardOutput().write(line + '\n');
+}
+
+/// Quoted where it holds a comma, a quote or a line end.
+std::string csvText(std::string_view text) {
+    if (text.find_first_of("\",\n\r") == std::string_view::npos) {
+        return std::string(text);
+    }
+    std::string result = "\"";
+    for (const char c : text) {
+        result += c;
+        if (c == '"') {
+            result += c;
+        }
+    }
+    return result + '"';
+}
+
+std::string numberText(double value) {
+    return std::string(ShortestText(value).view());
+}
+
+void writeCsvRow(const std::vector<Cell>& cells) {
+    std::string row;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        row += (i == 0 ? "" : ",") + cells[i].in(Format::Csv);
+    }
+    standardOutput().write(row + '\n');
+}
+
+std::string jsonObject(const std::vector<std::string>& names, const std::vector<Cell>& cells) {
+    std::string object = "{";
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        object += (i == 0 ? "" : ", ") + jsonString(names[i]) + ": " + cells[i].in(Format::Json);
+    }
+    return object + '}';
+}
+
+}  // namespace
+
+std::string jsonString(std::string_view text) {
+    if (isPlainAscii(text)) {
+        return escaped(text);
+    }
+    const auto size = static_cast<int>(text.size());
+    return escaped(QString::fromUtf8(text.data(), size).toStdString());
+}
+
+Cell::Cell(float value) : Cell(decimalOf(value), textOf(value)) {}
+
+std::string Cell::in(Format format) const {
+    const bool isText = format == Format::Text;
+    const bool isJson = format == Format::Json;
+    if (const auto* const flag = std::get_if<bool>(&value_)) {
+        return isText ? (*flag ? "yes" : "no") : (*flag ? "true" : "false");
+    }
+    if (const auto* const integer = std::get_if<long long>(&value_)) {
+        return std::to_string(*integer);
+    }
+    if (const auto* const number = std::get_if<double>(&value_)) {
+        return isText && !shown_.empty()           ? shown_
+               : isJson && !std::isfinite(*number) ? "null"
+                                                   : numberText(*number);
+    }
+    if (const auto* const text = std::get_if<std::string>(&value_)) {
+        return isText ? printable(*text) : isJson ? jsonString(*text) : csvText(*text);
+    }
+    return isText ? std::string(kMissingText) : isJson ? "null" : "";
+}
+
+Cell withDecimals(const std::optional<double>& value, int decimals) {
+    return value ? Cell(*value, fixedText(*value, decimals)) : Cell();
+}
+
+Cell textOrNone(std::string text) {
+    return text.empty() ? Cell() : Cell(std::move(text));
+}
+
+RowWriter::RowWriter(Format format, std::vector<std::string> names)
+    : format_(format), names_(std::move(names)) {
+    if (format_ == Format::Csv) {
+        writeCsvRow({names_.begin(), names_.end()});
+    } else if (format_ == Format::Json) {
+        standardOutput().open("[", "]\n");
+    }
+}
+
+void RowWriter::add(const std::vector<Cell>& cells) {
+    Output& output = standardOutput();
+    if (format_ == Format::Csv) {
+        writeCsvRow(cells);
+    } else if (format_ == Format::Json) {
+        output.write(firstRow_ ? "\n  " : ",\n  ");
+        output.write(jsonObject(names_, cells));
+        output.setEnding("\n]\n");
+        firstRow_ = false;
+    } else {
+        for (const Cell& cell : cells) {
+            cells_.push_back({cell.in(format_), cell.isNumber()});
+        }
+    }
+}
+
+void RowWriter::writeRows() {
+    if (format_ != Format::Text) {
+        return;  // they are out already
+    }
+    const bool needsHeading = widths_.empty();
+    if (needsHeading) {
+        std::transform(names_.begin(), names_.end(), std::back_inserter(widths_), widthOf);
+        alignRight_.resize(names_.size(), false);
+    }
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        const std::size_t column = i % names_.size();
+        widths_[column] = std::max(widths_[column], widthOf(cells_[i].text));
+        // A heading stands over the side on which its values are aligned.
+        if (cells_[i].alignRight && cells_[i].text != kMissingText) {
+            alignRight_[column] = true;
+        }
+    }
+    std::string line;
+    const auto addCell = [&](std::size_t column, std::string_view text) {
+        line += padded(text, widths_[column], alignRight_[column]);
+        if (column + 1 < names_.size()) {
+            line += kColumnGap;
+        } else {
+            writeTrimmed(line);
+            line.clear();
+        }
+    };
+    for (std::size_t column = 0; needsHeading && column < names_.size(); ++column) {
+        addCell(column, names_[column]);
+    }
+    for (std::size_t i = 0; i < cells_.size(); ++i) {
+        addCell(i % names_.size(), cells_[i].text);
+    }
+    cells_.clear();
+}
+
+void RowWriter::finish() {
+    if (format_ == Format::Json) {
+        standardOutput().close();
+    } else {
+        writeRows();
+    }
+}
+
+void writeObject(Format format, const std::vector<Field>& fields) {
+    std::vector<std::string> names;
+    std::vector<Cell> cells;
+    std::size_t width = 0;
+    for (const Field& field : fields) {
+        names.emplace_back(field.name);
+        cells.push_back(field.cell);
+        width = std::max(width, widthOf(field.name));
+    }
+    if (format == Format::Csv) {
+        RowWriter(format, names).add(cells);
+    } else if (format == Format::Json) {
+        standardOutput().write(jsonObject(names, cells) + '\n');
+    } else {
+        for (const Field& field : fields) {
+            writeTrimmed(padded(field.name, width, false).append(kColumnGap) +
+                         field.cell.in(format));
+        }
+    }
+}
+
+}  // namespace rfu::command

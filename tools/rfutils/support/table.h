@@ -1,0 +1,156 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "support/format.h"
+
+namespace rfu::command {
+
+/// What stands in text format where there is no value.
+inline constexpr std::string_view kMissingText = "-";
+
+/// The value of a cell, made from what a column's function returns; nothing for no value.
+///  - text: numbers as they are to be shown, flags as yes and no, control characters of texts as
+///    "\x1b" or "\n";
+///  - CSV: the shortest text that reads back to the same number; a missing value is empty;
+///  - JSON: the same; infinities, NaN and missing values are null, broken UTF-8 becomes U+FFFD.
+class Cell {
+public:
+    Cell() = default;
+    Cell(bool value) : value_(value) {}
+    template <typename Integer, typename = std::enable_if_t<std::is_integral_v<Integer>>>
+    Cell(Integer value) : value_(static_cast<long long>(value)) {}
+    /// @param shown in text format, where it is aligned like a number; else the shortest text
+    Cell(double value, std::string shown = {}) : value_(value), shown_(std::move(shown)) {}
+    /// A number of the library in single precision, by the decimal that it stands for.
+    Cell(float value);
+    Cell(const char* text) : value_(std::string(text)) {}
+    Cell(std::string_view text) : value_(std::string(text)) {}
+    Cell(std::string text) : value_(std::move(text)) {}
+    Cell(const QString& text) : Cell(text.toStdString()) {}
+    Cell(QStringView text) : Cell(text.toString()) {}
+    template <typename T>
+    Cell(const std::optional<T>& value) {
+        if (value) {
+            *this = Cell(*value);
+        }
+    }
+
+    std::string in(Format format) const;
+    bool isNumber() const {
+        return std::holds_alternative<long long>(value_) || std::holds_alternative<double>(value_);
+    }
+
+private:
+    std::variant<std::monostate, bool, long long, double, std::string> value_;
+    std::string shown_;
+};
+
+/// A number with a fixed count of decimals in text format.
+Cell withDecimals(const std::optional<double>& value, int decimals);
+/// An empty text as no value.
+Cell textOrNone(std::string text);
+
+/// Writes rows of cells to standardOutput():
+///  - text: columns aligned, a heading line first;
+///  - CSV: a header line;
+///  - JSON: an array with one object per line, keys in column order.
+/// CSV and JSON rows go out as they come, text waits for finish() to know its widths.
+class RowWriter {
+public:
+    RowWriter(Format format, std::vector<std::string> names);
+
+    /// @param cells as many as there are names
+    void add(const std::vector<Cell>& cells);
+
+    /// Writes the rows so far, also in text format, where the rows that follow get no heading and
+    /// at least the widths of these.
+    void writeRows();
+
+    /// Ends the table; nothing may follow.
+    void finish();
+
+private:
+    struct ShownCell {
+        std::string text;
+        bool alignRight;
+    };
+
+    Format format_;
+    std::vector<std::string> names_;
+    bool firstRow_ = true;
+    // Text format only.
+    std::vector<ShownCell> cells_;
+    std::vector<std::size_t> widths_;
+    std::vector<bool> alignRight_;
+};
+
+/// A column of a table: its name, and its cell of a row.
+template <typename Row>
+struct Column {
+    const char* name;
+    std::function<Cell(const Row& row)> cell;
+    bool isShown = true;
+};
+
+template <typename Row>
+class Table {
+public:
+    Table(Format format, std::vector<Column<Row>> columns)
+        : columns_(shown(std::move(columns))), writer_(format, namesOf(columns_)) {}
+
+    void add(const Row& row) {
+        cells_.clear();
+        for (const Column<Row>& column : columns_) {
+            cells_.push_back(column.cell(row));
+        }
+        writer_.add(cells_);
+    }
+    void writeRows() { writer_.writeRows(); }
+    void finish() { writer_.finish(); }
+
+private:
+    static std::vector<Column<Row>> shown(std::vector<Column<Row>> columns) {
+        std::vector<Column<Row>> result;
+        for (Column<Row>& column : columns) {
+            if (column.isShown) {
+                result.push_back(std::move(column));
+            }
+        }
+        return result;
+    }
+    static std::vector<std::string> namesOf(const std::vector<Column<Row>>& columns) {
+        std::vector<std::string> names;
+        for (const Column<Row>& column : columns) {
+            names.emplace_back(column.name);
+        }
+        return names;
+    }
+
+    std::vector<Column<Row>> columns_;
+    std::vector<Cell> cells_;
+    RowWriter writer_;
+};
+
+/// A member of an object.
+struct Field {
+    const char* name;
+    Cell cell;
+};
+
+/// Writes one thing to standardOutput(): in text format a line per field, in CSV a table of one row,
+/// in JSON an object.
+void writeObject(Format format, const std::vector<Field>& fields);
+
+/// A text as a JSON string, with its quotes.
+std::string jsonString(std::string_view text);
+
+}  // namespace rfu::command
