@@ -71,7 +71,7 @@ TEST(Range, helpListsTheCodes) {
     const std::string help = runCommand({"range", "--help"}).output;
     for (const char* code :
          {"   0 frequency (limits in MHz) ", "   1 dB, integers too ", "   6 Sec, integers only ",
-          "  13 dBuV (limits in dBm) ", "  23 empty text, integers too\n"}) {
+          "  13 dBuV (limits in dBm)\n", "  23 empty text, integers too\n"}) {
         EXPECT_NE(help.find(code), std::string::npos) << code;
     }
 }
