@@ -53,8 +53,8 @@ struct Loader {
     }
 
     ResultSetup list;
-    const TempFiles files;
-    const MessageLog log;
+    TempFiles files;
+    MessageLog log;
 };
 
 /// Loads JSON into a new list and compares what it logs and holds.
@@ -66,7 +66,7 @@ void expectLoad(const char* json, const Lines& lines, const Setups& setups) {
 }
 
 TEST(ResultSetup, StartsEmpty) {
-    const Loader loader;
+    Loader loader;
     EXPECT_EQ(loader.list.parent(), nullptr);
     EXPECT_TRUE(loader.list.setupId(0).isNull());
     EXPECT_TRUE(loader.list.setupLabel(0).isNull());

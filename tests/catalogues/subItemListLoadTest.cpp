@@ -55,10 +55,10 @@ protected:
     }
 
     subItemList list_;
-    const TempFiles files_;
+    TempFiles files_;
 
 private:
-    const MessageLog log_;
+    MessageLog log_;
 };
 
 TEST(SubItem, IsAnAggregateInFieldOrder) {

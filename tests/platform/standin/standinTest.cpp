@@ -35,7 +35,7 @@ protected:
         VemoJsonDocument::pathsRead.clear();
     }
 
-    const TempFiles files;
+    TempFiles files;
     const std::string path = files.write("no.json", "not JSON at all");
     const QString qtPath = QString::fromStdString(path);
 };
