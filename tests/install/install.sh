@@ -1,21 +1,101 @@
 #!/usr/bin/env bash
-# install.sh BUILD PREFIX LIBDIR: installs into another folder and moves it to PREFIX, so that the tests
-# that follow also prove that nothing holds the path it was installed to.
-. "$(dirname "$0")/common.sh"
-build=$1 prefix=$2 libdir=$3
+# install.sh TEST: one test of the installation. CMakeLists.txt gives BUILD, SOURCE, WORK, CXX, LIBDIR and VERSION.
+set -euo pipefail
 
-rm -rf "$prefix" "$prefix.first"
-cmake --install "$build" --prefix "$prefix.first" >/dev/null
-mv "$prefix.first" "$prefix"
+prefix=$WORK/prefix
+work=$WORK/$1
+example=$SOURCE/examples/minimal
 
-test "$(readlink "$prefix/$libdir/librfUtils.so")" = librfUtils.so.1
-test "$(readlink "$prefix/$libdir/librfUtils.so.1")" = librfUtils.so.1.0.0
-readelf -d "$prefix/$libdir/librfUtils.so" | grep -q 'SONAME.*\[librfUtils.so.1\]'
-test ! -e "$prefix/include/rfUtils/detail"
-if grep -rIl "$prefix.first" "$prefix"; then
-    echo "an installed text holds the path of its installation" >&2
+fail() {
+    echo "install.$1" >&2
     exit 1
-fi
-if [ -x "$prefix/bin/rfutils" ]; then
-    test "$(env -u LD_LIBRARY_PATH "$prefix/bin/rfutils" --version)" = "rfutils 1.0.0"
-fi
+}
+
+expect_output() { # program
+    diff "$example/expected.txt" <("$1")
+}
+
+# Installs into another folder and moves it, so that the other tests show that no file holds its path.
+tree() {
+    rm -rf "$prefix"
+    cmake --install "$BUILD" --prefix "$work" >/dev/null
+    mv "$work" "$prefix"
+    local library=$prefix/$LIBDIR/librfUtils.so
+    test "$(readlink "$library")" = "librfUtils.so.${VERSION%%.*}"
+    test "$(readlink "$library.${VERSION%%.*}")" = "librfUtils.so.$VERSION"
+    readelf -d "$library" | grep -q "SONAME.*\[librfUtils.so.${VERSION%%.*}\]"
+    test ! -e "$prefix/include/rfUtils/detail"
+    if grep -rIl "$work" "$prefix"; then
+        fail "tree: a file holds the path of its installation"
+    fi
+    if [ -x "$prefix/bin/rfutils" ]; then
+        test "$(env -u LD_LIBRARY_PATH "$prefix/bin/rfutils" --version)" = "rfutils $VERSION"
+    fi
+}
+
+# All installed headers together; that each compiles alone is a part of the build.
+headers() {
+    local flags
+    flags="-std=c++17 -fPIC -fsyntax-only $(pkg-config --cflags Qt5Core)"
+    (cd "$prefix/include" && find rfUtils -name '*.h' -printf '#include <%p>\n') >all.cpp
+    # shellcheck disable=SC2086  # the flags are words
+    "$CXX" $flags -I "$prefix/include" all.cpp
+    # A macro that changes the layout of a class is refused.
+    # shellcheck disable=SC2086
+    if "$CXX" $flags -DBOOST_CB_ENABLE_DEBUG=1 -I "$prefix/include" all.cpp 2>refusal.txt; then
+        fail "headers: BOOST_CB_ENABLE_DEBUG was accepted"
+    fi
+    grep -q '#error.*BOOST_CB_ENABLE_DEBUG' refusal.txt
+}
+
+find_package() {
+    cmake -S "$example" -B build -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$CXX"
+    cmake --build build
+    expect_output build/levels
+
+    # A program on the instrument's platform does not get a library with a platform of its own.
+    if cmake -S "$example" -B platform -DCMAKE_PREFIX_PATH="$prefix" \
+        -DRFUTILS_PLATFORM_TARGET=Instrument::platform >/dev/null 2>refusal.txt; then
+        fail "find_package: an embedded platform was accepted beside another"
+    fi
+    grep -q 'built with RFUTILS_PLATFORM_TARGET=' refusal.txt
+
+    # Nor does a program for the next major version.
+    local next=$((${VERSION%%.*} + 1)).0
+    mkdir next
+    sed "s/find_package(rfUtils/& $next/" "$example/CMakeLists.txt" >next/CMakeLists.txt
+    cp "$example/main.cpp" next
+    if cmake -S next -B next/build -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>refusal.txt; then
+        fail "find_package: version $next was found"
+    fi
+    grep -q "requested version \"$next\"" refusal.txt
+}
+
+pkg_config() {
+    export PKG_CONFIG_PATH=$prefix/$LIBDIR/pkgconfig
+    test "$(pkg-config --modversion rfUtils)" = "$VERSION"
+    # pkg-config escapes blanks in a folder's name for the shell.
+    eval '"$CXX" -std=c++17 "$example/main.cpp"' "$(pkg-config --cflags --libs rfUtils)" -o levels
+    LD_LIBRARY_PATH=$prefix/$LIBDIR expect_output ./levels
+}
+
+# Built in another project, all sources of a target together; through FetchContent only configured, which adds the
+# same folder.
+subproject() {
+    local project=$SOURCE/tests/install/subproject
+    cmake -S "$project" -B fetched -G Ninja -DRFUTILS_SOURCE="$SOURCE" -DRFUTILS_FETCH=ON -DCMAKE_CXX_COMPILER="$CXX"
+    cmake -S "$project" -B build -G Ninja -DRFUTILS_SOURCE="$SOURCE" -DCMAKE_CXX_COMPILER="$CXX" \
+        -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0
+    cmake --build build
+    expect_output build/levels
+
+    # The project's installation holds the shared library that its program runs with, nothing else of ours.
+    cmake --install build --prefix prefix >/dev/null
+    expect_output prefix/bin/levels
+    test "$(find prefix ! -type d ! -name 'librfUtils.so.*' ! -name levels | wc -l)" -eq 0
+}
+
+rm -rf "$work"
+mkdir -p "$work"
+cd "$work"
+"$1"

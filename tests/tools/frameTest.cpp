@@ -30,7 +30,7 @@ QStringList subcommands() {
 
 TEST(Frame, answersWithoutSubcommand) {
     expectCommands({
-        {"version", {"--version"}, "", 0, "rfutils 1.0.0\n", ""},
+        {"version", {"--version"}, "", 0, "rfutils " RFUTILS_VERSION "\n", ""},
         {"no command",
          {},
          "",

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# standin.sh SOURCE WORK CXX FLAGS: builds the library against the stand-in platform and uses it.
+# standin.sh SOURCE WORK CXX FLAGS: builds the library against the stand-in platform, all its sources together, and
+# uses it.
 set -euo pipefail
 here=$(dirname "$0") source=$1 work=$2 cxx=$3 flags=$4
 
 rm -rf "$work"
 cmake -S "$here" -B "$work" -G Ninja -DRFUTILS_SOURCE="$source" -DCMAKE_CXX_COMPILER="$cxx" \
-    -DCMAKE_CXX_FLAGS="$flags"
+    -DCMAKE_CXX_FLAGS="$flags" -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0
 cmake --build "$work" --target standin_tests --parallel 2
 "$work/standin_tests"
 
