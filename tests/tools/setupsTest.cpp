@@ -64,6 +64,26 @@ TEST(Setups, lists) {
         folder);
 }
 
+// One entry with an id of 100 kB and many without a label: reporting them takes no memory.
+TEST(Setups, reportsSkippedEntriesInShort) {
+    const SampleFolder folder;
+    std::string entries = "{\"id\": \"" + std::string(100000, 'x') + "\", \"label\": \"long\"}";
+    std::string reports;
+    for (int i = 0; i < 1000; ++i) {
+        entries += ", {}";
+        reports += "rfutils: s.json: skipped an entry without \"label\" after \"" +
+                   std::string(60, 'x') + "...\"\n";
+    }
+    folder.add("s.json", "{\"a\": [" + entries + "]}");
+    qputenv("QT_LOGGING_RULES", "*=false");
+    const CommandResult result =
+        runCommand({"setups", "s.json", "--verbose", "--format", "csv"}, {}, folder);
+    qunsetenv("QT_LOGGING_RULES");
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.errors, reports);
+    EXPECT_EQ(result.output, "index,id,label\n0," + std::string(100000, 'x') + ",long\n");
+}
+
 TEST(Setups, badFiles) {
     const SampleFolder folder;
     folder.add("empty.json", "");

@@ -1,12 +1,15 @@
 #include <rfUtils/presentation/rfUtils.h>
 
 #include <cmath>
+#include <string>
+#include <string_view>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/format.h"
 #include "support/kinds.h"
 #include "support/output.h"
 #include "support/table.h"

@@ -1,6 +1,10 @@
 #include <rfUtils/catalogues/subItemList.h>
-#include <QJsonObject>
+
+#include <QString>
+#include <QStringList>
 #include <algorithm>
+#include <optional>
+#include <string>
 #include <tuple>
 #include <unordered_map>
 #include <vector>
@@ -9,8 +13,8 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/format.h"
 #include "support/jsonFile.h"
-#include "support/output.h"
 #include "support/table.h"
 
 namespace rfu::command {

@@ -1,4 +1,5 @@
-#include <optional>
+#include <string>
+#include <string_view>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"

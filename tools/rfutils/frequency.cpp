@@ -1,11 +1,13 @@
 #include <rfUtils/presentation/rfUtils.h>
 
+#include <string_view>
+#include <variant>
+
 #include "analysis/support/numbers.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/kinds.h"
 #include "support/output.h"
-#include "support/table.h"
 #include "support/values.h"
 
 namespace rfu::command {

@@ -1,3 +1,5 @@
+#include <QString>
+#include <QStringList>
 #include <QTextCodec>
 #include <cstdlib>
 #include <string>

@@ -2,10 +2,14 @@
 #include <rfUtils/presentation/rfUtils.h>
 
 #include <map>
+#include <string>
+#include <variant>
+#include <vector>
 
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/format.h"
 #include "support/kinds.h"
 #include "support/output.h"
 #include "support/prefixNote.h"

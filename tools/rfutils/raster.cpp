@@ -1,9 +1,13 @@
+#include <QPoint>
+#include <QString>
+#include <string>
+
 #include "analysis/maps/rasterFile.h"
 #include "analysis/maps/rasterImage.h"
 #include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
-#include "support/output.h"
+#include "support/format.h"
 #include "support/picture.h"
 #include "support/sections.h"
 #include "support/table.h"

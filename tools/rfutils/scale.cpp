@@ -1,6 +1,9 @@
 #include <rfUtils/units/calculateUnit.h>
 
 #include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "analysis/support/numbers.h"
 #include "subcommands.h"
@@ -8,7 +11,6 @@
 #include "support/errors.h"
 #include "support/kinds.h"
 #include "support/output.h"
-#include "support/table.h"
 #include "support/units.h"
 #include "support/values.h"
 

@@ -1,65 +1,46 @@
 #include <rfUtils/catalogues/ResultSetup.h>
+
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QRegularExpression>
-#include <vector>
+#include <QString>
+#include <string>
 
 #include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/jsonFile.h"
-#include "support/output.h"
 #include "support/table.h"
 
 namespace rfu::command {
 
 namespace {
 
-/// What the list says about entries that it skips comes as debug messages.
-std::vector<QString> debugMessages;
-
-void keepMessage(QtMsgType, const QMessageLogContext&, const QString& message) {
-    debugMessages.push_back(message);
+void reportSkipped(const QString& file, const char* missing, const QString& after) {
+    printError(InputError(file, std::string("skipped an entry without \"") + missing + "\" after " +
+                                    quoted(after.toStdString()))
+                   .message());
 }
 
-/// While it lives, messages of Qt's log are kept.
-class MessageCollector {
-public:
-    MessageCollector() : previous_(qInstallMessageHandler(keepMessage)) {}
-    ~MessageCollector() { qInstallMessageHandler(previous_); }
-    MessageCollector(const MessageCollector&) = delete;
-    MessageCollector& operator=(const MessageCollector&) = delete;
-
-private:
-    QtMessageHandler previous_;
-};
-
-void warnOfSkippedEntries(const QString& file) {
-    static const QRegularExpression skipped(
-        QStringLiteral("^Not found property at json\\.\\[(label|id)\\] -> +(\".*\")$"),
-        QRegularExpression::DotMatchesEverythingOption);
-    for (const QString& message : debugMessages) {
-        const QRegularExpressionMatch match = skipped.match(message);
-        if (match.hasMatch()) {
-            const InputError error(file, "skipped an entry without \"" +
-                                             match.captured(1).toStdString() + "\" after " +
-                                             match.captured(2).toStdString());
-            printError(error.message());
-        }
-    }
-}
-
-/// Entries that the list takes. It answers for positions and does not tell their number, and the
-/// texts of an entry may be as null as those beyond the end.
-int countEntries(const QJsonObject& groups) {
+/// How many entries the list takes: it answers for positions and does not tell their number, and
+/// the texts of an entry may be as null as those beyond the end.
+/// @param verbose reports each entry that the list skips by the one before it in its group or, at
+///        the group's start, by the group's key
+int countEntries(const QJsonObject& groups, bool verbose, const QString& file) {
     int count = 0;
-    for (const QJsonValue group : groups) {
-        for (const QJsonValue entry : group.toArray()) {
+    for (auto group = groups.begin(); group != groups.end(); ++group) {
+        QString last = group.key();
+        for (const QJsonValue entry : group.value().toArray()) {
             const QJsonObject setup = entry.toObject();
-            const bool taken =
-                setup.contains(QLatin1String("label")) && setup.contains(QLatin1String("id"));
-            count += int{taken};
+            const char* const missing = !setup.contains(QLatin1String("label")) ? "label"
+                                        : !setup.contains(QLatin1String("id"))  ? "id"
+                                                                                : nullptr;
+            if (missing == nullptr) {
+                ++count;
+                last = setup[QLatin1String("id")].toString();
+            } else if (verbose) {
+                reportSkipped(file, missing, last);
+            }
         }
     }
     return count;
@@ -67,16 +48,10 @@ int countEntries(const QJsonObject& groups) {
 
 void runSetups(const CommandLine& line) {
     const QString file = line.text("FILE");
-    const int count = countEntries(readJsonObject(file));
+    const int count = countEntries(readJsonObject(file), line.isSet("verbose"), file);
     ResultSetup setups;
-    {
-        const MessageCollector collector;
-        if (!setups.loadJson(file)) {
-            throw InputError(file, "cannot be read");
-        }
-    }
-    if (line.isSet("verbose")) {
-        warnOfSkippedEntries(file);
+    if (!setups.loadJson(file)) {
+        throw InputError(file, "cannot be read");
     }
     Table<int> table(line.format(),
                      {{"index", [](int index) { return index; }},

@@ -1,4 +1,9 @@
+#include <QImage>
+#include <QString>
 #include <cmath>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "analysis/maps/mapSheet.h"
 #include "analysis/maps/rasterFile.h"
@@ -7,7 +12,7 @@
 #include "analysis/support/singles.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
-#include "support/output.h"
+#include "support/format.h"
 #include "support/picture.h"
 #include "support/sections.h"
 #include "support/table.h"

@@ -1,15 +1,21 @@
 #include <QFileInfo>
+#include <QString>
 #include <cmath>
-#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "analysis/plots/tracePlot.h"
 #include "analysis/statistics/pointStatistics.h"
 #include "analysis/support/inputError.h"
+#include "analysis/support/lineReader.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/format.h"
 #include "support/output.h"
 #include "support/picture.h"
+#include "support/prefixNote.h"
 #include "support/sections.h"
 #include "support/table.h"
 #include "support/units.h"

@@ -1,6 +1,5 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
-#include "support/output.h"
 #include "support/table.h"
 #include "support/units.h"
 

@@ -4,6 +4,7 @@
 
 #include "analysis/support/inputError.h"
 #include "support/errors.h"
+#include "support/kinds.h"
 
 namespace rfu::command {
 

@@ -5,7 +5,6 @@
 
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
-#include "support/errors.h"
 
 namespace rfu::command {
 

@@ -1,6 +1,5 @@
 #include "support/kinds.h"
 
-#include <QString>
 #include <algorithm>
 #include <iterator>
 #include <optional>

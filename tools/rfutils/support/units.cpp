@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <iterator>
 #include <tuple>
-#include <vector>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
