@@ -1,4 +1,4 @@
-// Loading an ASCII grid beside GDAL, and beside nothing but reading the file and its numbers.
+// Loading an ASCII grid, compared with GDAL and with reading the file and its numbers only.
 #include "geo/gdal.h"
 #include "support/random.h"
 #include "support/scratchFolder.h"
@@ -25,7 +25,7 @@ using namespace rfu::bench;
 
 constexpr int kSide = 2048;
 
-/// How the cells of a file are written.
+/// Spelling of the cells.
 struct Style {
     const char* name;
     const char* format;
@@ -71,7 +71,7 @@ const GridFile& gridFile(const Style& style, int side) {
     return files[name] = {writeScratch(name, text), text.size()};
 }
 
-/// Reads the whole file, then each number behind the six lines of its header into the next cell.
+/// Reads the whole file, then each number behind its six header lines.
 void readNumbers(const GridFile& file, std::vector<char>& bytes, std::vector<float>& cells) {
     bytes.resize(file.bytes);
     const char* cursor = bytes.data();
@@ -126,7 +126,7 @@ void gdal(benchmark::State& state, const Style& style) {
     countBytes(state, file);
 }
 
-/// The memory for the file is there from the load before: new memory would take its time too.
+/// Reuses the buffer for the file: allocating it would take time too.
 void fromChars(benchmark::State& state, const Style& style) {
     const GridFile& file = gridFile(style, kSide);
     std::vector<char> bytes;
@@ -151,7 +151,7 @@ BENCHMARK_CAPTURE(gdal, e, kExponents)->Name("asc_exponents/gdal")->Unit(benchma
 BENCHMARK_CAPTURE(fromChars, e, kExponents)->Name("asc_exponents/from_chars")->Unit(benchmark::kMillisecond);
 // clang-format on
 
-/// Time against the side of the grid.
+/// Time by the side of the grid.
 void ofSide(benchmark::State& state) {
     load(state, kTwoDecimals, static_cast<int>(state.range(0)));
 }

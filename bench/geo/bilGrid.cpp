@@ -1,4 +1,4 @@
-// Loading a band of singles beside read(2), GDAL and Qt's text stream.
+// Loading a band of floats, compared with read(2), GDAL and Qt's text stream.
 #include "geo/gdal.h"
 #include "support/random.h"
 #include "support/scratchFolder.h"
@@ -26,7 +26,8 @@ constexpr int kSide = 2048;
 constexpr char kOneByteCodec[] = "ISO 8859-1";
 constexpr char kManyByteCodec[] = "UTF-8";
 
-/// Writes a band of heights and its header; gives the path of the band.
+/// Writes a band of heights and its header.
+/// @return path of the band
 std::string writeBand(int side) {
     const std::string size = std::to_string(side);
     const std::string name = "band" + size;
@@ -57,7 +58,7 @@ void useCodec(const char* name) {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName(name));
 }
 
-/// The rows as Qt's text stream gives them.
+/// Reads the rows through Qt's text stream.
 void readByQt(const std::string& path, veltaGEO& map) {
     QFile file(QString::fromStdString(path));
     file.open(QIODevice::ReadOnly);
@@ -131,7 +132,7 @@ BENCHMARK_CAPTURE(ours, utf8, kManyByteCodec)->Name("bil_utf8/ours")->Unit(bench
 BENCHMARK(qt)->Name("bil_utf8/qt")->Unit(benchmark::kMillisecond);
 // clang-format on
 
-/// Time against the side of the grid.
+/// Time by the side of the grid.
 void ofSide(benchmark::State& state) {
     const auto side = static_cast<int>(state.range(0));
     load(state, writeBand(side), side, kOneByteCodec);

@@ -1,4 +1,4 @@
-// A position in UTM to degrees: the series of this library beside PROJ's inverse.
+// UTM to degrees: the library's series, compared with PROJ's inverse.
 #include "support/random.h"
 
 #include <rfUtils/geo/veltaGEO.h>
@@ -23,7 +23,7 @@ std::vector<PJ_COORD> positions() {
     Random random(20240918);
     std::vector<PJ_COORD> all(kPositions);
     for (PJ_COORD& position : all) {
-        // Whole singles, so that both read the same number.
+        // Floats, so that both read the same number.
         const auto easting = static_cast<float>(random.between(200000.0, 800000.0));
         const auto northing = static_cast<float>(random.between(0.0, 9000000.0));
         position =
@@ -32,8 +32,8 @@ std::vector<PJ_COORD> positions() {
     return all;
 }
 
-/// The bare inverse of the projection, from metres to radians: less work than between two reference
-/// systems.
+/// The inverse projection alone, from metres to radians: less work than a conversion between two
+/// reference systems.
 class Projection {
 public:
     explicit Projection(const char* definition = "+proj=utm +zone=33 +ellps=WGS84")
@@ -48,7 +48,7 @@ private:
     PJ* pj_;
 };
 
-/// Whether both answers are the same place; the library's departs from it by up to 2 m.
+/// Whether both results agree within 2 m, the library's maximum error.
 bool near(float latitude, float longitude, const PJ_COORD& radians) {
     constexpr double kTolerance = 5e-5;
     return std::abs(static_cast<double>(latitude) - proj_todeg(radians.lp.phi)) < kTolerance &&

@@ -1,4 +1,4 @@
-// What each loader costs at sizes a factor of four or ten apart.
+// Time of each loader at sizes a factor of four or ten apart.
 #include <rfUtils/catalogues/ResultSetup.h>
 #include <rfUtils/catalogues/subItemList.h>
 #include <rfUtils/geo/veltaGEO.h>

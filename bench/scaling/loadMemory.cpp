@@ -1,9 +1,9 @@
-// The memory that one load takes at its highest, in a process of its own.
+// Peak memory of one load, in its own process.
 //
 // usage: load_memory grid|band|traces SIZE
 //
-// Prints two numbers of bytes: how far the load raised the process's peak, and what may be there: the
-// object that was loaded and the file.
+// Prints two numbers of bytes: how far the load raised the process's peak, and the sizes of the
+// loaded object and the file.
 #include <rfUtils/geo/veltaGEO.h>
 #include <rfUtils/trace/traceRssiBuffer.h>
 
@@ -28,7 +28,7 @@ using namespace rfu::bench;
 
 constexpr std::size_t kPoints = 1001;
 
-/// A number of kilobytes that the kernel tells of the process, in bytes.
+/// A number of kilobytes in the kernel's status of the process, in bytes.
 long long told(const std::string& name) {
     std::ifstream status("/proc/self/status");
     for (std::string key; status >> key; std::getline(status, key)) {
@@ -46,13 +46,13 @@ long long inUse() {
     return static_cast<long long>(info.uordblks + info.hblkhd);
 }
 
-/// A peak counts from where the process stands.
+/// Resets the peak to the current size.
 void forgetPeak() {
     malloc_trim(0);
     std::ofstream("/proc/self/clear_refs") << 5;
 }
 
-/// @param load gives the object, which is held until it was weighed
+/// @param load returns the object, which lives until the measurement
 template <typename Load>
 bool measure(long long fileBytes, Load load) {
     forgetPeak();

@@ -27,7 +27,7 @@ inline std::string gridText(int side) {
     return text;
 }
 
-/// A band of singles, and its header.
+/// A band of floats.
 inline std::string bandBytes(int side) {
     Random random(12);
     std::string bytes;

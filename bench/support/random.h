@@ -6,7 +6,7 @@
 
 namespace rfu::bench {
 
-/// The standard's distributions differ from library to library, this does not.
+/// The standard's distributions differ between libraries, this does not.
 class Random {
 public:
     explicit Random(std::uint64_t seed) : engine_(seed) {}
@@ -14,7 +14,7 @@ public:
     /// A whole number from 0 to count - 1.
     std::uint64_t below(std::uint64_t count) { return engine_() % count; }
 
-    /// A number from low up to high.
+    /// A number from low to high.
     double between(double low, double high) {
         constexpr double kStep = 1.0 / 9007199254740992.0;  // 2^-53
         return low + (high - low) * kStep * static_cast<double>(engine_() >> 11);

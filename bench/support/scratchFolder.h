@@ -1,4 +1,4 @@
-// A folder for the files that a program measures with, removed when it ends.
+// A folder for the files of a benchmark, removed at its end.
 #pragma once
 
 #include <QTemporaryDir>
@@ -16,7 +16,8 @@ inline const std::string& scratchFolder() {
     return path;
 }
 
-/// Writes a file into the scratch folder; gives its path.
+/// Writes a file into the scratch folder.
+/// @return its path
 inline std::string writeScratch(const std::string& name, std::string_view bytes) {
     const std::string path = scratchFolder() + '/' + name;
     std::ofstream file(path, std::ios::binary);

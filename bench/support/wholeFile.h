@@ -9,7 +9,8 @@
 
 namespace rfu::bench {
 
-/// read(2) until the file ends or the place for it is full; gives how many bytes there are.
+/// Calls read(2) until the file ends or the buffer is full.
+/// @return number of bytes
 inline std::size_t readFile(const std::string& path, char* to, std::size_t size) {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     std::size_t got = 0;

@@ -1,4 +1,4 @@
-// Statistics of a marker's thousand values beside a bare pass over an array of them.
+// Statistics of a marker's thousand values, compared with a plain loop over an array.
 #include "support/random.h"
 
 #include <rfUtils/trace/traceRssiBuffer.h>
@@ -16,7 +16,7 @@ constexpr int kValues = 1000;
 constexpr int kMarker = 2;
 constexpr double kLimit = -80.0;
 
-/// Levels of which one in thirty was not measured.
+/// Levels, one in thirty of them not measured.
 std::vector<double> levels() {
     Random random(20240923);
     std::vector<double> all(kValues);
@@ -26,7 +26,7 @@ std::vector<double> levels() {
     return all;
 }
 
-/// A marker that holds the levels in a ring whose seam lies somewhere within them.
+/// A marker whose ring wraps around within the levels.
 traceRssiBuffer filledMarker() {
     traceRssiBuffer buffer(1, kValues);
     for (int i = 0; i < kValues / 3; ++i) {
@@ -38,7 +38,7 @@ traceRssiBuffer filledMarker() {
     return buffer;
 }
 
-// What a program does that keeps its values in an array.
+// The plain loops.
 
 double bareAverage(const std::vector<double>& values) {
     double sum = 0.0;
@@ -82,7 +82,7 @@ template <typename Ours, typename Bare>
 void measureOurs(benchmark::State& state, Ours ours, Bare bare) {
     const traceRssiBuffer buffer = filledMarker();
     if (ours(buffer) != bare(levels())) {
-        state.SkipWithError("not the answer of the bare pass");
+        state.SkipWithError("not the result of the plain loop");
         return;
     }
     for (auto _ : state) {
@@ -139,8 +139,8 @@ void count(benchmark::State& state) {
 BENCHMARK(count)->Name("marker_count/ours");
 BENCHMARK_CAPTURE(measureBare, count, bareCount)->Name("marker_count/bare");
 
-// Copies, of a ring in one run of memory, as calcMarkerPower fills it, and of one with a seam. In that
-// an array as well has to be copied in two parts.
+// Copies of a contiguous ring, as calcMarkerPower fills it, and of one that wraps around, which
+// takes two parts from an array too.
 
 constexpr std::size_t kSeam = kValues - kValues / 3;
 

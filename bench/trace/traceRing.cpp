@@ -1,4 +1,4 @@
-// The ring of traces beside bare arrays: storing a trace, and gathering a point of all of them.
+// The ring of traces, compared with arrays: storing a trace, and gathering one point of all traces.
 #include "support/random.h"
 
 #include <rfUtils/trace/traceRssiBuffer.h>
@@ -16,7 +16,7 @@ using Trace = std::vector<double>;
 constexpr std::size_t kTraces = 1000;
 constexpr std::size_t kPoints = 1001;
 constexpr std::int64_t kBytes = kPoints * sizeof(double);
-constexpr std::size_t kStep = 384;  // from one marker's point to the next, far from cached lines
+constexpr std::size_t kStep = 384;  // between gathered points, beyond a cache line
 
 std::vector<Trace> sweeps(std::size_t count) {
     Random random(20240924);

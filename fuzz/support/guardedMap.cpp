@@ -83,7 +83,7 @@ void GuardedMap::open(const Rows& writable) {
 }
 
 Rows GuardedMap::take() {
-    map_->errMsg.clear();  // no leak check looks for pointers in mapped memory
+    map_->errMsg.clear();  // leak checkers do not search mapped memory
     REQUIRE(isUntouched(frontGuard_, frontGuardSize_));
     REQUIRE(isUntouched(backGuard_, backGuardSize_));
     Rows cells;
@@ -98,8 +98,8 @@ Rows GuardedMap::take() {
     return cells;
 }
 
-/// Sets what may be done with the rows opened, one call for neighbours; where a page holds several
-/// rows they cannot be told apart and stay writable.
+/// Sets the protection of the opened rows, with one call for adjacent ones. Where a page holds
+/// several rows, all stay writable.
 void GuardedMap::allow(int protection) {
     if (kRowBytes % pageSize() != 0) {
         return;

@@ -12,10 +12,10 @@ using Rows = rfu::test::MapRows;
 /// Whether two sets of rows hold the same bits.
 bool sameCells(const Rows& a, const Rows& b);
 
-/// A map that notices everything written out of place without looking at all 16 MiB each time: its
-/// grid begins at a page, and only the rows that a load is expected to write are writable
-/// meanwhile. Guard bytes lie on both sides of the object, and behind them memory that nobody may
-/// access. The object is made once; each run starts from fields and cells of kUntouched bytes.
+/// A map that detects stray writes without scanning all 16 MiB in each run: its grid begins at a
+/// page, and only the rows that a load is expected to write are writable. The object lies between
+/// guard bytes and inaccessible pages. It is constructed once; each run starts from fields and
+/// cells of kUntouched bytes.
 class GuardedMap {
 public:
     GuardedMap();
@@ -24,11 +24,12 @@ public:
 
     veltaGEO& map() { return *map_; }
 
-    /// Begins a run: resets the fields, makes these rows writable.
+    /// Begins a run: resets the fields and makes these rows writable.
     void open(const Rows& writable);
 
-    /// Ends it: the cells of the rows opened, as many as `open` was given. Requires that no other
-    /// cell of these rows and no guard byte has changed, and makes the cells as they were.
+    /// Ends a run. Requires that no other cell of the opened rows and no guard byte has changed,
+    /// and resets the cells.
+    /// @return the cells of the opened rows
     Rows take();
 
 private:

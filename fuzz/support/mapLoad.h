@@ -1,6 +1,6 @@
-// What holds for any bytes in a text file of a map:
-// - the answer, every field, every cell and the message are those of the format's model;
-// - no other cell changes, nor a byte on either side of the map.
+// For any bytes in a text file of a map:
+// - the result, every field, every cell and the message are those of the format's model;
+// - no other cell changes, nor a byte beside the map.
 #pragma once
 
 #include "guardedMap.h"
@@ -14,8 +14,9 @@ namespace rfu::fuzz {
 using MapModel = bool (*)(std::string_view file, veltaGEO& map, Rows& rows);
 using MapLoader = bool (veltaGEO::*)(const QString&);
 
-/// Loads the bytes as a file of this name, the same in each run, and requires what its model gives.
-/// @return 0, the answer of a target
+/// Loads the bytes as a file of this name, which is the same in each run, and compares with the
+/// model.
+/// @return 0, the result of a target
 inline int requireModelled(const char* name, const std::uint8_t* data, std::size_t size,
                            MapModel model, MapLoader loader) {
     static ScratchFile file(name);

@@ -1,11 +1,10 @@
 // The first bytes choose the header's fields and the process's text codec, the rest is the file.
-// Holds for any bytes:
-// - the answer, every field and the message are those of a plain restatement of the format, without
-//   a colour table beside the file;
-// - no cell outside the announced size changes, nor a byte on either side of the map;
-// - with the codec that the loader asks for the cells are the bytes of the file, and the no-data
-//   value where it ends early;
-// - with any codec a second load gives the same cells.
+// For any bytes:
+// - the result, every field and the message are those of the format's rules, without a colour
+//   table;
+// - no cell outside the header's size changes, nor a byte beside the map;
+// - under ISO 8859-1 the cells are the bytes of the file, and the no-data value behind its end;
+// - under any codec a second load gives the same cells.
 #include "support/guardedMap.h"
 #include "support/input.h"
 #include "support/require.h"
@@ -24,8 +23,8 @@ namespace {
 
 constexpr int kMost = 2048;
 
-/// Mostly small, seldom a number at the bounds: a map of 16 MiB takes as long as thousands of
-/// others.
+/// Mostly small, seldom a number at the bounds: a map of 16 MiB takes as long as thousands of small
+/// ones.
 int sizeOf(std::uint8_t byte) {
     static constexpr std::array<int, 6> kBounds = {-1,      INT_MIN, kMost + 1,
                                                    INT_MAX, kMost,   kMost - 1};
@@ -33,7 +32,7 @@ int sizeOf(std::uint8_t byte) {
     return byte < kFirstBound ? byte % 32 : kBounds[static_cast<std::size_t>(byte - kFirstBound)];
 }
 
-/// A row is as wide as the grid only where there are few of them, and the reverse.
+/// Limits the columns of a map with many rows.
 void limitCells(veltaGEO& map) {
     constexpr int kFew = 4;
     if (map.nCols > kFew && map.nRows > 32) {
@@ -41,7 +40,7 @@ void limitCells(veltaGEO& map) {
     }
 }
 
-/// Codecs that leave the file's name alone; the loader asks for the first.
+/// Codecs that keep the file's name; the first keeps every byte.
 const char* const kCodecs[] = {"ISO 8859-1", "UTF-8", "windows-1252", "Shift_JIS"};
 
 bool hasByteOrderMark(std::string_view file) {
@@ -60,7 +59,7 @@ Rows rowsOf(const veltaGEO& map, std::string_view file) {
         cells.assign(columns, map.noData);
         for (float& cell : cells) {
             if (file.size() < sizeof cell) {
-                file = {};  // a cell that is not covered whole
+                file = {};  // an incomplete cell
                 break;
             }
             std::memcpy(&cell, file.data(), sizeof cell);
@@ -70,7 +69,7 @@ Rows rowsOf(const veltaGEO& map, std::string_view file) {
     return rows;
 }
 
-/// The state that a header of the run's fields leaves.
+/// Sets the fields that the run's header gives.
 void announce(veltaGEO& map, Input header) {
     resetFields(map);
     map.nCols = sizeOf(header.byte());

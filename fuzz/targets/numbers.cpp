@@ -1,6 +1,5 @@
-// Holds for any text, up to its first NUL:
-// - the decimal number in front is the one that strtod reads in the C locale, to the bit;
-// - the integer in front is the one that strtol reads, held at the bounds of 32 bits.
+// For any text up to its first NUL the leading decimal number is that of strtod in the C locale, to
+// the bit, and the leading integer that of strtol, saturated at 32 bits.
 #include "support/input.h"
 #include "support/require.h"
 
@@ -13,7 +12,7 @@
 using namespace rfu::fuzz;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    // Exactly as long as the text, so that reading behind it is noticed.
+    // Exactly as long as the text, so that the sanitizer detects reads behind it.
     const auto bytes = std::make_unique<char[]>(size);
     std::copy(data, data + size, bytes.get());
     const std::string_view text(bytes.get(), size);

@@ -1,8 +1,7 @@
-// Holds for any line:
-// - the tokens are those of a plain restatement of the rules, at most 1024, each NUL-terminated;
-// - nothing of the record but the tokens' texts and the count changes, nor a byte on either side of
-//   it, nor the line;
-// - the loaders' tokenizer, which works in the line itself, gives the same tokens, all of them.
+// For any line:
+// - makeToken() stores the first 1024 tokens of the model, each NUL-terminated, and changes neither
+//   the rest of the record, nor a byte beside it, nor the line;
+// - the loaders' tokenizer, which compacts in place, gives all tokens of the model.
 #include "support/require.h"
 
 #include <rfUtils/geo/detail/tokenizer.h>
@@ -29,7 +28,7 @@ void checkRecord(const veltaGEO& map, const std::string& line,
     static GuardedRecord actual;
     static GuardedRecord expected;
     static std::size_t used = kMaxTokens;
-    // Only what the run before has changed.
+    // Only the bytes that the previous run has changed.
     const std::size_t usedBytes =
         offsetof(GuardedRecord, record) + used * sizeof(stPaser::token[0]);
     for (GuardedRecord* guarded : {&actual, &expected}) {

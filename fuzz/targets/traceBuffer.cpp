@@ -156,7 +156,7 @@ private:
         }
     }
 
-    /// Goes on with a copy whose original is changed and destroyed.
+    /// Continues with a copy; the original is changed and destroyed.
     void takeCopy() {
         traceRssiBuffer copy(buffer_);
         reset(true);

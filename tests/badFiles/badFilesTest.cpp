@@ -1,5 +1,5 @@
-// What each loader answers to files that are not what they should be: its result, its message,
-// everything that it holds afterwards; and that a good file loads afterwards as ever.
+// The result, the message and the content of each loader after bad files, and that a good file
+// loads afterwards.
 #include "formats.h"
 
 #include <support/deadline.h>
@@ -18,7 +18,7 @@ using namespace std::string_literals;
 
 constexpr std::size_t kTenMegabytes = 10 * 1024 * 1024;
 
-/// Text as UTF-16 with its mark.
+/// A text as UTF-16 with byte-order mark.
 std::string utf16(const std::string& text, bool bigEndian) {
     std::string bytes = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
     for (const char c : text) {
@@ -36,7 +36,7 @@ std::string repeated(const std::string& text, std::size_t times) {
     return result;
 }
 
-/// A choice that is also a setup.
+/// A file of one entry that is both a choice and a setup.
 std::string choice(const std::string& id, const std::string& label) {
     return R"({"item":[{"label":")" + label + R"(","id":")" + id + R"(","enum":1,"dispSeq":2}]})";
 }
@@ -221,7 +221,7 @@ TEST_F(BadFiles, GiveTheStatedAnswerAndDoNoHarm) {
         EXPECT_EQ(subject->load(write(row.format, row.bytes)), row.done) << what;
         EXPECT_EQ(subject->said(), row.said) << what;
         EXPECT_EQ(subject->holds(), row.holds) << what;
-        const bool adds = &row.format == &kItems;  // a catalogue keeps what it holds
+        const bool adds = &row.format == &kItems;  // a catalogue keeps earlier choices
         if (!adds || row.holds.empty()) {
             expectGoodLoad(*subject, row.format, row.what);
         }

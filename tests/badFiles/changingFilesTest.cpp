@@ -1,7 +1,7 @@
-// Another thread shortens, replaces and writes over a file as fast as it can while it is loaded
-// again and again. Nothing is in step here, and while pages are cut off and written again the system may
-// hand out zeros between old bytes and new ones: what a load makes of them is left to chance. It may do no
-// harm. tests/faults does the same before each read in turn and compares the answers.
+// Another thread shortens, replaces and overwrites a file as fast as it can while it is loaded
+// again and again. Nothing is synchronised, and the system may return zeros between old and new
+// bytes, so the results are not compared; the loads must do no harm. tests/faults changes files
+// before each read in turn and compares the results.
 #include "formats.h"
 
 #include <support/deadline.h>
@@ -19,16 +19,16 @@
 
 namespace {
 
-constexpr std::size_t kPadding = 200000;  // many pages, between which the file may change
+constexpr std::size_t kPadding = 200000;  // many pages, so that changes fall between them
 
-/// Done, what it said, what it holds.
+/// Result, message and content.
 using Answer = std::tuple<bool, std::string, std::string>;
 
-/// A good file of two versions, each in two halves with nothing of meaning between them.
+/// A good file whose two halves are separated by padding.
 struct Changing {
     const Format& format;
     std::string secondHalfBegins;
-    char padding;  // '\0' where the format has no room for any
+    char padding;  // '\0' if the format allows none
 };
 
 const Changing kChanging[] = {
@@ -69,8 +69,8 @@ public:
 
     void replaceByGoodOne() const { replace(versions_[0]); }
 
-    /// One of the changes that may happen to a file: replaced, shortened, made whole again. Two
-    /// versions are never written over each other, which might mix them within a number.
+    /// Replaces, shortens or completes the file. Two versions are never written over each other,
+    /// which might mix them within a number.
     void change(unsigned number) {
         const std::string& version = versions_[number / 4 % 2];
         if (number % 4 == 0) {
@@ -83,7 +83,7 @@ public:
     }
 
 private:
-    /// In one step: no reader sees half of it.
+    /// Atomic: no reader sees a part of it.
     void replace(const std::string& version) const {
         files_.write("next", version);
         std::filesystem::rename(files_.path("next"), path());
@@ -109,7 +109,7 @@ TEST(ChangingFiles, AreLoadedWithoutHarm) {
             }
         });
         std::set<Answer> seen;
-        for (int i = 0; i < loads || seen.size() < 2; ++i) {  // until it has changed, at least
+        for (int i = 0; i < loads || seen.size() < 2; ++i) {  // at least until it has changed
             seen.insert(file.load());
         }
         stop = true;

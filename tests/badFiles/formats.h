@@ -1,4 +1,4 @@
-// Every format that is loaded: a good file of it, and what that leaves in a new object.
+// The formats that are loaded, each with a good file and the content that it gives a new object.
 #pragma once
 
 #include "subjects.h"
@@ -8,13 +8,12 @@
 #include <string>
 #include <vector>
 
-/// A format: how its files are called, a good one, and what that leaves in a new object.
 struct Format {
     const char* file;
     std::function<std::unique_ptr<Subject>()> make;
     std::string good;
     std::string goodHolds;
-    /// Where there is no file: what it says, and what changes in an object that held the good one.
+    /// The message without a file, and the content then of an object that had loaded the good one.
     std::string missing;
     std::string missingHolds;
 };

@@ -1,4 +1,4 @@
-// Files of ten million entries in the long run, of a hundred thousand in the ordinary one.
+// Files of a hundred thousand entries, in long runs of ten million.
 #include "formats.h"
 
 #include <support/deadline.h>
@@ -12,8 +12,7 @@ namespace {
 
 const int kEntries = rfu::test::isLongRun() ? 10000000 : rfu::test::caseCount();
 
-/// A file that says the same again and again: what begins it, each entry, what ends it. For a # in
-/// the entry stands its number.
+/// A file that repeats an entry. A # in the entry is replaced by its number.
 struct Many {
     const Format& format;
     const char* what;

@@ -1,4 +1,4 @@
-// Everything that loads files, under one form: load, what it said, what it holds as text.
+// One interface to everything that loads files: the load, its message, the content as text.
 #pragma once
 
 #include <support/messageLog.h>
@@ -30,16 +30,16 @@ public:
     virtual bool load(const std::string& path) = 0;
     /// The message of the last load, or its lines in Qt's log.
     virtual std::string said() = 0;
-    /// Everything that is not as in a new object.
+    /// The content that differs from that of a new object.
     virtual std::string holds() const = 0;
-    /// The same without what the object itself says is not in use.
+    /// The same without entries that the object counts as unused.
     virtual std::string holdsInUse() const { return holds(); }
-    /// Uses every other operation of the object and checks what it answers. Of each format a good
-    /// file stands under the base name.
+    /// Uses every other operation of the object and checks the results. The base name has a good
+    /// file of each format.
     virtual void useEverything(const std::string& base) = 0;
 };
 
-/// Text that reads the same in every locale, without NUL and of a length that fits a message.
+/// Builds a text independent of the locale.
 class Report {
 public:
     Report() { out_.imbue(std::locale::classic()); }
@@ -74,8 +74,7 @@ inline std::string shortened(const std::string& text) {
     return visible;
 }
 
-/// A new map, in the memory of one that is done with: 16 MiB from the system for every load would
-/// take longer than all else.
+/// A new map in reused memory: allocating 16 MiB for every load would dominate the running time.
 class RecycledMap {
 public:
     RecycledMap() {
@@ -226,7 +225,7 @@ private:
     RecycledMap map_;
 };
 
-/// Cells without their header: the sizes are set before each load.
+/// Loads cells, with sizes set instead of a header.
 class CellsSubject : public MapSubject {
 public:
     CellsSubject() : MapSubject(&veltaGEO::loadBILFile) {}
@@ -314,7 +313,7 @@ public:
         EXPECT_EQ(list_.setupLabel(before), QStringLiteral("Auto"));
     }
 
-    /// What the last load appended.
+    /// The setups that the last load appended.
     std::string holds() const override {
         const int added = count() - before_;
         if (added > 3) {

@@ -1,8 +1,8 @@
-// Grids written by GDAL: the library has to hold their header and each cell to the last bit.
+// Grids written by GDAL: the library reads their header and each cell to the last bit.
 //
-// ASCII grids are written with GDAL's own precision (20 digits, which tell every single apart) and with
-// SIGNIFICANT_DIGITS=9, the fewest that do. BIL grids need no option: GDAL writes them in the byte
-// order of the machine, which is the one that the library reads.
+// ASCII grids are written with GDAL's default precision (20 digits) and with SIGNIFICANT_DIGITS=9,
+// the minimum that distinguishes all floats. GDAL writes BIL grids in the machine's byte order,
+// which the library reads.
 #include <geo/mapFiles.h>
 #include <support/samples.h>
 
@@ -24,7 +24,7 @@ constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 struct Raster {
     int columns = 0;
     int rows = 0;
-    double west = 0.0;  // of the whole grid, as south
+    double west = 0.0;  // edge of the grid
     double south = 0.0;
     double cell = 1.0;
     double cellHeight = 1.0;
@@ -69,7 +69,7 @@ float cellValue(Samples& samples) {
     }
 }
 
-/// Edges and cell sizes of few binary digits: their texts in a header are exact.
+/// Edges and cell sizes have few binary digits, so that their texts are exact.
 Raster randomRaster(Samples& samples, int leastColumns) {
     Raster raster;
     raster.columns = leastColumns + static_cast<int>(samples.below(60));
@@ -93,7 +93,7 @@ class CrossRaster : public MapFiles {
 protected:
     static void SetUpTestSuite() { GDALAllRegister(); }
 
-    /// Puts a raster into a data set of GDAL that is empty yet.
+    /// Writes a raster to an empty GDAL data set.
     static void fill(GDALDatasetH set, const Raster& raster) {
         double place[] = {raster.west, raster.cell, 0.0, raster.north(), 0.0, -raster.cellHeight};
         ASSERT_EQ(GDALSetGeoTransform(set, place), CE_None);
@@ -145,7 +145,7 @@ protected:
     std::unique_ptr<veltaGEO> fresh() const { return std::make_unique<veltaGEO>(); }
 };
 
-/// A text has no payload of a NaN.
+/// Compares all NaN as equal: a text has no payload.
 void expectSameNumbers(const veltaGEO& map, const Raster& raster) {
     for (int row = 0; row < raster.rows; ++row) {
         for (int column = 0; column < raster.columns; ++column) {
@@ -183,7 +183,7 @@ TEST_F(CrossRaster, AsciiGridsOfAnyNumbers) {
     RecordProperty("cells", static_cast<int>(count));
 }
 
-// With fewer decimals GDAL's text is what is loaded: the number rounded to them.
+// The library loads the rounded text, not the original number.
 TEST_F(CrossRaster, AsciiGridsHaveTheDecimalsOfTheirText) {
     Raster raster{3, 1, 0.0, 0.0, 1.0, 1.0, -9999.0, {1.23456F, -0.0004F, 8848.86F}};
     writeAscii(raster, {"DECIMAL_PRECISION=2"});
@@ -192,8 +192,8 @@ TEST_F(CrossRaster, AsciiGridsHaveTheDecimalsOfTheirText) {
     expectSameNumbers(*map, raster);
 }
 
-// GDAL ends the header with the no-data value only where there is one. Rows are counted from that
-// line, and without it from the beginning of the file: behind five header lines they begin in row 5.
+// GDAL writes the no-data line, from which rows are counted, only if there is a value. Without it
+// rows are counted from the start of the file: behind five header lines they begin in row 5.
 TEST_F(CrossRaster, AsciiGridsWithoutNoDataBeginBelowTheirHeader) {
     const Raster raster{3,   2,   0.0,          0.0,
                         1.0, 1.0, std::nullopt, {1.0F, 2.0F, 3.0F, 4.0F, 5.0F, 6.0F}};
@@ -204,7 +204,7 @@ TEST_F(CrossRaster, AsciiGridsWithoutNoDataBeginBelowTheirHeader) {
     EXPECT_EQ(cells(*map, 6, 3), (std::vector<float>{4.0F, 5.0F, 6.0F}));
 }
 
-// GDAL gives the sides of cells that are no squares as "dx" and "dy", which the library does not know.
+// GDAL writes the sides of oblong cells as "dx" and "dy", which the library does not read.
 TEST_F(CrossRaster, AsciiGridsOfOblongCellsHaveNoCellSize) {
     const Raster raster{3, 1, 0.0, 0.0, 2.0, 5.0, -9999.0, {1.0F, 2.0F, 3.0F}};
     writeAscii(raster);
@@ -213,7 +213,7 @@ TEST_F(CrossRaster, AsciiGridsOfOblongCellsHaveNoCellSize) {
     expectSameNumbers(*map, raster);
 }
 
-// A row of one or two numbers is no row: two make a header line.
+// A line of two numbers is a header line, a line of one is skipped.
 TEST_F(CrossRaster, AsciiGridsOfOneOrTwoColumnsHaveNoRows) {
     for (const int columns : {1, 2}) {
         const Raster raster{columns, 1, 0.0, 0.0, 1.0, 1.0, -9999.0, {7.0F, 8.0F}};
@@ -235,7 +235,7 @@ TEST_F(CrossRaster, BilGridsOfAnyBits) {
             cell = samples.coin() ? samples.anySinglePattern() : cell;
         }
         raster.cellHeight = static_cast<double>(1 + samples.below(6400)) / 64.0;
-        raster.cells[0] = 12.5F;  // no byte-order mark, with which the bytes would be Unicode text
+        raster.cells[0] = 12.5F;  // a byte-order mark would make the bytes Unicode text
         SCOPED_TRACE(testing::Message()
                      << "raster " << i << ", " << raster.columns << " by " << raster.rows);
         writeBil(raster);
@@ -244,7 +244,7 @@ TEST_F(CrossRaster, BilGridsOfAnyBits) {
         EXPECT_EQ(map->isFloat, 1);
         ASSERT_TRUE(map->loadBILFile(path("map.bil")));
         expectSizes(raster);
-        // a BIL header has the middle of the first cell
+        // a BIL header holds the centre of the first cell
         EXPECT_EQ(map->originX, static_cast<float>(raster.west + raster.cell / 2));
         EXPECT_EQ(map->originY, static_cast<float>(raster.north() - raster.cellHeight / 2));
         expectSameBytes(*map, raster);
@@ -253,7 +253,7 @@ TEST_F(CrossRaster, BilGridsOfAnyBits) {
     RecordProperty("cells", static_cast<int>(count));
 }
 
-/// As large as the library takes; a column or a row more is refused.
+/// The maximum size; a column or a row more is refused.
 TEST_F(CrossRaster, TheLargestGrids) {
     const ScopedCodec eightBit("ISO 8859-1");
     Samples samples(20241202);
@@ -296,7 +296,7 @@ TEST_F(CrossRaster, TheLargestGrids) {
     }
 }
 
-// Integer rasters are reported as loaded, and their cells are left alone.
+// Integer rasters count as loaded; the grid stays unchanged.
 TEST_F(CrossRaster, IntegerBilGridsAreLoadedWithoutTheirCells) {
     const GDALDatasetH file =
         GDALCreate(GDALGetDriverByName("EHdr"), path("map.bil").toStdString().c_str(), 3, 2, 1,
@@ -312,7 +312,6 @@ TEST_F(CrossRaster, IntegerBilGridsAreLoadedWithoutTheirCells) {
     EXPECT_EQ(cells(*map, 0, 3), (std::vector<float>{5.0F, 0.0F, 0.0F}));
 }
 
-/// GDAL as the reader.
 Raster readByGdal(const QString& path) {
     Raster raster;
     const GDALDatasetH file = GDALOpen(path.toStdString().c_str(), GA_ReadOnly);

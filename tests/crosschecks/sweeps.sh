@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The maximum, average, minimum, count and count above a limit of every point of a recording, as
-# `rfutils trace` and as a few lines of awk find them.
+# Compares maximum, average, minimum, count and count above a limit of every point of a recording between
+# `rfutils trace` and a few lines of awk.
 #
 # usage: sweeps.sh RFUTILS SAMPLES AWK
 set -euo pipefail
@@ -49,7 +49,7 @@ by_rfutils() { # keep, recording
         }' | LC_ALL=C sort -n
 }
 
-# All numbers have to be the same, the averages too: both add the levels up in their order.
+# All numbers must be equal, averages included: both sum in order.
 expect_alike() { # keep, recording
     by_awk "$@" >"$folder/awk"
     by_rfutils "$@" >"$folder/rfutils"
@@ -62,8 +62,8 @@ expect_alike() { # keep, recording
         '{ levels += $2 } END { print of ": " NR " points, " levels " levels" }' "$folder/awk"
 }
 
-# 600 sweeps of three hops, of which some are missing, in order, with levels of every kind; each line
-# repeats its last level as rtl_power does.
+# 600 sweeps of three hops, some of them missing, with levels of every kind; each line repeats its last
+# level as rtl_power does.
 made_recording() {
     LC_ALL=C "$awk" '
         function below(bound) { state = (state * 16807) % 2147483647; return state % bound }

@@ -1,13 +1,14 @@
 // UTM positions against PROJ, whose transverse Mercator is good to nanometres.
 //
-// With phi the latitude of a position and phi1 its footpoint latitude (that of the position with the
-// same northing on the central meridian), the library differs from PROJ by
-//   - the factor 1 / k0 that its latitude term has once more than it should: the latitude comes out
-//     as phi1 - (phi1 - phi) / k0, that is, too low by (1 / k0 - 1) (phi1 - phi);
+// With phi the latitude of a position and phi1 its footpoint latitude (that of the position with
+// the same northing on the central meridian), the library differs from PROJ by
+//   - the extra factor 1 / k0 of its latitude term: the latitude is phi1 - (phi1 - phi) / k0, too
+//     low
+//     by (1 / k0 - 1) (phi1 - phi);
 //   - the rounding down to a millionth of a degree, and the rounding to single precision;
-//   - the terms at which its series end (`Remainders`), a few 1e-9 of a degree over a zone.
-// PROJ gives both phi and phi1, so the latitude to expect needs none of the library's constants. It
-// has to be the library's to the last bit, except so near to a step that the remainder may cross it.
+//   - the truncated terms of its series (`Remainders`), a few 1e-9 of a degree over a zone. PROJ
+// gives both phi and phi1, so that the expected latitude needs none of the library's constants. The
+// library gives it to the last bit, except so near a rounding step that the remainder may cross it.
 #include <support/samples.h>
 
 #include <rfUtils/geo/veltaGEO.h>
@@ -33,7 +34,7 @@ constexpr double kK0 = 0.9996;
 constexpr double kA = 6378137.0;  // WGS 84, as e^2 below
 constexpr double kE2 = 0.0066943799901413;
 constexpr double kFalseNorthing = 10000000.0;
-constexpr double kSouthOffset = 10001151.0;  // the library's false northing, of arcs not scaled
+constexpr double kSouthOffset = 10001151.0;  // the library's false northing, for unscaled arcs
 
 struct Degrees {
     double latitude;
@@ -45,7 +46,7 @@ struct Metres {
     float northing;
 };
 
-/// A zone of PROJ. Longitudes go on beyond 180 degrees, as the library's do.
+/// A zone of PROJ. Longitudes continue beyond 180 degrees, as the library's do.
 class Zone {
 public:
     explicit Zone(const std::string& description)
@@ -80,10 +81,10 @@ int meridianOf(int zone) {
     return 6 * zone - 183;
 }
 
-/// What the terms behind the last ones of the library's series come to, in degrees. D is the distance
-/// from the central meridian in radians, t the tangent of the footpoint latitude phi1. A quarter is
-/// added for all that is smaller: the terms behind the first one left out, and the parts with e'^2
-/// of the last ones taken (e'^2 is 0.0067, and D below 0.12).
+/// Bounds of the truncated terms of the library's series, in degrees. D is the distance from the
+/// central meridian in radians, t the tangent of the footpoint latitude phi1. A quarter is added
+/// for smaller ones: the terms behind the first truncated one, and the e'^2 parts of the last ones
+/// included (e'^2 is 0.0067, and D below 0.12).
 struct Remainders {
     double latitude;
     double longitude;
@@ -102,18 +103,18 @@ struct Remainders {
                           (61.0 + 662.0 * t2 + 1320.0 * t2 * t2 + 720.0 * t2 * t2 * t2);
         const double d5 =
             std::pow(d, 5) / 120.0 / std::cos(phi) * 0.0068 * 0.0068 * (4.0 + 28.0 * t2);
-        // The length of the meridian ends at e^6: what follows is 175/16384 e^8, 2.2e-11 of it.
+        // The meridian series ends at e^6; the next term is 175/16384 e^8, a relative 2.2e-11.
         const double meridian = 2.2e-11 * std::abs(phi);
         constexpr double kRounding = 1e-15;    // of the doubles, in radians and more than once
         constexpr double kFlattening = 1e-12;  // the library's e^2 is 8e-13 below that of WGS 84
         latitude = kRadian * (1.25 * (d8 + d6) + meridian + kFlattening + 8.0 * kRounding);
-        // A footpoint latitude that is off moves the parallel on which the longitude is measured.
+        // An error of the footpoint latitude moves the parallel on which the longitude is measured.
         longitude = kRadian * (1.25 * (d7 + d5) + 4.0 * kRounding / std::cos(phi) +
                                d * std::abs(std::tan(phi)) / std::cos(phi) * meridian);
     }
 };
 
-/// The library's results for a position, as PROJ's tell them.
+/// The library's expected results for a position, derived from PROJ's.
 struct Expected {
     Degrees place;     ///< what PROJ gives
     double footpoint;  ///< latitude of the footpoint
@@ -147,8 +148,8 @@ protected:
         return {latitude, longitude};
     }
 
-    /// Both numbers are the singles next to the expected ones, or those on the two sides of a step
-    /// that the remainder may cross.
+    /// Both numbers are the nearest floats, or one of the two beside a rounding step that the
+    /// remainder may cross.
     void expectTheSame(const Degrees& got, const Expected& expected) {
         ++places;
         const double low = expected.latitude - expected.within.latitude;
@@ -163,7 +164,7 @@ protected:
         EXPECT_LE(got.longitude, east);
     }
 
-    /// The remainders are so small that next to nothing hides behind them. Ten places are for chance.
+    /// Only few places may be so near a step. Ten of them are allowed for chance.
     void expectFewBetween() {
         EXPECT_LT((latitudesBetweenSteps - 10) * 1000, places);
         EXPECT_LT((longitudesBetweenSingles - 10) * 100, places);
@@ -178,13 +179,13 @@ protected:
     int longitudesBetweenSingles = 0;
 };
 
-/// A place about a zone: up to half a degree beyond it, and six degrees and a half from the central
-/// meridian where grid zones off Norway and on Svalbard reach that far.
+/// A place in a zone or up to half a degree beside it; up to 6.5 degrees from the central meridian
+/// at the latitudes of Norway's and Svalbard's wide grid zones.
 Degrees placeIn(Samples& samples, int zone, double northernmost) {
     const double latitude = samples.between(0.0, northernmost);
     const bool wide = (latitude > 56.0 && latitude < 64.0) || latitude > 72.0;
     const double reach = wide && samples.below(4) == 0 ? 6.5 : 3.5;
-    // A tenth of the places is on the central meridian, where only the footpoint counts.
+    // A tenth of the places is on the central meridian, where only the footpoint matters.
     const double offset = samples.below(10) == 0 ? 0.0 : samples.between(-reach, reach);
     return {latitude, meridianOf(zone) + offset};
 }
@@ -235,9 +236,8 @@ TEST_F(CrossUtm, NorthIsWithinTheErrorOfTheFactorTooMany) {
     RecordProperty("nearestToBound", std::to_string(nearestToBound));
 }
 
-// South of the equator the library counts from 10001151 m and does not divide by k0. So a northing of
-// N leads it to the meridian arc N - 10001151 where PROJ goes to (N - 10000000) / k0: 1151 m too far
-// south at the equator, in the right place at 25.9 degrees, 2.4 km too far north at 80 degrees.
+// South of the equator the library's meridian arc is N - 10001151, PROJ's (N - 10000000) / k0: 1151
+// m too far south at the equator, right at 25.9 degrees, 2.4 km too far north at 80 degrees.
 TEST_F(CrossUtm, SouthIsThatOfProjForTheArcThatIsNotScaled) {
     Samples samples(20241122);
     for (int zone = 1; zone <= 60; ++zone) {
@@ -269,7 +269,7 @@ TEST_F(CrossUtm, SouthIsUpToKilometresFromProj) {
     }
 }
 
-/// The zone that PROJ takes for a longitude.
+/// The zone that PROJ chooses for a longitude.
 long zoneOfProj(float longitude) {
     char text[32] = {};
     std::to_chars(text, text + sizeof text - 1, longitude, std::chars_format::fixed);
@@ -293,13 +293,12 @@ TEST_F(CrossUtm, ZonesAreThoseOfProj) {
         EXPECT_EQ(map->LatLngToUTMZone(0.0F, inside), zoneOfProj(inside));
         EXPECT_EQ(map->LatLngToUTMZone(0.0F, outside), zone == 1 ? 0 : zoneOfProj(outside));
     }
-    // PROJ begins again behind the date line, the library goes on counting.
+    // PROJ wraps at the date line, the library goes on counting.
     EXPECT_EQ(zoneOfProj(180.0F), 60);
     EXPECT_EQ(map->LatLngToUTMZone(0.0F, 180.0F), 61);
 }
 
-// The grid zones that are wider or narrower off Norway and on Svalbard are not the library's: it
-// looks at the longitude alone.
+// The library uses the longitude alone, without the exceptions for Norway and Svalbard.
 TEST_F(CrossUtm, ZonesHaveNoExceptions) {
     const struct {
         const char* place;
@@ -316,7 +315,7 @@ TEST_F(CrossUtm, ZonesHaveNoExceptions) {
         EXPECT_EQ(map->LatLngToUTMZone(row.latitude, row.longitude), row.zone) << row.place;
         EXPECT_EQ(zoneOfProj(row.longitude), row.zone) << row.place;
     }
-    // Positions of such a zone convert all the same.
+    // Positions in such a zone are converted nevertheless.
     const Zone norway(32);
     const Metres bergen = norway.of({60.39, 5.32}, 0.0);
     const Degrees got = ours(bergen, 32, false);

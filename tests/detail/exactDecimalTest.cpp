@@ -13,7 +13,6 @@ using rfu::detail::writeExactDecimal;
 
 namespace {
 
-/// "not taken" where there is no text.
 std::string exact(double value, int decimals, Ties ties) {
     std::array<char, kMaxExactLength> buffer{};
     char* const end = buffer.data() + buffer.size();

@@ -65,7 +65,7 @@ TEST(DecimalPrefix, ReadsTheLongestValidPrefix) {
     }
 }
 
-/// What a byte in front makes of "5".
+/// The number that begins with this byte and ends with "5".
 double withByteInFront(char byte) {
     if (byte >= '0' && byte <= '9') {
         return 10.0 * (byte - '0') + 5.0;

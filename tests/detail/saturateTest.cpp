@@ -44,7 +44,7 @@ TEST(ToInt32, TruncatesTowardZeroAndSaturates) {
     }
 }
 
-// Where the compiler does the conversion, it refuses one of a number out of range, which would be undefined.
+// In a constant expression an undefined conversion does not compile.
 static_assert(toInt32(2147483648.0) == 2147483647);
 static_assert(toInt32(-2147483649.0) == -2147483647 - 1);
 static_assert(toInt32(kInf) == 2147483647);

@@ -27,10 +27,10 @@ TEST(DifferentialMaps, makeToken) {
     Samples samples(20240922);
     for (int i = caseCount(); i > 0; --i) {
         std::string line = samples.text(samples.coin() ? dense : kAnyByte, 80);
-        if (samples.below(50) == 0) {  // tokens about as long as one may be
+        if (samples.below(50) == 0) {  // tokens about as long as the limit
             line += samples.text("x\"", 140);
         }
-        if (samples.below(500) == 0) {  // about as many as there may be
+        if (samples.below(500) == 0) {  // about as many tokens as the limit
             for (std::uint64_t more = 1000 + samples.below(60); more > 0; --more) {
                 line += " t";
             }
@@ -91,7 +91,7 @@ TEST(DifferentialMaps, GetFileNameExtDel) {
     }
 }
 
-/// Numbers as files write them, and what is none.
+/// A number in any spelling, or none.
 std::string cell(Samples& samples) {
     static const std::vector<std::string> kOdd = {"nan", "-inf",    "1e99", "0x1F", "1e-60",
                                                   "x",   "\"5 x\"", "-",    "+",    "1.5e"};
@@ -135,7 +135,7 @@ std::string gridLine(Samples& samples, const std::vector<std::string>& keys, std
     return samples.below(4) == 0 ? line + "\r" : line;
 }
 
-/// Some lines, in their usual order or in any, now and then without a last line end.
+/// Lines in any order, sometimes behind a header, sometimes cut.
 std::string gridFile(Samples& samples, const std::string& header,
                      const std::vector<std::string>& keys, int& lines) {
     std::string text = samples.coin() ? header : "";
@@ -163,7 +163,7 @@ protected:
         MapRows rows;
         const bool loads = model(text, *expected, rows);
         if (loads && expected->nCols > kTouchedColumns) {
-            return;  // a random number of columns that the comparison of cells would not see
+            return;  // wider than the cells compared below
         }
         files.write(name, text);
         resetFields(*map);
@@ -229,7 +229,7 @@ TEST_F(DifferentialMapFiles, LoadColorTable) {
     }
 }
 
-/// Each '#' of a text becomes a number.
+/// Replaces each '#' of a text by a number.
 std::string withNumbers(Samples& samples, const std::string& text) {
     std::string result;
     for (const char c : text) {

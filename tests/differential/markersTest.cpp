@@ -89,7 +89,7 @@ bool holds(const Values& got, const MarkerModel& ring) {
                       [](double a, double b) { return same(a, b); });
 }
 
-/// Into vectors that held nothing, less or more before, and into one that shares its data.
+/// Into vectors of any size before, and into one that shares its data.
 TEST(DifferentialMarkers, getDataMarkerPower) {
     forRandomRings(20240921,
                    [](const traceRssiBuffer& buffer, const MarkerModel& ring, Samples& samples) {

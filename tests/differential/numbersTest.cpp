@@ -29,8 +29,8 @@ TEST(DifferentialNumbers, fixedTextIsThatOfPrintf) {
     }
 }
 
-/// Numbers from 2^-13 to 2^54, among them exact ties of any number of decimals and what lies beside
-/// them.
+/// Numbers from 2^-13 to 2^54, among them exact ties of any number of decimals and their
+/// neighbours.
 double printable(Samples& samples) {
     const double scale = std::ldexp(1.0, static_cast<int>(samples.below(67)) - 13);
     const double binaryStep = std::ldexp(1.0, -static_cast<int>(samples.below(16)));
@@ -81,7 +81,7 @@ std::string numberLike(Samples& samples) {
         case 1:
             text = samples.oneOf(kWords);
             break;
-        case 2: {  // digits to the last one that matters and beyond
+        case 2: {  // all significant digits and more
             char digits[64];
             const CLocale scope;
             std::snprintf(digits, sizeof digits, "%.*e", static_cast<int>(samples.below(40)),

@@ -46,7 +46,7 @@ Degrees degreesOf(float easting, float northing, int zone, int south) {
     return {static_cast<float>(latitude), static_cast<float>(longitude)};
 }
 
-/// Singles: any pattern, or one near a number of the range.
+/// A float of any bit pattern or near the range.
 float single(Samples& samples, const Range& range) {
     return samples.below(8) == 0 ? samples.anySinglePattern()
                                  : static_cast<float>(samples.number(range));

@@ -5,10 +5,9 @@
 #include <limits>
 #include <new>
 
-// What the names taken below stand for without this file: the C library's functions, or those of a
-// sanitizer, which has to see every block.
+// The replaced functions: the C library's, or those of a sanitizer, which has to see every block.
 #if defined(__SANITIZE_ADDRESS__) || \
-    defined(__SANITIZE_THREAD__)  // g++, where Qt defines __has_feature as none
+    defined(__SANITIZE_THREAD__)  // g++, for which Qt defines __has_feature as 0
 #define RFUTILS_SANITIZED
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || \

@@ -1,12 +1,12 @@
 #pragma once
 
-/// Lets allocations of the whole program fail while it lives: malloc and its kin, and with them
-/// operator new and Qt's containers. One at a time, in a program without threads.
+/// Makes allocations of the whole program fail while it lives: malloc and its relatives, hence
+/// operator new and Qt's containers. One at a time, in a single-threaded program.
 class MemoryFaults {
 public:
     enum class Kind {
-        Once,       ///< one allocation fails, as where memory is short for a moment
-        FromThenOn  ///< every later one too
+        Once,       ///< one allocation fails
+        FromThenOn  ///< all later ones fail too
     };
 
     /// @param number of the first allocation that fails, from 1
@@ -18,10 +18,10 @@ public:
     /// Whether an allocation failed since the construction.
     bool happened() const;
 
-    /// Blocks that the program holds now.
+    /// Number of allocated blocks.
     static long held();
 
-    /// No allocation fails, nor counts, while such an object lives.
+    /// While it lives, no allocation fails or is counted.
     class Pause {
     public:
         Pause();

@@ -1,12 +1,11 @@
-// Every operation that allocates, with each of its allocations failing in turn: once, and from then
-// on. std::bad_alloc reaches the caller; the object is in the state that its header states; nothing
-// leaks; and everything works again.
+// Makes each allocation of each operation fail in turn: once, and from then on. std::bad_alloc
+// reaches the caller; the object is in the state that its header names; nothing leaks; everything
+// works again.
 //
-// Three things of Qt 5.15 are left out, because they end the process where memory runs out in them,
-// whatever the library does: the JSON parser, which throws through functions that must not throw; a
-// message handler, because ~QDebug calls it; and QTextStream, which decodes cells under another
-// codec than ISO 8859-1 and uses a connection that it failed to make. Here the parser gets all the
-// memory that it wants, the handler wants none, and cells are read as bytes.
+// Three parts of Qt 5.15 are excluded, since they end the process where memory runs out: the JSON
+// parser, which throws through noexcept functions; message handlers, which ~QDebug calls; and
+// QTextStream, which decodes cells under codecs other than ISO 8859-1. Here the parser's
+// allocations never fail, the handler makes none, and cells are read as bytes.
 #include "memoryFaults.h"
 
 #include <badFiles/formats.h>
@@ -32,7 +31,7 @@
 
 #include <dlfcn.h>
 
-/// Takes the place of Qt's own, which it calls.
+/// Replaces Qt's own, which it calls.
 QJsonDocument QJsonDocument::fromJson(const QByteArray& json, QJsonParseError* error) {
     using Parser = QJsonDocument (*)(const QByteArray&, QJsonParseError*);
     const MemoryFaults::Pause pause;
@@ -55,8 +54,7 @@ struct Trial {
 struct Operation {
     const char* name;
     std::function<Trial()> make;
-    /// The states that the operation may leave behind when it runs out of memory, besides the one
-    /// before it.
+    /// The states besides the previous one that the operation may leave when memory runs out.
     States between = {};
 };
 
@@ -72,7 +70,8 @@ bool runsOutOfMemory(const Trial& trial, long number, MemoryFaults::Kind kind, b
     return thrown;
 }
 
-/// Lets the allocation with this number fail; false where the operation makes fewer.
+/// Makes the allocation with this number fail.
+/// @return false if the operation makes fewer
 bool survives(const Operation& operation, long number, MemoryFaults::Kind kind) {
     const Trial trial = operation.make();
     const std::string before = trial.state();
@@ -88,10 +87,10 @@ bool survives(const Operation& operation, long number, MemoryFaults::Kind kind) 
     return true;
 }
 
-/// @return how many allocations the operation makes
+/// @return number of allocations of the operation
 long expectToSurviveEveryFailure(const Operation& operation) {
     {
-        const Trial trial = operation.make();  // what is set up once stays, as the buffer of stdout
+        const Trial trial = operation.make();  // one-time initialisation, as the buffer of stdout
         trial.run();
         trial.state();
     }
@@ -143,7 +142,7 @@ private:
 const std::string kBefore = "ncols 3\nnrows 2\nNODATA_value -9\n1 2 3\n4 5 6\n";
 const std::string kAfter = "ncols 4\nnrows 1\nNODATA_value -8\n7 8 9 10\n";
 
-/// A map that has loaded a file, and loads another. Texts of maps do without colours and messages.
+/// Loads a second file into a map.
 Operation mapLoad(const char* name, MapSubject::Loader loader, const std::string& first,
                   const std::string& second, const States& between) {
     return {name,
@@ -200,7 +199,7 @@ TEST_F(MemoryFaultsTest, OfCellsLeaveTheOldMapOrTheNewOne) {
 
 // Catalogues ------------------------------------------------------------------------------------
 
-/// Too long to be kept within a std::string itself.
+/// Too long for the small-string optimisation.
 const std::string kItem = "an item id that needs memory of its own";
 const std::string kOther = "another item id that needs memory of its own";
 const std::string kChoice = "a choice id that needs memory of its own";
@@ -279,7 +278,7 @@ TEST_F(MemoryFaultsTest, OfTheQueryForAnItemLeaveTheResultEmpty) {
                                                    }};
                                   },
                                   {"empty"}}});
-    // nothing old is left, whichever allocation fails
+    // no old value is left, whichever allocation fails
     bool happened = true;
     for (long number = 1; happened; ++number) {
         out->clear();
@@ -288,7 +287,7 @@ TEST_F(MemoryFaultsTest, OfTheQueryForAnItemLeaveTheResultEmpty) {
                         MemoryFaults::Kind::Once, happened);
         EXPECT_EQ(out->count("old"), 0U) << "allocation " << number;
     }
-    // an unknown item touches nothing and allocates nothing
+    // an unknown item changes and allocates nothing
     out->clear();
     out->emplace("old", subItem{});
     runsOutOfMemory({[&] { list.getSubItemsById(kOther, *out); }, {}}, 1, MemoryFaults::Kind::Once,
@@ -484,7 +483,7 @@ TEST_F(MemoryFaultsTest, OfMarkerValuesCopiedToASharedVectorMayLeaveWhatIsShared
         ring.appendMarkerPower(0, value);
     }
     const QVector<double> old{7.0};
-    // a memory of its own is needed to be emptied, then more of it
+    // a shared vector allocates once to be cleared, then to grow
     for (const auto& [number, left] : {std::pair{1L, old}, std::pair{2L, QVector<double>()}}) {
         QVector<double> out = old;
         bool happened = false;
@@ -498,7 +497,7 @@ TEST_F(MemoryFaultsTest, OfMarkerValuesCopiedToASharedVectorMayLeaveWhatIsShared
 
 // Texts -----------------------------------------------------------------------------------------
 
-/// An operation of the unit service, which may have taken the new unit over already.
+/// An operation of the unit service, which may have stored the new unit already.
 template <typename Run>
 Operation onUnits(const char* name, Run run, const States& between) {
     return {name,

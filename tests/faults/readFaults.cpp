@@ -12,7 +12,7 @@ namespace {
 
 thread_local ReadFaults* active = nullptr;
 
-/// The function that another library has under a name taken here.
+/// The intercepted function of the next library.
 template <typename Function>
 Function next(const char* name) {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
@@ -28,7 +28,7 @@ ssize_t systemRead(int descriptor, void* bytes, std::size_t size) {
     return read(descriptor, bytes, size);
 }
 
-/// What happens before a call uses files itself.
+/// Lets the callbacks use files.
 class Unwatched {
 public:
     Unwatched() : watcher_(std::exchange(active, nullptr)) {}
@@ -40,7 +40,8 @@ private:
     ReadFaults* watcher_;
 };
 
-/// Lets happen what happens before a call; whether the call then fails, with errno set.
+/// Runs the callback before a call.
+/// @return whether the call is to fail, with errno set
 bool fails(const std::function<int(int)>& before, int number) {
     int error = 0;
     if (before) {
@@ -69,11 +70,11 @@ int ReadFaults::open(const char* path, int flags, mode_t mode) {
 
 ssize_t ReadFaults::read(int descriptor, void* bytes, std::size_t size) {
     return fails(beforeRead, ++reads_) ? -1
-                                       : systemRead(descriptor, bytes, std::min(size, mostBytes));
+                                       : systemRead(descriptor, bytes, std::min(size, maxBytes));
 }
 
-// The names under which the library and Qt call the system. Other names here, so that no
-// declaration of the system's headers is in the way.
+// Defines the symbols open and read under other names, which do not clash with the declarations of
+// the system's headers.
 
 extern "C" {
 

@@ -6,8 +6,7 @@
 
 #include <sys/types.h>
 
-/// Stands between the program and the system's open() and read() while it lives: what it is told
-/// happens exactly before one of these calls. Sees the calls of its own thread only; one at a time.
+/// Intercepts open() and read() of its thread while it lives. At most one per thread.
 class ReadFaults {
 public:
     ReadFaults();
@@ -15,14 +14,14 @@ public:
     ReadFaults(const ReadFaults&) = delete;
     ReadFaults& operator=(const ReadFaults&) = delete;
 
-    /// Called before each open() and before each read(), with its number from 1; gives the error
-    /// with which the call fails (an errno), 0 for none.
+    /// Called before each open() or read() with its number from 1; returns the errno with which the
+    /// call is to fail, or 0.
     std::function<int(int)> beforeOpen;
     std::function<int(int)> beforeRead;
-    /// The most bytes that one read() gives.
-    std::size_t mostBytes = std::numeric_limits<std::size_t>::max();
+    /// Bytes that one read() gives at most.
+    std::size_t maxBytes = std::numeric_limits<std::size_t>::max();
 
-    /// How often read() was called.
+    /// Number of read() calls.
     int reads() const { return reads_; }
 
     int open(const char* path, int flags, mode_t mode);

@@ -1,5 +1,5 @@
-// Files that change, vanish or cannot be read while they are loaded: at each call by which they are
-// read, in turn. Whatever happens, the answer is that of a file which holds the bytes that came.
+// Files that change, vanish or fail before each of their reads in turn. The result is that of a
+// file of the bytes that were read.
 #include "commandSubjects.h"
 #include "readFaults.h"
 
@@ -22,7 +22,7 @@
 
 namespace {
 
-/// What a load makes of a new object.
+/// The result, message and content of a new object's load.
 struct Answer {
     bool done;
     std::string said;
@@ -47,18 +47,18 @@ bool isOfCommand(const Format& format) {
 
 constexpr const char* kLatin1 = "ISO 8859-1";
 
-/// Few enough bytes for several calls within each of the good files.
+/// Small enough for several reads of each good file.
 constexpr std::size_t kPiece = 7;
 
 class ReadFaultsTest : public testing::TestWithParam<const char*> {
 protected:
     ReadFaultsTest() {
-        for (const Format* format : formats()) {  // what Qt sets up once reads no files later
+        for (const Format* format : formats()) {  // Qt's one-time initialisation reads files too
             answerTo(*format, format->good);
         }
     }
 
-    /// The only file there is: a grid's loader would read the colours beside it too.
+    /// Writes a file and removes all others: a grid's loader would read a colour table too.
     std::string write(const Format& format, const std::string& bytes) const {
         for (const Format* other : everyFormat()) {
             std::filesystem::remove(files_.path(other->file));
@@ -72,21 +72,21 @@ protected:
         return {done, subject->said(), subject->holdsInUse()};
     }
 
-    /// The answer to a file that holds these bytes and keeps them.
+    /// The answer to an unchanging file.
     Answer answerTo(const Format& format, const std::string& bytes) const {
         return load(format, write(format, bytes));
     }
 
-    /// The answer to a good file that comes in pieces, when something happens before a read.
+    /// The answer to a good file read in pieces, with a callback before each read.
     Answer answerWith(const Format& format, const std::function<int(int)>& beforeRead) const {
         const std::string path = write(format, format.good);
         ReadFaults faults;
-        faults.mostBytes = kPiece;
+        faults.maxBytes = kPiece;
         faults.beforeRead = beforeRead;
         return load(format, path);
     }
 
-    /// Something happens to the file before the read with this number.
+    /// The answer when `happens` changes the file before the read with this number.
     Answer answerWhen(const Format& format, int number,
                       const std::function<void(const std::string&)>& happens) const {
         return answerWith(format, [&](int read) {
@@ -97,17 +97,17 @@ protected:
         });
     }
 
-    /// How often a good file is read that comes in pieces.
+    /// Number of reads of a good file in pieces.
     int reads(const Format& format) const {
         const std::string path = write(format, format.good);
         ReadFaults faults;
-        faults.mostBytes = kPiece;
+        faults.maxBytes = kPiece;
         load(format, path);
         EXPECT_GT(faults.reads(), static_cast<int>(format.good.size() / kPiece)) << format.file;
         return faults.reads();
     }
 
-    /// How many bytes came before the read with this number.
+    /// Bytes read before the read with this number.
     static std::size_t bytesBefore(const Format& format, int number) {
         return std::min(format.good.size(), kPiece * static_cast<std::size_t>(number - 1));
     }
@@ -124,7 +124,7 @@ protected:
         }
     }
 
-    /// Under the second codec only what depends on it.
+    /// Under the second codec only the format that depends on it.
     static std::vector<const Format*> formats() {
         return GetParam() == kLatin1 ? everyFormat() : std::vector<const Format*>{&kBil};
     }
@@ -143,7 +143,7 @@ TEST_P(ReadFaultsTest, PiecesAndInterruptionsChangeNothing) {
         for (const unsigned piece : {1U, 2U, 7U, 64U}) {
             const std::string path = write(*format, format->good);
             ReadFaults faults;
-            faults.mostBytes = piece;
+            faults.maxBytes = piece;
             faults.beforeRead = [](int number) { return number % 2 == 1 ? EINTR : 0; };
             EXPECT_EQ(load(*format, path), whole) << format->file << " by " << piece;
             EXPECT_GT(faults.reads(), 1);
@@ -166,7 +166,7 @@ TEST_P(ReadFaultsTest, AnInterruptedOpeningIsTriedAgain) {
     }
 }
 
-/// Maps end where they cannot be read; JSON files and recordings are refused with the reason.
+/// A read error ends a map; JSON files and recordings are refused with the reason.
 TEST_P(ReadFaultsTest, AReadErrorThatStaysEndsAMapAndRefusesOtherFiles) {
     const std::string reason = qt_error_string(EIO).toStdString();
     forEachRead([&](const Format& format, int number) {
@@ -201,13 +201,13 @@ TEST_P(ReadFaultsTest, AReadErrorThatPassesGivesAWholeOrACutFile) {
     });
 }
 
-/// Rows that share what the system gives with their neighbours: none is filled by another's cells.
+/// Rows and reads do not coincide: no row may get the cells of another.
 TEST_P(ReadFaultsTest, AReadErrorThatPassesMovesNoCells) {
     constexpr int kColumns = 1000;
     constexpr int kRows = 10;
     constexpr float kNothing = -9.0F;
     std::vector<float> cells(static_cast<std::size_t>(kColumns) * kRows);
-    for (std::size_t i = 0; i < cells.size(); ++i) {  // all different, no byte beyond ASCII
+    for (std::size_t i = 0; i < cells.size(); ++i) {  // all different, all bytes ASCII
         const auto bits = static_cast<std::uint32_t>(0x3A000000U + i / 128 * 256 + i % 128);
         std::memcpy(&cells[i], &bits, sizeof bits);
     }
@@ -221,7 +221,7 @@ TEST_P(ReadFaultsTest, AReadErrorThatPassesMovesNoCells) {
     for (int number = 1; failed; ++number) {
         failed = false;
         ReadFaults faults;
-        faults.mostBytes = 1000;
+        faults.maxBytes = 1000;
         faults.beforeRead = [&](int read) {
             failed = failed || read == number;
             return read == number ? EIO : 0;
@@ -267,20 +267,19 @@ TEST_P(ReadFaultsTest, AFileThatIsReplacedOrRemovedIsReadToItsEnd) {
 
 TEST_P(ReadFaultsTest, AFileThatIsWrittenOverIsAMixtureOfBoth) {
     forEachRead([&](const Format& format, int number) {
-        // digits turned into others, so that numbers change and lines do not
+        // other digits change the numbers, not the lines
         std::string other = format.good;
         std::replace(other.begin(), other.end(), '5', '7');
         std::replace(other.begin(), other.end(), '3', '2');
         const std::size_t came = bytesBefore(format, number);
         const Answer answer = answerWhen(format, number, [&](const std::string&) {
-            std::ofstream(files_.path(format.file))
-                << other;  // the file itself, not another of its name
+            std::ofstream(files_.path(format.file)) << other;  // the same inode
         });
         EXPECT_EQ(answer, answerTo(format, format.good.substr(0, came) + other.substr(came)));
     });
 }
 
-/// What is added may be read or not; JSON files are as long as they were when they were opened.
+/// Added bytes may be read or not; JSON files keep the length that they had when opened.
 TEST_P(ReadFaultsTest, AFileThatGrowsIsReadWithOrWithoutWhatIsAdded) {
     for (const Format* format : formats()) {
         const std::string more = isJson(*format) ? "x" : format->good;
@@ -297,7 +296,7 @@ TEST_P(ReadFaultsTest, AFileThatGrowsIsReadWithOrWithoutWhatIsAdded) {
     }
 }
 
-/// What stands under the name when it is opened, although another thing did when it was looked at.
+/// Replaces the file between the check of its type and the opening.
 struct Swap {
     const char* what;
     std::function<void(const std::string&)> make;
@@ -319,7 +318,7 @@ TEST_P(ReadFaultsTest, WhatTakesTheFilesPlaceBeforeItIsOpenedIsRefusedWithoutWai
     };
     for (const Format* format : formats()) {
         if (format == &kRecording) {
-            continue;  // which may come from a FIFO
+            continue;  // may be a FIFO
         }
         for (const Swap& swap : swaps) {
             const std::string what = std::string(format->file) + ": " + swap.what;
@@ -341,7 +340,7 @@ TEST_P(ReadFaultsTest, WhatTakesTheFilesPlaceBeforeItIsOpenedIsRefusedWithoutWai
                                        : format == &kJsonObject ? swap.commandSays
                                                                 : format->missing)
                 << what;
-            // what a BIL file holds under another codec is another matter
+            // the content of a BIL file depends on the codec
             EXPECT_EQ(subject->holds(), format == &kBil ? held : format->missingHolds) << what;
             EXPECT_TRUE(subject->load(write(*format, format->good))) << what;
             EXPECT_EQ(subject->holds(), held) << what;
@@ -365,7 +364,7 @@ TEST_P(ReadFaultsTest, AFileThatTakesTheFilesPlaceBeforeItIsOpenedIsTheOneThatIs
     }
 }
 
-/// In a program that closed its standard input the file gets the descriptor 0.
+/// In a program without standard input the file gets the descriptor 0.
 TEST_P(ReadFaultsTest, TheDescriptorZeroIsOneLikeTheOthers) {
     for (const Format* format : formats()) {
         const Answer whole = answerTo(*format, format->good);
@@ -378,7 +377,7 @@ TEST_P(ReadFaultsTest, TheDescriptorZeroIsOneLikeTheOthers) {
         dup2(standardInput, STDIN_FILENO);
         close(standardInput);
         EXPECT_EQ(answer, whole) << format->file;
-        // where the command reads from its standard input, it leaves it open
+        // the command takes descriptor 0 for its standard input and leaves it open
         EXPECT_TRUE(isClosed || format == &kRecording) << format->file;
     }
 }

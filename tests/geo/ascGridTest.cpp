@@ -7,7 +7,7 @@ namespace {
 
 using Cells = std::vector<float>;
 
-/// The header of a grid, its last line first read as line 6.
+/// A header of six lines.
 std::string header(int nCols, int nRows) {
     return "ncols " + std::to_string(nCols) + "\nnrows " + std::to_string(nRows) +
            "\nxllcorner -69.5\nyllcorner 45.25\ncellsize 0.5\nNODATA_value -9999\n";
@@ -20,7 +20,7 @@ protected:
         return map->loadASCFile(path("map.asc"));
     }
 
-    /// Fills a row so that untouched cells show.
+    /// Fills a row with 77, which shows untouched cells.
     void mark(int row) {
         for (float& cell : map->grid[row]) {
             cell = 77.0F;

@@ -13,7 +13,7 @@ constexpr float kNoData = -9999.0F;
 
 class BilGrid : public MapFiles {
 protected:
-    /// A float raster whose cells are all marked beforehand.
+    /// Sets up a float raster whose cells are all 77.
     void prepare(int nCols, int nRows) {
         map->nCols = nCols;
         map->nRows = nRows;
@@ -100,7 +100,7 @@ TEST_F(BilGrid, LeavesTheGridAloneUnlessFloat) {
 
 TEST_F(BilGrid, FillsWhatAShortFileLeavesOutWithNoData) {
     const std::string bytes = bytesOf({1, 2, 3, 4, 5, 6});
-    for (const char* name : {"ISO 8859-1", "UTF-8"}) {  // the cells' bytes are below 128 but 0x80
+    for (const char* name : {"ISO 8859-1", "UTF-8"}) {  // UTF-8 only with cells of ASCII bytes
         const ScopedCodec codec(name);
         const std::string whole = name[0] == 'I' ? bytes : bytesOf({2, 2, 2, 2, 2, 2});
         const Cells expected = name[0] == 'I' ? Cells{1, 2, 3, 4, 5, 6} : Cells{2, 2, 2, 2, 2, 2};
@@ -203,8 +203,8 @@ TEST_F(BilGrid, ReadsTheWholeGrid) {
 TEST_F(BilGrid, Utf8LosesBytesAbove127) {
     const ScopedCodec codec("UTF-8");
     prepare(3, 1);
-    // C3 A9 is one character, U+00E9, and what follows moves up by one byte; E2 82 AC is U+20AC,
-    // which ISO 8859-1 does not know.
+    // C3 A9 is one character, U+00E9, so that the rest moves up by a byte; E2 82 AC is U+20AC,
+    // which ISO 8859-1 lacks.
     EXPECT_TRUE(
         load(std::string("\xC3\xA9"
                          "abc\xE2\x82\xAC"
@@ -215,7 +215,7 @@ TEST_F(BilGrid, Utf8LosesBytesAbove127) {
               "abc?defghij");
 }
 
-/// The bytes that a row-wise reading through a text stream gives, worked out in one piece.
+/// The bytes of the rows as read through a text stream.
 std::string throughTextStream(const QString& file, int nCols, int nRows) {
     QFile device(file);
     device.open(QIODevice::ReadOnly);

@@ -23,7 +23,7 @@ protected:
         EXPECT_EQ(map->highBlue[entry], blue) << entry;
     }
 
-    /// Values that the default table has to replace, or to leave.
+    /// Sets values that the default table replaces or keeps.
     void mark() {
         map->colorCount = 20;
         map->lowValue[0] = map->highValue[0] = 5.0F;
@@ -168,7 +168,7 @@ TEST_F(ColorTable, CutsLinesTo1023Characters) {
     const struct {
         const char* why;
         std::string line;
-        int blue;  // 0 where the line is no colour line
+        int blue;  // 0 if it is no colour line
     } kCases[] = {
         {"the last character counts", padded("1 2 3", 1023, "4"), 4},
         {"the one behind it does not", padded("1 2 3", 1024, "4"), 0},

@@ -146,9 +146,9 @@ TEST_F(HdrHeader, ReadsNumbersAsTheCLibraryDoes) {
         {"1e-999", 0.0F},
         {"0.1", 0.1F},
         {"3.4028235e38", std::numeric_limits<float>::max()},
-        // to double 2^24 + 1 + 2^-29, and from there up; straight to float it would be the same
+        // rounds to the double 2^24 + 1 + 2^-29, and that up; rounding once gives the same float
         {"16777217.0000000019", 16777218.0F},
-        // to double the tie 2^24 + 1, and from there to even; straight to float it would go up
+        // rounds to the double 2^24 + 1, a tie, and that to even; rounding once would go up
         {"16777217.00000000001", 16777216.0F},
     };
     for (const auto& row : kDecimals) {

@@ -48,7 +48,7 @@ Lines readAll(QIODevice& device, std::size_t limit) {
         EXPECT_EQ(*reader.lineEnd(), '\0');
         EXPECT_EQ(static_cast<std::size_t>(reader.number()), lines.size() + 1);
         lines.emplace_back(whole.c_str());        // up to a NUL
-        line[0] = line[0] == '\0' ? '\0' : '\n';  // lines may be changed at will
+        line[0] = line[0] == '\0' ? '\0' : '\n';  // lines are writable
     }
     EXPECT_EQ(reader.next(), nullptr);
     return lines;
@@ -61,7 +61,7 @@ Lines readAll(const std::string& bytes, std::size_t limit) {
     return readAll(buffer, limit);
 }
 
-/// The lines by their definition, one character after the other.
+/// The lines by their definition, character by character.
 Lines expectedLines(const std::string& bytes, std::size_t limit) {
     Lines lines;
     bool atStart = true;

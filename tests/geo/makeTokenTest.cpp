@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A tokenizer record between guard bytes, as dirty as memory may be.
+/// A record between guard bytes, not cleared.
 class MakeToken : public testing::Test {
 protected:
     struct Guarded {
@@ -98,7 +98,7 @@ TEST_F(MakeToken, KnowsTheClassOfEachCharacter) {
         const char c = static_cast<char>(code);
         const bool member = members.find(c) != std::string::npos;
         EXPECT_EQ(tokens(std::string(1, c)), member ? Texts{std::string(1, c)} : Texts{}) << code;
-        // in quotes everything counts but the quote
+        // in quotes every character but the quote is kept
         EXPECT_EQ(tokens("\"" + std::string(1, c)), c == '"' ? Texts{} : Texts{std::string(1, c)})
             << code;
     }

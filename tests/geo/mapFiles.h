@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-/// A fresh map and a folder of its own for the files of one test.
+/// A new map and a folder for the files of one test.
 class MapFiles : public testing::Test {
 protected:
     QString path(const char* name) const { return dir.filePath(QString::fromLatin1(name)); }
@@ -31,7 +31,7 @@ protected:
 
     std::string message() const { return map->errMsg.toStdString(); }
 
-    /// As in a fresh map: no line of a header was taken.
+    /// No header line was stored.
     void expectNoHeaderField() const {
         EXPECT_EQ(map->nCols, 0);
         EXPECT_EQ(map->nRows, 0);
@@ -54,8 +54,7 @@ inline std::string bytesOf(const std::vector<float>& values) {
     return {reinterpret_cast<const char*>(values.data()), values.size() * sizeof(float)};
 }
 
-/// A line that begins with one text and has another so that the latter's first character is the
-/// line's character `position`, counted from 1.
+/// A line of two texts, the second of which begins at character `position`, counted from 1.
 inline std::string padded(const std::string& begin, std::size_t position, const std::string& end) {
     return begin + std::string(position - 1 - begin.size(), ' ') + end;
 }

@@ -20,10 +20,10 @@ constexpr int kNotRead = -1;
 
 struct Reading {
     double value;
-    int length;  // of what was read, or kNotRead
+    int length;  // of the number, or kNotRead
 };
 
-/// Reads at the start of a line that is in memory of its own, exactly as long as it is.
+/// Reads at the start of a line in a buffer of exactly its size.
 Reading read(const std::string& line) {
     const auto copy = std::make_unique<char[]>(line.size() + 1);
     std::copy(line.begin(), line.end(), copy.get());
@@ -32,7 +32,7 @@ Reading read(const std::string& line) {
             number.end == nullptr ? kNotRead : static_cast<int>(number.end - copy.get())};
 }
 
-/// What may stand behind a token: nothing, little, and more than the eight characters at a time.
+/// Texts behind a token: none, short ones, and one longer than the eight characters read at once.
 const std::string kTails[] = {
     "", " ", "\r", ",7", " 123456789 987654321", std::string("\0007.5", 4)};
 
@@ -53,11 +53,11 @@ void expectNotRead(const std::string& text) {
 
 TEST(PlainDecimal, ReadsWhatStrtodReads) {
     const char* const kTexts[] = {
-        // of up to seven digits, at every place of the point
+        // up to seven digits, with the point at every place
         "0", "7", "12", "123", "1234", "12345", "123456", "1234567", ".5", "5.", "1.5", "12.34",
         "123.456", "1234.56", "12345.6", "123456.", ".123456", "0.1", "0.2", "0.3", "0.7", "1.1",
         "2.675", "9.995", "4123.45", "00012", "000.010", "0.00000",
-        // longer than the characters that are taken at a time
+        // longer than the eight characters read at once
         "12345678", "1234567.", "1234567.8", "123456.78", ".1234567", "12345678.12345678",
         "000000001", "0000.00001", "999999999999999",
         // signs
@@ -65,7 +65,7 @@ TEST(PlainDecimal, ReadsWhatStrtodReads) {
         // exponents
         "1e0", "1E0", "1e5", "1e+5", "1e-5", "1.5e3", "1.e3", ".5e3", "-1.234567e-07",
         "1.234567E+07", "1e0005", "0e22", "0e-22",
-        // as many digits as fit, and a mantissa that is exact for the last time
+        // the maximum of digits, and the largest exact mantissa
         "0000000000000000001", "9007199254740992", "9007199254740991", "-9007199254740992",
         "0.9007199254740992", "900719925474099.2", "9007199254740991e22", "9007199254740991e-22",
         "1e22", "1e-22", "1.5e-21", "9007199254740992e-22", "123456789012345e7",
@@ -77,22 +77,22 @@ TEST(PlainDecimal, ReadsWhatStrtodReads) {
     }
 }
 
-TEST(PlainDecimal, LeavesTheRestToTheOrdinaryWay) {
+TEST(PlainDecimal, LeavesOtherTokensToDecimalPrefix) {
     const char* const kTexts[] = {
         // no digits
         "", "-", ".", "-.", "e5", "-e5", ".e5", "--7", "-+7",
         // a plus sign, words, hexadecimal
         "+7", "inf", "nan", "-inf", "0x1F", "0x1p3",
-        // something behind the number in the same token
+        // other characters behind the number in the same token
         "1_000", "1.2.3", "1.234567.8", "1.2345678.9", "12345678.1.2", "12a", "1234567a", "1-2",
         "12.3-", "12.34567-", "5\"6\"", "1.5\"", "12345678.5_", "1e5_", "1e5.5", "1e", "1e+", "1e-",
         "1.5ex",
-        // more digits than 64 bits are sure to hold
+        // more digits than 64 bits can hold in every case
         "00000000000000000001", "12345678901234567890", "0.0000000000000000001",
-        // a mantissa or a power of ten that would have to be rounded
+        // a mantissa or a power of ten that is not an exact double
         "9007199254740993", "-9007199254740993", "9007199254740992.5", "1e23", "1e-23", "0.1e-22",
         "10000000000e23", "0e23", "18446744073709551616e0",
-        // exponents so long that the token may be one that is cut
+        // exponents that may be cut with their token
         "1e00005", "1e-00005", "1e99999999999999999999",
         "1e00000000000000000000000000000000000000000000000000000000000007"};
     for (const char* const text : kTexts) {
@@ -121,7 +121,7 @@ TEST(PlainDecimal, ReadsAnyNumberAsStrtodOrNotAtAll) {
     EXPECT_GT(taken, caseCount() / 2);
 }
 
-/// Seventeen digits tell a double; the shortest texts of neighbours differ in their last digits.
+/// Neighbouring doubles differ in their last digits only.
 TEST(PlainDecimal, TellsNeighboursApart) {
     Samples samples(20241001);
     for (int i = caseCount() / 10; i > 0; --i) {
@@ -135,7 +135,7 @@ TEST(PlainDecimal, TellsNeighboursApart) {
     }
 }
 
-/// Of each byte behind a digit it is known whether it ends the token.
+/// Each byte behind a digit either ends the token or prevents the fast path.
 TEST(PlainDecimal, EndsWhereTheTokenDoes) {
     for (int byte = 0; byte < 256; ++byte) {
         const auto c = static_cast<char>(byte);

@@ -82,7 +82,7 @@ TEST_F(TabFile, TakesTokens7And8And10And11OfTheCoordinateSystem) {
 TEST_F(TabFile, ReadsControlPointsByTheirLabel) {
     const struct {
         const char* line;
-        int index;  // -1 where no point is meant
+        int index;  // -1 if the line is no point
     } kCases[] = {
         {"(1,2) (3,4) Label \"Pt 1\",", 0},
         {"(1,2) (3,4) Label \"Pt 2\",", 1},
@@ -211,7 +211,7 @@ TEST_F(TabFile, TheFalseNorthingTellsTheHemisphere) {
 TEST_F(TabFile, UnitsAreMatchedExactly) {
     const struct {
         const char* line;
-        int kind;  // 0 where it is no such line
+        int kind;  // 0 if it is no such line
     } kCases[] = {
         {"Units \"degree\"\n", 1}, {"Units degree", 1},
         {"Units \"m\"", 2},        {"Units \"Degree\"", 2},

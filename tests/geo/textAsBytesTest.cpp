@@ -19,9 +19,9 @@ namespace {
 
 using namespace rfu::test;
 
-constexpr std::size_t kBlock = 16384;  // what QTextStream decodes at a time
+constexpr std::size_t kBlock = 16384;  // that QTextStream decodes at once
 
-/// From memory of its own, exactly as long as the text, into as much.
+/// Decodes between two buffers of exactly the text's size.
 std::string decoded(const std::string& text) {
     const auto from = std::make_unique<char[]>(text.size());
     const auto to = std::make_unique<char[]>(text.size());
@@ -92,7 +92,7 @@ TEST(Utf8AsBytes, TakesInvalidBytesAlone) {
     }
 }
 
-/// Bytes as cells have them, or as text has them, valid or not.
+/// Bytes of cells or of valid or invalid text.
 std::string anyBytes(Samples& samples, std::size_t size) {
     static const std::vector<std::string> kPieces = {"a",
                                                      "0",
@@ -117,7 +117,7 @@ std::string anyBytes(Samples& samples, std::size_t size) {
             case 0:
                 bytes += byte;
                 break;
-            case 1:  // no ASCII at all, for as long as a block
+            case 1:  // no ASCII in a whole block
                 bytes += static_cast<char>(static_cast<unsigned char>(byte) | 0x80U);
                 break;
             case 2:

@@ -32,7 +32,7 @@ TEST_F(Utm, TellsTheZoneOfALongitude) {
         {-174.0F, 2},
         {-69.0F, 19},
         {-0.00002F, 30},
-        {-1e-30F, 31},  // lost beside 180 even in double precision
+        {-1e-30F, 31},  // absorbed by 180 even in double precision
         {0.0F, 31},
         {5.9999995F, 31},
         {6.0F, 32},

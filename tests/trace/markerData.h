@@ -1,4 +1,4 @@
-// What a marker ring holds, read through the public surface.
+// The content of a marker ring, read through the public interface.
 #pragma once
 
 #include <rfUtils/trace/traceRssiBuffer.h>

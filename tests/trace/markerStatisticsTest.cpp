@@ -25,7 +25,7 @@ traceRssiBuffer bufferWith(const Values& values, int capacity = 16) {
     return buffer;
 }
 
-/// Equal numbers with equal signs, so that zeros are told apart; any two NaN are alike.
+/// Equal numbers with equal signs of zero; any two NaN are equal.
 bool identical(double a, double b) {
     return (std::isnan(a) && std::isnan(b)) || (a == b && std::signbit(a) == std::signbit(b));
 }
@@ -67,7 +67,7 @@ TEST(MarkerStatistics, OfHandWorkedValues) {
         {"negative zero is summed to zero", {-0.0}, 0.0, -0.0, -0.0},
         {"zeros, negative first", {-0.0, 0.0}, 0.0, 0.0, -0.0},
         {"zeros, positive first", {0.0, -0.0}, 0.0, 0.0, -0.0},
-        // 1e16 + 1 is not a double: from the oldest on the ones are lost, (1 + 1) + 1e16 is not.
+        // 1e16 + 1 rounds to 1e16, (1 + 1) + 1e16 is exact.
         {"summed oldest first, ones lost", {1e16, 1.0, 1.0, -1e16}, 0.0, 1e16, -1e16},
         {"summed oldest first, ones kept", {1.0, 1.0, 1e16, -1e16}, 0.5, 1e16, -1e16},
     };
@@ -85,7 +85,7 @@ TEST(MarkerStatistics, OfHandWorkedValues) {
     }
 }
 
-// More values than are compared at once, the extremes at every place in turn.
+// More values than lanes, with the extremes at every place in turn.
 TEST(MarkerStatistics, OfManyValuesFindTheExtremesAnywhere) {
     constexpr int kCount = 21;
     for (int place = 0; place < kCount; ++place) {

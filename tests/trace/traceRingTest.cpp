@@ -96,7 +96,7 @@ TEST(CalcMarkerPower, TakesThePointFromEveryTraceThatHasIt) {
 TEST(CalcMarkerPower, ReplacesWhatTheMarkerHeld) {
     traceRssiBuffer buffer(2, 5);
     buffer.appendMarkerPower(3, 99.0);
-    EXPECT_TRUE(buffer.calcMarkerPower(3, 0));  // no trace yet: the ring is emptied all the same
+    EXPECT_TRUE(buffer.calcMarkerPower(3, 0));  // no trace yet: the ring is cleared
     EXPECT_EQ(markerData(buffer, 3), Values{});
 
     Values trace{1.0};
