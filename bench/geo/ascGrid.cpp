@@ -1,7 +1,6 @@
 // Loading an ASCII grid, compared with GDAL and with reading the file and its numbers only.
 #include "geo/gdal.h"
-#include "support/random.h"
-#include "support/scratchFolder.h"
+#include "support/mapText.h"
 #include "support/wholeFile.h"
 
 #include <rfUtils/geo/veltaGEO.h>
@@ -11,12 +10,10 @@
 #include <QString>
 
 #include <charconv>
-#include <cmath>
-#include <cstdio>
 #include <cstring>
 #include <map>
 #include <memory>
-#include <utility>
+#include <string>
 #include <vector>
 
 namespace {
@@ -25,49 +22,22 @@ using namespace rfu::bench;
 
 constexpr int kSide = 2048;
 
-/// Spelling of the cells.
-struct Style {
-    const char* name;
-    const char* format;
-    double low;
-    double high;
-};
-
-// clang-format off
-constexpr Style kTwoDecimals = {"two_decimals", "%.2f", -120.0,  4200.0};
-constexpr Style kIntegers    = {"integers",     "%.0f", -120.0,  4200.0};
-constexpr Style kExponents   = {"exponents",    "%.6e", -1.0e-6, 1.0e-6};
-// clang-format on
-
-std::string gridText(const Style& style, int side) {
-    Random random(20240919);
-    std::string text = "ncols " + std::to_string(side) + "\nnrows " + std::to_string(side) +
-                       "\nxllcorner 300000\nyllcorner 5000000\ncellsize 30\nNODATA_value -9999\n";
-    for (int row = 0; row < side; ++row) {
-        for (int column = 0; column < side; ++column) {
-            char number[32];
-            const int length = std::snprintf(number, sizeof number, style.format,
-                                             random.between(style.low, style.high));
-            text.append(number, static_cast<std::size_t>(length));
-            text += column + 1 < side ? ' ' : '\n';
-        }
-    }
-    return text;
-}
+constexpr CellStyle kIntegers = {"integers", "%.0f", -120.0, 4200.0};
+constexpr CellStyle kExponents = {"exponents", "%.6e", -1.0e-6, 1.0e-6};
 
 struct GridFile {
     std::string path;
     std::size_t bytes;
 };
 
-const GridFile& gridFile(const Style& style, int side) {
+const GridFile& gridFile(const CellStyle& style, int side) {
     static std::map<std::string, GridFile> files;
     const std::string name = std::string(style.name) + std::to_string(side) + ".asc";
     const auto known = files.find(name);
     if (known != files.end()) {
         return known->second;
     }
-    const std::string text = gridText(style, side);
+    const std::string text = gridText(side, style);
     return files[name] = {writeScratch(name, text), text.size()};
 }
 
@@ -92,7 +62,7 @@ void countBytes(benchmark::State& state, const GridFile& file) {
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(file.bytes));
 }
 
-void load(benchmark::State& state, const Style& style, int side) {
+void load(benchmark::State& state, const CellStyle& style, int side) {
     const GridFile& file = gridFile(style, side);
     const QString path = QString::fromStdString(file.path);
     const auto map = std::make_unique<veltaGEO>();
@@ -111,11 +81,11 @@ void load(benchmark::State& state, const Style& style, int side) {
     }
 }
 
-void ours(benchmark::State& state, const Style& style) {
+void ours(benchmark::State& state, const CellStyle& style) {
     load(state, style, kSide);
 }
 
-void gdal(benchmark::State& state, const Style& style) {
+void gdal(benchmark::State& state, const CellStyle& style) {
     const GridFile& file = gridFile(style, kSide);
     std::vector<float> cells(std::size_t{kSide} * kSide);
     for (auto _ : state) {
@@ -127,7 +97,7 @@ void gdal(benchmark::State& state, const Style& style) {
 }
 
 /// Reuses the buffer for the file: allocating it would take time too.
-void fromChars(benchmark::State& state, const Style& style) {
+void fromChars(benchmark::State& state, const CellStyle& style) {
     const GridFile& file = gridFile(style, kSide);
     std::vector<char> bytes;
     std::vector<float> cells(std::size_t{kSide} * kSide);

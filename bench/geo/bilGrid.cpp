@@ -1,7 +1,6 @@
 // Loading a band of floats, compared with read(2), GDAL and Qt's text stream.
 #include "geo/gdal.h"
-#include "support/random.h"
-#include "support/scratchFolder.h"
+#include "support/mapText.h"
 #include "support/wholeFile.h"
 
 #include <rfUtils/geo/veltaGEO.h>
@@ -16,7 +15,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <vector>
+#include <string>
 
 namespace {
 
@@ -25,24 +24,6 @@ using namespace rfu::bench;
 constexpr int kSide = 2048;
 constexpr char kOneByteCodec[] = "ISO 8859-1";
 constexpr char kManyByteCodec[] = "UTF-8";
-
-/// Writes a band of heights and its header.
-/// @return path of the band
-std::string writeBand(int side) {
-    const std::string size = std::to_string(side);
-    const std::string name = "band" + size;
-    writeScratch(name + ".hdr", "NROWS " + size + "\nNCOLS " + size +
-                                    "\nNBANDS 1\nNBITS 32\nPIXELTYPE FLOAT\nBYTEORDER I\n"
-                                    "LAYOUT BIL\nULXMAP 300000\nULYMAP 5000000\nXDIM 30\nYDIM 30\n"
-                                    "NODATA -9999\n");
-    Random random(20240920);
-    std::vector<float> cells(static_cast<std::size_t>(side) * static_cast<std::size_t>(side));
-    for (float& cell : cells) {
-        cell = static_cast<float>(random.between(-120.0, 4200.0));
-    }
-    return writeScratch(
-        name + ".bil", {reinterpret_cast<const char*>(cells.data()), cells.size() * sizeof(float)});
-}
 
 const std::string& band() {
     static const std::string path = writeBand(kSide);

@@ -43,8 +43,7 @@ void grid(benchmark::State& state) {
 void band(benchmark::State& state) {
     const auto side = static_cast<int>(state.range(0));
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
-    writeScratch("band.hdr", bandHeader(side));
-    const QString name = QString::fromStdString(writeScratch("band.bil", bandBytes(side)));
+    const QString name = QString::fromStdString(writeBand(side));
     const auto map = std::make_unique<veltaGEO>();
     for (auto _ : state) {
         benchmark::DoNotOptimize(map->loadHDRFile(name) && map->loadBILFile(name));

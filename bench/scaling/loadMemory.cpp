@@ -80,8 +80,7 @@ bool measureGrid(int side) {
 
 bool measureBand(int side) {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
-    writeScratch("band.hdr", bandHeader(side));
-    const std::string name = writeScratch("band.bil", bandBytes(side));
+    const std::string name = writeBand(side);
     return measure(sizeOf(name), [&] {
         auto map = std::make_unique<veltaGEO>();
         const QString file = QString::fromStdString(name);

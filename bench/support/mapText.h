@@ -2,48 +2,58 @@
 #pragma once
 
 #include "support/random.h"
+#include "support/scratchFolder.h"
 
 #include <cstdio>
-#include <cstring>
 #include <string>
+#include <vector>
 
 namespace rfu::bench {
 
-/// An ASCII grid of heights with two decimals.
-inline std::string gridText(int side) {
-    Random random(11);
-    const std::string number = std::to_string(side);
-    std::string text = "ncols " + number + "\nnrows " + number +
-                       "\nxllcorner 0\nyllcorner 0\ncellsize 30\nNODATA_value -9999\n";
+/// Spelling and range of a grid's cells.
+struct CellStyle {
+    const char* name;
+    const char* format;
+    double low;
+    double high;
+};
+
+inline constexpr CellStyle kTwoDecimals = {"two_decimals", "%.2f", -120.0, 4200.0};
+
+/// An ASCII grid.
+inline std::string gridText(int side, const CellStyle& style = kTwoDecimals) {
+    Random random(20240919);
+    const std::string size = std::to_string(side);
+    std::string text = "ncols " + size + "\nnrows " + size +
+                       "\nxllcorner 300000\nyllcorner 5000000\ncellsize 30\nNODATA_value -9999\n";
     for (int row = 0; row < side; ++row) {
         for (int column = 0; column < side; ++column) {
-            char cell[32];
-            std::snprintf(cell, sizeof cell, column == 0 ? "%.2f" : " %.2f",
-                          random.between(-100.0, 3000.0));
-            text += cell;
+            char number[32];
+            const int length = std::snprintf(number, sizeof number, style.format,
+                                             random.between(style.low, style.high));
+            text.append(number, static_cast<std::size_t>(length));
+            text += column + 1 < side ? ' ' : '\n';
         }
-        text += '\n';
     }
     return text;
 }
 
-/// A band of floats.
-inline std::string bandBytes(int side) {
-    Random random(12);
-    std::string bytes;
-    for (int i = 0; i < side * side; ++i) {
-        const auto cell = static_cast<float>(random.between(-100.0, 3000.0));
-        char raw[sizeof cell];
-        std::memcpy(raw, &cell, sizeof cell);
-        bytes.append(raw, sizeof cell);
+/// Writes a band of floats and its header.
+/// @return path of the band
+inline std::string writeBand(int side) {
+    const std::string size = std::to_string(side);
+    const std::string name = "band" + size;
+    writeScratch(name + ".hdr", "NROWS " + size + "\nNCOLS " + size +
+                                    "\nNBANDS 1\nNBITS 32\nPIXELTYPE FLOAT\nBYTEORDER I\n"
+                                    "LAYOUT BIL\nULXMAP 300000\nULYMAP 5000000\nXDIM 30\nYDIM 30\n"
+                                    "NODATA -9999\n");
+    Random random(20240920);
+    std::vector<float> cells(static_cast<std::size_t>(side) * static_cast<std::size_t>(side));
+    for (float& cell : cells) {
+        cell = static_cast<float>(random.between(-120.0, 4200.0));
     }
-    return bytes;
-}
-
-inline std::string bandHeader(int side) {
-    const std::string number = std::to_string(side);
-    return "NCOLS " + number + "\nNROWS " + number +
-           "\nXDIM 30\nULXMAP 0\nULYMAP 0\nNODATA -9999\nPIXELTYPE FLOAT\n";
+    return writeScratch(
+        name + ".bil", {reinterpret_cast<const char*>(cells.data()), cells.size() * sizeof(float)});
 }
 
 }  // namespace rfu::bench

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <iterator>
 #include <limits>
 #include <numeric>
@@ -194,8 +195,10 @@ bool store(double* out, const MarkerRing* ring, Statistic statistic) {
 /// Copies the values of a ring, oldest first.
 /// @param out has as many values
 void copyOut(const MarkerRing& ring, double* out) {
-    forEachSegment(
-        ring, [&out](const double* value, const double* end) { out = std::copy(value, end, out); });
+    const auto older = ring.array_one();
+    const auto newer = ring.array_two();
+    std::memcpy(out, older.first, older.second * sizeof(double));
+    std::memcpy(out + older.second, newer.first, newer.second * sizeof(double));
 }
 
 }  // namespace
