@@ -1,4 +1,5 @@
 #include <support/samples.h>
+#include "unitRules.h"
 
 #include <rfUtils/units/calculateUnit.h>
 
@@ -17,45 +18,11 @@ double correction(double frequency, double gain) {
 }
 
 double toScale(double p, double frequency, int scale, double gain) {
-    const double k = correction(frequency, gain);
-    switch (scale) {
-        case 0:
-            return p;
-        case 1:
-            return p - 13.0103;
-        case 2:
-            return p + 46.9897;
-        case 3:
-            return p + 106.9897;
-        case 4:
-            return std::exp((p + 46.9897) * 0.1151292546497023) * 0.001;
-        case 5:
-            return std::exp((p - 30.0) * 0.2302585092994046);
-        case 6:
-            return p + 107.0 + k;
-        case 7:
-            return p + 47.0 + k;
-        case 8:
-            return p - 13.0 + k;
-        case 9:
-            return std::exp((p - 13.0 + k) * 0.1151292546497023);
-        case 10:
-            return std::exp((p - 13.0 + k) * 0.2302585092994046) * 0.0026525823848649226;
-        case 11:
-            return 10.0 * std::log10(std::exp((p - 13.0 + k) * 0.2302585092994046) *
-                                     0.0026525823848649226) +
-                   30.0;
-        case 12:
-            return p - 38.75999999999999 + k;
-        case 13:
-            return std::exp((p + 107.0 + k) * 0.1151292546497023) * 2.652519893899204e-09;
-        case 14:
-            return p - 64.53 + k;
-        case 15:
-            return std::exp((p - 13.0 + k) * 0.2302585092994046) * 2.6525823848649226e-07;
-        default:
-            return 0.0;
-    }
+    const char* const units[] = {"dBm",     "dBV",    "dBmV",  "dBuV",  "V",     "W",
+                                 "dBuV/m",  "dBmV/m", "dBV/m", "V/m",   "W/m^2", "dBm/m^2",
+                                 "dBW/m^2", "A/m",    "dBA/m", "W/cm^2"};
+    const bool isKnown = scale >= 0 && scale < static_cast<int>(std::size(units));
+    return isKnown ? numberIn(units[scale], p, correction(frequency, gain)) : 0.0;
 }
 
 double fromScale(double v, double frequency, int scale, double gain, double before) {

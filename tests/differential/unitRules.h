@@ -125,26 +125,66 @@ inline std::string bareWattText(double dBm) {
     return printed(watts, 2) + " ";
 }
 
-inline Shown levelText(const std::string& unit, double dBm, bool withUnit) {
+/// The number of a level in a unit that levels are shown in, with the antenna correction k.
+inline double numberIn(const std::string& unit, double p, double k) {
     if (unit == "dBm") {
-        return shown(qtFixed(dBm, 1), unit, withUnit);
+        return p;
     }
     if (unit == "dBV") {
-        return shown(qtFixed(dBm - 13.0103, 1), unit, withUnit);
+        return p - 13.0103;
     }
     if (unit == "dBmV") {
-        return shown(qtFixed(dBm + 46.9897, 1), unit, withUnit);
+        return p + 46.9897;
     }
     if (unit == "dBuV") {
-        return shown(qtFixed(dBm + 106.9897, 1), unit, withUnit);
+        return p + 106.9897;
     }
+    if (unit == "V") {
+        return std::exp((p + 46.9897) * 0.1151292546497023) * 0.001;
+    }
+    if (unit == "W") {
+        return std::exp((p - 30.0) * 0.2302585092994046);
+    }
+    if (unit == "dBuV/m") {
+        return p + 107.0 + k;
+    }
+    if (unit == "dBmV/m") {
+        return p + 47.0 + k;
+    }
+    if (unit == "dBV/m") {
+        return p - 13.0 + k;
+    }
+    if (unit == "V/m") {
+        return std::exp((p - 13.0 + k) * 0.1151292546497023);
+    }
+    if (unit == "W/m^2") {
+        return std::exp((p - 13.0 + k) * 0.2302585092994046) * 0.0026525823848649226;
+    }
+    if (unit == "dBm/m^2") {
+        return 10.0 * std::log10(numberIn("W/m^2", p, k)) + 30.0;
+    }
+    if (unit == "dBW/m^2") {
+        return p - 38.75999999999999 + k;
+    }
+    if (unit == "A/m") {
+        return std::exp((p + 107.0 + k) * 0.1151292546497023) * 2.652519893899204e-09;
+    }
+    if (unit == "dBA/m") {
+        return p - 64.53 + k;
+    }
+    return std::exp((p - 13.0 + k) * 0.2302585092994046) * 2.6525823848649226e-07;  // W/cm^2
+}
+
+inline Shown levelText(const std::string& unit, double dBm, bool withUnit) {
     if (unit == "V") {
         return voltText(dBm, withUnit);
     }
     if (unit == "W") {
         return wattText(dBm, withUnit);
     }
-    return shown(qtFixed(dBm, 1), "dBm", withUnit);
+    const bool isTaken = unit == "dBV" || unit == "dBmV" || unit == "dBuV";
+    const std::string shownIn = isTaken ? unit : "dBm";
+    return shown(qtFixed(numberIn(shownIn, dBm, 0.0), 1), shownIn, withUnit);
 }
 
 /// The text of a linear field value. Zero leaves everything as it is, unit and signal included.
@@ -203,43 +243,12 @@ inline Shown prefixedText(const std::string& unit, float value, bool withUnit) {
 inline Shown fieldText(const std::string& unit, double p, double fCenter, double fGain,
                        bool withUnit) {
     const double k = 20.0 * std::log10(fCenter) + (-29.8 - fGain);
-    const auto level = [&](double value) { return shown(qtFixed(value, 2), unit, withUnit); };
-    const auto linear = [&](double value) {
-        return prefixedText(unit, static_cast<float>(value), withUnit);
-    };
-    if (unit == "dBuV/m") {
-        return level(p + 107.0 + k);
+    if (unit == "V/m" || unit == "W/m^2" || unit == "A/m" || unit == "W/cm^2") {
+        return prefixedText(unit, static_cast<float>(numberIn(unit, p, k)), withUnit);
     }
-    if (unit == "dBmV/m") {
-        return level(p + 47.0 + k);
-    }
-    if (unit == "dBV/m") {
-        return level(p - 13.0 + k);
-    }
-    if (unit == "V/m") {
-        return linear(std::exp((p - 13.0 + k) * 0.1151292546497023));
-    }
-    if (unit == "W/m^2") {
-        return linear(std::exp((p - 13.0 + k) * 0.2302585092994046) * 0.0026525823848649226);
-    }
-    if (unit == "dBm/m^2") {
-        return level(10.0 * std::log10(std::exp((p - 13.0 + k) * 0.2302585092994046) *
-                                       0.0026525823848649226) +
-                     30.0);
-    }
-    if (unit == "dBW/m^2") {
-        return level(p - 38.75999999999999 + k);
-    }
-    if (unit == "A/m") {
-        return linear(std::exp((p + 107.0 + k) * 0.1151292546497023) * 2.652519893899204e-09);
-    }
-    if (unit == "dBA/m") {
-        return level(p - 64.53 + k);
-    }
-    if (unit == "W/cm^2") {
-        return linear(std::exp((p - 13.0 + k) * 0.2302585092994046) * 2.6525823848649226e-07);
-    }
-    return level(0.0);
+    const bool isTaken = unit == "dBuV/m" || unit == "dBmV/m" || unit == "dBV/m" ||
+                         unit == "dBm/m^2" || unit == "dBW/m^2" || unit == "dBA/m";
+    return shown(qtFixed(isTaken ? numberIn(unit, p, k) : 0.0, 2), unit, withUnit);
 }
 
 inline double dBmOfVolt(const std::string& unit, double value) {

@@ -374,24 +374,6 @@ def backward_file():
                 yield row(unit, value, frequency, gain, *with_places(field_back, unit, value, frequency, gain))
 
 
-def bases_file():
-    """Prefixed fields in their base unit: one product."""
-    yield "unit,value,base"
-    for base in ("V/m", "W/m^2"):
-        for prefix, factor in TO_BASE.items():
-            for value in (0.0, -2.5, 1.0, 0.1, 3.7, 999.995, 1e-320, 7.071e-9, 1.7e308):
-                yield row(prefix + base, value, value * factor)
-
-
-def cuts_file():
-    yield "value,digits,result"
-    for digits in range(7):
-        for value in (0.0, 1.23456, -1.23456, 0.999999, -0.0004, 99.9995, 2147.483647, -2147.483649, 1e9, -1e300):
-            yield row(value, digits, cut(value, digits))
-        for value in beside(1.5) + beside(0.001) + beside(2147483647 / 10.0**digits, 2):
-            yield row(value, digits, cut(value, digits))
-
-
 # ---------------------------------------------------------------- numeric scales
 
 SCALE_SUMS = {1: -13.0103, 2: 46.9897, 3: 106.9897}
@@ -482,8 +464,6 @@ FILES = {
     "fields.csv": fields_file,
     "prefixes.csv": prefixes_file,
     "backward.csv": backward_file,
-    "bases.csv": bases_file,
-    "cuts.csv": cuts_file,
     "scales.csv": scales_file,
 }
 
