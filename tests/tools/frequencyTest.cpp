@@ -4,72 +4,34 @@
 
 TEST(Frequency, freq) {
     expectCommands({
-        {"gigahertz above 1000 MHz",
-         {"freq", "2400", "1000"},
-         "",
-         0,
-         "2.400000000 GHz\n1000.000000 MHz\n",
-         ""},
-        {"kilohertz and hertz",
-         {"freq", "0.5", "0.001", "0"},
-         "",
-         0,
-         "500.000 kHz\n1000 Hz\n0 Hz\n",
-         ""},
-        {"with units",
-         {"freq", "88.1MHz", "2.4 GHz", "100kHz", "5Hz", "1e-3GHz"},
-         "",
-         0,
-         "88.100000 MHz\n2.400000000 GHz\n100.000 kHz\n5 Hz\n1000.000 kHz\n",
-         ""},
-        {"CSV in MHz",
-         {"freq", "100kHz", "2.4GHz", "5Hz", "-1", "--format", "csv"},
-         "",
-         0,
-         "input,MHz,text\n"
-         "100kHz,0.1,100.000 kHz\n"
-         "2.4GHz,2400,2.400000000 GHz\n"
-         "5Hz,5e-06,5 Hz\n"
-         "-1,-1,-1000.000 kHz\n",
-         ""},
-        {"CSV with the nearest number of MHz: 9 times 0.001 is another",
-         {"freq", "9kHz", "9 Hz", "5Hz", "--format", "csv"},
-         "",
-         0,
-         "input,MHz,text\n9kHz,0.009,9.000 kHz\n9 Hz,9e-06,9 Hz\n5Hz,5e-06,5 Hz\n",
-         ""},
-        {"JSON",
-         {"freq", "88.1", "--format", "json"},
-         "",
-         0,
-         "[\n  {\"input\": \"88.1\", \"MHz\": 88.1, \"text\": \"88.100000 MHz\"}\n]\n",
-         ""},
-        {"units are exact",
-         {"freq", "1mhz"},
-         "",
-         1,
-         "",
-         "rfutils: \"1mhz\" is not a frequency such as 88.1MHz or a number of MHz\n"},
+        shows("gigahertz above 1000 MHz", "freq 2400 1000", "2.400000000 GHz\n1000.000000 MHz\n"),
+        shows("kilohertz and hertz", "freq 0.5 0.001 0", "500.000 kHz\n1000 Hz\n0 Hz\n"),
+        shows("with units", "freq 88.1MHz \"2.4 GHz\" 100kHz 5Hz 1e-3GHz",
+              "88.100000 MHz\n2.400000000 GHz\n100.000 kHz\n5 Hz\n1000.000 kHz\n"),
+        shows("CSV in MHz", "freq 100kHz 2.4GHz 5Hz -1 --format csv",
+              "input,MHz,text\n"
+              "100kHz,0.1,100.000 kHz\n"
+              "2.4GHz,2400,2.400000000 GHz\n"
+              "5Hz,5e-06,5 Hz\n"
+              "-1,-1,-1000.000 kHz\n"),
+        shows("CSV with the nearest number of MHz: 9 times 0.001 is another",
+              "freq 9kHz \"9 Hz\" 5Hz --format csv",
+              "input,MHz,text\n9kHz,0.009,9.000 kHz\n9 Hz,9e-06,9 Hz\n5Hz,5e-06,5 Hz\n"),
+        shows("JSON", "freq 88.1 --format json",
+              "[\n  {\"input\": \"88.1\", \"MHz\": 88.1, \"text\": \"88.100000 MHz\"}\n]\n"),
+        fails("units are exact", "freq 1mhz",
+              "\"1mhz\" is not a frequency such as 88.1MHz or a number of MHz"),
     });
 }
 
 TEST(Frequency, width) {
     expectCommands({
-        {"shortest text", {"width", "20", "1500", "1000"}, "", 0, "20MHz\n1.5GHz\n1000MHz\n", ""},
-        {"kilohertz from 100 Hz",
-         {"width", "0.0005", "0.0001", "50Hz"},
-         "",
-         0,
-         "0.5kHz\n100Hz\n50Hz\n",
-         ""},
-        {"negative widths are hertz", {"width", "-1"}, "", 0, "-1e+06Hz\n", ""},
-        {"standard input", {"width"}, "30kHz\n", 0, "30kHz\n", ""},
-        {"CSV", {"width", "0.2", "--format", "csv"}, "", 0, "input,MHz,text\n0.2,0.2,200kHz\n", ""},
-        {"no width",
-         {"width", "wide"},
-         "",
-         1,
-         "",
-         "rfutils: \"wide\" is not a frequency such as 88.1MHz or a number of MHz\n"},
+        shows("shortest text", "width 20 1500 1000", "20MHz\n1.5GHz\n1000MHz\n"),
+        shows("kilohertz from 100 Hz", "width 0.0005 0.0001 50Hz", "0.5kHz\n100Hz\n50Hz\n"),
+        shows("negative widths are hertz", "width -1", "-1e+06Hz\n"),
+        shows("standard input", "width", "30kHz\n").given("30kHz\n"),
+        shows("CSV", "width 0.2 --format csv", "input,MHz,text\n0.2,0.2,200kHz\n"),
+        fails("no width", "width wide",
+              "\"wide\" is not a frequency such as 88.1MHz or a number of MHz"),
     });
 }

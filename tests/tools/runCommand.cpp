@@ -73,6 +73,34 @@ CommandResult runCommand(const QStringList& arguments, const std::string& input,
     return result;
 }
 
+Words::Words(const char* line) : list(splitWords(line)) {}
+
+CommandCase CommandCase::given(const std::string& standardInput) const {
+    return {name, arguments, standardInput, exitStatus, output, errors};
+}
+
+CommandCase CommandCase::after(const std::string& earlierOutput) const {
+    return {name, arguments, input, exitStatus, earlierOutput, errors};
+}
+
+CommandCase CommandCase::noting(const std::string& note) const {
+    return {name, arguments, input, exitStatus, output, "rfutils: note: " + note + "\n"};
+}
+
+CommandCase shows(const char* name, const Words& words, const std::string& output) {
+    return {name, words.list, "", 0, output, ""};
+}
+
+CommandCase fails(const char* name, const Words& words, const std::string& error) {
+    return {name, words.list, "", 1, "", "rfutils: " + error + "\n"};
+}
+
+CommandCase misuses(const char* name, const Words& words, const std::string& error) {
+    const std::string subcommand = words.list.value(0).toStdString();
+    return {name, words.list, "",
+            2,    "",         "rfutils: " + error + " (see rfutils " + subcommand + " --help)\n"};
+}
+
 void expectCommands(const std::vector<CommandCase>& cases, const SampleFolder& folder) {
     for (const CommandCase& c : cases) {
         SCOPED_TRACE(std::string(c.name) + ": rfutils " +

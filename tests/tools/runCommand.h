@@ -4,12 +4,21 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct CommandResult {
     int exitStatus = -1;
     std::string output;
     std::string errors;
+};
+
+/// What follows "rfutils": a line, split at blanks with the quoting of a shell, or its words.
+struct Words {
+    Words(const char* line);
+    Words(QStringList words) : list(std::move(words)) {}
+
+    QStringList list;
 };
 
 /// One run and all that it prints.
@@ -20,7 +29,20 @@ struct CommandCase {
     int exitStatus;
     std::string output;
     std::string errors;
+
+    /// The same with a standard input.
+    CommandCase given(const std::string& standardInput) const;
+    /// The same with output that precedes the error.
+    CommandCase after(const std::string& earlierOutput) const;
+    /// The same with a note on standard error.
+    CommandCase noting(const std::string& note) const;
 };
+
+CommandCase shows(const char* name, const Words& words, const std::string& output);
+/// @param error without "rfutils: " and the line end
+CommandCase fails(const char* name, const Words& words, const std::string& error);
+/// Wrong usage; the error names the help of the subcommand.
+CommandCase misuses(const char* name, const Words& words, const std::string& error);
 
 /// A folder for the files of a test; the command runs in it, so that its messages name the files
 /// without a path.
@@ -45,7 +67,7 @@ CommandResult runCommand(const QStringList& arguments, const std::string& input 
 /// Runs each case and compares its exit status, standard output and standard error whole.
 void expectCommands(const std::vector<CommandCase>& cases, const SampleFolder& folder = {});
 
-/// "rfutils convert -30 --to V" as arguments, split at blanks, with the quoting of a shell.
+/// "rfutils convert -30 --to V" as words, split at blanks with the quoting of a shell.
 QStringList splitWords(const std::string& line);
 /// The lines of a help text below "Examples:".
 std::vector<std::string> examplesOf(const std::string& help);

@@ -32,7 +32,7 @@ TEST(Setups, lists) {
     folder.add("s.json", kSetups);
     expectCommands(
         {
-            {"groups by key, also entries without texts", {"setups", "s.json"}, "", 0, kTable, ""},
+            shows("groups by key, also entries without texts", "setups s.json", kTable),
             {"skipped entries on request",
              {"setups", "s.json", "--verbose"},
              "",
@@ -41,25 +41,17 @@ TEST(Setups, lists) {
              "rfutils: s.json: skipped an entry without \"id\" after \"spectrum\"\n"
              "rfutils: s.json: skipped an entry without \"label\" after \"chp\"\n"
              "rfutils: s.json: skipped an entry without \"label\" after \"chp\"\n"},
-            {"CSV",
-             {"setups", "s.json", "--format", "csv"},
-             "",
-             0,
-             "index,id,label\n0,,\n1,map,Map\n2,,\n3,chp,Channel power\n"
-             "4,obw,\"Occupied, \"\"99 %\"\"\"\n",
-             ""},
-            {"JSON",
-             {"setups", "s.json", "--format", "json"},
-             "",
-             0,
-             "[\n"
-             "  {\"index\": 0, \"id\": \"\", \"label\": \"\"},\n"
-             "  {\"index\": 1, \"id\": \"map\", \"label\": \"Map\"},\n"
-             "  {\"index\": 2, \"id\": \"\", \"label\": \"\"},\n"
-             "  {\"index\": 3, \"id\": \"chp\", \"label\": \"Channel power\"},\n"
-             "  {\"index\": 4, \"id\": \"obw\", \"label\": \"Occupied, \\\"99 %\\\"\"}\n"
-             "]\n",
-             ""},
+            shows("CSV", "setups s.json --format csv",
+                  "index,id,label\n0,,\n1,map,Map\n2,,\n3,chp,Channel power\n"
+                  "4,obw,\"Occupied, \"\"99 %\"\"\"\n"),
+            shows("JSON", "setups s.json --format json",
+                  "[\n"
+                  "  {\"index\": 0, \"id\": \"\", \"label\": \"\"},\n"
+                  "  {\"index\": 1, \"id\": \"map\", \"label\": \"Map\"},\n"
+                  "  {\"index\": 2, \"id\": \"\", \"label\": \"\"},\n"
+                  "  {\"index\": 3, \"id\": \"chp\", \"label\": \"Channel power\"},\n"
+                  "  {\"index\": 4, \"id\": \"obw\", \"label\": \"Occupied, \\\"99 %\\\"\"}\n"
+                  "]\n"),
         },
         folder);
 }
@@ -91,51 +83,29 @@ TEST(Setups, badFiles) {
     folder.add("truncated.json", std::string(kSetups).substr(0, 40));
     expectCommands(
         {
-            {"missing",
-             {"setups", "none.json"},
-             "",
-             1,
-             "",
-             "rfutils: none.json: No such file or directory\n"},
-            {"directory", {"setups", "."}, "", 1, "", "rfutils: .: Is a directory\n"},
-            {"empty",
-             {"setups", "empty.json"},
-             "",
-             1,
-             "",
-             "rfutils: empty.json: is empty (illegal value)\n"},
-            {"no object",
-             {"setups", "array.json"},
-             "",
-             1,
-             "",
-             "rfutils: array.json: the top level is not an object\n"},
-            {"cut off",
-             {"setups", "truncated.json"},
-             "",
-             1,
-             "",
-             "rfutils: truncated.json:3: unterminated array\n"},
+            fails("missing", "setups none.json", "none.json: No such file or directory"),
+            fails("directory", "setups .", ".: Is a directory"),
+            fails("empty", "setups empty.json", "empty.json: is empty (illegal value)"),
+            fails("no object", "setups array.json", "array.json: the top level is not an object"),
+            fails("cut off", "setups truncated.json", "truncated.json:3: unterminated array"),
         },
         folder);
 }
 
 TEST(Setups, sampleFile) {
     const QString file = QStringLiteral(RFUTILS_SAMPLES "/setups.json");
-    expectCommands({{"sample",
-                     {"setups", file, "--verbose"},
-                     "",
-                     0,
-                     "index  id                 label\n"
-                     "    0  driveTest          Drive test\n"
-                     "    1  walkTest           Walk test inside a building\n"
-                     "    2  fieldMap           Field strength on a map\n"
-                     "    3  spectrogram        Spectrogram\n"
-                     "    4  bearing            Bearing of a source\n"
-                     "    5  occupancy          Channel occupancy\n"
-                     "    6  channelPower       Channel power\n"
-                     "    7  occupiedBandwidth  Occupied bandwidth\n"
-                     "    8  adjacentChannel    Adjacent channel power\n"
-                     "    9  spuriousEmission   Spurious emission\n",
-                     ""}});
+    expectCommands({
+        shows("sample", QStringList{"setups", file, "--verbose"},
+              "index  id                 label\n"
+              "    0  driveTest          Drive test\n"
+              "    1  walkTest           Walk test inside a building\n"
+              "    2  fieldMap           Field strength on a map\n"
+              "    3  spectrogram        Spectrogram\n"
+              "    4  bearing            Bearing of a source\n"
+              "    5  occupancy          Channel occupancy\n"
+              "    6  channelPower       Channel power\n"
+              "    7  occupiedBandwidth  Occupied bandwidth\n"
+              "    8  adjacentChannel    Adjacent channel power\n"
+              "    9  spuriousEmission   Spurious emission\n"),
+    });
 }

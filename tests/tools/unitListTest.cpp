@@ -3,12 +3,9 @@
 #include "runCommand.h"
 
 TEST(Units, takesNoArgument) {
-    expectCommands({{"argument",
-                     {"units", "V"},
-                     "",
-                     2,
-                     "",
-                     "rfutils: unexpected argument \"V\" (see rfutils units --help)\n"}});
+    expectCommands({
+        misuses("argument", "units V", "unexpected argument \"V\""),
+    });
 }
 
 TEST(Units, listsFieldsWithEveryPrefix) {

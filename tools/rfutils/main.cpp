@@ -3,12 +3,14 @@
 #include <QTextCodec>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/help.h"
+#include "support/nearest.h"
 #include "support/output.h"
 
 namespace rfu::command {
@@ -18,12 +20,14 @@ namespace {
 void dropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 const Subcommand& subcommandNamed(const QString& name) {
+    std::vector<std::string> known = {"help", "--help", "--version"};
     for (const Subcommand* subcommand : kSubcommands) {
+        known.emplace_back(subcommand->name);
         if (name == QLatin1String(subcommand->name)) {
             return *subcommand;
         }
     }
-    throw UsageError("there is no command " + quoted(name.toStdString()) +
+    throw UsageError("there is no command " + quoted(name.toStdString()) + didYouMean(name, known) +
                      " (rfutils --help lists them)");
 }
 
@@ -45,13 +49,15 @@ void dispatch(const QStringList& arguments) {
     if (arguments.isEmpty()) {
         throw UsageError("a command is missing (rfutils --help lists them)");
     }
-    const QString& name = arguments.first();
-    if (name == QLatin1String("--help") || name == QLatin1String("-h")) {
+    const std::string name = arguments.first().toStdString();
+    if (name == "help" && arguments.size() > 1) {
+        standardOutput().write(helpOf(subcommandNamed(arguments[1])));
+    } else if (name == "help" || name == "--help" || name == "-h") {
         standardOutput().write(overview());
-    } else if (name == QLatin1String("--version")) {
+    } else if (name == "--version" || name == "-V") {
         standardOutput().write("rfutils " RFUTILS_VERSION "\n");
     } else {
-        runSubcommand(subcommandNamed(name), arguments.mid(1));
+        runSubcommand(subcommandNamed(arguments.first()), arguments.mid(1));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "analysis/support/inputError.h"
 #include "support/errors.h"
 #include "support/kinds.h"
+#include "support/nearest.h"
 
 namespace rfu::command {
 
@@ -30,12 +31,14 @@ std::string dashed(const Option& option) {
 /// @param name with its dashes
 const Option& optionOf(const Subcommand& subcommand, const QString& name) {
     const std::string asked = name == QLatin1String("-h") ? "--help" : name.toStdString();
+    std::vector<std::string> known;
     for (const Option* option : optionsOf(subcommand)) {
-        if (asked == dashed(*option)) {
+        known.push_back(dashed(*option));
+        if (asked == known.back()) {
             return *option;
         }
     }
-    throw UsageError("there is no option " + quoted(asked));
+    throw UsageError("there is no option " + quoted(asked) + didYouMean(name, known));
 }
 
 /// A value in its place on the command line.

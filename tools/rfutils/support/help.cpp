@@ -108,8 +108,8 @@ std::string overview() {
     }
     return text +
            "\n"
-           "rfutils COMMAND --help shows the options of a command with examples.\n"
-           "rfutils --version shows the version.\n";
+           "rfutils help COMMAND, as rfutils COMMAND --help, shows the options of a command\n"
+           "with examples, rfutils --version (-V) the version.\n";
 }
 
 std::string helpOf(const Subcommand& subcommand) {

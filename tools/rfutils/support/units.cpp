@@ -10,6 +10,7 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "support/errors.h"
+#include "support/nearest.h"
 
 namespace rfu::command {
 
@@ -23,24 +24,6 @@ constexpr double kBetweenKiloAndMega = 30000.0;
 
 constexpr std::size_t kSuggestions = 3;
 constexpr int kLongestName = 30;  // beyond it nothing is near any unit
-
-/// Insertions, deletions and replacements that lead from one text to the other.
-int editDistance(QStringView from, QStringView to) {
-    std::vector<int> row(static_cast<std::size_t>(to.size()) + 1);
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        row[i] = static_cast<int>(i);
-    }
-    for (const QChar character : from) {
-        int diagonal = row[0]++;
-        for (std::size_t i = 1; i < row.size(); ++i) {
-            const bool same = to[static_cast<qsizetype>(i) - 1] == character;
-            const int replaced = diagonal + int{!same};
-            diagonal = row[i];
-            row[i] = std::min({row[i] + 1, row[i - 1] + 1, replaced});
-        }
-    }
-    return row.back();
-}
 
 /// "a, b or c"
 std::string alternatives(const std::vector<std::string>& names) {

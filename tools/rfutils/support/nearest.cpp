@@ -1,0 +1,60 @@
+#include "support/nearest.h"
+
+#include <algorithm>
+
+namespace rfu::command {
+
+namespace {
+
+constexpr int kMaxLength = 30;  // beyond it nothing is near any name
+
+/// In lower case and without dashes in front.
+QString folded(QString name) {
+    while (name.startsWith(QLatin1Char('-'))) {
+        name.remove(0, 1);
+    }
+    return name.left(kMaxLength).toLower();
+}
+
+/// One letter in three may be wrong, or the end be missing or too much.
+bool isNear(const QString& wrong, const QString& known, int distance) {
+    const bool goesOn = std::min(wrong.size(), known.size()) >= 2 &&
+                        (known.startsWith(wrong) || wrong.startsWith(known));
+    return goesOn || distance <= (wrong.size() + 2) / 3;
+}
+
+}  // namespace
+
+int editDistance(QStringView from, QStringView to) {
+    std::vector<int> row(static_cast<std::size_t>(to.size()) + 1);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        row[i] = static_cast<int>(i);
+    }
+    for (const QChar character : from) {
+        int diagonal = row[0]++;
+        for (std::size_t i = 1; i < row.size(); ++i) {
+            const bool same = to[static_cast<qsizetype>(i) - 1] == character;
+            const int replaced = diagonal + int{!same};
+            diagonal = row[i];
+            row[i] = std::min({row[i] + 1, row[i - 1] + 1, replaced});
+        }
+    }
+    return row.back();
+}
+
+std::string didYouMean(const QString& wrong, const std::vector<std::string>& known) {
+    const QString typed = folded(wrong);
+    std::string nearest;
+    int smallest = kMaxLength;
+    for (const std::string& name : known) {
+        const QString other = folded(QString::fromStdString(name));
+        const int distance = editDistance(typed, other);
+        if (distance < smallest && isNear(typed, other, distance)) {
+            smallest = distance;
+            nearest = "; did you mean " + name + "?";
+        }
+    }
+    return nearest;
+}
+
+}  // namespace rfu::command
