@@ -172,17 +172,3 @@ TEST(Catalogue, controlCharactersDoNotSteerTheTerminal) {
         },
         folder);
 }
-
-TEST(Catalogue, sampleFile) {
-    const QString file = QStringLiteral(RFUTILS_SAMPLES "/catalogue.json");
-    expectCommands({
-        shows("sample", QStringList{"catalogue", file, "--item", "attenuation"},
-              "item         dispSeq  enum  id    label                 offered\n"
-              "attenuation        0     5  db40  40 dB (service only)  no\n"
-              "attenuation        1     0  auto  Auto                  yes\n"
-              "attenuation        2     1  db0   0 dB                  yes\n"
-              "attenuation        3     2  db10  10 dB                 yes\n"
-              "attenuation        4     3  db20  20 dB                 yes\n"
-              "attenuation        5     4  db30  30 dB                 yes\n"),
-    });
-}

@@ -283,6 +283,63 @@ TEST(Frame, fullDiskAsStandardOutput) {
               "rfutils: standard output: No space left on device\n");
 }
 
+namespace {
+
+/// Runs a line of the shell in which $0 is the command.
+CommandResult runShell(const QString& line, const SampleFolder& folder = {}) {
+    QProcess process;
+    process.setWorkingDirectory(folder.path());
+    process.start(QStringLiteral("sh"), {"-c", line, QStringLiteral(RFUTILS_COMMAND)});
+    EXPECT_TRUE(process.waitForFinished(60000));
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            process.readAllStandardOutput().toStdString(),
+            process.readAllStandardError().toStdString()};
+}
+
+}  // namespace
+
+// The file that is read must not become standard output.
+TEST(Frame, closedStandardStreamsAreErrors) {
+    const SampleFolder folder;
+    folder.addSamples();
+    const char* const kNoOutput = "rfutils: standard output: Bad file descriptor\n";
+    const struct {
+        const char* line;
+        const char* errors;
+    } kRows[] = {
+        {"\"$0\" dms 12.5 >&-", kNoOutput},
+        {"\"$0\" catalogue catalogue.json >&-", kNoOutput},
+        {"\"$0\" freq <&-", "rfutils: -: Bad file descriptor\n"},
+        {"\"$0\" freq x 2>&-", ""},
+        {"\"$0\" freq 1 <&- >&- 2>&-", ""},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.line);
+        const CommandResult result = runShell(QString::fromUtf8(row.line), folder);
+        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_EQ(result.errors, row.errors);
+        EXPECT_EQ(result.output, "");
+    }
+}
+
+TEST(Frame, littleMemoryEndsWithALine) {
+    const QString limited = QStringLiteral("ulimit -v 200000 && exec \"$0\" ");
+    if (runShell(limited + "--version").exitStatus != 0) {
+        GTEST_SKIP() << "so little memory is not enough to start";
+    }
+    const SampleFolder folder;
+    const std::string entry = R"({"id": "x", "label": "y", "enum": 1, "dispSeq": 1})";
+    std::string choices = entry;
+    for (int i = 0; i < 500000; ++i) {
+        choices += "," + entry;
+    }
+    folder.add("big.json", "{\"a\": [" + choices + "]}");
+    const CommandResult result = runShell(limited + "catalogue big.json", folder);
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.errors, "rfutils: out of memory\n");
+    EXPECT_EQ(result.output, "");
+}
+
 TEST(Frame, manyLinesComeWholeAcrossBlocks) {
     // Lines of 7 bytes, so that the blocks of 65536 bytes end inside of lines.
     std::string input;

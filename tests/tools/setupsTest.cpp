@@ -91,21 +91,3 @@ TEST(Setups, badFiles) {
         },
         folder);
 }
-
-TEST(Setups, sampleFile) {
-    const QString file = QStringLiteral(RFUTILS_SAMPLES "/setups.json");
-    expectCommands({
-        shows("sample", QStringList{"setups", file, "--verbose"},
-              "index  id                 label\n"
-              "    0  driveTest          Drive test\n"
-              "    1  walkTest           Walk test inside a building\n"
-              "    2  fieldMap           Field strength on a map\n"
-              "    3  spectrogram        Spectrogram\n"
-              "    4  bearing            Bearing of a source\n"
-              "    5  occupancy          Channel occupancy\n"
-              "    6  channelPower       Channel power\n"
-              "    7  occupiedBandwidth  Occupied bandwidth\n"
-              "    8  adjacentChannel    Adjacent channel power\n"
-              "    9  spuriousEmission   Spurious emission\n"),
-    });
-}

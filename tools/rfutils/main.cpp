@@ -1,7 +1,11 @@
 #include <QString>
 #include <QStringList>
 #include <QTextCodec>
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
+#include <exception>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -12,6 +16,9 @@
 #include "support/help.h"
 #include "support/nearest.h"
 #include "support/output.h"
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace rfu::command {
 namespace {
@@ -61,26 +68,56 @@ void dispatch(const QStringList& arguments) {
     }
 }
 
-/// @return the exit status
-int run(const QStringList& arguments) {
+void run(int argc, char** argv) {
+    // Arguments, file names and texts are UTF-8 whatever the locale says.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments += QString::fromUtf8(argv[i]);
+    }
     try {
-        try {
-            dispatch(arguments);
-        } catch (...) {
-            // Output that precedes the error stays, as valid JSON.
-            standardOutput().closeAll();
-            standardOutput().flush();
-            throw;
-        }
+        dispatch(arguments);
+    } catch (...) {
+        // Output that precedes the error stays, as valid JSON.
+        standardOutput().closeAll();
         standardOutput().flush();
+        throw;
+    }
+    standardOutput().flush();
+}
+
+/// Prints one line about the exception in flight.
+/// @return the exit status
+int report() {
+    try {
+        throw;
     } catch (const InputError& error) {
         printError(error.message());
-        return kExitBadInput;
     } catch (const Failure& failure) {
         printError(failure.message);
         return failure.exitStatus;
+    } catch (const std::bad_alloc&) {
+        std::fputs("rfutils: out of memory\n", stderr);  // without asking for more
+    } catch (const std::exception& error) {
+        printError(std::string("unexpected error: ") + error.what());
     }
-    return EXIT_SUCCESS;
+    return kExitBadInput;
+}
+
+/// Mostly where memory runs out inside a function that must not throw, or once more in report().
+void terminate() {
+    std::fputs("rfutils: out of memory or an unexpected error\n", stderr);
+    std::_Exit(kExitBadInput);
+}
+
+/// A closed standard stream would become the first file that is opened. The null device takes its
+/// place, opened the other way round, so that reading or writing fails.
+void fillClosedStreams() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(descriptor, F_GETFD) < 0 && errno == EBADF) {
+            ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
 }
 
 }  // namespace
@@ -88,12 +125,13 @@ int run(const QStringList& arguments) {
 }  // namespace rfu::command
 
 int main(int argc, char** argv) {
+    rfu::command::fillClosedStreams();
+    std::set_terminate(rfu::command::terminate);
     qInstallMessageHandler(rfu::command::dropMessage);
-    // Arguments, file names and texts are UTF-8 whatever the locale says.
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-    QStringList arguments;
-    for (int i = 1; i < argc; ++i) {
-        arguments += QString::fromUtf8(argv[i]);
+    try {
+        rfu::command::run(argc, argv);
+        return EXIT_SUCCESS;
+    } catch (...) {
+        return rfu::command::report();
     }
-    return rfu::command::run(arguments);
 }
