@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "analysis/recordings/timeStamp.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
 #include "analysis/support/numbers.h"
@@ -15,80 +16,10 @@ namespace rfu {
 
 namespace {
 
-constexpr double kMostPointsOfHop = 1e6;  // more than fit into the longest line
+constexpr double kMaxPointsOfHop = 1e6;  // more than fit into the longest line
 
 InputError badLine(const LineReader& where, const std::string& what) {
     return InputError(where.file(), where.number(), what);
-}
-
-/// Whether a text has the pattern's separators where the pattern has them, and digits elsewhere.
-bool hasShape(std::string_view text, std::string_view pattern) {
-    return text.size() == pattern.size() &&
-           std::equal(text.begin(), text.end(), pattern.begin(),
-                      [](char c, char p) { return p == '0' ? detail::isDigit(c) : c == p; });
-}
-
-int digitsAt(std::string_view text, std::size_t at, std::size_t count) {
-    int value = 0;
-    for (const char c : text.substr(at, count)) {
-        value = value * 10 + (c - '0');
-    }
-    return value;
-}
-
-constexpr std::string_view kDate = "0000-00-00";
-constexpr std::string_view kTime = "00:00:00";
-
-bool isLeapYear(int year) {
-    return (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-}
-
-/// Of a month that exists.
-int daysOfMonth(int year, int month) {
-    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return kDays[month - 1] + int{month == 2 && isLeapYear(year)};
-}
-
-bool isDate(std::string_view text) {
-    if (!hasShape(text, kDate)) {
-        return false;
-    }
-    const int month = digitsAt(text, 5, 2);
-    const int day = digitsAt(text, 8, 2);
-    return month >= 1 && month <= 12 && day >= 1 && day <= daysOfMonth(digitsAt(text, 0, 4), month);
-}
-
-bool isTime(std::string_view text) {
-    if (!hasShape(text.substr(0, kTime.size()), kTime)) {
-        return false;
-    }
-    constexpr int kLeapSecond = 60;
-    const std::string_view fraction = text.substr(kTime.size());
-    return digitsAt(text, 0, 2) < 24 && digitsAt(text, 3, 2) < 60 &&
-           digitsAt(text, 6, 2) <= kLeapSecond &&
-           (fraction.empty() ||
-            (fraction.size() > 1 && fraction[0] == '.' &&
-             std::all_of(fraction.begin() + 1, fraction.end(), detail::isDigit)));
-}
-
-/// Days since 1970-01-01 in the Gregorian calendar.
-std::int64_t daysOf(int year, int month, int day) {
-    // Years begin in March, so that the day that leap years add is the last of a year.
-    const std::int64_t y = month <= 2 ? year - 1 : year;
-    const std::int64_t sinceMarch = month <= 2 ? month + 9 : month - 3;
-    return y * 365 + y / 4 - y / 100 + y / 400 + (153 * sinceMarch + 2) / 5 + day - 719469;
-}
-
-std::int64_t microsecondsOf(std::string_view date, std::string_view time) {
-    const std::int64_t days =
-        daysOf(digitsAt(date, 0, 4), digitsAt(date, 5, 2), digitsAt(date, 8, 2));
-    const std::int64_t seconds =
-        digitsAt(time, 0, 2) * 3600 + digitsAt(time, 3, 2) * 60 + digitsAt(time, 6, 2);
-    std::int64_t fraction = 0;
-    for (std::size_t i = kTime.size() + 1, weight = 100000; weight > 0; ++i, weight /= 10) {
-        fraction += i < time.size() ? digitsAt(time, i, 1) * static_cast<std::int64_t>(weight) : 0;
-    }
-    return (days * 86400 + seconds) * 1000000 + fraction;
 }
 
 /// The next comma separated field without the blanks around it.
@@ -130,27 +61,25 @@ double nextNumber(Fields& fields, const char* name, const LineReader& where) {
 void check(const Hop& hop, const LineReader& where) {
     const double points = (hop.high - hop.low) / hop.step;
     if (!(hop.low >= 0.0 && hop.high > hop.low && hop.step > 0.0) || !(points >= 0.5) ||
-        !(points < kMostPointsOfHop)) {
+        !(points < kMaxPointsOfHop)) {
         throw badLine(where, "Hz low, Hz high and Hz step do not fit together: " + describe(hop));
     }
 }
 
 const char* skipBlanks(const char* at, const char* end) {
-    while (at != end && (*at == ' ' || *at == '\t' || *at == '\r')) {
+    while (at != end && detail::isBlank(*at)) {
         ++at;
     }
     return at;
 }
 
-/// std::from_chars knows no plus sign.
-const char* behindPlus(const char* at, const char* end) {
-    return end - at > 1 && at[0] == '+' && at[1] != '-' ? at + 1 : at;
+std::string_view textBetween(const char* begin, const char* end) {
+    return {begin, static_cast<std::size_t>(end - begin)};
 }
 
 [[noreturn]] void throwBadLevel(const char* at, const char* end, const LineReader& where) {
-    const std::string_view field =
-        trimmed({at, static_cast<std::size_t>(std::find(at, end, ',') - at)});
-    throw badLine(where, quoted(field) + " is not a level in dBm");
+    const std::string_view field = textBetween(at, std::find(at, end, ','));
+    throw badLine(where, quoted(trimmed(field)) + " is not a level in dBm");
 }
 
 /// Fast path for a level such as "-51.23" that ends at a comma and not near the end of the line.
@@ -175,7 +104,7 @@ bool endsField(const char* at, const char* end) {
 /// @return the end of the field
 const char* readAnyLevel(const char* begin, const char* end, double& level,
                          const LineReader& where) {
-    const auto result = std::from_chars(behindPlus(begin, end), end, level);
+    const auto result = std::from_chars(withoutPlus(textBetween(begin, end)).data(), end, level);
     const char* const at = skipBlanks(result.ptr, end);
     if (result.ec != std::errc() || !endsField(at, end)) {
         throwBadLevel(begin, end, where);
@@ -227,7 +156,7 @@ std::string describe(const Hop& hop) {
 
 bool looksLikeHop(std::string_view line) {
     std::string_view date;
-    return Fields(line).next(date) && hasShape(date, kDate);
+    return Fields(line).next(date) && looksLikeDate(date);
 }
 
 bool looksLikeTrace(std::string_view line) {
@@ -235,7 +164,7 @@ bool looksLikeTrace(std::string_view line) {
     Fields(line).next(field);
     double level = 0.0;
     const char* const end = field.data() + field.size();
-    return field.empty() || std::from_chars(behindPlus(field.data(), end), end, level).ptr == end;
+    return field.empty() || std::from_chars(withoutPlus(field).data(), end, level).ptr == end;
 }
 
 HopLine readHopLine(std::string_view line, const LineReader& where) {

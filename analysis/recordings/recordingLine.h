@@ -9,11 +9,11 @@ namespace rfu {
 
 class LineReader;
 
-// One line of a recording of sweeps, in either of the two shapes
-//   date, time, Hz low, Hz high, Hz step, samples, dB, dB, ...    as rtl_power and hackrf_sweep
-//   write dB, dB, ...                                                   a whole trace without
-//   frequencies
-// What cannot be read ends in an InputError that names file and line.
+// Lines of a recording. A line is either a hop of a sweep, as rtl_power and hackrf_sweep write it,
+//   date, time, Hz low, Hz high, Hz step, samples, dB, dB, ...
+// or a whole trace without frequencies:
+//   dB, dB, ...
+// A line that cannot be read ends in an InputError with file and line.
 
 /// The range that one tuning of the receiver covers, and the bins in it.
 struct Hop {
@@ -32,9 +32,9 @@ std::string describe(const Hop& hop);
 
 struct HopLine {
     std::string time;           // "2024-05-04 21:15:00.308551", as many decimals as the line has
-    std::int64_t microseconds;  // the same as a number
+    std::int64_t microseconds;  // the same time, from a fixed day
     Hop hop;
-    std::string_view levels;  // the fields behind the head; part of the line
+    std::string_view levels;  // the fields after the head, within the line
 };
 
 /// Whether the line begins with a date, as the lines of a sweep do.
@@ -43,7 +43,7 @@ bool looksLikeHop(std::string_view line);
 /// Whether the line begins with a level or an empty field, as a trace without frequencies does.
 bool looksLikeTrace(std::string_view line);
 
-/// The line's head; its levels are left for readLevels().
+/// Reads the fields before the levels, which are left to readLevels().
 HopLine readHopLine(std::string_view line, const LineReader& where);
 
 /// Number of comma separated fields.

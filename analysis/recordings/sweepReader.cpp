@@ -13,7 +13,7 @@ namespace rfu {
 namespace {
 
 constexpr double kHertzPerMegahertz = 1e6;
-constexpr std::size_t kMostPoints = 4000000;
+constexpr std::size_t kMaxPoints = 4000000;
 
 }  // namespace
 
@@ -118,8 +118,8 @@ SweepReader::Place* SweepReader::add(const Hop& hop) {
         const Hop& other = entersAbove ? above->second.hop : std::prev(above)->second.hop;
         fail("the hop " + describe(hop) + " overlaps the hop " + describe(other));
     }
-    if (hop.points() > kMostPoints - points_) {
-        fail("more than " + std::to_string(kMostPoints) + " points in a sweep");
+    if (hop.points() > kMaxPoints - points_) {
+        fail("more than " + std::to_string(kMaxPoints) + " points in a sweep");
     }
     Place* const place = &places_.emplace(hop.low, Place{hop, points_, lastTurn_, 0}).first->second;
     points_ += hop.points();
@@ -249,9 +249,6 @@ void SweepReader::learnFirstLines() {
         std::rotate(order_.begin(), firstPlace, order_.end());
     }
     numberTurns();
-    if (isCut) {
-        lastTurn_ = last_->turn;
-    }
 }
 
 /// Puts levels and places, which stand as they came, in order of frequency.

@@ -42,7 +42,7 @@ bool LineReader::fill() {
         scanned_ -= begin_;
         begin_ = 0;
     }
-    if (held_.size() > kLongestLine) {
+    if (held_.size() > kMaxLine) {
         throw InputError(file_, number_ + 1, "the line is longer than 1 MiB");
     }
     if (beforeRead_) {

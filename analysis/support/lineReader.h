@@ -11,7 +11,7 @@ namespace rfu {
 /// as soon as it comes, so that a live source is followed without delay.
 class LineReader {
 public:
-    static constexpr std::size_t kLongestLine = 1u << 20;
+    static constexpr std::size_t kMaxLine = 1u << 20;
 
     /// @param beforeRead is called before each read from the file, which may wait for a live
     ///        source: the place to show what is known so far
@@ -23,7 +23,7 @@ public:
 
     /// The next line without its end ("\n" or "\r\n"); it stays valid until the next call.
     /// @return false at the end
-    /// @throw InputError when reading fails or a line is longer than kLongestLine bytes
+    /// @throw InputError when reading fails or a line is longer than kMaxLine bytes
     bool next(std::string_view& line);
 
     /// Of the line read last, counted from 1.

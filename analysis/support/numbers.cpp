@@ -2,23 +2,9 @@
 
 #include <rfUtils/detail/numberPrefix.h>
 
-#include <cmath>
-
 namespace rfu {
 
 namespace {
-
-bool isBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-/// A plus sign, which std::from_chars does not know.
-std::string_view withoutPlus(std::string_view text) {
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-') {
-        text.remove_prefix(1);
-    }
-    return text;
-}
 
 /// std::from_chars also reads "inf" and "nan".
 bool startsLikeNumber(std::string_view text) {
@@ -43,11 +29,18 @@ std::string replaced(std::string_view text, std::string_view from, std::string_v
 }  // namespace
 
 std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) {
+    while (!text.empty() && detail::isBlank(text.front())) {
         text.remove_prefix(1);
     }
-    while (!text.empty() && isBlank(text.back())) {
+    while (!text.empty() && detail::isBlank(text.back())) {
         text.remove_suffix(1);
+    }
+    return text;
+}
+
+std::string_view withoutPlus(std::string_view text) {
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') {
+        text.remove_prefix(1);
     }
     return text;
 }

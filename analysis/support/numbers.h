@@ -13,6 +13,9 @@ namespace rfu {
 /// Without the blanks around it.
 std::string_view trimmed(std::string_view text);
 
+/// Without a leading plus sign, which std::from_chars does not read; "+-1" keeps it.
+std::string_view withoutPlus(std::string_view text);
+
 /// A whole text as a finite decimal number: sign, digits with a decimal point, exponent; blanks
 /// around it are allowed. Anything else, "inf", "nan", hexadecimal and numbers beyond the range of
 /// a double give nothing.
