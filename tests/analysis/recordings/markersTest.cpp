@@ -1,0 +1,70 @@
+#include "analysis/recordings/markers.h"
+
+#include <gtest/gtest.h>
+#include <support/tempFiles.h>
+
+#include "analysis/support/inputError.h"
+#include "hopLines.h"
+
+using rfu::MarkerRequest;
+using rfu::SweepReader;
+
+namespace {
+
+/// The point of a marker, or the problem.
+std::string placed(const std::string& bytes, const MarkerRequest& request) {
+    const TempFiles files;
+    SweepReader reader(QString::fromStdString(files.write("sweeps.csv", bytes)), 1);
+    rfu::Sweep sweep;
+    EXPECT_TRUE(reader.next(sweep));
+    try {
+        const auto markers = placeMarkers({request}, reader, sweep.levels.size());
+        EXPECT_EQ(markers.size(), 1U);
+        EXPECT_EQ(markers[0].name, request.name);
+        return std::to_string(markers[0].point);
+    } catch (const rfu::InputError& error) {
+        return error.problem();
+    }
+}
+
+std::string placedAt(const std::string& bytes, double frequency) {
+    return placed(bytes, {"F", frequency, std::nullopt});
+}
+
+std::string placedOn(const std::string& bytes, int point) {
+    return placed(bytes, {"P", std::nullopt, point});
+}
+
+}  // namespace
+
+TEST(Markers, TakeTheNearestPoint) {
+    const std::string band = rfu::test::hopLines("a0 b0 c0 d0");  // 100 to 104 MHz
+    const struct {
+        double frequency;
+        const char* point;
+    } kRows[] = {
+        {100.0, "0"},
+        {100.4, "0"},
+        {100.6, "1"},
+        {101.5, "1"},  // halfway: the lower
+        {101.6, "2"},
+        {103.0, "3"},
+        {104.0, "3"},
+        {99.9, "marker F: the recording reaches from 100 MHz to 104 MHz"},
+        {104.1, "marker F: the recording reaches from 100 MHz to 104 MHz"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(placedAt(band, row.frequency), row.point) << row.frequency;
+    }
+}
+
+TEST(Markers, TakeThePointThatIsNamed) {
+    const std::string band = rfu::test::hopLines("a0 b0");
+    EXPECT_EQ(placedOn(band, 1), "1");
+    EXPECT_EQ(placedOn(band, 2),
+              "marker P: the points of the recording are 0 to 1; a frequency has a unit: 2MHz");
+    EXPECT_EQ(placedOn("-1,-2\n", 1), "1");
+    EXPECT_EQ(placedOn("-1,-2\n", 433), "marker P: the points of the recording are 0 to 1");
+    EXPECT_EQ(placedAt("-1,-2\n", 100.0),
+              "marker F: the recording holds no frequencies; name a point, 0 to 1");
+}

@@ -1,0 +1,92 @@
+#include "analysis/support/lineReader.h"
+
+#include <gtest/gtest.h>
+#include <support/tempFiles.h>
+
+#include "analysis/support/inputError.h"
+
+using rfu::InputError;
+using rfu::LineReader;
+
+namespace {
+
+QString pathOf(const std::string& path) {
+    return QString::fromStdString(path);
+}
+
+std::vector<std::string> linesOf(const std::string& bytes) {
+    const TempFiles files;
+    LineReader reader(pathOf(files.write("lines.csv", bytes)));
+    std::vector<std::string> lines;
+    std::string_view line;
+    while (reader.next(line)) {
+        lines.emplace_back(line);
+        EXPECT_EQ(reader.number(), static_cast<long long>(lines.size()));
+    }
+    EXPECT_FALSE(reader.next(line));
+    return lines;
+}
+
+std::string problemOf(const std::string& path) {
+    try {
+        LineReader reader(pathOf(path));
+        std::string_view line;
+        while (reader.next(line)) {
+        }
+    } catch (const InputError& error) {
+        EXPECT_EQ(error.file(), pathOf(path));
+        return std::to_string(error.line()) + ": " + error.problem();
+    }
+    return "none";
+}
+
+}  // namespace
+
+TEST(LineReader, SplitsAtLineEnds) {
+    using Lines = std::vector<std::string>;
+    const struct {
+        const char* name;
+        std::string bytes;
+        Lines lines;
+    } kRows[] = {
+        {"nothing", "", {}},
+        {"an empty line", "\n", {""}},
+        {"line feeds", "a\n\nb\n", {"a", "", "b"}},
+        {"carriage returns", "a\r\n\r\nb\r\n", {"a", "", "b"}},
+        {"a carriage return within a line", "a\rb\r\r\n", {"a\rb\r"}},
+        {"no end of the last line", "a\nb", {"a", "b"}},
+        {"a NUL", std::string("a\0b\n", 4), {std::string("a\0b", 3)}},
+        {"lines across the blocks that are read",
+         std::string(65535, 'a') + "\nb\n" + std::string(200000, 'c') + "\nd",
+         {std::string(65535, 'a'), "b", std::string(200000, 'c'), "d"}},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(linesOf(row.bytes), row.lines) << row.name;
+    }
+}
+
+TEST(LineReader, BoundsTheLengthOfALine) {
+    const TempFiles files;
+    const std::string longest(LineReader::kMaxLine, 'a');
+    EXPECT_EQ(problemOf(files.write("longest", longest + "\nb\n")), "none");
+    EXPECT_EQ(problemOf(files.write("endless", "b\n" + longest + longest)),
+              "2: the line is longer than 1 MiB");
+}
+
+TEST(LineReader, RefusesWhatItCannotRead) {
+    const TempFiles files;
+    EXPECT_EQ(problemOf(files.path("none")), "0: No such file or directory");
+    EXPECT_EQ(problemOf(files.makeFolder("folder")), "0: Is a directory");
+}
+
+TEST(LineReader, TellsBeforeItMayWait) {
+    const TempFiles files;
+    const QString file = pathOf(files.write("lines.csv", "a\nb\n"));
+    std::string events;
+    LineReader reader(file, [&events] { events += "read "; });
+    std::string_view line;
+    while (reader.next(line)) {
+        events += std::string(line) + ' ';
+    }
+    EXPECT_EQ(events, "read a b read ") << "lines that are there come without waiting";
+}

@@ -1,0 +1,84 @@
+#include "analysis/support/numbers.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+using rfu::parseFrequency;
+using rfu::parseInteger;
+using rfu::parseNumber;
+using rfu::splitValue;
+
+TEST(Numbers, ReadsWholeTextsOnly) {
+    const struct {
+        const char* text;
+        std::optional<double> number;
+    } kRows[] = {
+        {"1.5", 1.5},  {"-1.5", -1.5}, {"+1.5", 1.5},   {" \t1.5\r ", 1.5}, {".5", 0.5},
+        {"5.", 5.0},   {"-.5", -0.5},  {"1e3", 1000.0}, {"1E-2", 0.01},     {"007", 7.0},
+        {"1e400", {}}, {"", {}},       {" ", {}},       {"+", {}},          {"-", {}},
+        {"+-1", {}},   {"--1", {}},    {"++1", {}},     {"inf", {}},        {"-nan", {}},
+        {"0x10", {}},  {"1,5", {}},    {"1 5", {}},     {"1.5V", {}},       {"e3", {}},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(parseNumber(row.text), row.number) << row.text;
+    }
+}
+
+TEST(Numbers, ReadsIntegersThatFit) {
+    const struct {
+        const char* text;
+        std::optional<int> number;
+    } kRows[] = {
+        {"0", 0},    {"-7", -7},  {"+7", 7}, {" 42 ", 42}, {"2147483647", 2147483647},
+        {"1.0", {}}, {"1e3", {}}, {"", {}},  {"+-7", {}},  {"2147483648", {}},
+        {"7 8", {}}, {"7x", {}},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(parseInteger(row.text), row.number) << row.text;
+    }
+}
+
+TEST(Numbers, SplitsANumberFromItsUnit) {
+    const struct {
+        const char* text;
+        double value;
+        const char* unit;
+    } kRows[] = {
+        {"-30 dBm", -30.0, "dBm"},  {"5", 5.0, ""},        {"5mV", 5.0, "mV"},
+        {" 5  uV/m ", 5.0, "uV/m"}, {"1e3V", 1000.0, "V"}, {"5e", 5.0, "e"},
+    };
+    for (const auto& row : kRows) {
+        const auto split = splitValue(row.text);
+        ASSERT_TRUE(split) << row.text;
+        EXPECT_EQ(split->value, row.value) << row.text;
+        EXPECT_EQ(split->unit, row.unit) << row.text;
+    }
+    EXPECT_FALSE(splitValue("dBm"));
+    EXPECT_FALSE(splitValue("1e999 dBm"));
+}
+
+TEST(Numbers, ReadsFrequenciesAsMegahertz) {
+    const struct {
+        const char* text;
+        std::optional<double> megahertz;
+    } kRows[] = {
+        {"88.1MHz", 88.1}, {"88.1", 88.1},   {"2.4 GHz", 2400.0}, {"100kHz", 0.1}, {"5Hz", 5e-6},
+        {"-1MHz", -1},     {"88.1 mHz", {}}, {"88.1MHz x", {}},   {"MHz", {}},     {"", {}},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(parseFrequency(row.text), row.megahertz) << row.text;
+    }
+}
+
+TEST(Numbers, WritesTheShortestTextThatReadsBack) {
+    EXPECT_EQ(rfu::ShortestText(0.1).view(), "0.1");
+    EXPECT_EQ(rfu::ShortestText(-2.2250738585072014e-308).view(), "-2.2250738585072014e-308");
+}
+
+TEST(Numbers, RoundsFixedTextsToEvenOnTies) {
+    EXPECT_EQ(rfu::fixedText(0.125, 2), "0.12");
+    EXPECT_EQ(rfu::fixedText(0.375, 2), "0.38");
+    EXPECT_EQ(rfu::fixedText(-1.0, 3), "-1.000");
+    EXPECT_EQ(rfu::fixedText(1e300, 0).size(), 301U);
+}
