@@ -21,7 +21,7 @@ namespace rfu::command {
 
 namespace {
 
-/// Ids are the same whatever the case of their ASCII letters.
+/// Ids ignore the case of ASCII letters.
 std::string upperCased(std::string id) {
     std::transform(id.begin(), id.end(), id.begin(), [](char c) {
         return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -29,7 +29,7 @@ std::string upperCased(std::string id) {
     return id;
 }
 
-/// The choices of the items in the order for people.
+/// The choices of the items, sorted for display.
 std::vector<subItem> choicesOf(const subItemList& catalogue, const QStringList& items) {
     std::vector<subItem> choices;
     for (const QString& item : items) {
@@ -106,7 +106,7 @@ void runCatalogue(const CommandLine& line) {
     const QString item = line.text("item");
     const Query query(line);
 
-    // The catalogue answers for items by their ids and does not list them; the file does.
+    // The catalogue cannot list its items; the file does.
     const QStringList itemsOfFile = readJsonObject(file).keys();
     subItemList catalogue;
     if (!catalogue.loadJson(file.toStdString())) {

@@ -16,7 +16,7 @@ namespace rfu::command {
 
 namespace {
 
-/// The unit of each value in turn; neighbouring values mostly have the same.
+/// Looks up the unit of each value; consecutive values mostly have the same.
 class SourceUnit {
 public:
     const rfu::Unit& of(std::string_view name) {
@@ -32,7 +32,7 @@ private:
     const rfu::Unit* unit_ = nullptr;
 };
 
-/// @throw BadValue that tells numbers in another notation from wrong units
+/// @throw BadValue that distinguishes numbers in another notation from unknown units
 SplitValue quantityOf(std::string_view text) {
     const auto quantity = splitValue(text);
     if (!quantity) {

@@ -23,7 +23,7 @@
 namespace rfu::command {
 namespace {
 
-/// The library and Qt write diagnostics to Qt's log; an error of ours is one line of our own.
+/// The library and Qt log diagnostics; the command reports errors itself, in one line.
 void dropMessage(QtMsgType, const QMessageLogContext&, const QString&) {}
 
 const Subcommand& subcommandNamed(const QString& name) {

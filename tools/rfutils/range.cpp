@@ -29,7 +29,7 @@ int wholeLimit(const CommandLine& line, const char* name) {
     }
 }
 
-/// Notes where the text of a limit leaves out a large prefix.
+/// Notes that the text of a limit omits a large prefix.
 void notePrefixes(const rfu::Unit& unit, const Antenna& antenna, double min, double max) {
     LevelPresenter presenter(unit, antenna);
     PrefixNote note(unit, false);

@@ -22,10 +22,10 @@ void reportSkipped(const QString& file, const char* missing, const QString& afte
                    .message());
 }
 
-/// How many entries the list takes: it answers for positions and does not tell their number, and
-/// the texts of an entry may be as null as those beyond the end.
-/// @param verbose reports each entry that the list skips by the one before it in its group or, at
-///        the group's start, by the group's key
+/// The number of setups that ResultSetup takes from the file, which it cannot tell: the texts of a
+/// setup may be null like those beyond the end.
+/// @param verbose reports skipped entries by the setup before them in their group or, at the start
+///        of the group, by the group's key
 int countEntries(const QJsonObject& groups, bool verbose, const QString& file) {
     int count = 0;
     for (auto group = groups.begin(); group != groups.end(); ++group) {

@@ -56,7 +56,7 @@ struct TraceOptions {
         requireEffects(line);
     }
 
-    /// An option without effect is a mistake of who gives it.
+    /// An option without effect is a mistake.
     void requireEffects(const CommandLine& line) const {
         const bool showsLevels = !markers.empty() || allPoints;
         if (limit && !showsLevels) {

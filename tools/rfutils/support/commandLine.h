@@ -12,20 +12,19 @@
 
 namespace rfu::command {
 
-/// The options and arguments that a subcommand was given, by their names. Options may stand
-/// anywhere; their values stand behind them or behind "=". A minus sign starts an option where a
-/// letter or a second minus sign follows, "-inf" excepted, and else a value, so that negative
-/// values need no "--".
+/// The options and arguments of a run, by their names. Options may stand anywhere; a value follows
+/// its option or "=". A minus sign starts an option only if a letter or a second minus sign follows
+/// (except in "-inf"), so that negative values need no "--".
 class CommandLine {
 public:
-    /// Reads no values where --help is among the options.
-    /// @throw Failure for what the subcommand does not take, for what is missing, for wrong values
+    /// Reads no values if --help is among the options.
+    /// @throw Failure for options and arguments that are unknown, missing or wrong
     CommandLine(const Subcommand& subcommand, const QStringList& arguments);
 
     bool isSet(std::string_view name) const { return texts_.count(name) > 0; }
-    /// As they were given.
+    /// As typed.
     QStringList texts(std::string_view name) const;
-    /// The last one, empty where there is none.
+    /// The last one as typed, empty if there is none.
     QString text(std::string_view name) const { return texts(name).value(texts(name).size() - 1); }
 
     template <typename T>
@@ -39,13 +38,13 @@ public:
         }
         return result;
     }
-    /// Nothing where the option is not given and has no fallback.
+    /// Nothing if the option is not given and has no fallback.
     template <typename T>
     std::optional<T> find(std::string_view name) const {
         const std::vector<T> all = values<T>(name);
         return all.empty() ? std::nullopt : std::optional<T>(all.back());
     }
-    /// Of an option or argument that is required or has a fallback.
+    /// For options and arguments that are required or have a fallback.
     template <typename T>
     T value(std::string_view name) const {
         return values<T>(name).back();
@@ -53,7 +52,7 @@ public:
     Format format() const { return value<Format>("format"); }
 
 private:
-    /// @return what is no option
+    /// @return the arguments
     QStringList takeOptions(const Subcommand& subcommand, const QStringList& arguments);
     void takeArguments(const Subcommand& subcommand, const QStringList& arguments);
     void completeOptions(const Subcommand& subcommand);

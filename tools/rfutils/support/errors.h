@@ -8,14 +8,14 @@ namespace rfu::command {
 inline constexpr int kExitBadInput = 1;
 inline constexpr int kExitBadUsage = 2;
 
-/// Ends a subcommand early: one line on standard error and the exit status. Where a file is to be
-/// named, rfu::InputError does so.
+/// Ends a subcommand early with one line on standard error and the exit status. For errors in a
+/// file there is rfu::InputError, which names it.
 struct Failure {
     std::string message;
     int exitStatus = kExitBadInput;
 };
 
-/// A value that cannot be used. It does not know where it stands; forEachValue() does.
+/// A value that cannot be used. forEachValue() adds the line that it was read from.
 struct BadValue : Failure {
     BadValue(std::string what) : Failure{std::move(what)} {}
 };

@@ -6,7 +6,7 @@
 namespace rfu::command {
 
 /// The top-level object of a JSON file.
-/// @throw Failure with the line of the error when the file is no JSON object
+/// @throw InputError with the line of the error if the file is no JSON object
 QJsonObject readJsonObject(const QString& file);
 
 }  // namespace rfu::command

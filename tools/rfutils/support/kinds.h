@@ -18,11 +18,11 @@ namespace rfu::command {
 /// A value by its kind: Number and Frequency (MHz) are double, Integer is int, Cell is QPoint.
 using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint>;
 
-/// Whether values of the kind are more than texts.
+/// Whether readValue() reads the kind; values of the others stay texts.
 bool isRead(Kind kind);
 
-/// The same in every locale.
-/// @throw BadValue that says what was expected
+/// Reads a value, in every locale alike.
+/// @throw BadValue with the expected form
 Value readValue(Kind kind, std::string_view text);
 
 inline double readNumber(std::string_view text) {

@@ -6,8 +6,8 @@
 
 namespace rfu::command {
 
-/// Standard output, written in large blocks. What is still held is written by flush(), which the
-/// frame calls at the end of every subcommand, also of a failing one.
+/// Standard output, buffered in large blocks. main() flushes it after every subcommand, also after
+/// one that failed.
 class Output {
 public:
     void write(std::string_view text) {
@@ -18,8 +18,8 @@ public:
     }
     void write(char c) { held_.push_back(c); }
 
-    /// Writes the beginning of a structure, which close() ends. closeAll() ends it in its stead when
-    /// the command fails in between.
+    /// Writes the beginning of a structure that close() ends, or closeAll() if the command fails in
+    /// between.
     void open(std::string_view beginning, std::string_view ending) {
         write(beginning);
         endings_.emplace_back(ending);
@@ -27,10 +27,10 @@ public:
     /// Changes the ending of the innermost open structure.
     void setEnding(std::string_view ending) { endings_.back() = ending; }
     void close();
-    /// Ends all that is open, so that what was written stays whole.
+    /// Ends all open structures, so that the output stays valid.
     void closeAll();
 
-    /// @throw Failure when standard output takes no more (a full disk, a closed descriptor)
+    /// @throw Failure if writing fails (a full disk, a closed descriptor)
     void flush();
 
 private:

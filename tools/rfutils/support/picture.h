@@ -7,8 +7,8 @@
 
 namespace rfu::command {
 
-/// While it lives, texts can be drawn, without a display. Nothing else needs Qt's application, and
-/// without it the command starts faster.
+/// Texts can be drawn, without a display, while an object of this class exists. Only they need Qt's
+/// application; without it the command starts faster.
 class TextDrawing {
 public:
     TextDrawing();
@@ -20,8 +20,8 @@ private:
     std::unique_ptr<QGuiApplication> application_;
 };
 
-/// Writes a picture as PNG, whatever the file is called.
-/// @throw InputError when the file cannot be written
+/// Writes a picture as PNG, whatever the extension of the file.
+/// @throw InputError if the file cannot be written
 void savePicture(const QImage& image, const QString& file);
 
 }  // namespace rfu::command

@@ -6,15 +6,15 @@
 
 namespace rfu::command {
 
-/// Says once per run what a text means that the instrument shows without its large prefix.
+/// Notes once per run the meaning of a text in which the instrument omits a large prefix.
 class PrefixNote {
 public:
-    /// @param csvHasValues whether the same run with --format csv gives volts or watts
+    /// @param csvHasValues whether --format csv gives volts or watts instead
     PrefixNote(const rfu::Unit& unit, bool csvHasValues);
 
-    /// Keeps the first text that leaves a prefix out.
+    /// Keeps the first text that omits a prefix.
     void check(double dBm, const std::string& text, const LevelPresenter& presenter);
-    /// The note on standard error, behind what standard output shows so far.
+    /// Prints the note on standard error, after the output so far.
     void print();
 
 private:

@@ -8,13 +8,13 @@
 
 namespace rfu::command {
 
-/// Several tables in one output: members of one object in JSON, with an empty line between them in
-/// the other formats.
+/// Several tables in one output: members of one object in JSON, separated by empty lines in the
+/// other formats.
 class Sections {
 public:
     explicit Sections(Format format) : format_(format) {}
 
-    /// The next table follows at once.
+    /// To be called before each table.
     /// @param name its key in JSON
     void begin(std::string_view name) {
         if (format_ == Format::Json) {

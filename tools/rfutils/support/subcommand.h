@@ -9,9 +9,9 @@ namespace rfu::command {
 
 class CommandLine;
 
-// A subcommand as data: the parser reads its command line by it, and the help shows it.
+// A subcommand as data, used by the parser and the help.
 
-/// What the value of an option or argument is; readValue() reads it.
+/// The kind of an option's or argument's value; readValue() reads it.
 enum class Kind {
     Flag,  ///< an option without a value
     Text,
@@ -20,7 +20,7 @@ enum class Kind {
     Number,
     Integer,
     Frequency,
-    Unit,  ///< one that levels are shown in
+    Unit,  ///< a unit that levels can be shown in
     Format,
     Marker,  ///< a frequency or the number of a point
     Cell,    ///< a column and a row
@@ -28,12 +28,12 @@ enum class Kind {
 
 struct Option {
     const char* name;       ///< without its dashes
-    const char* valueName;  ///< stands for the value in the help; empty for a flag
+    const char* valueName;  ///< the value's name in the help; empty for a flag
     Kind kind;
     const char* help;
-    const char* fallback = nullptr;  ///< the value where the option is not given
+    const char* fallback = nullptr;  ///< the value if the option is not given
     int minCount = 0;
-    int maxCount = 1;  ///< of 1 the last one counts
+    int maxCount = 1;  ///< if it is 1, the last one counts
 };
 
 inline constexpr int kAnyCount = std::numeric_limits<int>::max();
@@ -48,12 +48,12 @@ struct Argument {
 struct Subcommand {
     const char* name;
     const char* summary;
-    /// A line per paragraph, of any length; a line that begins with a blank is shown as it stands.
+    /// One line per paragraph; the help wraps lines that do not begin with a blank.
     const char* description;
     std::initializer_list<Argument> arguments;
     std::initializer_list<Option> options;  ///< beside kCommonOptions
     std::initializer_list<const char*> examples;
-    /// Prints to standardOutput(). @throw Failure or InputError when it cannot go on
+    /// Prints to standardOutput(). @throw Failure, InputError
     void (*run)(const CommandLine& line);
     /// The values that an option or argument may have, shown behind the description.
     std::vector<std::string> (*choices)() = nullptr;

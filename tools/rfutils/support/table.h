@@ -14,23 +14,22 @@
 
 namespace rfu::command {
 
-/// What stands in text format where there is no value.
+/// A missing value in text format.
 inline constexpr std::string_view kMissingText = "-";
 
-/// The value of a cell, made from what a column's function returns; nothing for no value.
-///  - text: numbers as they are to be shown, flags as yes and no, control characters of texts as
-///    "\x1b" or "\n";
+/// The value of a cell, or none. Columns return the value itself, which converts to a cell.
+///  - text: flags as yes and no, control characters as "\x1b" or "\n", a missing value as "-";
 ///  - CSV: the shortest text that reads back to the same number; a missing value is empty;
-///  - JSON: the same; infinities, NaN and missing values are null, broken UTF-8 becomes U+FFFD.
+///  - JSON: the same; infinities, NaN and missing values are null, invalid UTF-8 becomes U+FFFD.
 class Cell {
 public:
     Cell() = default;
     Cell(bool value) : value_(value) {}
     template <typename Integer, typename = std::enable_if_t<std::is_integral_v<Integer>>>
     Cell(Integer value) : value_(static_cast<long long>(value)) {}
-    /// @param shown in text format, where it is aligned like a number; else the shortest text
+    /// @param shown its text in text format; empty for the shortest one
     Cell(double value, std::string shown = {}) : value_(value), shown_(std::move(shown)) {}
-    /// A number of the library in single precision, by the decimal that it stands for.
+    /// A single-precision number by its shortest decimal: 0.1F is 0.1.
     Cell(float value);
     Cell(const char* text) : value_(std::string(text)) {}
     Cell(std::string_view text) : value_(std::string(text)) {}
@@ -56,14 +55,14 @@ private:
 
 /// A number with a fixed count of decimals in text format.
 Cell withDecimals(const std::optional<double>& value, int decimals);
-/// An empty text as no value.
+/// An empty text is a missing value.
 Cell textOrNone(std::string text);
 
 /// Writes rows of cells to standardOutput():
 ///  - text: columns aligned, a heading line first;
 ///  - CSV: a header line;
 ///  - JSON: an array with one object per line, keys in column order.
-/// CSV and JSON rows go out as they come, text waits for finish() to know its widths.
+/// CSV and JSON rows are written as they come, text at the end, when all widths are known.
 class RowWriter {
 public:
     RowWriter(Format format, std::vector<std::string> names);
@@ -71,8 +70,7 @@ public:
     /// @param cells as many as there are names
     void add(const std::vector<Cell>& cells);
 
-    /// Writes the rows so far, also in text format, where the rows that follow get no heading and
-    /// at least the widths of these.
+    /// Writes the rows so far in text format too. Later rows get no heading and are at least as wide.
     void writeRows();
 
     /// Ends the table; nothing may follow.
@@ -140,14 +138,12 @@ private:
     RowWriter writer_;
 };
 
-/// A member of an object.
 struct Field {
     const char* name;
     Cell cell;
 };
 
-/// Writes one thing to standardOutput(): in text format a line per field, in CSV a table of one row,
-/// in JSON an object.
+/// Writes an object to standardOutput(): a line per field in text, a table of one row in CSV.
 void writeObject(Format format, const std::vector<Field>& fields);
 
 /// A text as a JSON string, with its quotes.

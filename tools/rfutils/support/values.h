@@ -14,8 +14,8 @@
 
 namespace rfu::command {
 
-/// Calls use(std::string_view) with each argument in turn or, where there are none, with each line
-/// of standard input; blank lines are skipped. A BadValue of a line ends as "rfutils: -:LINE: ...".
+/// Calls use(std::string_view) with each argument or, if there are none, with each line of standard
+/// input that is not blank. A BadValue in a line becomes an InputError with the line's number.
 template <typename Use>
 void forEachValue(const QStringList& arguments, Use use) {
     for (const QString& argument : arguments) {
@@ -38,8 +38,8 @@ void forEachValue(const QStringList& arguments, Use use) {
     }
 }
 
-/// Answers each value as it comes: in text format by show(row), else by a row of a table.
-/// @param read makes a row of the text of a value
+/// Answers each value as it is read: in text format by show(row), else by a row of a table.
+/// @param read turns the text of a value into a row
 template <typename Row, typename Read, typename Show>
 void answerValues(const QStringList& values, Format format, Read read, Show show,
                   std::vector<Column<Row>> columns) {

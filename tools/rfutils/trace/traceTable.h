@@ -23,15 +23,15 @@ struct LevelView {
     Antenna antennaAt(const FrequencyAxis& axis, int point) const;
 };
 
-/// The columns that a table has beside the usual ones.
+/// The optional columns of a table.
 struct TraceColumns {
     bool sweep = false;           // number and time of the newest sweep
     bool marker = false;          // name of the marker
-    bool distribution = false;    // what takes single levels
-    std::optional<double> limit;  // dBm: the count above it
+    bool distribution = false;    // statistics that need the single levels
+    std::optional<double> limit;  // dBm; the column counts the levels above it
 };
 
-/// A line per point or marker with the statistics of the kept sweeps.
+/// One row per point or marker with the statistics of the kept sweeps.
 class TraceTable {
 public:
     TraceTable(Format format, const TraceColumns& wanted, const LevelView& view,
@@ -40,8 +40,8 @@ public:
     void addMarkers(const std::vector<Marker>& markers);
     void addPoints(int count);
 
-    /// Shows what was added so far: nobody needs to wait for the end of the recording. (It leaves
-    /// the process before the reader waits for more input.)
+    /// Shows the rows so far without waiting for the end of the recording. They are flushed before
+    /// the reader waits for more input.
     void show();
     void finish();
 
