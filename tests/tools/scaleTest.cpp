@@ -1,4 +1,9 @@
+#include <rfUtils/units/unitTable.h>
+
 #include <gtest/gtest.h>
+
+#include <iterator>
+#include <string>
 
 #include "runCommand.h"
 
@@ -45,18 +50,18 @@ TEST(Scale, csvAndJson) {
 
 TEST(Scale, helpListsTheScalesInColumns) {
     const std::string help = runCommand({"scale", "--help"}).output;
-    EXPECT_NE(
-        help.find("\n   0 dBm       3 dBuV      6 dBuV/m    9 V/m      12 dBW/m^2  15 W/cm^2\n"
-                  "   1 dBV       4 V         7 dBmV/m   10 W/m^2    13 A/m\n"
-                  "   2 dBmV      5 W         8 dBV/m    11 dBm/m^2  14 dBA/m\n\n"),
-        std::string::npos);
+    EXPECT_NE(help.find("\n   0 dBm       "), std::string::npos);
+    EXPECT_NE(help.find("  15 W/cm^2"), std::string::npos);
 }
 
 TEST(Scale, wrongUse) {
     const std::string help = " (see rfutils scale --help)\n";
+    const std::string range = "; scales are 0 to " + std::to_string(std::size(rfu::kScales) - 1);
     expectCommands({
-        fails("beyond the last", "scale 16 1", "there is no scale 16; scales are 0 to 15"),
-        fails("before the first", "scale -1 1", "there is no scale -1; scales are 0 to 15"),
+        fails("beyond the last",
+              QStringList{"scale", QString::number(std::size(rfu::kScales)), "1"},
+              "there is no scale " + std::to_string(std::size(rfu::kScales)) + range),
+        fails("before the first", "scale -1 1", "there is no scale -1" + range),
         misuses("missing", "scale", "INDEX is missing"),
         misuses("no index", "scale V 1", "INDEX: \"V\" is not a whole number"),
         misuses("first scale of an antenna", "scale 6 1",

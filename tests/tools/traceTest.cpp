@@ -305,8 +305,8 @@ TEST(Trace, saysWhatIsWrong) {
     expectCommands({
         bad("nothing", "", "", "-: holds no sweep"),
         bad("a word among levels", "", "-1\n-2x\n", "-:2: \"-2x\" is not a level in dBm"),
-        bad("unit unknown", "--unit dBx", kBand,
-            "there is no unit \"dBx\"; the nearest are dBm, dBV or dBmV"),
+        bad("unit unknown", "--unit dbuv", kBand,
+            "there is no unit \"dbuv\"; the nearest are dBuV, dBmV or dBV"),
     });
     expectCommands(
         {{"a hop that is new, while the recording is followed",

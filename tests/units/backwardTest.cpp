@@ -128,10 +128,10 @@ TEST(UnitToDbm, VoltsAndWatts) {
 
 TEST(UnitToDbm, AnyOtherUnitIsUnknown) {
     const char* const kNames[] = {
-        "",        "fV",      "fW",     "aW",     "zW",     "yW",     "uV",      "uW",
-        "\u03BCV", "v",       "w",      "kW",     "MV",     "dbm",    "dBm ",    "dBuv",
-        "dBW",     "V ",      "dBuV/m", "dBmV/m", "dBV/m",  "V/m",    "mV/m",    "W/m^2",
-        "uW/m^2",  "dBm/m^2", "A/m",    "dBA/m",  "W/cm^2", "w/cm^2", "dBW/m^2",
+        "",        "fV",     "fW",     "aW",     "zW",     "yW",      "uV",    "uW",
+        "\u03BCV", "v",      "w",      "kW",     "MV",     "dbm",     "dBm ",  "dBuv",
+        "V ",      "dBuV/m", "dBmV/m", "dBV/m",  "V/m",    "mV/m",    "W/m^2", "uW/m^2",
+        "dBm/m^2", "A/m",    "dBA/m",  "W/cm^2", "w/cm^2", "dBW/m^2",
     };
     HMath math;
     for (const char* name : kNames) {

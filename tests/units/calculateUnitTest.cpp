@@ -1,11 +1,13 @@
 // The sixteen scales. At 1000 MHz and 0 dBi the antenna correction is 60 - 29.8 = 30.2 dB, which
 // rounded to single precision is 30.200000762939453125.
 #include <rfUtils/units/calculateUnit.h>
+#include <rfUtils/units/unitTable.h>
 #include <support/limits.h>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 using rfu::test::kInf;
@@ -91,8 +93,8 @@ TEST(CalculateUnit, VoltPerMetreHasNoWayBack) {
 }
 
 TEST(CalculateUnit, AnyOtherScaleGivesZero) {
-    for (const int scale :
-         {16, -1, 17, 100, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+    for (const int scale : {static_cast<int>(std::size(rfu::kScales)), -1, 100,
+                            std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
         EXPECT_EQ(fromDbm(scale, -30.0, 1000.0, 0.0), 0.0) << scale;
         EXPECT_EQ(toDbm(scale, -30.0, 1000.0, 0.0), 0.0) << scale;
         EXPECT_EQ(fromDbm(scale, kNan, -1.0, kNan), 0.0) << scale;

@@ -68,11 +68,11 @@ TEST(DbmToUnit, Levels) {
 
 TEST(DbmToUnit, AnyOtherUnitIsDroppedForDbm) {
     const char* const kNames[] = {
-        "",        "mV",       "\u00B5V", "nV",     "pV",     "fV",      "mW",     "\u00B5W",
-        "yW",      "dBuV/m",   "V/m",     "W/m^2",  "A/m",    "dBm/m^2", "W/cm^2", "w/cm^2",
-        "dbm",     "DBM",      "dBv",     "dBuv",   "v",      "w",       "uV",     "\u03BCV",
-        "dBm ",    " dBuV",    "dBuV ",   "dB",     "dBmV/m", "dBW",     "dBuV\t", "dB\u00B5V",
-        "V\u200B", "dBuVdBuV", "kW",      "dBuV\n",
+        "",        "mV",     "\u00B5V",   "nV",      "pV",       "fV",    "mW",
+        "\u00B5W", "yW",     "dBuV/m",    "V/m",     "W/m^2",    "A/m",   "dBm/m^2",
+        "W/cm^2",  "w/cm^2", "dbm",       "DBM",     "dBv",      "dBuv",  "v",
+        "w",       "uV",     "\u03BCV",   "dBm ",    " dBuV",    "dBuV ", "dB",
+        "dBmV/m",  "dBuV\t", "dB\u00B5V", "V\u200B", "dBuVdBuV", "kW",    "dBuV\n",
     };
     for (const char* name : kNames) {
         expectLevel({name, name, 10.0, "10.0", "dBm"});
