@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <map>
 #include <new>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 #include <sys/mman.h>
 #include <unistd.h>

@@ -13,8 +13,14 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <array>
 #include <climits>
+#include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <memory>
+#include <string_view>
+#include <vector>
 
 using namespace rfu::fuzz;
 using namespace rfu::test;

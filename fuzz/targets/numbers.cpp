@@ -7,7 +7,11 @@
 #include <tests/support/cText.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <string>
+#include <string_view>
 
 using namespace rfu::fuzz;
 

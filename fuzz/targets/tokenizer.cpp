@@ -8,8 +8,13 @@
 #include <rfUtils/geo/veltaGEO.h>
 #include <tests/support/mapModel.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 using namespace rfu::test;
 

@@ -9,7 +9,11 @@
 
 #include <QVector>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
 #include <vector>
 
 using namespace rfu::fuzz;

@@ -9,6 +9,10 @@
 #include <rfUtils/geo/veltaGEO.h>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 
 using namespace rfu::detail;
 

@@ -8,6 +8,7 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <cstdint>
 
 using namespace rfu::detail;
 

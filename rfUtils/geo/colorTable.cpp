@@ -6,6 +6,9 @@
 #include <rfUtils/detail/saturate.h>
 #include <rfUtils/geo/veltaGEO.h>
 
+#include <array>
+#include <cstdint>
+#include <string_view>
 #include <type_traits>
 
 using namespace rfu::detail;

@@ -5,6 +5,9 @@
 #include <rfUtils/detail/regularFile.h>
 #include <rfUtils/geo/veltaGEO.h>
 
+#include <array>
+#include <string_view>
+
 using namespace rfu::detail;
 
 bool veltaGEO::loadHDRFile(const QString& fileName) {

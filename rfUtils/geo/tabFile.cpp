@@ -6,7 +6,10 @@
 #include <rfUtils/detail/saturate.h>
 #include <rfUtils/geo/veltaGEO.h>
 
+#include <array>
+#include <cstdint>
 #include <cstring>
+#include <string_view>
 
 using namespace rfu::detail;
 

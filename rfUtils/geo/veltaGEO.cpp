@@ -3,8 +3,8 @@
 #include "detail/tokenizer.h"
 
 #include <cstring>
-#include <iterator>
 #include <string_view>
+#include <type_traits>
 
 using namespace rfu::detail;
 

@@ -7,6 +7,9 @@
 #include <support/tempFiles.h>
 #include <support/unprivileged.h>
 
+#include <cstddef>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 

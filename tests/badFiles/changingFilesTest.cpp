@@ -10,9 +10,13 @@
 #include <support/tempFiles.h>
 
 #include <atomic>
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <memory>
 #include <set>
+#include <string>
 #include <thread>
 #include <tuple>
 #include <vector>

@@ -6,7 +6,12 @@
 #include <support/scopedCodec.h>
 #include <support/tempFiles.h>
 
+#include <cstddef>
 #include <fstream>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 

@@ -7,7 +7,11 @@
 #include <support/scopedCodec.h>
 #include <support/tempFiles.h>
 
+#include <algorithm>
+#include <cstdio>
 #include <functional>
+#include <memory>
+#include <string>
 #include <vector>
 
 #include <sys/stat.h>

@@ -9,9 +9,13 @@
 #include <gdal.h>
 
 #include <cmath>
+#include <cstring>
 #include <limits>
+#include <memory>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace {
 

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 using rfu::detail::decimalPrefix;
 using rfu::detail::integerPrefix;

@@ -10,8 +10,13 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstdio>
 #include <iterator>
+#include <string>
+#include <vector>
 
 namespace {
 

@@ -24,10 +24,15 @@
 #include <QJsonDocument>
 
 #include <algorithm>
-#include <cstdio>
+#include <array>
 #include <functional>
+#include <memory>
 #include <new>
 #include <set>
+#include <string>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include <dlfcn.h>
 

@@ -12,7 +12,8 @@
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
-#include <optional>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 

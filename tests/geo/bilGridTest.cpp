@@ -2,8 +2,14 @@
 
 #include <QTextStream>
 
-#include <cmath>
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <memory>
 #include <random>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 

@@ -1,5 +1,10 @@
 #include "mapFiles.h"
 
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace {
 
 class ColorTable : public MapFiles {

@@ -1,7 +1,10 @@
 #include "mapFiles.h"
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <memory>
+#include <string>
 
 namespace {
 

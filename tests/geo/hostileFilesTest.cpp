@@ -4,6 +4,9 @@
 
 #include <unistd.h>
 
+#include <memory>
+#include <vector>
+
 namespace {
 
 struct Loader {

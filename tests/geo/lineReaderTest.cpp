@@ -5,8 +5,11 @@
 #include <QBuffer>
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 using rfu::detail::LineReader;

@@ -1,5 +1,9 @@
 #include "mapFiles.h"
 
+#include <cstring>
+#include <memory>
+#include <string>
+
 namespace {
 
 constexpr char kPoints[] =

@@ -9,8 +9,11 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 using rfu::detail::TextAsBytes;
 using rfu::detail::utf8AsBytes;

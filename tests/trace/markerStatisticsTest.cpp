@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 using rfu::test::kInf;
 using rfu::test::kNan;

@@ -5,6 +5,7 @@
 #include <QTextCodec>
 
 #include <array>
+#include <cstddef>
 #include <string_view>
 
 class QIODevice;
