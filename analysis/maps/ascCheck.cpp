@@ -15,17 +15,25 @@ namespace rfu {
 
 namespace {
 
-constexpr Rule kRules[] = {
-    {"line-cut", Severity::Error},          {"text-after-nul", Severity::Error},
-    {"token-cut", Severity::Error},         {"no-number", Severity::Error},
-    {"no-whole-number", Severity::Error},   {"number-infinite", Severity::Warning},
-    {"key-case", Severity::Error},          {"key-not-read", Severity::Error},
-    {"key-without-value", Severity::Error}, {"key-unknown", Severity::Warning},
-    {"key-repeated", Severity::Warning},    {"size-refused", Severity::Error},
-    {"size-unusable", Severity::Error},     {"size-changed", Severity::Error},
-    {"row-width", Severity::Error},         {"row-misplaced", Severity::Error},
-    {"row-beyond-grid", Severity::Error},   {"rows-missing", Severity::Error},
-    {"line-skipped", Severity::Warning}};
+constexpr Rule kRules[] = {{"line-cut", Severity::Error},
+                           {"text-after-nul", Severity::Error},
+                           {"token-cut", Severity::Error},
+                           {"no-number", Severity::Error},
+                           {"no-whole-number", Severity::Error},
+                           {"number-infinite", Severity::Warning},
+                           {"key-case", Severity::Error},
+                           {"key-not-read", Severity::Error},
+                           {"key-needs-one-value", Severity::Error},
+                           {"key-unknown", Severity::Warning},
+                           {"key-repeated", Severity::Warning},
+                           {"size-refused", Severity::Error},
+                           {"size-unusable", Severity::Error},
+                           {"size-changed", Severity::Error},
+                           {"row-width", Severity::Error},
+                           {"row-misplaced", Severity::Error},
+                           {"row-beyond-grid", Severity::Error},
+                           {"rows-missing", Severity::Error},
+                           {"line-skipped", Severity::Warning}};
 
 constexpr std::size_t kMinRowTokens = 3;  // with fewer a line is no row to the loader
 
@@ -120,7 +128,7 @@ private:
         if (tokens.size() == 2) {
             takeHeaderLine(tokens[0], tokens[1]);
         } else if (tokens.size() == 1 && header_.isKey(tokens[0].text)) {
-            lines_.report("key-without-value", tokens[0].raw.begin,
+            lines_.report("key-needs-one-value", tokens[0].raw.begin,
                           tokens[0].text + " is not read without a value");
         } else if (tokens.size() == 1) {
             lines_.report("line-skipped", tokens[0].raw.begin, "a line of one token is not read");

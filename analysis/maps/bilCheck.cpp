@@ -22,7 +22,7 @@ constexpr Rule kHdrRules[] = {
     {"line-cut", Severity::Error},        {"text-after-nul", Severity::Error},
     {"token-cut", Severity::Error},       {"no-number", Severity::Error},
     {"no-whole-number", Severity::Error}, {"number-infinite", Severity::Warning},
-    {"key-case", Severity::Error},        {"key-without-value", Severity::Error},
+    {"key-case", Severity::Error},        {"key-needs-one-value", Severity::Error},
     {"key-unknown", Severity::Warning},   {"key-repeated", Severity::Warning},
     {"value-case", Severity::Error},      {"size-refused", Severity::Error},
     {"size-unusable", Severity::Error},   {"layout-not-read", Severity::Error},
@@ -107,11 +107,11 @@ private:
         if (tokens.size() == kHeaderTokens) {
             takeHeaderLine(tokens[0], tokens[1]);
         } else if (!tokens.empty() && (isMisspelt(tokens[0].text) || layoutKey(tokens[0].text))) {
-            lines_.report("key-without-value", tokens[0].raw.begin,
+            lines_.report("key-needs-one-value", tokens[0].raw.begin,
                           tokens[0].text + " is not read: a line is a key and a value");
         } else if (!tokens.empty()) {
             lines_.report("line-skipped", tokens[0].raw.begin,
-                          "is not read: a line is a key and a value");
+                          "a line that is no key and value is not read");
         }
     }
 
@@ -149,10 +149,11 @@ private:
             }
             const std::string wanted =
                 layout->wanted != nullptr ? layout->wanted : layout->wantedOf(header_);
-            if (!isSameValue(tokens[1].text, wanted)) {
+            const std::string_view value = writtenText(tokens[1].raw);
+            if (!isSameValue(value, wanted)) {
                 findings_.add(
                     "layout-not-read", lines.number(), tokens[1].raw.begin - line + 1,
-                    tokens[0].text + ' ' + tokens[1].text + " is not read, only " + wanted);
+                    tokens[0].text + ' ' + std::string(value) + " is not read, only " + wanted);
             }
         }
     }

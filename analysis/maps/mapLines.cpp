@@ -68,7 +68,7 @@ void MapLines::checkNul() {
 }
 
 void MapLines::report(std::string_view rule, const char* at, std::string text) {
-    findings_.add(rule, number(), at != nullptr ? at - line_ + 1 : 0, std::move(text));
+    findings_.add(rule, number(), at != nullptr ? columnOf(at) : 0, std::move(text));
 }
 
 double MapLines::checkNumber(const detail::RawToken& token) {

@@ -41,6 +41,9 @@ public:
     /// Reports text of the last line that stands behind a NUL (text-after-nul).
     void checkNul();
 
+    /// Of a character of the last line, counted from 1.
+    long long columnOf(const char* at) const { return at - line_ + 1; }
+
     /// Adds a finding about the last line.
     /// @param at the character meant, null for the line as a whole
     void report(std::string_view rule, const char* at, std::string text);

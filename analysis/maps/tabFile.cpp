@@ -4,24 +4,72 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
+#include <cmath>
+#include <initializer_list>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "analysis/maps/mapLines.h"
 #include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
 
 namespace rfu {
 
 namespace {
 
-constexpr Rule kRules[] = {
-    {"line-cut", Severity::Error},         {"text-after-nul", Severity::Error},
-    {"token-cut", Severity::Error},        {"no-number", Severity::Error},
-    {"number-infinite", Severity::Error},  {"type-not-supported", Severity::Error},
-    {"raster-not-named", Severity::Error}, {"units-misplaced", Severity::Error},
-    {"coordsys-missing", Severity::Error}, {"point-missing", Severity::Error},
-    {"point-repeated", Severity::Warning}};
+constexpr Rule kRules[] = {{"line-cut", Severity::Error},
+                           {"text-after-nul", Severity::Error},
+                           {"token-cut", Severity::Error},
+                           {"no-number", Severity::Error},
+                           {"number-infinite", Severity::Error},
+                           {"key-case", Severity::Error},
+                           {"key-needs-one-value", Severity::Error},
+                           {"type-not-supported", Severity::Error},
+                           {"raster-not-named", Severity::Error},
+                           {"units-misplaced", Severity::Error},
+                           {"coordsys-missing", Severity::Error},
+                           {"not-utm", Severity::Error},
+                           {"point-missing", Severity::Error},
+                           {"point-repeated", Severity::Warning}};
+
+/// A value of CoordSys that the loader presumes when it converts the points.
+struct UtmValue {
+    std::size_t token;
+    const char* name;
+    bool (*isRight)(const MapToken& token);
+    const char* right;
+};
+
+bool isOneOf(const MapToken& token, std::initializer_list<double> values) {
+    const auto value = parseNumber(token.text);
+    return value && std::find(values.begin(), values.end(), *value) != values.end();
+}
+
+bool isMeridianOfZone(const MapToken& token) {
+    const auto value = parseNumber(token.text);
+    return value && std::abs(*value) <= 177.0 && std::remainder(*value - 3.0, 6.0) == 0.0;
+}
+
+bool isMetres(const MapToken& token) {
+    return token.text == "m";
+}
+
+// clang-format off
+constexpr UtmValue kUtm[] = {
+    {3,  "projection",       [](const MapToken& t) { return isOneOf(t, {8.0}); },         "8"},
+    {5,  "units",            isMetres,                                                    "m"},
+    {6,  "central meridian", isMeridianOfZone,                                            "-177, -171, ... or 177"},
+    {7,  "origin latitude",  [](const MapToken& t) { return isOneOf(t, {0.0}); },         "0"},
+    {8,  "scale",            [](const MapToken& t) { return isOneOf(t, {0.9996}); },      "0.9996"},
+    {9,  "false easting",    [](const MapToken& t) { return isOneOf(t, {500000.0}); },    "500000"},
+    {10, "false northing",   [](const MapToken& t) { return isOneOf(t, {0.0, 1e7}); },    "0 or 10000000"}};
+// clang-format on
+
+std::string notUtm(const char* name, const char* right, const MapToken& token) {
+    return std::string("the points are converted as UTM, with ") + name + ' ' + right + ", not " +
+           quoted(token.text);
+}
 
 /// The lines of a georeference, in the order in which the loader reads them.
 class Walk {
@@ -31,9 +79,10 @@ public:
 
     TabCheck run() {
         while (const char* const line = isSupported_ ? lines_.next() : nullptr) {
-            if (line[0] != '!') {  // a comment
-                lines_.checkLength();
+            if (line[0] == '!') {  // a comment
+                continue;
             }
+            lines_.checkLength();
             std::string text(line);  // in which tabLine() writes
             const detail::TabLine tabLine = detail::tabLine(text.data());
             if (tabLine.kind != detail::TabLine::Kind::Ignored || countsWithoutNul(line)) {
@@ -73,7 +122,25 @@ private:
                 takePoint(line.point, tokens);
                 break;
             case detail::TabLine::Kind::Ignored:
+                checkIgnored(tokens);
                 break;
+        }
+    }
+
+    /// Reports a line that is ignored for the spelling of its key, or for its number of values.
+    void checkIgnored(const std::vector<MapToken>& tokens) {
+        static constexpr std::string_view kKeys[] = {"Type", "File", "Units", "CoordSys"};
+        for (const std::string_view key : kKeys) {
+            if (tokens.empty() || !isSameWord(tokens[0].text, key)) {
+                continue;
+            }
+            if (tokens[0].text != key) {
+                lines_.report("key-case", tokens[0].raw.begin,
+                              tokens[0].text + " is not read, only " + std::string(key));
+            } else if (key != "CoordSys") {  // which has other numbers of values in other systems
+                lines_.report("key-needs-one-value", tokens[0].raw.begin,
+                              tokens[0].text + " is not read: the line is a key and a value");
+            }
         }
     }
 
@@ -89,6 +156,12 @@ private:
             reportMisplacedUnits();
         } else if (unit.text != "degree") {
             convertingLine_ = lines_.number();
+            if (!isMetres(unit)) {
+                lines_.report("not-utm", unit.raw.begin, notUtm("units", "m", unit));
+            }
+            for (const NotUtm& value : notUtm_) {
+                findings_.add("not-utm", coordSysLine_, value.column, value.text);
+            }
             if (coordSysLine_ == 0) {
                 lines_.report("coordsys-missing", nullptr,
                               "Units converts the control points by a CoordSys line of a "
@@ -100,6 +173,14 @@ private:
     void takeCoordSys(const std::vector<MapToken>& tokens) {
         reportMisplacedUnits();
         coordSysLine_ = lines_.number();
+        notUtm_.clear();
+        for (const UtmValue& value : kUtm) {
+            const MapToken& token = tokens[value.token];
+            if (!value.isRight(token)) {
+                notUtm_.push_back(
+                    {lines_.columnOf(token.raw.begin), notUtm(value.name, value.right, token)});
+            }
+        }
         for (const std::size_t number : {6U, 7U, 9U, 10U}) {
             lines_.checkSingle(tokens[number].raw);
         }
@@ -141,6 +222,11 @@ private:
         }
     }
 
+    struct NotUtm {
+        long long column;
+        std::string text;
+    };
+
     Findings findings_;
     MapLines lines_;
     std::array<PointAsRead, 4> points_;
@@ -149,6 +235,7 @@ private:
     bool namesRaster_ = false;
     bool isMisplacedReported_ = false;
     long long coordSysLine_ = 0;
+    std::vector<NotUtm> notUtm_;    // in that line
     long long convertingLine_ = 0;  // of the units that make the loader convert the points
 };
 

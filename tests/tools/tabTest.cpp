@@ -121,11 +121,11 @@ TEST(Tab, tellsTheSouthByItsFalseNorthing) {
     }
     folder.add("map.tab",
                kStart + kFile + points +
-                   "  CoordSys Earth Projection 8, 104, \"m\", -69, 0.5, 0.9996, 500000, 10000000\n"
+                   "  CoordSys Earth Projection 8, 104, \"m\", -69, 0, 0.9996, 500000, 10000000\n"
                    "  Units \"m\"\n");
     expectCommands({good("zone 19", {"map.tab"},
                          "raster           map.asc\nunits            UTM\nutmZone          19\n"
-                         "hemisphere       south\ncentralMeridian  -69\noriginLatitude   0.5\n"
+                         "hemisphere       south\ncentralMeridian  -69\noriginLatitude   0\n"
                          "falseEasting     500000\nfalseNorthing    10000000\n\n"
                          "point  column  row       x        y  longitude    latitude\n"
                          "Pt 1        0    0  500000  6000000        -69  -36.140667\n"
