@@ -15,25 +15,25 @@ namespace rfu {
 
 namespace {
 
-constexpr Rule kRules[] = {{"line-cut", Severity::Error},
-                           {"text-after-nul", Severity::Error},
-                           {"token-cut", Severity::Error},
-                           {"no-number", Severity::Error},
-                           {"no-whole-number", Severity::Error},
-                           {"number-infinite", Severity::Warning},
-                           {"key-case", Severity::Error},
-                           {"key-not-read", Severity::Error},
-                           {"key-needs-one-value", Severity::Error},
-                           {"key-unknown", Severity::Warning},
-                           {"key-repeated", Severity::Warning},
-                           {"size-refused", Severity::Error},
-                           {"size-unusable", Severity::Error},
-                           {"size-changed", Severity::Error},
-                           {"row-width", Severity::Error},
-                           {"row-misplaced", Severity::Error},
-                           {"row-beyond-grid", Severity::Error},
-                           {"rows-missing", Severity::Error},
-                           {"line-skipped", Severity::Warning}};
+constexpr Rule kAscRules[] = {{"line-cut", Severity::Error},
+                              {"text-after-nul", Severity::Error},
+                              {"token-cut", Severity::Error},
+                              {"no-number", Severity::Error},
+                              {"no-whole-number", Severity::Error},
+                              {"number-infinite", Severity::Warning},
+                              {"key-case", Severity::Error},
+                              {"key-not-read", Severity::Error},
+                              {"key-needs-one-value", Severity::Error},
+                              {"key-unknown", Severity::Warning},
+                              {"key-repeated", Severity::Warning},
+                              {"size-refused", Severity::Error},
+                              {"size-unusable", Severity::Error},
+                              {"size-changed", Severity::Error},
+                              {"row-width", Severity::Error},
+                              {"row-misplaced", Severity::Error},
+                              {"row-beyond-grid", Severity::Error},
+                              {"rows-missing", Severity::Error},
+                              {"line-skipped", Severity::Warning}};
 
 constexpr std::size_t kMinRowTokens = 3;  // with fewer a line is no row to the loader
 
@@ -54,10 +54,10 @@ bool isRow(const char* line) {
 }
 
 /// The lines of a grid, in the order in which the loader reads them.
-class Walk {
+class AscWalk {
 public:
-    explicit Walk(const QString& file)
-        : findings_(file, kRules),
+    explicit AscWalk(const QString& file)
+        : findings_(file, kAscRules),
           lines_(findings_, detail::kMaxAscLine),
           header_(lines_, detail::kAscHeader, "keys are in lower case, except NODATA_value") {}
 
@@ -184,7 +184,7 @@ private:
 }  // namespace
 
 AscCheck checkAsc(const QString& file) {
-    return Walk(file).run();
+    return AscWalk(file).run();
 }
 
 }  // namespace rfu

@@ -79,9 +79,9 @@ bool isSameValue(std::string_view a, std::string_view b) {
 }
 
 /// The lines of a header, in the order in which the loader reads them.
-class Walk {
+class HdrWalk {
 public:
-    explicit Walk(const QString& file)
+    explicit HdrWalk(const QString& file)
         : findings_(file, kHdrRules),
           lines_(findings_, detail::kMaxHdrLine),
           header_(lines_, detail::kHdrHeader, "keys are in capitals") {}
@@ -167,7 +167,7 @@ private:
 }  // namespace
 
 HdrCheck checkHdr(const QString& file) {
-    return Walk(file).run();
+    return HdrWalk(file).run();
 }
 
 Findings checkBil(const QString& file, const HdrCheck& header) {

@@ -18,20 +18,20 @@ namespace rfu {
 
 namespace {
 
-constexpr Rule kRules[] = {{"line-cut", Severity::Error},
-                           {"text-after-nul", Severity::Error},
-                           {"token-cut", Severity::Error},
-                           {"no-number", Severity::Error},
-                           {"number-infinite", Severity::Error},
-                           {"key-case", Severity::Error},
-                           {"key-needs-one-value", Severity::Error},
-                           {"type-not-supported", Severity::Error},
-                           {"raster-not-named", Severity::Error},
-                           {"units-misplaced", Severity::Error},
-                           {"coordsys-missing", Severity::Error},
-                           {"not-utm", Severity::Error},
-                           {"point-missing", Severity::Error},
-                           {"point-repeated", Severity::Warning}};
+constexpr Rule kTabRules[] = {{"line-cut", Severity::Error},
+                              {"text-after-nul", Severity::Error},
+                              {"token-cut", Severity::Error},
+                              {"no-number", Severity::Error},
+                              {"number-infinite", Severity::Error},
+                              {"key-case", Severity::Error},
+                              {"key-needs-one-value", Severity::Error},
+                              {"type-not-supported", Severity::Error},
+                              {"raster-not-named", Severity::Error},
+                              {"units-misplaced", Severity::Error},
+                              {"coordsys-missing", Severity::Error},
+                              {"not-utm", Severity::Error},
+                              {"point-missing", Severity::Error},
+                              {"point-repeated", Severity::Warning}};
 
 /// A value of CoordSys that the loader presumes when it converts the points.
 struct UtmValue {
@@ -72,10 +72,10 @@ std::string notUtm(const char* name, const char* right, const MapToken& token) {
 }
 
 /// The lines of a georeference, in the order in which the loader reads them.
-class Walk {
+class TabWalk {
 public:
-    explicit Walk(const QString& file)
-        : findings_(file, kRules), lines_(findings_, detail::kMaxTabLine) {}
+    explicit TabWalk(const QString& file)
+        : findings_(file, kTabRules), lines_(findings_, detail::kMaxTabLine) {}
 
     TabCheck run() {
         while (const char* const line = isSupported_ ? lines_.next() : nullptr) {
@@ -242,7 +242,7 @@ private:
 }  // namespace
 
 TabCheck checkTab(const QString& file) {
-    return Walk(file).run();
+    return TabWalk(file).run();
 }
 
 TabFile loadTab(const QString& file) {
