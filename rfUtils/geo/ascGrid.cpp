@@ -74,9 +74,5 @@ bool veltaGEO::loadASCFile(const QString& fileName) {
             readRow(first, tokenizer, lines.lineEnd(), grid[row], std::min(nCols, kMaxColumns));
         }
     }
-    isLoaded = 1;
-    isValid = 1;
-    LoadColorTable(fileName);
-    setErrMsg(QLatin1String(kRasterLoaded));
-    return true;
+    return finishRaster(*this, fileName);
 }

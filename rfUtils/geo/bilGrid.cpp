@@ -84,9 +84,5 @@ bool veltaGEO::loadBILFile(const QString& fileName) {
     if (isFloat == 1) {
         readRows(*this, file.device());
     }
-    isLoaded = 1;
-    isValid = 1;
-    LoadColorTable(fileName);
-    setErrMsg(QLatin1String(kRasterLoaded));
-    return true;
+    return finishRaster(*this, fileName);
 }

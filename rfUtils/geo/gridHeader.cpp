@@ -24,4 +24,12 @@ bool storeGridHeader(veltaGEO& map, const GridHeader& header, std::string_view k
     return true;
 }
 
+bool finishRaster(veltaGEO& map, const QString& fileName) {
+    map.isLoaded = 1;
+    map.isValid = 1;
+    map.LoadColorTable(fileName);
+    map.setErrMsg(QStringLiteral("Raster file loaded"));
+    return true;
+}
+
 }  // namespace rfu::detail

@@ -13,15 +13,9 @@ namespace {
 constexpr std::size_t kMaxTokens = std::extent_v<decltype(stPaser::token), 0>;
 static_assert(std::extent_v<decltype(stPaser::token), 1> == kMaxTokenLength + 1);
 
-struct FormatCode {
-    std::string_view extension;
-    int code;
-};
-
-constexpr int kUnknownFormat = -1;
-
-constexpr FormatCode kFormatCodes[] = {{"ASC", 0}, {"asc", 0}, {"BIL", 1}, {"bil", 1},
-                                       {"BIP", 2}, {"bip", 2}, {"BSQ", 3}, {"bsq", 3}};
+/// Extensions of raster files. The index is the format's code.
+constexpr std::string_view kFormats[][2] = {
+    {"ASC", "asc"}, {"BIL", "bil"}, {"BIP", "bip"}, {"BSQ", "bsq"}};
 
 /// The three characters after the last '.'; the first three if there is none behind the name's
 /// first character.
@@ -62,13 +56,15 @@ void veltaGEO::makeToken(stPaser* record, const char* line) const {
 int veltaGEO::GetFileNameExt(const char* fileName) const {
     if (fileName != nullptr) {
         const std::string_view extension = threeLetterExtension(fileName);
-        for (const FormatCode& format : kFormatCodes) {
-            if (format.extension == extension) {
-                return format.code;
+        int code = 0;
+        for (const auto& [capitals, smallLetters] : kFormats) {
+            if (extension == capitals || extension == smallLetters) {
+                return code;
             }
+            ++code;
         }
     }
-    return kUnknownFormat;
+    return -1;
 }
 
 QString veltaGEO::GetFileNameExtDel(const QString& fileName) const {

@@ -15,7 +15,6 @@ inline constexpr std::int32_t kMaxColumns =
 
 inline constexpr char kTooManyColumns[] = "Too many columns in the file. Unable to open";
 inline constexpr char kTooManyRows[] = "Too many rows in the file. Unable to open";
-inline constexpr char kRasterLoaded[] = "Raster file loaded";
 
 /// A header key that holds an integer, and the message where it exceeds its limit.
 struct SizeKey {
@@ -63,5 +62,9 @@ inline constexpr GridHeader kHdrHeader = {
 /// the value stored, for a size beyond its limit.
 bool storeGridHeader(veltaGEO& map, const GridHeader& header, std::string_view key,
                      std::string_view value);
+
+/// Ends the load of a raster's cells: sets the map's state, reads its colour table, sets the message.
+/// @return true
+bool finishRaster(veltaGEO& map, const QString& fileName);
 
 }  // namespace rfu::detail
