@@ -159,14 +159,15 @@ TEST(Catalogue, controlCharactersDoNotSteerTheTerminal) {
     const SampleFolder folder;
     folder.add(
         "c.json",
-        R"({"a": [{"id": "x", "label": "\u001b[31m\u0080\u009b\u009f\u00a0\u007e\u001f\u0020",)"
+        R"({"a": [{"id": "x", "label": "\u001b[31m\u0080\u009b\u009f\u00a0\u007e\u001f\u202e\u2029\u0020",)"
         R"( "enum": 1, "dispSeq": 1}]})");
     folder.add("s.json", R"({"a": [{"id": "x\ny", "label": "\u001b]0;title\u0007"}]})");
     expectCommands(
         {
             shows("escape sequences, also those of one character", "catalogue c.json",
-                  "item  dispSeq  enum  id  label                        offered\n"
-                  "a           1     1  x   \\x1b[31m\\x80\\x9b\\x9f\u00A0~\\x1f   yes\n"),
+                  "item  dispSeq  enum  id  label                                    offered\n"
+                  "a           1     1  x   "
+                  "\\x1b[31m\\x80\\x9b\\x9f\u00A0~\\x1f\\u202e\\u2029   yes\n"),
             shows("in every table", "setups s.json",
                   "index  id    label\n    0  x\\ny  \\x1b]0;title\\x07\n"),
         },

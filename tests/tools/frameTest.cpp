@@ -50,7 +50,7 @@ TEST(Frame, answersWithoutSubcommand) {
         refuses("an option of the command", {"--vers"},
                 "there is no command \"--vers\"; did you mean --version?"),
         refuses("a line end in a name stays in one line", {"a\nb\x7F"},
-                "there is no command \"a?b?\""),
+                "there is no command \"a\\nb\\x7f\""),
         refuses("a long name is cut between its letters",
                 {QString(59, 'x') + QString::fromUtf8("\u00B5\u00B5")},
                 "there is no command \"" + std::string(59, 'x') + "...\""),
@@ -209,8 +209,12 @@ TEST(Frame, standardInput) {
             .given("x\r\n"),
         shows("not read when there are arguments", "freq 1.5", "1.500000 MHz\n").given("x\n"),
         fails("binary noise", "freq",
-              "-:1: \"??\xFF\" is not a frequency such as 88.1MHz or a number of MHz")
+              "-:1: \"\\x00\\x01\uFFFD\" is not a frequency such as 88.1MHz or a number of MHz")
             .given(std::string("\x00\x01\xFF\n", 4)),
+        fails("controls beyond ASCII, of the direction of text, of lines", "freq",
+              "-:1: \"\\x9b\\u202e\\u2066\\u2028\uFFFD\u00B5\" is not a frequency such as "
+              "88.1MHz or a number of MHz")
+            .given("\xC2\x9B\u202E\u2066\u2028\x9B\u00B5\n"),
         fails("a line beyond all measure", "freq", "-:1: the line is longer than 1 MiB")
             .given(std::string(3 << 20, '1')),
         shows("CSV of nothing has its heading", "freq --format csv", "input,MHz,text\n"),

@@ -94,9 +94,14 @@ std::vector<std::string> types() {
     }
     for (const rfu::RangeType& type : rfu::kIntegerRangeTypes) {
         std::string& choice = choices[type.code];
-        choice = choice.empty() ? choiceOf(type) + ", integers only" : choice + ", integers too";
+        if (choice.empty()) {
+            choice = choiceOf(type) + ", integers only";
+        } else {
+            choice += ", integers too";
+        }
     }
     std::vector<std::string> list;
+    list.reserve(choices.size());
     for (const auto& choice : choices) {
         list.push_back(choice.second);
     }

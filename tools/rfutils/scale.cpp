@@ -11,6 +11,7 @@
 #include "support/errors.h"
 #include "support/kinds.h"
 #include "support/output.h"
+#include "support/table.h"
 #include "support/units.h"
 #include "support/values.h"
 
@@ -63,7 +64,7 @@ void runScale(const CommandLine& line) {
                             {{"input", [](const Converted& c) { return c.input; }},
                              {"scale", [&](const Converted&) { return index; }},
                              {"value", [](const Converted& c) { return c.value; }},
-                             {"unit", [&](const Converted&) { return unitShown; }}});
+                             {"unit", [&](const Converted&) { return Cell(unitShown); }}});
 }
 
 std::vector<std::string> scales() {

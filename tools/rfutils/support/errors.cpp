@@ -1,17 +1,13 @@
 #include "support/errors.h"
 
-#include <algorithm>
 #include <cstdio>
+
+#include "support/text.h"
 
 namespace rfu::command {
 
 void printError(const std::string& message) {
-    std::string line = "rfutils: " + message;
-    // A file name or a value may hold anything; the message stays one line.
-    std::replace_if(
-        line.begin(), line.end(),
-        [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '?');
-    line += '\n';
+    const std::string line = "rfutils: " + printable(message) + '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

@@ -11,18 +11,21 @@ inline constexpr int kExitBadUsage = 2;
 /// Ends a subcommand early with one line on standard error and the exit status. For errors in a
 /// file there is rfu::InputError, which names it.
 struct Failure {
+    Failure(std::string what, int status = kExitBadInput)
+        : message(std::move(what)), exitStatus(status) {}
+
     std::string message;
-    int exitStatus = kExitBadInput;
+    int exitStatus;
 };
 
 /// A value that cannot be used. forEachValue() adds the line that it was read from.
 struct BadValue : Failure {
-    BadValue(std::string what) : Failure{std::move(what)} {}
+    BadValue(std::string what) : Failure(std::move(what)) {}
 };
 
 /// The command line itself cannot be understood.
 struct UsageError : Failure {
-    UsageError(std::string what) : Failure{std::move(what), kExitBadUsage} {}
+    UsageError(std::string what) : Failure(std::move(what), kExitBadUsage) {}
 };
 
 /// Prints "rfutils: message" as a single line on standard error.

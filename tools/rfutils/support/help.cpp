@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "subcommands.h"
-#include "support/textWidth.h"
+#include "support/text.h"
 
 namespace rfu::command {
 

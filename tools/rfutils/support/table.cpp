@@ -9,48 +9,13 @@
 #include "analysis/support/numbers.h"
 #include "analysis/support/singles.h"
 #include "support/output.h"
-#include "support/textWidth.h"
+#include "support/text.h"
 
 namespace rfu::command {
 
 namespace {
 
 constexpr std::string_view kColumnGap = "  ";
-
-bool isPlainAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-/// "\n", "\t" and "\r" by their letter; 0 for every other character.
-char escapeLetter(unsigned code) {
-    switch (code) {
-        case '\n':
-            return 'n';
-        case '\t':
-            return 't';
-        case '\r':
-            return 'r';
-        default:
-            return 0;
-    }
-}
-
-/// A control character as "\n" or with its number in two hexadecimal digits behind a lead.
-std::string escapedControl(unsigned code, std::string_view lead) {
-    constexpr char kHex[] = "0123456789abcdef";
-    if (const char letter = escapeLetter(code)) {
-        return {'\\', letter};
-    }
-    std::string result(lead);
-    result += kHex[code >> 4u];
-    result += kHex[code & 0xFu];
-    return result;
-}
-
-bool isAsciiControl(unsigned byte) {
-    return byte < 0x20 || byte == 0x7F;
-}
 
 std::string escaped(std::string_view text) {
     std::string result = "\"";
@@ -59,32 +24,13 @@ std::string escaped(std::string_view text) {
         if (c == '"' || c == '\\') {
             result += '\\';
             result += c;
-        } else if (isAsciiControl(byte)) {
-            result += escapedControl(byte, "\\u00");
+        } else if (byte < 0x20 || byte == 0x7F) {
+            result += escapedCharacter(byte, "\\u", 4);
         } else {
             result += c;
         }
     }
     return result + '"';
-}
-
-/// With "\x1b" for an escape and "\n" for a line end: control characters neither break a table nor
-/// steer the terminal. Those of U+0080 to U+009F do so as well; in UTF-8 they are two bytes.
-std::string printable(std::string_view text) {
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const unsigned byte = static_cast<unsigned char>(text[i]);
-        const unsigned next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0u;
-        if (isAsciiControl(byte)) {
-            result += escapedControl(byte, "\\x");
-        } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {
-            result += escapedControl(next, "\\x");
-            ++i;
-        } else {
-            result += text[i];
-        }
-    }
-    return result;
 }
 
 std::string padded(std::string_view text, std::size_t width, bool alignRight) {
@@ -100,15 +46,13 @@ void writeTrimmed(std::string line) {
 
 /// Quoted where it holds a comma, a quote or a line end.
 std::string csvText(std::string_view text) {
-    if (text.find_first_of("\",\n\r") == std::string_view::npos) {
-        return std::string(text);
+    const std::string valid = validUtf8(text);
+    if (valid.find_first_of("\",\n\r") == std::string::npos) {
+        return valid;
     }
     std::string result = "\"";
-    for (const char c : text) {
-        result += c;
-        if (c == '"') {
-            result += c;
-        }
+    for (const char c : valid) {
+        result.append(c == '"' ? 2 : 1, c);
     }
     return result + '"';
 }
@@ -136,11 +80,7 @@ std::string jsonObject(const std::vector<std::string>& names, const std::vector<
 }  // namespace
 
 std::string jsonString(std::string_view text) {
-    if (isPlainAscii(text)) {
-        return escaped(text);
-    }
-    const auto size = static_cast<int>(text.size());
-    return escaped(QString::fromUtf8(text.data(), size).toStdString());
+    return escaped(validUtf8(text));
 }
 
 Cell::Cell(float value) : Cell(decimalOf(value), textOf(value)) {}

@@ -127,6 +127,7 @@ private:
     }
     static std::vector<std::string> namesOf(const std::vector<Column<Row>>& columns) {
         std::vector<std::string> names;
+        names.reserve(columns.size());
         for (const Column<Row>& column : columns) {
             names.emplace_back(column.name);
         }

@@ -1,0 +1,66 @@
+#include "support/text.h"
+
+#include <QString>
+#include <QVector>
+
+namespace rfu::command {
+
+namespace {
+
+bool isPlainAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+QString decoded(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+}
+
+bool isControl(unsigned code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0);
+}
+
+/// Marks, embeddings, overrides and isolates of direction, and the separators of lines and
+/// paragraphs.
+bool isLayoutControl(unsigned code) {
+    return code == 0x061C || code == 0x200E || code == 0x200F ||
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
+}  // namespace
+
+std::string validUtf8(std::string_view text) {
+    return isPlainAscii(text) ? std::string(text) : decoded(text).toStdString();
+}
+
+std::string escapedCharacter(unsigned code, std::string_view lead, int digits) {
+    switch (code) {
+        case '\n':
+            return "\\n";
+        case '\t':
+            return "\\t";
+        case '\r':
+            return "\\r";
+        default:
+            return std::string(lead) +
+                   QString::number(code, 16).rightJustified(digits, QLatin1Char('0')).toStdString();
+    }
+}
+
+std::string printable(std::string_view text) {
+    if (isPlainAscii(text)) {
+        return std::string(text);
+    }
+    std::string result;
+    for (const unsigned code : decoded(text).toUcs4()) {
+        if (isControl(code)) {
+            result += escapedCharacter(code, "\\x", 2);
+        } else if (isLayoutControl(code)) {
+            result += escapedCharacter(code, "\\u", 4);
+        } else {
+            result += QString::fromUcs4(&code, 1).toStdString();
+        }
+    }
+    return result;
+}
+
+}  // namespace rfu::command
