@@ -10,6 +10,7 @@
 #include "analysis/maps/bilCheck.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
+#include "analysis/support/singles.h"
 
 namespace rfu {
 
@@ -160,7 +161,9 @@ RasterStatistics statisticsOf(const Raster& raster) {
     if (result.measured > 0) {
         result.smallest = smallest;
         result.largest = largest;
-        result.mean = sum / static_cast<double>(result.measured);
+        // The sum is rounded, and the decimal that stands for a single may be on either side of it.
+        result.mean = std::clamp(sum / static_cast<double>(result.measured), decimalOf(smallest),
+                                 decimalOf(largest));
     }
     return result;
 }

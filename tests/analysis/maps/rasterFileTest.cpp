@@ -152,5 +152,17 @@ TEST_F(RasterFileTest, SumsUpTheMeasuredCells) {
     EXPECT_FALSE(none.smallest || none.largest || none.mean);
 }
 
+TEST_F(RasterFileTest, KeepsTheMeanBetweenTheExtremesAsTheyArePrinted) {
+    // The singles nearest to 0.1 and -0.7 are larger, those nearest to 0.7 and -0.1 smaller.
+    const struct {
+        const char* cell;
+        double value;
+    } kCells[] = {{"0.1", 0.1}, {"-0.1", -0.1}, {"0.7", 0.7}, {"-0.7", -0.7}, {"3e38", 3e38}};
+    for (const auto& row : kCells) {
+        const std::string cell = row.cell;
+        EXPECT_EQ(statisticsOfRow(cell + ' ' + cell + ' ' + cell, "3").mean, row.value) << cell;
+    }
+}
+
 }  // namespace
 }  // namespace rfu::test
