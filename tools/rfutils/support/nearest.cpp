@@ -9,7 +9,7 @@ namespace {
 constexpr int kMaxLength = 30;  // beyond it nothing is near any name
 
 /// In lower case and without dashes in front.
-QString folded(QString name) {
+QString bareName(QString name) {
     while (name.startsWith(QLatin1Char('-'))) {
         name.remove(0, 1);
     }
@@ -43,11 +43,11 @@ int editDistance(QStringView from, QStringView to) {
 }
 
 std::string didYouMean(const QString& wrong, const std::vector<std::string>& known) {
-    const QString typed = folded(wrong);
+    const QString typed = bareName(wrong);
     std::string nearest;
     int smallest = kMaxLength;
     for (const std::string& name : known) {
-        const QString other = folded(QString::fromStdString(name));
+        const QString other = bareName(QString::fromStdString(name));
         const int distance = editDistance(typed, other);
         if (distance < smallest && isNear(typed, other, distance)) {
             smallest = distance;
