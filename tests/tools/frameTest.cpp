@@ -344,6 +344,31 @@ TEST(Frame, littleMemoryEndsWithALine) {
     EXPECT_EQ(result.output, "");
 }
 
+TEST(Frame, picturesReplaceOnlyPictures) {
+    SampleFolder folder;
+    const std::string recording = "-10,-20\n";
+    folder.add("in.png", recording);
+    ASSERT_TRUE(QFile::link(QStringLiteral("in.png"), folder.path() + "/link.png"));
+    ASSERT_TRUE(QDir(folder.path()).mkdir("folder.png"));
+    const std::string summary =
+        runCommand({"trace", "in.png", "--format", "csv"}, "", folder).output;
+    const auto refuses = [&](const char* name, const QString& picture, const std::string& reason) {
+        return fails(name, QStringList{"trace", "in.png", "--format", "csv", "--plot", picture},
+                     picture.toStdString() + ": cannot be written: " + reason)
+            .after(summary);
+    };
+    expectCommands(
+        {
+            refuses("the input", "in.png", "it is the input in.png"),
+            refuses("the input behind a link", "link.png", "it is the input in.png"),
+            refuses("a folder", "folder.png", "it is not a regular file"),
+            refuses("another format", "x.jpg", "pictures are PNG and end in .png"),
+            refuses("a dash", "-", "pictures are PNG and end in .png"),
+        },
+        folder);
+    EXPECT_EQ(folder.read("in.png"), recording);
+}
+
 TEST(Frame, manyLinesComeWholeAcrossBlocks) {
     // Lines of 7 bytes, so that the blocks of 65536 bytes end inside of lines.
     std::string input;

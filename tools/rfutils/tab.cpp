@@ -103,7 +103,7 @@ void runTab(const CommandLine& line) {
     sections.finish();
     if (line.isSet("png")) {
         const TextDrawing drawing;
-        savePicture(drawMap(tab), line.text("png"));
+        savePicture(drawMap(tab), line.text("png"), {line.text("FILE"), tab.rasterFile});
     }
 }
 

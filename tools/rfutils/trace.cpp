@@ -224,7 +224,7 @@ void runTrace(const CommandLine& line) {
     trace.print();
     if (line.isSet("plot")) {
         const TextDrawing drawing;
-        savePicture(draw(trace.plot()), line.text("plot"));
+        savePicture(draw(trace.plot()), line.text("plot"), {line.text("FILE")});
     }
 }
 

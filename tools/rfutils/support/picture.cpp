@@ -1,11 +1,42 @@
 #include "support/picture.h"
 
+#include <QFile>
 #include <QSaveFile>
 #include <clocale>
+#include <optional>
 
 #include "analysis/support/inputError.h"
 
+#include <sys/stat.h>
+
 namespace rfu::command {
+
+namespace {
+
+/// The status of a file behind all links.
+std::optional<struct stat> statusOf(const QString& file) {
+    struct stat status {};
+    return ::stat(QFile::encodeName(file).constData(), &status) == 0 ? std::optional(status)
+                                                                     : std::nullopt;
+}
+
+void requireReplaceable(const QString& file, const QStringList& inputs) {
+    if (!file.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)) {
+        throw InputError(file, "cannot be written: pictures are PNG and end in .png");
+    }
+    const auto status = statusOf(file);
+    if (status && !S_ISREG(status->st_mode)) {
+        throw InputError(file, "cannot be written: it is not a regular file");
+    }
+    for (const QString& input : inputs) {
+        const auto other = statusOf(input);
+        if (status && other && status->st_dev == other->st_dev && status->st_ino == other->st_ino) {
+            throw InputError(file, "cannot be written: it is the input " + input.toStdString());
+        }
+    }
+}
+
+}  // namespace
 
 TextDrawing::TextDrawing() {
     qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");
@@ -14,7 +45,8 @@ TextDrawing::TextDrawing() {
     std::setlocale(LC_ALL, "C");
 }
 
-void savePicture(const QImage& image, const QString& file) {
+void savePicture(const QImage& image, const QString& file, const QStringList& inputs) {
+    requireReplaceable(file, inputs);
     // Replaces an older picture only once the new one is complete.
     QSaveFile output(file);
     if (!output.open(QIODevice::WriteOnly) || !image.save(&output, "PNG") || !output.commit()) {

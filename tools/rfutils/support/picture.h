@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 namespace rfu::command {
@@ -20,8 +21,10 @@ private:
     std::unique_ptr<QGuiApplication> application_;
 };
 
-/// Writes a picture as PNG, whatever the extension of the file.
-/// @throw InputError if the file cannot be written
-void savePicture(const QImage& image, const QString& file);
+/// Writes a picture as PNG. It replaces an older one, and no other file.
+/// @param inputs files of the same run, which it must not replace under any name
+/// @throw InputError if the file is no regular one, is one of the inputs, does not end in .png or
+///        cannot be written
+void savePicture(const QImage& image, const QString& file, const QStringList& inputs = {});
 
 }  // namespace rfu::command

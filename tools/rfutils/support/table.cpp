@@ -46,7 +46,7 @@ void writeTrimmed(std::string line) {
 
 /// Quoted where it holds a comma, a quote or a line end.
 std::string csvText(std::string_view text) {
-    const std::string valid = validUtf8(text);
+    std::string valid = validUtf8(text);
     if (valid.find_first_of("\",\n\r") == std::string::npos) {
         return valid;
     }
