@@ -14,18 +14,6 @@ bool startsLikeNumber(std::string_view text) {
     return !text.empty() && (detail::isDigit(text[0]) || text[0] == '.');
 }
 
-constexpr std::string_view kMicroSign = "µ";
-constexpr std::string_view kGreekMu = "μ";
-
-std::string replaced(std::string_view text, std::string_view from, std::string_view to) {
-    std::string result(text);
-    for (std::size_t at = result.find(from); at != std::string::npos;
-         at = result.find(from, at + to.size())) {
-        result.replace(at, from.size(), to);
-    }
-    return result;
-}
-
 }  // namespace
 
 std::string_view trimmed(std::string_view text) {
@@ -97,18 +85,6 @@ std::optional<double> parseFrequency(std::string_view text) {
         return quantity->value / 1000000.0;
     }
     return std::nullopt;
-}
-
-std::string withAsciiMicro(std::string_view unit) {
-    return replaced(replaced(unit, kMicroSign, "u"), kGreekMu, "u");
-}
-
-std::string withVocabularyMicro(std::string_view unit) {
-    std::string ascii = withAsciiMicro(unit);
-    if (ascii == "uV" || ascii == "uW") {
-        return std::string(kMicroSign) + ascii.back();
-    }
-    return ascii;
 }
 
 std::string fixedText(double value, int decimals) {

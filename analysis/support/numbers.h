@@ -35,13 +35,6 @@ std::optional<SplitValue> splitValue(std::string_view text);
 /// @return MHz
 std::optional<double> parseFrequency(std::string_view text);
 
-/// With u for U+00B5 and U+03BC.
-std::string withAsciiMicro(std::string_view unit);
-
-/// The unit's spelling in the vocabulary: U+00B5, U+03BC and u are one micro sign; voltage and
-/// power ("µV", "µW") are spelled with U+00B5, every other unit ("uV/m", "dBuV") with u.
-std::string withVocabularyMicro(std::string_view unit);
-
 /// The shortest text that reads back to the same number.
 class ShortestText {
 public:

@@ -1,5 +1,6 @@
-#include <rfUtils/detail/saturate.h>
 #include <rfUtils/presentation/rfUtils.h>
+
+#include <rfUtils/detail/saturate.h>
 
 #include <cmath>
 

@@ -2,8 +2,12 @@
 
 #include <rfUtils/detail/fixedText.h>
 #include <rfUtils/presentation/rangeTypes.h>
+#include <rfUtils/units/HMath.h>
+#include <rfUtils/units/unitTable.h>
 
 #include <QString>
+
+#include <string>
 
 using rfu::LimitText;
 using rfu::RangeType;

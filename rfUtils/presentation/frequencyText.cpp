@@ -1,8 +1,12 @@
-#include <rfUtils/detail/fixedText.h>
-#include <rfUtils/detail/saturate.h>
 #include <rfUtils/presentation/rfUtils.h>
 
+#include <rfUtils/detail/fixedText.h>
+#include <rfUtils/detail/saturate.h>
+
+#include <QString>
+
 #include <cmath>
+#include <string>
 
 using rfu::detail::FixedText;
 using rfu::detail::toInt32;

@@ -1,8 +1,11 @@
-#include <rfUtils/platform/ServerItem.h>
 #include <rfUtils/presentation/rfUtils.h>
 
+#include <rfUtils/platform/ServerItem.h>
+
+#include <QString>
 #include <QVariant>
 
+#include <memory>
 #include <optional>
 
 namespace {

@@ -1,5 +1,7 @@
 #include <rfUtils/presentation/rfUtils.h>
 
+#include <cstddef>
+#include <string>
 #include <utility>
 
 bool rfUtils::setToastMessage(std::string message) {

@@ -6,6 +6,7 @@
 #include <rfUtils/units/detail/conversion.h>
 #include <rfUtils/units/unitTable.h>
 
+#include <QByteArray>
 #include <QFont>
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -14,9 +15,9 @@
 #include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <cstddef>
 #include <iterator>
 #include <string_view>
-#include <utility>
 
 // The field texts show products that were rounded to single precision.
 static_assert(FLT_EVAL_METHOD == 0, "float products have to be rounded to float");

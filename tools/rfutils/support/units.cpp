@@ -35,8 +35,24 @@ std::string alternatives(const std::vector<std::string>& names) {
     return list;
 }
 
+constexpr QChar kMicroSign(0xB5);
+
+QString withAsciiMicro(QString name) {
+    constexpr QChar kGreekMu(0x3BC);
+    return name.replace(kMicroSign, QLatin1Char('u')).replace(kGreekMu, QLatin1Char('u'));
+}
+
+/// A name as the vocabulary spells it: U+00B5, U+03BC and u are one micro sign to users.
+QString inVocabulary(const QString& typed) {
+    const QString ascii = withAsciiMicro(typed);
+    QString micro = ascii;
+    if (micro.startsWith(QLatin1Char('u'))) {
+        micro[0] = kMicroSign;
+    }
+    return rfu::findUnit(micro) != nullptr ? micro : ascii;
+}
+
 bool isPrefixLetter(QChar letter) {
-    constexpr QChar kMicroSign(0xB5);
     return letter == kMicroSign ||
            std::any_of(std::begin(rfu::kPrefixes), std::end(rfu::kPrefixes),
                        [letter](const rfu::Prefix& prefix) {
@@ -59,7 +75,7 @@ using Direction = bool (Unit::*)() const;
 
 /// In lower case and with one micro sign.
 QString folded(const QString& name) {
-    return QString::fromStdString(withAsciiMicro(name.toStdString())).toLower();
+    return withAsciiMicro(name).toLower();
 }
 
 /// How near a known name is to a wrong one; the smaller the nearer.
@@ -174,6 +190,18 @@ BadValue notShowable(const QString& typed, const QString& name) {
     return unknownUnit(typed, &Unit::canBeShown);
 }
 
+/// @param refusal gives the reason from the name as typed and as the vocabulary spells it
+const Unit& usableUnit(std::string_view name, Direction usable,
+                       BadValue (*refusal)(const QString& typed, const QString& name)) {
+    const QString typed = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
+    const QString spelled = inVocabulary(typed);
+    const Unit* const unit = rfu::findUnit(spelled);
+    if (unit == nullptr || !(unit->*usable)()) {
+        throw refusal(typed, spelled);
+    }
+    return *unit;
+}
+
 UsageError missingCenter(const std::string& unit) {
     return UsageError(unit + " needs the centre frequency of the antenna: --center");
 }
@@ -189,23 +217,11 @@ Antenna antennaOf(const CommandLine& line) {
 }
 
 const Unit& unitToRead(std::string_view name) {
-    const QString typed = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
-    const QString spelled = QString::fromStdString(withVocabularyMicro(name));
-    const Unit* const unit = rfu::findUnit(spelled);
-    if (unit == nullptr || !unit->canBeRead()) {
-        throw notReadable(typed, spelled);
-    }
-    return *unit;
+    return usableUnit(name, &Unit::canBeRead, notReadable);
 }
 
 const Unit& unitToShow(std::string_view name) {
-    const QString typed = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
-    const QString spelled = QString::fromStdString(withVocabularyMicro(name));
-    const Unit* const unit = rfu::findUnit(spelled);
-    if (unit == nullptr || !unit->canBeShown()) {
-        throw notShowable(typed, spelled);
-    }
-    return *unit;
+    return usableUnit(name, &Unit::canBeShown, notShowable);
 }
 
 std::string nameOf(const Unit& unit) {
