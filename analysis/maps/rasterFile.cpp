@@ -8,6 +8,7 @@
 
 #include "analysis/maps/ascCheck.h"
 #include "analysis/maps/bilCheck.h"
+#include "analysis/support/fileWatch.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/singles.h"
@@ -118,14 +119,22 @@ RasterCheck checkRaster(const QString& file) {
 }
 
 Raster loadRaster(const QString& file) {
+    requireReadable(file);
+    const bool isBil = isBilName(file);
+    // The library opens the names itself.
+    const FileWatch watch(
+        isBil ? QStringList{withExtension(file, "hdr"), withExtension(file, "bil"),
+                            withExtension(file, "clr")}
+              : QStringList{withExtension(file, "asc"), withExtension(file, "clr")});
     const RasterCheck check = checkRaster(file);
     for (const Findings& findings : check.files) {
         findings.throwFirstError();
     }
-    const bool isBil = isBilName(file);
     Raster raster;
     raster.map = std::make_unique<veltaGEO>();
-    if (!load(*raster.map, file, isBil)) {
+    const bool isLoaded = load(*raster.map, file, isBil);
+    watch.requireUnchanged();
+    if (!isLoaded) {
         throw InputError(file, raster.map->errMsg.toStdString());
     }
     raster.hasCells = !isBil || raster.map->isFloat == 1;

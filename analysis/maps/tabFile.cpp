@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "analysis/maps/mapLines.h"
+#include "analysis/support/fileWatch.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 
@@ -246,11 +247,14 @@ TabCheck checkTab(const QString& file) {
 }
 
 TabFile loadTab(const QString& file) {
+    const FileWatch watch({file});  // the library opens the name itself
     const TabCheck check = checkTab(file);
     check.findings.throwFirstError();
     TabFile tab;
     tab.map = std::make_unique<veltaGEO>();
-    if (!tab.map->loadTabFile(file)) {
+    const bool isLoaded = tab.map->loadTabFile(file);
+    watch.requireUnchanged();
+    if (!isLoaded) {
         throw InputError(
             file, tab.map->errMsg.isEmpty() ? "cannot be read" : tab.map->errMsg.toStdString());
     }

@@ -4,7 +4,10 @@
 
 #include <support/scopedCodec.h>
 
+#include <atomic>
+#include <filesystem>
 #include <limits>
+#include <thread>
 
 namespace rfu::test {
 namespace {
@@ -131,6 +134,29 @@ TEST_F(RasterFileTest, ListsTheFindingsOfEachFile) {
 TEST_F(RasterFileTest, LeavesCellsUncheckedWhoseHeaderHasErrors) {
     const RasterCheck check = checkRaster(write("map.hdr", kFloatHeader + "NBITS 16\n"));
     EXPECT_EQ(check.files.size(), 1U) << "there is no map.bil either";
+}
+
+TEST_F(RasterFileTest, LoadsNoFileThatTookTheCheckedOnesPlace) {
+    const std::string header = "ncols 3\nnrows 1\nNODATA_value 0\n";
+    const QString name = write("map.asc", header + "1 1 1\n");
+    std::atomic<bool> isOver{false};
+    std::thread other([&] {
+        for (int i = 0; !isOver; ++i) {  // by turns a whole grid and one with a row too many
+            files.write("new.asc", header + (i % 2 == 0 ? "2 2 2\n3 3 3\n" : "1 1 1\n"));
+            std::filesystem::rename(files.path("new.asc"), files.path("map.asc"));
+        }
+    });
+    int refused = 0;
+    for (int i = 0; i < 300; ++i) {
+        try {
+            EXPECT_EQ(loadRaster(name).cell(0, 0), 1.0F);
+        } catch (const InputError&) {
+            ++refused;
+        }
+    }
+    isOver = true;
+    other.join();
+    EXPECT_GT(refused, 0);
 }
 
 TEST_F(RasterFileTest, SumsUpTheMeasuredCells) {
