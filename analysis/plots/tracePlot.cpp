@@ -213,8 +213,8 @@ private:
     void band() {
         painter_.setPen(Qt::NoPen);
         painter_.setBrush(kBand);
-        const auto maxima = decimate(plot_.maximum.data(), columns_);
-        const auto minima = decimate(plot_.minimum.data(), columns_);
+        const auto maxima = decimate(plot_.maximum.data(), columns_, plot_.breaks);
+        const auto minima = decimate(plot_.minimum.data(), columns_, plot_.breaks);
         forEachRun(maxima, [&](std::size_t first, std::size_t end) {
             QPolygonF upper;
             QPolygonF lower;
@@ -235,7 +235,7 @@ private:
     void curve(const std::vector<double>& levels, const QColor& color, double width) {
         painter_.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter_.setBrush(color);
-        const auto columns = decimate(levels.data(), columns_);
+        const auto columns = decimate(levels.data(), columns_, plot_.breaks);
         QVector<QLineF> strokes;
         forEachRun(columns, [&](std::size_t first, std::size_t end) {
             if (end - first == 1 && columns[first].minimum == columns[first].maximum) {

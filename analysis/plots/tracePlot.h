@@ -16,10 +16,11 @@ struct TracePlot {
 
     std::string title;
     std::string levelUnit;
-    std::string placeName;       // of the horizontal axis, with its unit
-    std::vector<double> places;  // of the points, ascending
-    double end = 0.0;            // of the horizontal axis, which begins at the first place
-    bool isCounted = false;      // whether only whole places mean something
+    std::string placeName;            // of the horizontal axis, with its unit
+    std::vector<double> places;       // of the points, ascending
+    double end = 0.0;                 // of the horizontal axis, which begins at the first place
+    std::vector<std::size_t> breaks;  // points to which no line leads, ascending
+    bool isCounted = false;           // whether only whole places mean something
     std::vector<double> maximum;
     std::vector<double> average;
     std::vector<double> minimum;

@@ -15,9 +15,36 @@ std::string megahertz(double frequency) {
     return std::string(ShortestText(frequency).view()) + " MHz";
 }
 
-int nearestPoint(const FrequencyAxis& axis, double frequency) {
+using Band = FrequencyAxis::Band;
+
+/// "from 88 MHz to 108 MHz and from 400 MHz to 500 MHz"
+std::string describe(const std::vector<Band>& bands) {
+    constexpr std::size_t kMaxBands = 8;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(bands.size(), kMaxBands); ++i) {
+        text += i == 0 ? "" : i + 1 == bands.size() ? " and " : ", ";
+        text += "from " + megahertz(bands[i].low) + " to " + megahertz(bands[i].high);
+    }
+    return bands.size() <= kMaxBands
+               ? text
+               : text + " and " + std::to_string(bands.size() - kMaxBands) + " more bands";
+}
+
+/// @return nothing outside the bands
+std::optional<int> nearestPoint(const FrequencyAxis& axis, double frequency) {
+    const auto band = std::find_if(
+        axis.bands.begin(), axis.bands.end(),
+        [frequency](const Band& b) { return b.low <= frequency && frequency <= b.high; });
+    if (band == axis.bands.end()) {
+        return std::nullopt;
+    }
+    const auto pointsOf = [&](auto b) {
+        return axis.points.begin() + static_cast<std::ptrdiff_t>(b == axis.bands.end()
+                                                                     ? axis.points.size()
+                                                                     : b->firstPoint);
+    };
     const auto nearest =
-        std::min_element(axis.points.begin(), axis.points.end(), [frequency](double a, double b) {
+        std::min_element(pointsOf(band), pointsOf(band + 1), [frequency](double a, double b) {
             return std::abs(a - frequency) < std::abs(b - frequency);
         });
     return static_cast<int>(nearest - axis.points.begin());
@@ -40,12 +67,11 @@ int pointOf(const MarkerRequest& request, const SweepReader& recording, std::siz
         throw fail("the recording holds no frequencies; name a point, 0 to " +
                    std::to_string(points - 1));
     }
-    const FrequencyAxis& axis = recording.axis();
-    if (*request.frequency < axis.points.front() || *request.frequency > axis.end) {
-        throw fail("the recording reaches from " + megahertz(axis.points.front()) + " to " +
-                   megahertz(axis.end));
+    const auto nearest = nearestPoint(recording.axis(), *request.frequency);
+    if (!nearest) {
+        throw fail("the recording reaches " + describe(recording.axis().bands));
     }
-    return nearestPoint(axis, *request.frequency);
+    return *nearest;
 }
 
 }  // namespace

@@ -22,10 +22,10 @@ struct Marker {
     int point;
 };
 
-/// Puts the markers on the points of a recording; a frequency gets the nearest one, the lower of
-/// two equally near.
+/// Puts the markers on the points of a recording; a frequency gets the nearest one of its band, the
+/// lower of two equally near.
 /// @param points number of points, also of a recording without frequencies
-/// @throw InputError for a marker outside the recording
+/// @throw InputError for a marker outside the bands of the recording
 std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
                                  const SweepReader& recording, std::size_t points);
 

@@ -251,20 +251,36 @@ void SweepReader::learnFirstLines() {
     numberTurns();
 }
 
+/// Adds the points of the next hop by frequency.
+/// @param lastStep of the hop before
+void SweepReader::addToAxis(const Hop& hop, double lastStep) {
+    const double low = hop.low / kHertzPerMegahertz;
+    const double high = hop.high / kHertzPerMegahertz;
+    const double minGap = std::min(hop.step, lastStep) / 2.0 / kHertzPerMegahertz;
+    // Smaller gaps come from rounded bounds.
+    if (axis_.bands.empty() || low - axis_.bands.back().high >= minGap) {
+        axis_.bands.push_back({axis_.points.size(), low, high});
+    }
+    axis_.bands.back().high = std::max(axis_.bands.back().high, high);
+    for (std::size_t i = 0; i < hop.points(); ++i) {
+        axis_.points.push_back((hop.low + static_cast<double>(i) * hop.step) / kHertzPerMegahertz);
+    }
+}
+
 /// Puts levels and places, which stand as they came, in order of frequency.
 void SweepReader::arrange() {
     axis_.points.reserve(points_);
     std::vector<std::size_t> source;  // of each level
     source.reserve(points_);
+    double lastStep = 0.0;
     for (auto& [low, place] : places_) {
         const std::size_t came = place.firstLevel;
         place.firstLevel = source.size();
         for (std::size_t i = 0; i < place.hop.points(); ++i) {
             source.push_back(came + i);
-            axis_.points.push_back((low + static_cast<double>(i) * place.hop.step) /
-                                   kHertzPerMegahertz);
         }
-        axis_.end = place.hop.high / kHertzPerMegahertz;
+        addToAxis(place.hop, lastStep);
+        lastStep = place.hop.step;
     }
     const auto arrangeLevels = [&](std::vector<double>& levels) {
         levels.resize(points_, traceRssiBuffer::kNoMeasurement);

@@ -19,10 +19,17 @@ struct Sweep {
     std::vector<double> levels;  // dBm, one per point; traceRssiBuffer::kNoMeasurement for none
 };
 
-/// Where the points of a sweep lie.
+/// Where the points of a sweep lie; empty for a recording without frequencies.
 struct FrequencyAxis {
+    /// Points without a gap between their bins.
+    struct Band {
+        std::size_t firstPoint;
+        double low;   // MHz, where its first bin begins
+        double high;  // MHz, where its last bin ends
+    };
+
     std::vector<double> points;  // MHz, where the bin of each point begins
-    double end = 0.0;            // MHz, where the last bin ends
+    std::vector<Band> bands;     // ascending
 };
 
 /// Reads a recording sweep by sweep; holds a few sweeps, however long the recording is.
@@ -44,7 +51,7 @@ struct FrequencyAxis {
 /// The hops of the sweeps that are learned from, in order of frequency, make the points of all
 /// sweeps; what a sweep lacks was not measured, and a hop that comes later for the first time is an
 /// error. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
-/// level of a line.
+/// level of a line. Hops make one band unless at least half a bin is missing between them.
 class SweepReader {
 public:
     /// @param learned how many sweeps are read before the first is handed out, to learn their
@@ -88,6 +95,7 @@ private:
     Place* find(const Hop& hop);
     Place* add(const Hop& hop);
     void take(Place& place);
+    void addToAxis(const Hop& hop, double lastStep);
     void arrange();
     std::int64_t timeStep() const;
     [[noreturn]] void fail(const std::string& what) const;

@@ -2,7 +2,8 @@
 // - reading ends, at the end of the file or with an InputError that names the file;
 // - every level is -999, for none, or lies between -999 and 999;
 // - the sweeps of a recording have as many levels each as its frequency axis has points, or as its
-//   first trace has levels; the axis is finite and ends above its first point;
+//   first trace has levels; the axis is finite, its bands ascend without touching and each begins
+//   at a point;
 // - a recording without frequencies gives one trace for each line that is not blank, with the
 // numbers
 //   that strtod reads;
@@ -29,8 +30,7 @@ namespace {
 
 struct Recording {
     std::vector<Sweep> sweeps;
-    std::vector<double> points;
-    double end = 0.0;
+    FrequencyAxis axis;
     std::optional<std::string> failure;
 };
 
@@ -58,8 +58,7 @@ Recording read(const QString& file, std::size_t learned) {
                                                : recording.sweeps[0].levels.size());
             recording.sweeps.push_back(sweep);
         }
-        recording.points = reader.axis().points;
-        recording.end = reader.axis().end;
+        recording.axis = reader.axis();
     } catch (const rfu::InputError& error) {
         REQUIRE(error.file() == file);
         recording.failure = error.message();
@@ -68,10 +67,17 @@ Recording read(const QString& file, std::size_t learned) {
 }
 
 void requireAxis(const Recording& recording) {
-    for (const double point : recording.points) {
+    const auto& [points, bands] = recording.axis;
+    for (const double point : points) {
         REQUIRE(std::isfinite(point) && point >= 0.0);
     }
-    REQUIRE(recording.points.empty() || recording.end > recording.points.front());
+    REQUIRE(points.empty() == bands.empty());
+    for (std::size_t i = 0; i < bands.size(); ++i) {
+        REQUIRE(i == 0 ? bands[i].firstPoint == 0 : bands[i].firstPoint > bands[i - 1].firstPoint);
+        REQUIRE(bands[i].firstPoint < points.size());
+        REQUIRE(same(bands[i].low, points[bands[i].firstPoint]) && bands[i].high > bands[i].low);
+        REQUIRE(i == 0 || bands[i].low > bands[i - 1].high);
+    }
 }
 
 std::string trimmedText(const std::string& text) {
@@ -260,7 +266,7 @@ void requireHops(const Recording& recording, std::string_view file, std::size_t 
             }
         }
     }
-    REQUIRE(recording.points == joined(points));
+    REQUIRE(recording.axis.points == joined(points));
     if (std::any_of(hops.begin(), hops.end(),
                     [&](const HopLine& hop) { return hop.date != hops[0].date; })) {
         return;
@@ -277,7 +283,7 @@ void requireHops(const Recording& recording, std::string_view file, std::size_t 
 }
 
 void requireSame(const Recording& a, const Recording& b) {
-    REQUIRE(a.failure == b.failure && a.points == b.points && same(a.end, b.end));
+    REQUIRE(a.failure == b.failure && a.axis.points == b.axis.points);
     REQUIRE(std::equal(
         a.sweeps.begin(), a.sweeps.end(), b.sweeps.begin(), b.sweeps.end(),
         [](const Sweep& x, const Sweep& y) { return x.time == y.time && x.levels == y.levels; }));
@@ -293,8 +299,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         requireAxis(recording);
         if (!recording.failure) {
             const std::string_view text(reinterpret_cast<const char*>(data), size);
-            recording.points.empty() ? requireTraces(recording, text)
-                                     : requireHops(recording, text, learned);
+            recording.axis.points.empty() ? requireTraces(recording, text)
+                                          : requireHops(recording, text, learned);
         }
         requireSame(recording, read(file.path(), learned));
     }

@@ -215,14 +215,19 @@ TEST(Trace, summarises) {
              "points     4\n"
              "fromMHz    100\n"
              "toMHz      104\n"
+             "bands      100:104\n"
              "firstTime  2024-01-01 10:00:00\n"
              "lastTime   2024-01-01 10:00:20\n"),
         good("what is kept", "--keep 1 --format json", kBand,
              "{\"sweeps\": 3, \"kept\": 1, \"points\": 4, \"fromMHz\": 100, \"toMHz\": 104, "
+             "\"bands\": \"100:104\", "
              "\"firstTime\": \"2024-01-01 10:00:20\", \"lastTime\": \"2024-01-01 10:00:20\"}\n"),
+        good("two bands", "--format csv", hopLines("a0 b0 d0"),
+             "sweeps,kept,points,fromMHz,toMHz,bands,firstTime,lastTime\n"
+             "1,1,3,100,104,100:102 103:104,2024-01-01 10:00:00,2024-01-01 10:00:00\n"),
         good("plain traces", "--format csv", "-1,-2\n-1,-2\n",
-             "sweeps,kept,points,fromMHz,toMHz,firstTime,lastTime\n"
-             "2,2,2,,,,\n"),
+             "sweeps,kept,points,fromMHz,toMHz,bands,firstTime,lastTime\n"
+             "2,2,2,,,,,\n"),
     });
 }
 
@@ -415,6 +420,17 @@ TEST(Trace, plotsStatisticsAndMarkers) {
     }
     EXPECT_GT(rows, 150);
     EXPECT_NE(marked, plotOf("--marker 103MHz --unit V", kBand));
+    // 100 to 103 and 107 to 110 MHz
+    const QImage bands = plotOf("", hopLines("a0 b0 c0 h0 i0 j0"));
+    const auto hasCurve = [&bands](int x) {
+        bool found = false;
+        for (int y = 75; y < 617; ++y) {
+            found = found || shows(bands, x, y, qRgb(0x1f, 0x4e, 0x79));
+        }
+        return found;
+    };
+    EXPECT_TRUE(hasCurve(250) && hasCurve(1000));
+    EXPECT_FALSE(hasCurve(668));
 }
 
 TEST(Trace, examplesOfTheHelpRun) {
@@ -478,14 +494,16 @@ TEST(Trace, readsTheSamples) {
          {"trace", samples + "fm_band.csv"},
          "",
          0,
-         "sweeps     240\nkept       240\npoints     512\nfromMHz    88\ntoMHz      108\n"
+         "sweeps     240\nkept       240\npoints     512\nfromMHz    88\ntoMHz      108\nbands     "
+         " 88:108\n"
          "firstTime  2024-05-04 21:15:00\nlastTime   2024-05-04 21:54:50\n",
          ""},
         {"Wi-Fi band",
          {"trace", samples + "wifi_band.csv"},
          "",
          0,
-         "sweeps     60\nkept       60\npoints     100\nfromMHz    2400\ntoMHz      2500\n"
+         "sweeps     60\nkept       60\npoints     100\nfromMHz    2400\ntoMHz      2500\nbands    "
+         "  2400:2500\n"
          "firstTime  2024-05-04 14:02:11.308551\nlastTime   2024-05-04 14:02:12.198056\n",
          ""},
     });

@@ -9,6 +9,7 @@
 #include "analysis/statistics/pointStatistics.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
+#include "analysis/support/numbers.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
@@ -98,6 +99,18 @@ TraceColumns pointColumns(const TraceOptions& options) {
     return columns;
 }
 
+/// "88:108 400:500", in MHz
+std::string bandsText(const FrequencyAxis& axis) {
+    std::string text;
+    for (const FrequencyAxis::Band& band : axis.bands) {
+        text += text.empty() ? "" : " ";
+        text += ShortestText(band.low).view();
+        text += ':';
+        text += ShortestText(band.high).view();
+    }
+    return text;
+}
+
 /// A recording while it is read and what came of it.
 class Trace {
 public:
@@ -157,7 +170,7 @@ public:
         plot.title = file + ", " + std::to_string(sweeps_.kept()) +
                      (sweeps_.kept() == 1 ? " sweep" : " sweeps");
         plot.placeName = recording_.hasFrequencies() ? "frequency in MHz" : "point";
-        plot.end = recording_.hasFrequencies() ? axis.end : points_ - 1;
+        plot.end = recording_.hasFrequencies() ? axis.bands.back().high : points_ - 1;
         plot.isCounted = !recording_.hasFrequencies();
         plot.levelUnit = nameOf(options_.view.unit);
         std::optional<LevelPresenter> presenter;
@@ -175,6 +188,9 @@ public:
             plot.maximum.push_back(shown(statistics.maximum));
             plot.average.push_back(shown(statistics.average));
             plot.minimum.push_back(shown(statistics.minimum));
+        }
+        for (const FrequencyAxis::Band& band : axis.bands) {
+            plot.breaks.push_back(band.firstPoint);
         }
         for (const Marker& marker : markers_) {
             plot.marks.push_back({marker.name, static_cast<std::size_t>(marker.point)});
@@ -203,7 +219,8 @@ private:
                      {"kept", sweeps_.kept()},
                      {"points", points_},
                      {"fromMHz", hasAxis ? Cell(axis.points.front()) : Cell()},
-                     {"toMHz", hasAxis ? Cell(axis.end) : Cell()},
+                     {"toMHz", hasAxis ? Cell(axis.bands.back().high) : Cell()},
+                     {"bands", hasAxis ? Cell(bandsText(axis)) : Cell()},
                      {"firstTime", hasAxis ? Cell(sweeps_.time(0)) : Cell()},
                      {"lastTime", hasAxis ? Cell(sweeps_.time(sweeps_.kept() - 1)) : Cell()}});
     }

@@ -83,6 +83,10 @@ bool isMarked(const QImage& image, int x) {
     return rowsOf(image, x, kMark, 400, 616) > 100;
 }
 
+bool isShaded(const QImage& image, int x, int y) {
+    return distance(image.pixel(x, y), qRgb(232, 237, 242)) < 10;
+}
+
 bool isDot(const QImage& image, int x, int y, QRgb color) {
     return distance(image.pixel(x - 2, y), color) < 60 &&
            distance(image.pixel(x + 1, y), color) < 60 &&
@@ -119,6 +123,19 @@ TEST(TracePlot, BreaksLinesAtGaps) {
     EXPECT_EQ(rowOf(image, 1100, kAverage), -1) << "no line leads out of a gap";
     const QImage early = draw(plotOf({-10, kNone, -10, -10, -10}));
     EXPECT_GT(rowOf(early, 700, kAverage), 0) << "the first line behind a gap";
+}
+
+TEST(TracePlot, BreaksLinesAndShadingBetweenBands) {
+    TracePlot plot = plotOf({-2, -2, -2, -2}, {-22, -22, -22, -22}, {-42, -42, -42, -42});
+    plot.breaks = {2};
+    const QImage image = draw(plot);  // points at columns 84, 473, 863 and 1252
+    for (const int x : {300, 1000}) {
+        EXPECT_TRUE(isShaded(image, x, 200)) << x;
+        EXPECT_GT(rowOf(image, x, kAverage), 0) << x;
+    }
+    EXPECT_FALSE(isShaded(image, 600, 200));
+    EXPECT_EQ(rowOf(image, 600, kAverage), -1);
+    EXPECT_EQ(rowOf(image, 600, kMaximum), -1);
 }
 
 TEST(TracePlot, DrawsPointsWithoutNeighboursAsDots) {
@@ -163,12 +180,11 @@ TEST(TracePlot, ShadesFromMaximumToMinimum) {
         }
         // -20 dBm lies at row 74, -80 dBm at row 618
         const QImage image = draw(plotOf(maximum, minimum, minimum));
-        const auto isShaded = [&](int x, int y) {
-            return distance(image.pixel(x, y), qRgb(232, 237, 242)) < 10;
-        };
-        EXPECT_TRUE(isShaded(300, 85) && isShaded(300, 400) && isShaded(300, 610)) << count;
-        EXPECT_FALSE(isShaded(800, 400)) << count;
-        EXPECT_TRUE(isShaded(1100, 400)) << count;
+        EXPECT_TRUE(isShaded(image, 300, 85) && isShaded(image, 300, 400) &&
+                    isShaded(image, 300, 610))
+            << count;
+        EXPECT_FALSE(isShaded(image, 800, 400)) << count;
+        EXPECT_TRUE(isShaded(image, 1100, 400)) << count;
     }
 }
 

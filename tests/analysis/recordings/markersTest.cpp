@@ -58,6 +58,34 @@ TEST(Markers, TakeTheNearestPoint) {
     }
 }
 
+TEST(Markers, StayInTheirBand) {
+    // 100 to 104 MHz in one bin, 105 to 107 and 200 to 201 MHz.
+    const std::string bands =
+        "2024-01-01, 10:00:00, 100000000, 104000000, 4000000, 5, -1\n"
+        "2024-01-01, 10:00:00, 105000000, 107000000, 1000000, 5, -2, -3\n"
+        "2024-01-01, 10:00:00, 200000000, 201000000, 1000000, 5, -4\n";
+    const std::string reach =
+        "marker F: the recording reaches from 100 MHz to 104 MHz, from 105 MHz to 107 MHz and from "
+        "200 MHz to 201 MHz";
+    const struct {
+        double frequency;
+        std::string point;
+    } kRows[] = {
+        {104.0, "0"},   {105.0, "1"},   {106.9, "2"},  {107.0, "2"},   {201.0, "3"},
+        {104.5, reach}, {150.0, reach}, {99.0, reach}, {201.5, reach},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(placedAt(bands, row.frequency), row.point) << row.frequency;
+    }
+}
+
+TEST(Markers, NameTheFirstOfManyBands) {
+    EXPECT_EQ(placedAt(rfu::test::hopLines("a0 c0 e0 g0 i0 k0 m0 o0 q0 s0"), 101.5),
+              "marker F: the recording reaches from 100 MHz to 101 MHz, from 102 MHz to 103 MHz, "
+              "from 104 MHz to 105 MHz, from 106 MHz to 107 MHz, from 108 MHz to 109 MHz, from 110 "
+              "MHz to 111 MHz, from 112 MHz to 113 MHz, from 114 MHz to 115 MHz and 2 more bands");
+}
+
 TEST(Markers, TakeThePointThatIsNamed) {
     const std::string band = rfu::test::hopLines("a0 b0");
     EXPECT_EQ(placedOn(band, 1), "1");

@@ -59,6 +59,16 @@ std::string sweepsOf(const Recording& recording) {
     return text;
 }
 
+/// The first point and the bounds of each band.
+std::string bandsOf(const FrequencyAxis& axis) {
+    std::ostringstream text;
+    for (const FrequencyAxis::Band& band : axis.bands) {
+        text << (&band == &axis.bands[0] ? "" : ", ") << band.firstPoint << ": " << band.low << '-'
+             << band.high;
+    }
+    return text.str();
+}
+
 std::string timesOf(const Recording& recording) {
     std::string text;
     for (const Sweep& sweep : recording.sweeps) {
@@ -149,7 +159,7 @@ TEST(SweepReader, OrdersPointsByFrequency) {
         "2024-05-04, 14:02:11, 2402000000, 2404000000, 1000000.00, 20, -3, -4\n");
     EXPECT_EQ(sweepsOf(recording), "1 2 3 4 5 6");
     EXPECT_EQ(recording.axis.points, (std::vector<double>{2400, 2401, 2402, 2403, 2404, 2405}));
-    EXPECT_EQ(recording.axis.end, 2406.0);
+    EXPECT_EQ(bandsOf(recording.axis), "0: 2400-2406");
     // Neighbours may share a bin, whichever comes first.
     const std::string low = "2024-01-01, 10:00:00, 100000000, 102000000, 1000000, 5, -1, -2\n";
     const std::string high = "2024-01-01, 10:00:00, 101000000, 103000000, 1000000, 5, -3, -4\n";
@@ -159,12 +169,29 @@ TEST(SweepReader, OrdersPointsByFrequency) {
     }
 }
 
+TEST(SweepReader, SplitsBandsWhereHalfABinIsMissing) {
+    EXPECT_EQ(bandsOf(read(hopLines("a0 b0 d0 e0 h0")).axis), "0: 100-102, 2: 103-105, 4: 107-108");
+    EXPECT_EQ(bandsOf(read(hopLines("h0 a0 b0")).axis), "0: 100-102, 2: 107-108");
+    const auto bandsWith = [](const char* secondHop) {
+        return bandsOf(read("2024-01-01, 10:00:00, 100000000, 102000000, 1000000, 5, -1, -2\n"
+                            "2024-01-01, 10:00:00, " +
+                            std::string(secondHop) + "\n")
+                           .axis);
+    };
+    EXPECT_EQ(bandsWith("102499999, 103499999, 1000000, 5, -3"), "0: 100-103.5");
+    EXPECT_EQ(bandsWith("102500000, 103500000, 1000000, 5, -3"), "0: 100-102, 2: 102.5-103.5");
+    EXPECT_EQ(bandsWith("102100000, 102400000, 100000, 5, -3, -4, -5"),
+              "0: 100-102, 2: 102.1-102.4")
+        << "the narrower bin decides";
+    EXPECT_EQ(bandsWith("101100000, 101900000, 900000, 5, -3"), "0: 100-102") << "overlapping";
+}
+
 TEST(SweepReader, IgnoresTheRepeatedLastLevelOfALine) {
     const Recording recording =
         read("2024-01-01, 10:00:00, 100000000, 100100000, 33333.33, 5, -1, -2, -3, -3\n");
     EXPECT_EQ(sweepsOf(recording), "1 2 3");
     EXPECT_EQ(recording.axis.points, (std::vector<double>{100.0, 100.03333333, 100.06666666}));
-    EXPECT_EQ(recording.axis.end, 100.1);
+    EXPECT_EQ(bandsOf(recording.axis), "0: 100-100.1");
 }
 
 TEST(SweepReader, ReadsTracesWithoutFrequencies) {
