@@ -155,6 +155,29 @@ TEST(Catalogue, controlCharactersStayInsideTheirCell) {
         folder);
 }
 
+TEST(Catalogue, longCellsAreShortenedInText) {
+    const SampleFolder folder;
+    const auto choice = [](const std::string& label, const char* sequence) {
+        return R"({"id": "x)" + std::string(sequence) + R"(", "label": ")" + label +
+               R"(", "enum": 1, "dispSeq": )" + sequence + "}";
+    };
+    const std::string whole(80, 'w');
+    folder.add("c.json", "{\"a\": [" + choice(whole, "1") + "," + choice(whole + "!", "2") + "]}");
+    expectCommands(
+        {
+            shows("eighty characters", "catalogue c.json",
+                  "item  dispSeq  enum  id  label" + std::string(77, ' ') + "offered\n" +
+                      "a           1     1  x1  " + whole + "  yes\n" +
+                      "a           2     1  x2  " + std::string(79, 'w') + "\u2026  yes\n")
+                .noting("cells of more than 80 characters are shortened; --format csv has them "
+                        "whole"),
+            shows("all in CSV", "catalogue c.json --format csv",
+                  "item,dispSeq,enum,id,label,offered\na,1,1,x1," + whole + ",true\na,2,1,x2," +
+                      whole + "!,true\n"),
+        },
+        folder);
+}
+
 TEST(Catalogue, controlCharactersDoNotSteerTheTerminal) {
     const SampleFolder folder;
     folder.add(

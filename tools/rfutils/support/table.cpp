@@ -8,6 +8,7 @@
 
 #include "analysis/support/numbers.h"
 #include "analysis/support/singles.h"
+#include "support/errors.h"
 #include "support/output.h"
 #include "support/text.h"
 
@@ -133,7 +134,9 @@ void RowWriter::add(const std::vector<Cell>& cells) {
         firstRow_ = false;
     } else {
         for (const Cell& cell : cells) {
-            cells_.push_back({cell.in(format_), cell.isNumber()});
+            const std::string text = cell.in(format_);
+            cells_.push_back({shortened(text, kMaxCellWidth), cell.isNumber()});
+            hasShortened_ = hasShortened_ || cells_.back().text != text;
         }
     }
 }
@@ -179,6 +182,11 @@ void RowWriter::finish() {
         standardOutput().close();
     } else {
         writeRows();
+        if (hasShortened_) {
+            standardOutput().flush();  // the note follows the table
+            printNote("cells of more than " + std::to_string(kMaxCellWidth) +
+                      " characters are shortened; --format csv has them whole");
+        }
     }
 }
 

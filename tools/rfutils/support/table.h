@@ -59,12 +59,15 @@ Cell withDecimals(const std::optional<double>& value, int decimals);
 Cell textOrNone(std::string text);
 
 /// Writes rows of cells to standardOutput():
-///  - text: columns aligned, a heading line first;
+///  - text: columns aligned, a heading line first; cells of more than kMaxCellWidth columns are
+///    shortened with a note, so that one of them does not widen every row;
 ///  - CSV: a header line;
 ///  - JSON: an array with one object per line, keys in column order.
 /// CSV and JSON rows are written as they come, text at the end, when all widths are known.
 class RowWriter {
 public:
+    static constexpr std::size_t kMaxCellWidth = 80;
+
     RowWriter(Format format, std::vector<std::string> names);
 
     /// @param cells as many as there are names
@@ -85,6 +88,7 @@ private:
     Format format_;
     std::vector<std::string> names_;
     bool firstRow_ = true;
+    bool hasShortened_ = false;
     // Text format only.
     std::vector<ShownCell> cells_;
     std::vector<std::size_t> widths_;

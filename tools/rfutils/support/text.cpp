@@ -28,6 +28,13 @@ bool isLayoutControl(unsigned code) {
 
 }  // namespace
 
+std::string shortened(std::string_view text, std::size_t width) {
+    if (widthOf(text) <= width) {
+        return std::string(text);
+    }
+    return decoded(text).left(static_cast<int>(width) - 1).toStdString() + "\u2026";
+}
+
 std::string validUtf8(std::string_view text) {
     return isPlainAscii(text) ? std::string(text) : decoded(text).toStdString();
 }

@@ -13,6 +13,9 @@ inline std::size_t widthOf(std::string_view text) {
     }));
 }
 
+/// The text, with an ellipsis as its last character if it is wider than `width`.
+std::string shortened(std::string_view text, std::size_t width);
+
 /// The text with U+FFFD for invalid UTF-8.
 std::string validUtf8(std::string_view text);
 
