@@ -10,9 +10,9 @@ namespace {
 
 constexpr int kMargin = 64;
 constexpr int kWantedSide = 960;  // of the longer side of the map
-constexpr int kLeastWidth = 360;  // room for two labels side by side
+constexpr int kMinSheetWidth = 360;  // room for two labels side by side
 
-const QColor kNothing(0xec, 0xf1, 0xf5);  // where the map is transparent
+const QColor kBackground(0xec, 0xf1, 0xf5);  // where the map is transparent
 const QColor kTextColor(0x2b, 0x33, 0x3d);
 const QColor kMapFrame(0x6b, 0x75, 0x80);
 const QColor kPointColor(0xd6, 0x33, 0x4c);
@@ -61,13 +61,13 @@ void drawLabel(QPainter& painter, QPointF at, const MapMark& mark, QSizeF sheet)
 
 QImage drawSheet(const QImage& map, const std::vector<MapMark>& marks) {
     const int factor = std::max(1, kWantedSide / std::max(map.width(), map.height()));
-    const QRect area(QPoint(std::max(kMargin, (kLeastWidth - factor * map.width()) / 2), kMargin),
+    const QRect area(QPoint(std::max(kMargin, (kMinSheetWidth - factor * map.width()) / 2), kMargin),
                      map.size() * factor);
     QImage sheet(2 * area.left() + area.width(), 2 * area.top() + area.height(),
                  QImage::Format_RGB32);
     sheet.fill(Qt::white);
     QPainter painter(&sheet);
-    painter.fillRect(area, kNothing);
+    painter.fillRect(area, kBackground);
     painter.drawImage(area, map);
     painter.setPen(QPen(kMapFrame, 1));
     painter.drawRect(area.adjusted(-1, -1, 0, 0));
