@@ -9,7 +9,7 @@ namespace rfu {
 namespace {
 
 constexpr int kMargin = 64;
-constexpr int kWantedSide = 960;  // of the longer side of the map
+constexpr int kWantedSide = 960;     // of the longer side of the map
 constexpr int kMinSheetWidth = 360;  // room for two labels side by side
 
 const QColor kBackground(0xec, 0xf1, 0xf5);  // where the map is transparent
@@ -61,8 +61,9 @@ void drawLabel(QPainter& painter, QPointF at, const MapMark& mark, QSizeF sheet)
 
 QImage drawSheet(const QImage& map, const std::vector<MapMark>& marks) {
     const int factor = std::max(1, kWantedSide / std::max(map.width(), map.height()));
-    const QRect area(QPoint(std::max(kMargin, (kMinSheetWidth - factor * map.width()) / 2), kMargin),
-                     map.size() * factor);
+    const QRect area(
+        QPoint(std::max(kMargin, (kMinSheetWidth - factor * map.width()) / 2), kMargin),
+        map.size() * factor);
     QImage sheet(2 * area.left() + area.width(), 2 * area.top() + area.height(),
                  QImage::Format_RGB32);
     sheet.fill(Qt::white);
