@@ -27,13 +27,13 @@ using namespace rfu::test;
 
 namespace {
 
-constexpr int kMost = 2048;
+constexpr int kMaxSize = 2048;
 
 /// Mostly small, seldom a number at the bounds: a map of 16 MiB takes as long as thousands of small
 /// ones.
 int sizeOf(std::uint8_t byte) {
-    static constexpr std::array<int, 6> kBounds = {-1,      INT_MIN, kMost + 1,
-                                                   INT_MAX, kMost,   kMost - 1};
+    static constexpr std::array<int, 6> kBounds = {-1,      INT_MIN,  kMaxSize + 1,
+                                                   INT_MAX, kMaxSize, kMaxSize - 1};
     constexpr int kFirstBound = 256 - static_cast<int>(kBounds.size());
     return byte < kFirstBound ? byte % 32 : kBounds[static_cast<std::size_t>(byte - kFirstBound)];
 }
@@ -86,11 +86,11 @@ void announce(veltaGEO& map, Input header) {
 }
 
 bool finish(veltaGEO& map) {
-    if (map.nCols > kMost) {
+    if (map.nCols > kMaxSize) {
         map.errMsg = QStringLiteral("Too many columns in the file. Unable to open");
         return false;
     }
-    if (map.nRows > kMost) {
+    if (map.nRows > kMaxSize) {
         map.errMsg = QStringLiteral("Too many rows in the file. Unable to open");
         return false;
     }

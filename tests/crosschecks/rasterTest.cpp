@@ -74,9 +74,9 @@ float cellValue(Samples& samples) {
 }
 
 /// Edges and cell sizes have few binary digits, so that their texts are exact.
-Raster randomRaster(Samples& samples, int leastColumns) {
+Raster randomRaster(Samples& samples, int minColumns) {
     Raster raster;
-    raster.columns = leastColumns + static_cast<int>(samples.below(60));
+    raster.columns = minColumns + static_cast<int>(samples.below(60));
     raster.rows = 1 + static_cast<int>(samples.below(40));
     raster.west = std::nearbyint(samples.between(-2e6, 2e6) * 64.0) / 64.0;
     raster.south = std::nearbyint(samples.between(-2e6, 2e6) * 64.0) / 64.0;

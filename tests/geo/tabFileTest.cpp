@@ -284,12 +284,12 @@ TEST_F(TabFile, TakesItsNameAsItStands) {
 }
 
 TEST_F(TabFile, CutsLinesTo1023999Characters) {
-    constexpr std::size_t kLast = 1023999;
-    EXPECT_TRUE(load(padded("File", kLast, "a.asc") + '\n'));
+    constexpr std::size_t kMaxLine = 1023999;
+    EXPECT_TRUE(load(padded("File", kMaxLine, "a.asc") + '\n'));
     EXPECT_STREQ(map->rasterFileName, "a");
-    EXPECT_TRUE(load(padded("File", kLast + 1, "b.asc") + '\n'));
+    EXPECT_TRUE(load(padded("File", kMaxLine + 1, "b.asc") + '\n'));
     EXPECT_STREQ(map->rasterFileName, "a");
-    EXPECT_TRUE(load(padded("File c.asc", kLast + 1, "x\nType RASTER")));
+    EXPECT_TRUE(load(padded("File c.asc", kMaxLine + 1, "x\nType RASTER")));
     EXPECT_STREQ(map->rasterFileName, "c.asc");
 }
 
