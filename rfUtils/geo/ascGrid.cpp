@@ -25,19 +25,21 @@ float cellValue(std::string_view token) {
 }
 
 /// The cell of the next token, 0 without one.
-float nextCell(Tokenizer& rest, const char* lineEnd) {
-    const PlainDecimal number = plainDecimal(rest.peek(), lineEnd);
+float nextCell(const char*& cursor, const char* lineEnd) {
+    cursor = skipSeparators(cursor);
+    const PlainDecimal number = plainDecimal(cursor, lineEnd);
     if (number.end == nullptr) {
-        return cellValue(rest.next());
+        char text[kMaxTokenLength];
+        return cellValue(tokenText(nextRawToken(cursor), text));
     }
-    rest.continueAt(number.end);
+    cursor = number.end;
     return toFloat(number.value);
 }
 
-/// Fills `columns` cells from the first tokens of a line, which the tokenizer has passed, and the
-/// remaining ones; a cell without a token becomes 0.
-void readRow(const FirstTokens& first, Tokenizer& rest, const char* lineEnd, float* row,
-             std::int32_t columns) {
+/// Fills `columns` cells from the first tokens of a line and those at `rest`; a cell without a token
+/// becomes 0. Inlined, the loop would share its registers with the line reader.
+[[gnu::noinline]] void readRow(const FirstTokens& first, const char* rest, const char* lineEnd,
+                               float* row, std::int32_t columns) {
     const auto taken = std::min(columns, static_cast<std::int32_t>(first.size()));
     for (std::int32_t column = 0; column < taken; ++column) {
         row[column] = cellValue(first[static_cast<std::size_t>(column)]);
@@ -71,7 +73,8 @@ bool veltaGEO::loadASCFile(const QString& fileName) {
                 headerLines = lines.number();
             }
         } else if (count == first.size() && row < kMaxRows) {
-            readRow(first, tokenizer, lines.lineEnd(), grid[row], std::min(nCols, kMaxColumns));
+            readRow(first, tokenizer.cursor(), lines.lineEnd(), grid[row],
+                    std::min(nCols, kMaxColumns));
         }
     }
     return finishRaster(*this, fileName);

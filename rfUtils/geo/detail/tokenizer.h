@@ -95,6 +95,15 @@ inline std::size_t copyTokenText(const RawToken& token, char* out) noexcept {
     return length;
 }
 
+/// The token's text. `buffer` is written if the token has quotes, and holds kMaxTokenLength characters
+/// or is the token's own place in the line.
+inline std::string_view tokenText(const RawToken& token, char* buffer) noexcept {
+    if (token.hasQuotes()) {
+        return {buffer, copyTokenText(token, buffer)};
+    }
+    return {token.begin, std::min(token.length, kMaxTokenLength)};
+}
+
 /// Walks over the tokens of a NUL-terminated line without copying them: each is a view that begins
 /// at its RawToken. Quoted tokens are compacted in place, which changes no other token.
 class Tokenizer {
@@ -104,18 +113,11 @@ public:
     /// The next token; empty at the end of the line (no token is empty).
     std::string_view next() noexcept {
         const RawToken token = nextRawToken(cursor_);
-        if (token.hasQuotes()) {
-            char* const text = line_ + (token.begin - line_);
-            return {text, copyTokenText(token, text)};
-        }
-        return {token.begin, std::min(token.length, kMaxTokenLength)};
+        return tokenText(token, line_ + (token.begin - line_));
     }
 
-    /// Start of the next token, or the end of the line.
-    const char* peek() noexcept { return cursor_ = skipSeparators(cursor_); }
-
-    /// Continues behind a token that the caller has read in place.
-    void continueAt(const char* tokenEnd) noexcept { cursor_ = tokenEnd; }
+    /// The end of the last token.
+    const char* cursor() const noexcept { return cursor_; }
 
     /// Fills the table with the next tokens and returns how many there were, at most its capacity.
     template <std::size_t Capacity>
