@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
 #include "hopLines.h"
 
 using rfu::FrequencyAxis;
@@ -61,12 +62,13 @@ std::string sweepsOf(const Recording& recording) {
 
 /// The first point and the bounds of each band.
 std::string bandsOf(const FrequencyAxis& axis) {
-    std::ostringstream text;
+    const auto number = [](double value) { return std::string(rfu::ShortestText(value).view()); };
+    std::string text;
     for (const FrequencyAxis::Band& band : axis.bands) {
-        text << (&band == &axis.bands[0] ? "" : ", ") << band.firstPoint << ": " << band.low << '-'
-             << band.high;
+        text += (text.empty() ? "" : ", ") + std::to_string(band.firstPoint) + ": " +
+                number(band.low) + '-' + number(band.high);
     }
-    return text.str();
+    return text;
 }
 
 std::string timesOf(const Recording& recording) {
@@ -178,7 +180,7 @@ TEST(SweepReader, SplitsBandsWhereHalfABinIsMissing) {
                             std::string(secondHop) + "\n")
                            .axis);
     };
-    EXPECT_EQ(bandsWith("102499999, 103499999, 1000000, 5, -3"), "0: 100-103.5");
+    EXPECT_EQ(bandsWith("102499999, 103499999, 1000000, 5, -3"), "0: 100-103.499999");
     EXPECT_EQ(bandsWith("102500000, 103500000, 1000000, 5, -3"), "0: 100-102, 2: 102.5-103.5");
     EXPECT_EQ(bandsWith("102100000, 102400000, 100000, 5, -3, -4, -5"),
               "0: 100-102, 2: 102.1-102.4")

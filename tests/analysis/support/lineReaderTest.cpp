@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 #include <support/tempFiles.h>
 
+#include <cerrno>
+#include <cstring>
+
 #include "analysis/support/inputError.h"
 
 using rfu::InputError;
@@ -75,8 +78,8 @@ TEST(LineReader, BoundsTheLengthOfALine) {
 
 TEST(LineReader, RefusesWhatItCannotRead) {
     const TempFiles files;
-    EXPECT_EQ(problemOf(files.path("none")), "0: No such file or directory");
-    EXPECT_EQ(problemOf(files.makeFolder("folder")), "0: Is a directory");
+    EXPECT_EQ(problemOf(files.path("none")), "0: " + std::string(std::strerror(ENOENT)));
+    EXPECT_EQ(problemOf(files.makeFolder("folder")), "0: " + std::string(std::strerror(EISDIR)));
 }
 
 TEST(LineReader, TellsBeforeItMayWait) {
