@@ -195,6 +195,33 @@ std::size_t countFields(std::string_view fields) {
     return static_cast<std::size_t>(std::count(fields.begin(), fields.end(), ',')) + 1;
 }
 
+std::optional<std::size_t> decimalsOf(std::string_view level) {
+    if (std::none_of(level.begin(), level.end(), detail::isDigit)) {
+        return std::nullopt;
+    }
+    const std::size_t point = level.find('.');
+    return point == std::string_view::npos ? 0 : level.size() - point;
+}
+
+bool haveSameDecimals(std::string_view fields, std::optional<std::size_t> decimals) {
+    bool isFirst = true;
+    Fields levels(fields);
+    std::string_view level;
+    while (levels.next(level)) {
+        const auto found = decimalsOf(level);
+        if (!found) {
+            continue;
+        }
+        const bool isCompared = !isFirst || levels.atEnd();
+        if (isCompared && decimals && found != decimals) {
+            return false;
+        }
+        decimals = found;
+        isFirst = false;
+    }
+    return !level.empty();
+}
+
 std::size_t readLevels(std::string_view fields, double* levels, std::size_t wanted,
                        const LineReader& where) {
     const char* at = fields.data();

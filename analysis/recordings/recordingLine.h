@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,6 +49,14 @@ HopLine readHopLine(std::string_view line, const LineReader& where);
 
 /// Number of comma separated fields.
 std::size_t countFields(std::string_view fields);
+
+/// Number of decimals of a level plus one for the point, 0 without a point; nothing for a level that
+/// was not measured.
+std::optional<std::size_t> decimalsOf(std::string_view level);
+
+/// Whether the levels are written with the same decimals and the last field is not empty.
+/// @param decimals of other lines, which a line of one measured level is compared with
+bool haveSameDecimals(std::string_view fields, std::optional<std::size_t> decimals);
 
 /// Reads comma separated levels in dBm. The first `wanted` are stored, all are checked. A level
 /// that was not measured (an empty field, "nan", "inf", "-inf") is stored as

@@ -24,13 +24,44 @@ void SweepReader::fail(const std::string& what) const {
     throw InputError(lines_.file(), lines_.number(), what);
 }
 
+/// The next line that is not blank and not cut.
 bool SweepReader::nextLine(std::string_view& line) {
     while (lines_.next(line)) {
-        if (!trimmed(line).empty()) {
-            return true;
+        if (trimmed(line).empty()) {
+            continue;
         }
+        if (!lines_.hasLineEnd() && !isWhole(line)) {
+            cutLine_ = lines_.number();
+            return false;
+        }
+        if (const auto decimals = decimalsOf(trimmed(line.substr(line.rfind(',') + 1)))) {
+            decimals_ = decimals;
+        }
+        return true;
     }
     return false;
+}
+
+/// Whether a line without line end is as whole as the others. A first line that is none of a
+/// recording counts as whole: it is an error.
+bool SweepReader::isWhole(std::string_view line) const {
+    const bool isHop = shape_ == Shape::Hops || (shape_ == Shape::Unknown && looksLikeHop(line));
+    if (shape_ == Shape::Unknown && !isHop && !looksLikeTrace(line)) {
+        return true;
+    }
+    try {
+        std::size_t points = traceLength_;
+        if (isHop) {
+            const HopLine hop = readHopLine(line, lines_);
+            line = hop.levels;
+            points = hop.hop.points();
+        }
+        const std::size_t levels = readLevels(line, nullptr, 0, lines_);
+        return (isHop || traceLength_ == 0 ? levels >= points : levels == points) &&
+               haveSameDecimals(line, decimals_);
+    } catch (const InputError&) {
+        return false;
+    }
 }
 
 bool SweepReader::next(Sweep& sweep) {

@@ -73,6 +73,10 @@ public:
     const FrequencyAxis& axis() const { return axis_; }
     const QString& file() const { return lines_.file(); }
 
+    /// Number of the last line if it may be cut and was therefore left out, else 0; known at the
+    /// end. A last line without line end counts when it has all its levels, with equal decimals.
+    long long cutLine() const { return cutLine_; }
+
 private:
     enum class Shape { Unknown, Hops, Traces };
 
@@ -84,6 +88,7 @@ private:
     };
 
     bool nextLine(std::string_view& line);
+    bool isWhole(std::string_view line) const;
     bool nextTrace(Sweep& sweep);
     bool nextHopLine();
     void learn();
@@ -104,6 +109,8 @@ private:
     Shape shape_ = Shape::Unknown;
     std::string_view firstLine_;
     std::size_t traceLength_ = 0;
+    std::optional<std::size_t> decimals_;  // of the last level of the lines so far
+    long long cutLine_ = 0;
 
     std::size_t learned_;
     bool isLearning_ = true;

@@ -80,6 +80,7 @@ bool LineReader::next(std::string_view& line) {
         }
         begin_ = scanned_ = found ? end + 1 : held_.size();
         ++number_;
+        hasLineEnd_ = found;
         return true;
     }
 }

@@ -28,6 +28,8 @@ public:
 
     /// Of the line read last, counted from 1.
     long long number() const { return number_; }
+    /// Whether the line read last has a line end; the last one of a file may have none.
+    bool hasLineEnd() const { return hasLineEnd_; }
     const QString& file() const { return file_; }
 
 private:
@@ -40,6 +42,7 @@ private:
     std::size_t begin_ = 0;    // of the first line not yet handed out
     std::size_t scanned_ = 0;  // no line end in held_ between begin_ and here
     long long number_ = 0;
+    bool hasLineEnd_ = false;
     bool atEnd_ = false;
 };
 

@@ -207,6 +207,21 @@ TEST(Trace, readsPlainTraces) {
     });
 }
 
+TEST(Trace, notesALastLineThatMayBeCut) {
+    const std::string note = ": the last line has no line end and may be cut; it is left out\n";
+    expectCommands({
+        {"cut", trace("--marker 0 --format csv"), "-50.25\n-59.75\n-5", 0,
+         "marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+         "0,0,,2,-55,-50.25,-59.75,dBm\n",
+         "rfutils: note: -:3" + note},
+        {"nothing else", trace(""), "-50.25,-5", 1, "",
+         "rfutils: note: -:1" + note + "rfutils: -: holds no sweep\n"},
+        good("whole", "--marker 0 --format csv", "-1\n-2",
+             "marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+             "0,0,,2,-1.5,-1,-2,dBm\n"),
+    });
+}
+
 TEST(Trace, summarises) {
     expectCommands({
         good("hops", "", kBand,

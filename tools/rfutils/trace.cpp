@@ -135,6 +135,11 @@ public:
                 markerTable_.show();
             }
         }
+        if (recording_.cutLine() > 0) {
+            printNote(InputError(recording_.file(), recording_.cutLine(),
+                                 "the last line has no line end and may be cut; it is left out")
+                          .message());
+        }
         if (sweeps_.count() == 0) {
             throw InputError(recording_.file(), "holds no sweep");
         }

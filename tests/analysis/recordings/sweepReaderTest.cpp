@@ -25,6 +25,7 @@ struct Recording {
     std::vector<Sweep> sweeps;
     FrequencyAxis axis;
     std::string failure;  // "line: problem"
+    long long cutLine = 0;
 };
 
 Recording read(const std::string& bytes, std::size_t learned = kLearned) {
@@ -43,6 +44,7 @@ Recording read(const std::string& bytes, std::size_t learned = kLearned) {
         recording.failure = std::to_string(error.line()) + ": " + error.problem();
     }
     recording.axis = reader.axis();
+    recording.cutLine = reader.cutLine();
     return recording;
 }
 
@@ -205,6 +207,71 @@ TEST(SweepReader, ReadsTracesWithoutFrequencies) {
     EXPECT_EQ(read("-1\n\n-3,-4\n").failure, "3: a trace of 2 levels, while the first has 1");
 }
 
+TEST(SweepReader, LeavesOutALastLineThatMayBeCut) {
+    // Two bins per hop; rtl_power repeats the last level.
+    const std::string head = "2024-01-01, 10:00:00, 100000000, 102000000, 1000000, 5, ";
+    const std::string other = "2024-01-01, 10:00:00, 102000000, 104000000, 1000000, 5, ";
+    const std::string first = head + "-1.00, -2.00, -2.00\n";
+    const struct {
+        const char* name;
+        std::string bytes;
+        const char* sweeps;
+        long long cutLine;
+    } kRows[] = {
+        {"whole", first + other + "-3.00, -4.00, -4.00", "1 2 3 4", 0},
+        {"whole without the repeated level", first + other + "-3.00, -4.00", "1 2 3 4", 0},
+        {"whole with a line end, whatever the decimals", first + other + "-3.00, -4\n", "1 2 3 4",
+         0},
+        {"cut in the last decimals", first + other + "-3.00, -4.00, -4.0", "1 2", 2},
+        {"cut before the point", first + other + "-3.00, -4.00, -4", "1 2", 2},
+        {"cut behind the point", first + other + "-3.00, -4.00, -4.", "1 2", 2},
+        {"cut behind the sign", first + other + "-3.00, -4.00, -", "1 2", 2},
+        {"cut behind a comma", first + other + "-3.00, -4.00,", "1 2", 2},
+        {"fewer levels than the hop has", first + other + "-3.00", "1 2", 2},
+        {"decimals that differ", first + other + "-3.0, -4.00, -4.00", "1 2", 2},
+        {"decimals that differ in the middle", first + other + "-3.00, -4.0, -4.00", "1 2", 2},
+        {"points not measured", first + other + "nan, -4.00, -4.00", "1 2 _ 4", 0},
+        {"the last not measured", first + other + "-3.00, nan", "1 2 3 _", 0},
+        {"the last not measured, and cut", first + other + "-3.00, na", "1 2", 2},
+        {"the only one measured, cut", first + other + "nan, -4", "1 2", 2},
+        {"cut within the head", first + "2024-01-01, 10:00:00, 1020", "1 2", 2},
+        {"cut within the date", first + "2024-0", "1 2", 2},
+        {"the next sweep is cut",
+         first + "2024-01-01, 10:00:10, 100000000, 102000000, 1000000, 5, -3.", "1 2", 2},
+        {"cut in the middle of the second sweep",
+         first + other + "-3.00, -4.00\n" + head + "-5.00, -6.00\n" + other + "-7.00, -8",
+         "1 2 3 4|5 6 _ _", 4},
+        {"one line, whole", head + "-1.00, -2.00", "1 2", 0},
+        {"one line, cut", head + "-1.00, -2.0", "", 1},
+        {"one line, cut in the head", head, "", 1},
+        {"traces", "-1.5,-2.5\n-3.5,-4.5", "2 3|4 5", 0},
+        {"traces of whole numbers", "-1,-2\n-3,-4", "1 2|3 4", 0},
+        {"whole numbers, cut behind a point", "-1,-2\n-3,-4.", "1 2", 2},
+        {"a trace that is cut", "-1.25,-2.25\n-3.25,-4.2", "1 2", 2},
+        {"a trace that lacks levels", "-1.25,-2.25\n-3.25", "1 2", 2},
+        {"a trace cut before its text makes sense", "-1.25\n-", "1", 2},
+        {"one level per trace", "-1.25\n-3.25", "1|3", 0},
+        {"one level per trace, cut", "-1.25\n-59.52\n-5", "1|60", 3},
+        {"one trace", "-1.25", "1", 0},
+        {"one trace, cut", "-1.25,-2.2", "", 1},
+    };
+    for (const auto& row : kRows) {
+        const Recording recording = read(row.bytes);
+        EXPECT_EQ(sweepsOf(recording), row.sweeps) << row.name;
+        EXPECT_EQ(recording.cutLine, row.cutLine) << row.name;
+    }
+}
+
+TEST(SweepReader, KeepsWhatCameBeforeACutAnywhere) {
+    const std::string whole = hopLines("a0 b0 c0 a1 b1 c1");
+    const std::string firstSweep = hopLines("a0 b0 c0");
+    for (std::size_t size = firstSweep.size(); size < whole.size(); ++size) {
+        const Recording recording = read(whole.substr(0, size));
+        EXPECT_EQ(sweepsOf(recording).substr(0, 5), "1 2 3") << size;
+        EXPECT_EQ(recording.failure, "") << size;
+    }
+}
+
 TEST(SweepReader, NamesTheLineThatMakesNoSense) {
     const std::string first = hopLine('a', "0", "-1");
     const struct {
@@ -216,6 +283,10 @@ TEST(SweepReader, NamesTheLineThatMakesNoSense) {
         {"blank lines only", "\n  \n", ""},
         {"text", "\nhello\n",
          "2: neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, ...) "
+         "nor "
+         "a trace of levels in dBm"},
+        {"text without line end", "hello",
+         "1: neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, ...) "
          "nor "
          "a trace of levels in dBm"},
         {"a bad level", first + hopLine('b', "0", "x"), "2: \"x\" is not a level in dBm"},

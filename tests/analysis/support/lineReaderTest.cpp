@@ -68,6 +68,17 @@ TEST(LineReader, SplitsAtLineEnds) {
     }
 }
 
+TEST(LineReader, TellsALineWithoutEnd) {
+    const TempFiles files;
+    LineReader reader(pathOf(files.write("lines.csv", "a\n\nb")));
+    std::string_view line;
+    std::string ends;
+    while (reader.next(line)) {
+        ends += reader.hasLineEnd() ? "yes " : "no ";
+    }
+    EXPECT_EQ(ends, "yes yes no ");
+}
+
 TEST(LineReader, BoundsTheLengthOfALine) {
     const TempFiles files;
     const std::string longest(LineReader::kMaxLine, 'a');
