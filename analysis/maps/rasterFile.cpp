@@ -4,7 +4,9 @@
 #include <QTextCodec>
 #include <algorithm>
 #include <limits>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "analysis/maps/ascCheck.h"
 #include "analysis/maps/bilCheck.h"
@@ -40,21 +42,6 @@ QString withExtension(const QString& file, const char* extension) {
            QLatin1String(extension);
 }
 
-/// Whether a name is that of a BIL grid, otherwise of an ASCII one.
-/// @throw InputError for any other name
-bool isBilName(const QString& file) {
-    const QString written = QFileInfo(file).suffix();
-    const QString extension = written.toLower();
-    const bool isBil = extension == QLatin1String("bil") || extension == QLatin1String("hdr");
-    if (!isBil && extension != QLatin1String("asc")) {
-        throw InputError(file, "a raster ends in .asc, .bil or .hdr");
-    }
-    if (written != extension) {
-        throw InputError(file, "extensions are in lower case: ." + extension.toStdString());
-    }
-    return isBil;
-}
-
 constexpr Rule kFileRules[] = {{"file-unreadable", Severity::Error}};
 
 /// Adds the findings that `check()` gives, or its InputError as one.
@@ -68,7 +55,8 @@ void addFindings(RasterCheck& result, const QString& file, Check check) {
     }
 }
 
-void addAsc(RasterCheck& result, const QString& file) {
+void addAsc(RasterCheck& result, const QString& name) {
+    const QString file = withExtension(name, "asc");
     addFindings(result, file, [&] {
         AscCheck grid = checkAsc(file);
         result.hasNoData = grid.hasNoData;
@@ -76,7 +64,9 @@ void addAsc(RasterCheck& result, const QString& file) {
     });
 }
 
-void addBil(RasterCheck& result, const QString& headerFile, const QString& file) {
+void addBil(RasterCheck& result, const QString& name) {
+    const QString headerFile = withExtension(name, "hdr");
+    const QString file = withExtension(name, "bil");
     std::optional<HdrCheck> header;
     addFindings(result, headerFile, [&] {
         header = checkHdr(headerFile);
@@ -98,10 +88,54 @@ void addColors(RasterCheck& result, const QString& file) {
     }
 }
 
-bool load(veltaGEO& map, const QString& file, bool isBil) {
-    const ByteCodec codec;
-    const QString name = ByteCodec::nameOf(file);
-    return isBil ? map.loadHDRFile(name) && map.loadBILFile(name) : map.loadASCFile(name);
+/// A raster format that is checked and loaded.
+struct RasterFormat {
+    std::vector<const char*> extensions;
+    void (*addFindings)(RasterCheck& result, const QString& name);
+    bool (*load)(veltaGEO& map, const QString& name);
+    bool (*hasCells)(const veltaGEO& map);
+};
+
+const RasterFormat kFormats[] = {
+    {{"asc"},
+     addAsc,
+     [](veltaGEO& map, const QString& name) { return map.loadASCFile(name); },
+     [](const veltaGEO&) { return true; }},
+    {{"bil", "hdr"},
+     addBil,
+     [](veltaGEO& map, const QString& name) {
+         return map.loadHDRFile(name) && map.loadBILFile(name);
+     },
+     [](const veltaGEO& map) { return map.isFloat == 1; }}};
+
+/// ".asc, .bil or .hdr"
+std::string extensionList() {
+    std::vector<std::string> names;
+    for (const RasterFormat& format : kFormats) {
+        names.insert(names.end(), format.extensions.begin(), format.extensions.end());
+    }
+    std::string list;
+    for (const std::string& name : names) {
+        list += (list.empty() ? "." : &name == &names.back() ? " or ." : ", .") + name;
+    }
+    return list;
+}
+
+/// @throw InputError for a name that has none of the extensions
+const RasterFormat& formatOf(const QString& file) {
+    const QString written = QFileInfo(file).suffix();
+    const QString extension = written.toLower();
+    for (const RasterFormat& format : kFormats) {
+        for (const char* const known : format.extensions) {
+            if (extension == QLatin1String(known)) {
+                if (written != extension) {
+                    throw InputError(file, std::string("extensions are in lower case: .") + known);
+                }
+                return format;
+            }
+        }
+    }
+    throw InputError(file, "a raster ends in " + extensionList());
 }
 
 }  // namespace
@@ -109,35 +143,34 @@ bool load(veltaGEO& map, const QString& file, bool isBil) {
 RasterCheck checkRaster(const QString& file) {
     requireReadable(file);
     RasterCheck result;
-    if (isBilName(file)) {
-        addBil(result, withExtension(file, "hdr"), withExtension(file, "bil"));
-    } else {
-        addAsc(result, withExtension(file, "asc"));
-    }
+    formatOf(file).addFindings(result, file);
     addColors(result, withExtension(file, "clr"));
     return result;
 }
 
 Raster loadRaster(const QString& file) {
     requireReadable(file);
-    const bool isBil = isBilName(file);
-    // The library opens the names itself.
-    const FileWatch watch(
-        isBil ? QStringList{withExtension(file, "hdr"), withExtension(file, "bil"),
-                            withExtension(file, "clr")}
-              : QStringList{withExtension(file, "asc"), withExtension(file, "clr")});
+    const RasterFormat& format = formatOf(file);
+    QStringList names{withExtension(file, "clr")};
+    for (const char* const extension : format.extensions) {
+        names += withExtension(file, extension);
+    }
+    const FileWatch watch(names);  // the library opens the names itself
     const RasterCheck check = checkRaster(file);
     for (const Findings& findings : check.files) {
         findings.throwFirstError();
     }
     Raster raster;
     raster.map = std::make_unique<veltaGEO>();
-    const bool isLoaded = load(*raster.map, file, isBil);
+    const bool isLoaded = [&] {
+        const ByteCodec codec;
+        return format.load(*raster.map, ByteCodec::nameOf(file));
+    }();
     watch.requireUnchanged();
     if (!isLoaded) {
         throw InputError(file, raster.map->errMsg.toStdString());
     }
-    raster.hasCells = !isBil || raster.map->isFloat == 1;
+    raster.hasCells = format.hasCells(*raster.map);
     raster.hasNoData = check.hasNoData;
     return raster;
 }
