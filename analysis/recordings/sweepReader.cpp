@@ -125,7 +125,7 @@ bool SweepReader::nextHopLine() {
     return pending_.has_value();
 }
 
-/// How far the time moves from the last line of the open sweep to the pending one.
+/// Time from the last line of the open sweep to the pending one.
 std::int64_t SweepReader::timeStep() const {
     return std::abs(pending_->microseconds - lastTime_);
 }
@@ -136,7 +136,7 @@ SweepReader::Place* SweepReader::find(const Hop& hop) {
     return found != places_.end() && found->second.hop == hop ? &found->second : nullptr;
 }
 
-/// A place for a hop that is not known, behind all others until the places are arranged.
+/// Adds a place for a new hop; its levels come after all others until arrange().
 SweepReader::Place* SweepReader::add(const Hop& hop) {
     const auto above = places_.lower_bound(hop.low);
     // Neighbours may share a bin: rounding of their bounds does that.
@@ -219,7 +219,7 @@ bool SweepReader::readSweep() {
     return openHops_ > 0;
 }
 
-/// Reads the first sweeps and what they say about all of them.
+/// Reads the first sweeps, from which hops, order and pauses are learned.
 void SweepReader::learn() {
     learnFirstLines();
     while (learnedSweeps_.size() < learned_ && readSweep()) {
@@ -298,7 +298,7 @@ void SweepReader::addToAxis(const Hop& hop, double lastStep) {
     }
 }
 
-/// Puts levels and places, which stand as they came, in order of frequency.
+/// Sorts places and levels, which are in order of arrival, by frequency.
 void SweepReader::arrange() {
     axis_.points.reserve(points_);
     std::vector<std::size_t> source;  // of each level

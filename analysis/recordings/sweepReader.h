@@ -37,20 +37,19 @@ struct FrequencyAxis {
 /// The first line that is not blank decides: with a date in front it is a recording of hops, else
 /// every line is one trace without frequencies, and all traces have as many levels as the first.
 ///
-/// Hops belong to one sweep until
-///  - a hop comes that the sweep already has;
-///  - the sweep has all hops (once the hops are known);
-///  - the time stamp moves from line to line and the hop is no later than the one before in the
-///    order in which the first sweep came. A sweep that lost hops thus borrows none from the next;
-///    a stamp that moves while the order goes on is a second that rolls over;
-///  - the time stamp moves by more than a second, or by more than the longest such step within the
-///    first sweep, if that is longer.
-/// The first sweep ends where a hop comes again. If the time moved by more within it than it does
-/// there, the recording began in the middle of a sweep, and the largest step is the bound.
+/// A sweep ends
+///  - before a hop that it already has;
+///  - when it has all hops (once the hops are known);
+///  - where the time stamp changes between two lines and the hop is not later in the order of the
+///    first sweep than the one before. So a sweep that lost hops takes none from the next, while
+///    the stamp may change within a sweep;
+///  - where the time stamp changes by more than a second, or by more than the longest step within
+///    the first sweep, if that is longer.
+/// The first sweep ends where a hop comes again. If an earlier time step was longer than the one
+/// there, the recording began in the middle of a sweep, and the longest step ends that sweep.
 ///
-/// The hops of the sweeps that are learned from, in order of frequency, make the points of all
-/// sweeps; what a sweep lacks was not measured, and a hop that comes later for the first time is an
-/// error. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
+/// The hops of the learned sweeps, sorted by frequency, are the points of all sweeps. A hop missing
+/// from a sweep was not measured; a new hop after the learned sweeps is an error. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
 /// level of a line. Hops make one band unless at least half a bin is missing between them.
 class SweepReader {
 public:
