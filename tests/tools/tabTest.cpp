@@ -21,7 +21,7 @@ const std::string kWhole = kStart + kFile + kPoints + kUtm31 + "  Units \"m\"\n"
 const char* const kMap =
     "ncols 4\nnrows 3\nxllcorner 0\nyllcorner 0\ncellsize 1\nNODATA_value -1\n"
     "0 0 0 0\n0 100 0 0\n0 0 0 -1\n";
-const char* const kColors = "0 10 20 30\n100 200 100 50\n";
+const char* const kTabColors = "0 10 20 30\n100 200 100 50\n";
 
 }  // namespace
 
@@ -131,7 +131,7 @@ TEST(Tab, DrawsTheRasterWithItsPoints) {
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("maps")));
     folder.add("maps/map.tab", kWhole);
     folder.add("maps/map.asc", kMap);
-    folder.add("maps/map.clr", kColors);
+    folder.add("maps/map.clr", kTabColors);
     const CommandResult result =
         runCommand({"tab", "maps/map.tab", "--png", "out.png"}, "", folder);
     EXPECT_EQ(result.exitStatus, 0);

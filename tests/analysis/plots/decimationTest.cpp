@@ -1,19 +1,18 @@
 #include "analysis/plots/decimation.h"
 
 #include <gtest/gtest.h>
+#include <support/limits.h>
 #include <support/samples.h>
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <map>
 
 using rfu::ColumnPoints;
 using rfu::ColumnValues;
+using rfu::test::kNan;
 
 namespace {
-
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 using Values = std::vector<double>;
 
@@ -57,17 +56,17 @@ TEST(Decimation, KeepsEndsAndExtremesOfAColumn) {
     using Texts = std::vector<std::string>;
     EXPECT_EQ(decimated({0.0, 0.2, 0.4, 0.6, 1.0}, {3, 9, 1, 4, 5}),
               (Texts{"- 3 4 1 9", "5 5 5 5"}));
-    EXPECT_EQ(decimated({0, 1, 2, 3}, {1, kNone, 3, 4}),
+    EXPECT_EQ(decimated({0, 1, 2, 3}, {1, kNan, 3, 4}),
               (Texts{"- 1 1 1 1", "none", "- 3 3 3 3", "4 4 4 4"}));
     EXPECT_EQ(decimated({0.0, 0.5, 1.0, 1.5, 2.0}, {1, 2, 3, INFINITY, 5}),
               (Texts{"- 1 2 1 2", "3 3 3 3", "- 5 5 5 5"}))
         << "a gap at the end of a column";
-    EXPECT_EQ(decimated({0.0, 1.0, 1.3, 1.6, 2.0}, {1, 2, kNone, 3, 4}),
+    EXPECT_EQ(decimated({0.0, 1.0, 1.3, 1.6, 2.0}, {1, 2, kNan, 3, 4}),
               (Texts{"- 1 1 1 1", "2 3 2 3", "4 4 4 4"}))
         << "a gap within a column does not show";
     EXPECT_EQ(decimated({0, 1, 2}, {1, 2, 3}, {1}), (Texts{"- 1 1 1 1", "- 2 2 2 2", "3 3 3 3"}))
         << "a break";
-    EXPECT_EQ(decimated({0, 1, 2, 3}, {1, kNone, 3, 4}, {1}),
+    EXPECT_EQ(decimated({0, 1, 2, 3}, {1, kNan, 3, 4}, {1}),
               (Texts{"- 1 1 1 1", "none", "- 3 3 3 3", "4 4 4 4"}))
         << "a break at a point that was not measured";
 }
@@ -81,7 +80,7 @@ TEST(Decimation, AgreesWithAPlainRestatement) {
         Values values(count);
         for (std::size_t i = 0; i < count; ++i) {
             places[i] = samples.between(0.0, columns);
-            values[i] = samples.below(6) == 0 ? kNone : static_cast<double>(samples.below(20));
+            values[i] = samples.below(6) == 0 ? kNan : static_cast<double>(samples.below(20));
         }
         std::sort(places.begin(), places.end());
         std::vector<std::size_t> breaks;

@@ -2,19 +2,18 @@
 
 #include <gtest/gtest.h>
 #include <support/deadline.h>
+#include <support/limits.h>
 #include <support/samples.h>
 
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 
 using rfu::TracePlot;
+using rfu::test::kNan;
 
 namespace {
 
 using Levels = std::vector<double>;
-
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 constexpr QRgb kMaximum = qRgb(0xc8, 0x55, 0x3d);
 constexpr QRgb kAverage = qRgb(0x1f, 0x4e, 0x79);
@@ -117,11 +116,11 @@ TEST(TracePlot, DrawsMaximumAverageAndMinimum) {
 }
 
 TEST(TracePlot, BreaksLinesAtGaps) {
-    const QImage image = draw(plotOf({-10, -10, -10, kNone, -10}));
+    const QImage image = draw(plotOf({-10, -10, -10, kNan, -10}));
     EXPECT_GT(rowOf(image, 500, kAverage), 0);
     EXPECT_EQ(rowOf(image, 960, kAverage), -1) << "nothing was measured there";
     EXPECT_EQ(rowOf(image, 1100, kAverage), -1) << "no line leads out of a gap";
-    const QImage early = draw(plotOf({-10, kNone, -10, -10, -10}));
+    const QImage early = draw(plotOf({-10, kNan, -10, -10, -10}));
     EXPECT_GT(rowOf(early, 700, kAverage), 0) << "the first line behind a gap";
 }
 
@@ -140,8 +139,8 @@ TEST(TracePlot, BreaksLinesAndShadingBetweenBands) {
 
 TEST(TracePlot, DrawsPointsWithoutNeighboursAsDots) {
     // Levels reach from -2 to -42: 0 dBm lies at row 74, -45 dBm at row 618.
-    const QImage image = draw(plotOf({kNone, -2, kNone, -22, -22}, {kNone, -22, kNone, -22, -22},
-                                     {kNone, -42, kNone, -22, -22}));
+    const QImage image = draw(plotOf({kNan, -2, kNan, -22, -22}, {kNan, -22, kNan, -22, -22},
+                                     {kNan, -42, kNan, -22, -22}));
     EXPECT_TRUE(isDot(image, 376, 98, kMaximum));
     EXPECT_TRUE(isDot(image, 376, 340, kAverage));
     EXPECT_TRUE(isDot(image, 376, 582, kMinimum));
@@ -173,7 +172,7 @@ TEST(TracePlot, JoinsCrowdedColumns) {
 TEST(TracePlot, ShadesFromMaximumToMinimum) {
     for (const std::size_t count : {101U, 100001U}) {
         Levels maximum(count, -20.0);
-        std::fill(maximum.begin() + count / 2, maximum.begin() + count * 3 / 4, kNone);
+        std::fill(maximum.begin() + count / 2, maximum.begin() + count * 3 / 4, kNan);
         Levels minimum(maximum);
         for (double& level : minimum) {
             level -= 60.0;
@@ -190,7 +189,7 @@ TEST(TracePlot, ShadesFromMaximumToMinimum) {
 
 TEST(TracePlot, BreaksLinesOfCrowdedColumnsAtGaps) {
     Levels levels(100001, -10.0);
-    std::fill(levels.begin() + 60000, levels.begin() + 80000, kNone);  // columns 785 to 1018
+    std::fill(levels.begin() + 60000, levels.begin() + 80000, kNan);  // columns 785 to 1018
     const QImage image = draw(plotOf(levels));
     EXPECT_GT(rowOf(image, 780, kAverage), 0);
     EXPECT_EQ(rowOf(image, 800, kAverage), -1);
@@ -239,7 +238,7 @@ TEST(TracePlot, KeepsLabelsOfMarkersOffTheLevels) {
 TEST(TracePlot, DrawsAnyLevels) {
     const Deadline deadline;
     for (const Levels& levels :
-         {Levels{-1}, Levels{kNone}, Levels{kNone, kNone}, Levels{-50, -50},
+         {Levels{-1}, Levels{kNan}, Levels{kNan, kNan}, Levels{-50, -50},
           Levels{-50, -50.00000000000001}, Levels{998.9, -998.9}, Levels{1e-103, 1e97}}) {
         TracePlot plot = plotOf(levels);
         plot.marks = {{"0", 0}};

@@ -42,8 +42,6 @@ protected:
     LineReader where_{QString::fromStdString(files_.write("empty.csv", ""))};
 };
 
-}  // namespace
-
 TEST_F(RecordingLine, ReadsTheHeadOfAHop) {
     const std::string line =
         "2024-05-04, 14:02:11.308551, 2400000000, 2405000000, 1000000.00, 20, -64.72, -63.36";
@@ -175,3 +173,5 @@ TEST_F(RecordingLine, ReadsLevelsToTheLastBit) {
         EXPECT_TRUE(test::same(levels[i], test::decimalOf(texts[i]))) << texts[i];
     }
 }
+
+}  // namespace
