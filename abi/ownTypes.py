@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Keeps of abidw's description of the library (standard input) what our own headers say (standard output).
+"""Reduces abidw's description of the library to what our own headers declare.
 
-Of a type of Qt or of the standard library the name stays, not its members or size: they belong to the machine
-that the library is built on. Types that no exported function or own class leads to go, and so do places in files.
+Types of Qt and the standard library keep their names but lose members and sizes, which depend on the machine. Types
+that no exported function or class of ours uses are removed, as are positions in files.
 
 usage: abidw LIBRARY | ownTypes.py
 """
@@ -20,7 +20,7 @@ def is_own(element):
 
 
 def make_foreign_classes_opaque(element):
-    """Leaves types within them, such as an enumeration that is a parameter of ours, where they are."""
+    """Keeps types nested in them, such as an enumeration that is a parameter of ours."""
     for child in element:
         make_foreign_classes_opaque(child)
     if element.tag in CLASSES and not is_own(element):
@@ -31,7 +31,7 @@ def make_foreign_classes_opaque(element):
 
 
 def references(element):
-    """The ids of types that an element and what stands in it need."""
+    """The ids of the types that an element and its children use."""
     if element.tag in CLASSES and not is_own(element):
         return
     for name in ("type-id", "naming-typedef-id"):
@@ -55,7 +55,7 @@ def reached_types(root):
 
 
 def drop_unreached(element, reached):
-    """Whether anything of the element is left."""
+    """Returns whether anything of the element is left."""
     if element.tag in CLASSES and is_own(element) and element.get("id") in reached:
         return True
     kept = [child for child in element if drop_unreached(child, reached)]

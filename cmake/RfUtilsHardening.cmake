@@ -1,5 +1,5 @@
-# rfutils_hardening(target): in Release, RelWithDebInfo and MinSizeRel, a mistake in memory ends the program
-# before it serves an attacker. Left out with the sanitizers, which find more and do not go together with it.
+# rfutils_hardening(target): in Release, RelWithDebInfo and MinSizeRel, a memory error ends the program before an
+# attacker can use it. Not with the sanitizers, which find more and cannot be combined with it.
 include(CheckCXXCompilerFlag)
 
 option(RFUTILS_HARDENING "Harden the library and the command in optimised builds" ON)
@@ -8,7 +8,7 @@ option(RFUTILS_HARDENING "Harden the library and the command in optimised builds
 get_property(rfutils_foreign_flags DIRECTORY PROPERTY COMPILE_OPTIONS)
 string(APPEND rfutils_foreign_flags " ${CMAKE_CXX_FLAGS}")
 
-# Not every processor has each of them, nor each compiler for it; some compilers only warn.
+# Some are not for every processor or compiler; some compilers only warn about an unknown one.
 set(rfutils_hardening_flags -Wformat -Werror=format-security)
 if(RFUTILS_HARDENING)
     set(CMAKE_REQUIRED_FLAGS -Werror)
@@ -30,8 +30,8 @@ function(rfutils_hardening target)
     foreach(config IN ITEMS Release RelWithDebInfo MinSizeRel)
         string(TOUPPER ${config} CONFIG)
         set(flags ${rfutils_hardening_flags})
-        # Without optimisation it only warns, and a level that somebody chose stands. Some compilers define
-        # one by themselves.
+        # _FORTIFY_SOURCE only warns without optimisation. A level chosen by the user stands; some compilers
+        # define one themselves.
         if(CMAKE_CXX_FLAGS_${CONFIG} MATCHES "-O[1-9sgzf]"
                 AND NOT "${rfutils_foreign_flags} ${CMAKE_CXX_FLAGS_${CONFIG}}" MATCHES "_FORTIFY_SOURCE")
             list(APPEND flags -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)

@@ -1,5 +1,5 @@
-# Installs the library, its CMake package and its pkg-config module, all relocatable.
-# The public headers are installed by their rooms (RfUtilsRoom.cmake).
+# Installs the library, its CMake package and its pkg-config module, all relocatable. RfUtilsRoom.cmake installs the
+# public headers.
 
 # A program of an enclosing project needs the shared library installed beside it, and nothing else.
 if(NOT RFUTILS_INSTALL)
@@ -23,7 +23,7 @@ install(FILES "${PROJECT_BINARY_DIR}/rfUtilsConfig.cmake"
     "${PROJECT_BINARY_DIR}/rfUtilsConfigVersion.cmake"
     DESTINATION "${rfutils_cmake_dir}" COMPONENT dev)
 
-# Paths in the .pc file stand relative to the file itself, so that a moved installation works.
+# Paths in the .pc file are relative to it, so that the installation can be moved.
 set(rfutils_pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH rfutils_pc_prefix
     "/prefix/${rfutils_pc_dir}" "/prefix")

@@ -1,8 +1,8 @@
-# rfutils_reproducible(target): in optimised builds the folders of the sources and of the build leave no trace, so
-# that the same sources give the same bytes. Other builds keep them, for debuggers and coverage.
+# rfutils_reproducible(target): keeps the folders of sources and build out of optimised files, so that the same sources
+# give the same bytes. Other builds name them, for debuggers and coverage.
 function(rfutils_reproducible target)
     set(optimised "$<OR:$<CONFIG:Release>,$<CONFIG:RelWithDebInfo>,$<CONFIG:MinSizeRel>>")
-    # The last that fits counts: a build folder within the sources is none of their folders.
+    # The last matching prefix counts, and the build folder may lie within the sources.
     target_compile_options(${target} PRIVATE
         "$<${optimised}:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>"
         "$<${optimised}:-ffile-prefix-map=${CMAKE_BINARY_DIR}=.>")

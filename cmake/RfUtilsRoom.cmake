@@ -1,6 +1,5 @@
-# rfutils_room(HEADERS ... SOURCES ...): adds the folder's sources to the library and
-# installs its public headers under the path by which they are included.
-# What is not listed under HEADERS (detail/) is private and not installed.
+# rfutils_room(HEADERS ... SOURCES ...): adds the folder's sources to the library and installs HEADERS, its public
+# headers, under the path by which they are included. Headers not listed (detail/) are private.
 function(rfutils_room)
     cmake_parse_arguments(ROOM "" "" "HEADERS;SOURCES" ${ARGN})
     target_sources(rfUtils PRIVATE ${ROOM_SOURCES} ${ROOM_HEADERS})

@@ -1,4 +1,4 @@
-# rfutils_warnings(target): the warnings that our own code is kept free of.
+# rfutils_warnings(target): enables the warnings that our code has to be free of.
 function(rfutils_warnings target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
     if(RFUTILS_WERROR)

@@ -1,5 +1,4 @@
-# Toolchain file: builds for arm64 with Debian's cross compiler and the arm64 libraries beside those of
-# this machine (scripts/setup arm64); what runs during a build or a test runs in qemu.
+# Toolchain file: Debian's cross compiler with its arm64 libraries (scripts/setup arm64); programs run in qemu.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
 set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)

@@ -1,5 +1,5 @@
-// The main of a fuzz target where libFuzzer does not drive it: runs the empty input, files, folders
-// of files and random inputs, the same in every run.
+// The main() of a fuzz target without libFuzzer: runs the empty input, files, the files of folders, and random inputs,
+// which are the same in every run.
 //
 // usage: fuzz_NAME [--random COUNT] [FILE|FOLDER...]
 #include <algorithm>
@@ -23,7 +23,7 @@ void run(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     const std::vector<char> bytes{std::istreambuf_iterator<char>(stream), {}};
     std::printf("%s: %zu bytes\n", file.c_str(), bytes.size());
-    std::fflush(stdout);  // names the input that ends the process
+    std::fflush(stdout);  // shows which input ends the process
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 

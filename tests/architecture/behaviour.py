@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that every test that docs/behaviour.md names exists in the file that it links to.
+"""Checks that every rule in docs/behaviour.md names a test, and that the test exists.
 
 usage: behaviour.py REPOSITORY
 """

@@ -1,23 +1,23 @@
 #!/usr/bin/env python3
-"""Compares what two builds of tests/portability/portability print.
+"""Compares the output of two builds of tests/portability/portability.
 
 usage: compare.py COMMAND COMMAND      each the program, or a command line that runs it
 
-Lines of the kind "same" have to be equal. Numbers of a line of the kind "libm" may be one unit of the
-last place apart. Ends with 1 and shows the first differences when anything else differs.
+Lines of the kind "same" have to be equal, numbers in lines of the kind "libm" may be 1 ulp apart. Prints the first
+differences and fails if there are any.
 """
 import subprocess
 import sys
 
 
 def ordered(bits, text):
-    """The place of a number, given by its bits, among all of its width; both zeros are 0."""
+    """The rank of a number, given by its bits, among all of its width; both zeros have rank 0."""
     sign = 1 << (4 * len(text) - 1)
     return bits if bits < sign else sign - bits
 
 
 def ulps(a, b):
-    """How many representable numbers lie from one to the other; None where they do not compare."""
+    """The distance of two numbers in ulp; None if they cannot be compared."""
     if a == b:
         return 0
     if "nan" in (a, b) or len(a) != len(b):
@@ -26,14 +26,14 @@ def ulps(a, b):
 
 
 def call_and_results(line):
-    """KIND, the call, and the results: what follows the closing bracket or the last known word."""
+    """KIND, the call, and the words of the result."""
     kind, rest = line.split(" ", 1)
     call, results = rest.rsplit(")", 1) if kind == "libm" else (rest, "")
     return kind, call, results.split()
 
 
 def differences(reference, other):
-    """The lines that differ by more than they may, and how many differ by one place."""
+    """The lines that differ by more than allowed, and how many differ by 1 ulp."""
     found, apart = [], 0
     if len(reference) != len(other):
         found.append(f"{len(reference)} and {len(other)} lines")
@@ -61,7 +61,7 @@ def main():
         sys.exit(__doc__)
     reference, other = (output_of(command) for command in sys.argv[1:])
     found, apart = differences(reference, other)
-    print(f"portability: {len(reference)} results, {apart} one unit of the last place apart, "
+    print(f"portability: {len(reference)} results, {apart} 1 ulp apart, "
           f"{len(found)} different")
     for difference in found[:20]:
         print(difference)

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests of compare.py: what may differ between two places and what may not."""
+"""Tests of compare.py."""
 import unittest
 
 from compare import differences, ulps

@@ -3,13 +3,12 @@
 //
 //     KIND operation(arguments) result
 //
-// with the bits of numbers in hexadecimal. KIND says what another place may answer:
+// with the bits of numbers in hexadecimal. KIND says what other builds may give:
 //
-//     same    the same bits or the same text: only additions, products, comparisons and conversions
-//     libm    1 ulp more or less: a logarithm, a power or a sine was computed, which the C library may
-//             round the other way
+//     same    the same bits or text: sums, products, comparisons and conversions
+//     libm    1 ulp more or less: logarithms, powers and sines, which C libraries round differently
 //
-// A NaN is "nan" whatever its bits and its sign: those are the processor's.
+// Every NaN is "nan": its sign and payload depend on the processor.
 #include <rfUtils/geo/veltaGEO.h>
 #include <rfUtils/presentation/rfUtils.h>
 #include <rfUtils/trace/traceRssiBuffer.h>
@@ -36,7 +35,7 @@ namespace {
 
 constexpr int kCases = 400;
 
-/// Arguments from exact operations alone, so that they are the same everywhere.
+/// Arguments computed without rounding, so that they are the same everywhere.
 class Arguments {
 public:
     double pattern() {
@@ -85,10 +84,10 @@ std::string bits(float value) {
     return text;
 }
 
-/// The nearest single; beyond their range the greatest ones, which no conversion gives.
+/// Saturates: converting a larger value is undefined.
 float toSingle(double value) {
-    constexpr double kMost = std::numeric_limits<float>::max();
-    return static_cast<float>(value > kMost ? kMost : value < -kMost ? -kMost : value);
+    constexpr double kMax = std::numeric_limits<float>::max();
+    return static_cast<float>(value > kMax ? kMax : value < -kMax ? -kMax : value);
 }
 
 void print(const char* kind, const std::string& call, const std::string& result) {
@@ -216,15 +215,16 @@ void markers(Arguments& arguments) {
             buffer.appendMarkerPower(0, value == 1 ? first : arguments.between(-120.0, 20.0));
         }
         double average = 0.0;
-        double most = 0.0;
-        double least = 0.0;
+        double maximum = 0.0;
+        double minimum = 0.0;
         int count = 0;
         buffer.getAverageMarkerPower(0, &average);
-        buffer.getMaxMarkerPower(0, &most);
-        buffer.getMinMarkerPower(0, &least);
+        buffer.getMaxMarkerPower(0, &maximum);
+        buffer.getMinMarkerPower(0, &minimum);
         buffer.getCountLimitMarkerPower(0, -60.0, &count);
         print("same", call("markers " + std::to_string(i), first),
-              bits(average) + ' ' + bits(most) + ' ' + bits(least) + ' ' + std::to_string(count));
+              bits(average) + ' ' + bits(maximum) + ' ' + bits(minimum) + ' ' +
+                  std::to_string(count));
     }
 }
 

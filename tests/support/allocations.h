@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-/// Watches operator new of the whole program while it lives; one at a time.
+/// Counts the calls of operator new in the whole program during its lifetime. One object at a time.
 class Allocations {
 public:
     Allocations();

@@ -1,4 +1,4 @@
-// What the C library prints and reads in the C locale, whatever the process's locale is.
+// The C library's printf, strtod and strtol in the C locale, whatever the process's locale is.
 #pragma once
 
 #include <algorithm>
@@ -12,8 +12,8 @@
 
 namespace rfu::test {
 
-/// The calling thread is in the C locale while it lives. Only the restatements run under it: the
-/// library has to do without.
+/// Puts the calling thread into the C locale during its lifetime. Only for restatements: the library has to work
+/// without it.
 class CLocale {
 public:
     CLocale() : before_(uselocale(c())) {}
@@ -42,7 +42,7 @@ inline double decimalOf(const std::string& text) {
     return std::strtod(text.c_str(), nullptr);
 }
 
-/// Held at the bounds of 32 bits.
+/// Saturated to 32 bits.
 inline std::int32_t integerOf(const std::string& text) {
     const CLocale scope;
     using Limits = std::numeric_limits<std::int32_t>;

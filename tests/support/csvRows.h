@@ -11,7 +11,7 @@ namespace rfu::test {
 
 using CsvRow = std::vector<std::string>;
 
-/// The cells of a line: separated by commas, texts in quotes, neither within a text.
+/// The cells of a line. Quotes are dropped; texts must not contain quotes or commas.
 inline CsvRow csvCells(const std::string& line) {
     CsvRow cells(1);
     for (const char c : line) {
@@ -24,7 +24,7 @@ inline CsvRow csvCells(const std::string& line) {
     return cells;
 }
 
-/// The rows of a file but for its header line; throws where there is no such file.
+/// The rows of a file after its header line; throws if it cannot be read.
 inline std::vector<CsvRow> csvRows(const std::string& path) {
     std::ifstream file(path);
     std::string line;
@@ -38,7 +38,7 @@ inline std::vector<CsvRow> csvRows(const std::string& path) {
     return rows;
 }
 
-/// The number of a cell, in every locale; throws where it is none.
+/// The number in a cell, in any locale; throws if there is none.
 inline double number(const std::string& cell) {
     double value = 0.0;
     const auto result = std::from_chars(cell.data(), cell.data() + cell.size(), value);

@@ -3,8 +3,8 @@
 #include <unistd.h>
 #include <cstdlib>
 
-/// Ends the test program when the scope lasts longer: for calls that could wait or read for ever. Ten times
-/// as patient where RFUTILS_SHORT_TESTS says that the processor is emulated.
+/// Ends the program when its scope lasts longer: for calls that might never return. Waits ten times as long where
+/// RFUTILS_SHORT_TESTS says that the processor is emulated.
 class Deadline {
 public:
     explicit Deadline(unsigned seconds = 60) {

@@ -12,7 +12,7 @@
 struct LoggedMessage {
     QtMsgType severity;
     std::string text;      // UTF-8
-    std::string category;  // "default" unless told otherwise
+    std::string category;  // "default" unless the caller chose one
 
     friend bool operator==(const LoggedMessage& a, const LoggedMessage& b) {
         return a.severity == b.severity && a.text == b.text && a.category == b.category;
@@ -22,7 +22,7 @@ struct LoggedMessage {
     }
 };
 
-/// Collects Qt's message log while it lives; one at a time.
+/// Collects Qt's log messages during its lifetime. One object at a time.
 class MessageLog {
 public:
     MessageLog() : before_(qInstallMessageHandler(collect)) { lines().clear(); }
@@ -30,7 +30,7 @@ public:
     MessageLog(const MessageLog&) = delete;
     MessageLog& operator=(const MessageLog&) = delete;
 
-    /// What was logged since the last call.
+    /// The messages since the last call.
     static std::vector<LoggedMessage> take() { return std::exchange(lines(), {}); }
 
 private:

@@ -1,4 +1,4 @@
-// Arguments for the comparisons: fixed seeds, so that every run sees the same ones.
+// Random arguments for comparisons, from fixed seeds, so that every run uses the same ones.
 #pragma once
 
 #include <cmath>
@@ -12,7 +12,7 @@
 
 namespace rfu::test {
 
-/// Whether a variable of the environment is 1.
+/// Whether an environment variable is 1.
 inline bool isWished(const char* variable) {
     const char* const wish = std::getenv(variable);
     return wish != nullptr && std::strcmp(wish, "1") == 0;

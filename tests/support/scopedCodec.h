@@ -2,7 +2,7 @@
 
 #include <QTextCodec>
 
-/// Sets the process's text codec for the time of a test.
+/// Sets the process's text codec during its lifetime.
 class ScopedCodec {
 public:
     explicit ScopedCodec(const char* name) : previous_(QTextCodec::codecForLocale()) {

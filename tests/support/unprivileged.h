@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
-/// Root reads every file: while this lives, its program is nobody instead. Without root's rights
-/// nothing changes.
+/// Makes a process of root one of nobody during its lifetime, because root can read every file. Does nothing in other
+/// processes.
 class Unprivileged {
 public:
     Unprivileged() : before_(geteuid()) {
@@ -13,13 +13,13 @@ public:
     }
     ~Unprivileged() {
         if (isNobody_ && seteuid(before_) != 0) {
-            _exit(1);  // what follows would not be what it says
+            _exit(1);  // the other tests would run as nobody
         }
     }
     Unprivileged(const Unprivileged&) = delete;
     Unprivileged& operator=(const Unprivileged&) = delete;
 
-    /// Whether a file without permission cannot be read now.
+    /// Whether file permissions apply to the process now.
     bool holds() const { return before_ != 0 || isNobody_; }
 
 private:

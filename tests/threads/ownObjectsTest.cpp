@@ -1,5 +1,5 @@
-// Everything that changes an object or reads a file, called from several threads, each with objects of
-// its own: nothing is shared behind them.
+// Members that change an object or read a file, called from several threads, each with objects of its own: the objects
+// share no hidden state.
 #include "severalThreads.h"
 
 #include <rfUtils/catalogues/ResultSetup.h>
@@ -67,7 +67,7 @@ TEST(OwnObjects, CataloguesAndSetups) {
         return std::tuple(loaded, list.getLabelFromSubItemId("detector", "FASTEST"),
                           list.getSubItemIdFromOrder("detector", 5));
     });
-    // A load writes the names of its groups to the log.
+    // Loading logs the names of the groups.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     expectTheSameAnswers("ResultSetup", [] {
         ResultSetup setups;
@@ -84,7 +84,7 @@ TEST(OwnObjects, InitialValues) {
             EXPECT_TRUE(table->setInitialVal(std::to_string(index), index));
         }
         EXPECT_TRUE(table->delInitialVal("0"));
-        EXPECT_EQ(table->findInitialVal("299")[298].iValue, 299);  // a find leads to entry 0
+        EXPECT_EQ(table->findInitialVal("299")[298].iValue, 299);  // a find returns entry 0
     });
 }
 

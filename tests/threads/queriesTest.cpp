@@ -1,4 +1,4 @@
-// The const members of every class, called from several threads on one object that nobody changes.
+// The const members of every class, called from several threads on one unchanging object.
 #include "severalThreads.h"
 
 #include <rfUtils/catalogues/ResultSetup.h>

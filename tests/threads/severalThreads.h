@@ -1,5 +1,4 @@
-// Calls from several threads at once. Under the thread sanitizer any two of them that touch the same
-// memory without order fail the test, whatever they answer.
+// Calls from several threads at once. Under the thread sanitizer a data race fails the test, whatever the results.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,7 +12,7 @@ namespace rfu::test {
 constexpr int kThreads = 4;
 constexpr int kRounds = 200;
 
-/// Runs `work` in kThreads threads, which begin together.
+/// Runs `work` in kThreads threads that start together.
 template <typename Work>
 void inSeveralThreads(Work work) {
     std::atomic<int> missing{kThreads};
@@ -32,7 +31,7 @@ void inSeveralThreads(Work work) {
     }
 }
 
-/// Expects of every call of `query` in every thread what it answers in this one.
+/// Expects the result of every call of `query` in every thread to be the one in this thread.
 template <typename Query>
 void expectTheSameAnswers(const char* name, Query query) {
     const auto answer = query();
