@@ -32,6 +32,7 @@
 /// Not thread-safe: an object belongs to its thread, and emits unitChanged within the calls.
 class RFUTILS_EXPORT HMath : public QObject {
     Q_OBJECT
+    /// The unit shown or set last.
     Q_PROPERTY(QString unit READ unit WRITE setUnit NOTIFY unitChanged)
 
 public:
