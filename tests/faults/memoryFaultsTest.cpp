@@ -52,7 +52,7 @@ using States = std::set<std::string>;
 /// One operation on an object of its own.
 struct Trial {
     std::function<void()> run;
-    /// What the object holds, as text.
+    /// The content of the object, as text.
     std::function<std::string()> state;
 };
 

@@ -230,7 +230,8 @@ inline bool tabModel(std::string_view file, veltaGEO& map, MapRows&) {
     return true;
 }
 
-constexpr std::size_t kMapFieldBytes = offsetof(veltaGEO, grid);  // the message stands behind it
+constexpr std::size_t kMapFieldBytes =
+    offsetof(veltaGEO, grid);  // all fields but cells and message
 
 /// Gives every field but the cells a value that no loader leaves: a zero written in error would not
 /// show among zeros. Sizes are 0.
