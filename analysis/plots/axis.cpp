@@ -46,6 +46,7 @@ std::vector<double> Axis::ticks() const {
     // Counted by an int: a double beyond 2^53 does not move when 1 is added.
     const int count = static_cast<int>(last - first) + 1;
     std::vector<double> result;
+    result.reserve(static_cast<std::size_t>(std::max(count, 0)));
     for (int i = 0; i < count; ++i) {
         result.push_back((first + i) * step_);
     }
