@@ -4,26 +4,19 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "analysis/plots/style.h"
+
 namespace rfu {
 
 namespace {
 
 constexpr int kMargin = 64;
+constexpr int kLabelSize = 14;
 constexpr int kWantedSide = 960;     // of the longer side of the map
 constexpr int kMinSheetWidth = 360;  // room for two labels side by side
 
 const QColor kBackground(0xec, 0xf1, 0xf5);  // where the map is transparent
-const QColor kTextColor(0x2b, 0x33, 0x3d);
-const QColor kMapFrame(0x6b, 0x75, 0x80);
 const QColor kPointColor(0xd6, 0x33, 0x4c);
-
-QFont labelFont(bool bold) {
-    QFont font(QStringLiteral("DejaVu Sans"));
-    font.setStyleHint(QFont::SansSerif);
-    font.setPixelSize(14);
-    font.setBold(bold);
-    return font;
-}
 
 void drawCross(QPainter& painter, QPointF at) {
     constexpr double kRadius = 8.0;
@@ -39,8 +32,8 @@ void drawCross(QPainter& painter, QPointF at) {
 /// Above the mark in the upper half of the sheet, below it in the lower one: outside the map for
 /// the usual marks at its corners.
 void drawLabel(QPainter& painter, QPointF at, const MapMark& mark, QSizeF sheet) {
-    const QFontMetricsF bold(labelFont(true));
-    const QFontMetricsF plain(labelFont(false));
+    const QFontMetricsF bold(fontOf(kLabelSize, true));
+    const QFontMetricsF plain(fontOf(kLabelSize, false));
     const double width =
         std::max(bold.horizontalAdvance(mark.name), plain.horizontalAdvance(mark.place)) + 8.0;
     const double line = plain.height();
@@ -50,10 +43,10 @@ void drawLabel(QPainter& painter, QPointF at, const MapMark& mark, QSizeF sheet)
     const double top = isAbove ? at.y() - 15.0 - 2.0 * line : at.y() + 15.0;
     painter.fillRect(QRectF(left, top, width, 2.0 * line), QColor(255, 255, 255, 215));
     painter.setPen(kPointColor);
-    painter.setFont(labelFont(true));
+    painter.setFont(fontOf(kLabelSize, true));
     painter.drawText(QRectF(left, top, width, line), Qt::AlignCenter, mark.name);
-    painter.setPen(kTextColor);
-    painter.setFont(labelFont(false));
+    painter.setPen(kInk);
+    painter.setFont(fontOf(kLabelSize, false));
     painter.drawText(QRectF(left, top + line, width, line), Qt::AlignCenter, mark.place);
 }
 
@@ -70,7 +63,7 @@ QImage drawSheet(const QImage& map, const std::vector<MapMark>& marks) {
     QPainter painter(&sheet);
     painter.fillRect(area, kBackground);
     painter.drawImage(area, map);
-    painter.setPen(QPen(kMapFrame, 1));
+    painter.setPen(QPen(kFaint, 1));
     painter.drawRect(area.adjusted(-1, -1, 0, 0));
     painter.setRenderHint(QPainter::Antialiasing);
     for (const MapMark& mark : marks) {

@@ -24,7 +24,7 @@ MAY_USE = {
     "analysis/support": EVERY_ROOM,
     "analysis/recordings": EVERY_ROOM | {"analysis/support"},
     "analysis/statistics": EVERY_ROOM | {"analysis/support", "analysis/recordings"},
-    "analysis/maps": EVERY_ROOM | {"analysis/support", "rfUtils/geo/detail"},
+    "analysis/maps": EVERY_ROOM | {"analysis/support", "analysis/plots", "rfUtils/geo/detail"},
     "analysis/plots": EVERY_ROOM | {"analysis/support"},
     "tools/rfutils": LIBRARY | {"analysis/support", "analysis/recordings", "analysis/statistics",
                                 "analysis/maps", "analysis/plots"},

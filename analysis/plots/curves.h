@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QColor>
+#include <QLineF>
+#include <QPainter>
+#include <QPolygonF>
+#include <QVector>
+#include <cstddef>
+#include <vector>
+
+#include "analysis/plots/decimation.h"
+#include "analysis/plots/plotFrame.h"
+
+namespace rfu {
+
+/// Draws series of values over the same places, in time linear in the points: a pixel column of
+/// many points shows their range. A value that is not finite was not measured and breaks a line.
+class Curves {
+public:
+    /// @param places of the points, ascending, on the frame's axis
+    /// @param breaks points to which no line leads from the one before, ascending
+    Curves(const std::vector<double>& places, std::vector<std::size_t> breaks,
+           const PlotFrame& frame);
+
+    /// Keeps what follows inside the plotting area until the painter is restored. A dot at its
+    /// border is whole.
+    void clip(QPainter& painter) const;
+
+    /// A line. A point without neighbours is a dot.
+    void drawLine(QPainter& painter, const std::vector<double>& values,
+                  const CurveStyle& style) const;
+
+    /// The area between two series, which are measured at the same points.
+    void fillBetween(QPainter& painter, const std::vector<double>& upper,
+                     const std::vector<double>& lower, const QColor& color) const;
+
+private:
+    double middleOf(std::size_t column) const { return columns_[column].column + 0.5; }
+    void appendPoints(QPolygonF& line, const std::vector<double>& values, std::size_t column) const;
+    void drawRun(QPainter& painter, const std::vector<double>& values,
+                 const std::vector<ColumnValues>& columns, std::size_t first, std::size_t end,
+                 QVector<QLineF>& strokes) const;
+
+    PlotFrame frame_;
+    std::vector<double> x_;  // of each point
+    std::vector<ColumnPoints> columns_;
+    std::vector<std::size_t> breaks_;
+};
+
+}  // namespace rfu

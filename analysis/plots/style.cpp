@@ -1,0 +1,23 @@
+#include "analysis/plots/style.h"
+
+#include <cmath>
+
+namespace rfu {
+
+QFont fontOf(int pixels, bool bold) {
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setStyleHint(QFont::SansSerif);
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    return font;
+}
+
+QString qtText(const std::string& utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+}
+
+double sharp(double position) {
+    return std::floor(position) + 0.5;
+}
+
+}  // namespace rfu

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QColor>
+#include <QFont>
+#include <QString>
+#include <string>
+
+namespace rfu {
+
+// Colours, fonts and texts that the pictures share.
+
+inline const QColor kPaper(0xfa, 0xfb, 0xfc);
+inline const QColor kInk(0x2b, 0x33, 0x3d);
+inline const QColor kFaint(0x6b, 0x75, 0x80);
+inline const QColor kGrid(0xe2, 0xe6, 0xea);
+inline const QColor kFrame(0xa9, 0xb2, 0xbb);
+
+/// Sans serif. Needs a QGuiApplication.
+QFont fontOf(int pixels, bool bold = false);
+
+QString qtText(const std::string& utf8);
+
+/// The middle of a pixel, where a thin upright or level line stays sharp.
+double sharp(double position);
+
+}  // namespace rfu
