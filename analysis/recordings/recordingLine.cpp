@@ -66,6 +66,22 @@ void check(const Hop& hop, const LineReader& where) {
     }
 }
 
+/// Whether the field is a number, or empty or a word for a level that was not measured.
+bool looksLikeLevel(std::string_view field) {
+    double level = 0.0;
+    const char* const end = field.data() + field.size();
+    return field.empty() || std::from_chars(withoutPlus(field).data(), end, level).ptr == end;
+}
+
+std::string_view withoutQuote(std::string_view field) {
+    return field.substr(!field.empty() && field.front() == '"' ? 1 : 0);
+}
+
+bool beginsWithLetter(std::string_view text) {
+    const char first = text.empty() ? '\0' : text.front();
+    return (first >= 'a' && first <= 'z') || (first >= 'A' && first <= 'Z');
+}
+
 const char* skipBlanks(const char* at, const char* end) {
     while (at != end && detail::isBlank(*at)) {
         ++at;
@@ -154,6 +170,24 @@ std::string describe(const Hop& hop) {
     return text(hop.low) + " to " + text(hop.high) + " Hz in steps of " + text(hop.step) + " Hz";
 }
 
+bool isBlankOrComment(std::string_view line) {
+    const std::string_view text = trimmed(line);
+    return text.empty() || text.front() == '#';
+}
+
+bool looksLikeHeader(std::string_view line) {
+    Fields fields(line);
+    std::string_view field;
+    bool isFirst = true;
+    while (fields.next(field)) {
+        if (looksLikeLevel(field) || (isFirst && !beginsWithLetter(withoutQuote(field)))) {
+            return false;
+        }
+        isFirst = false;
+    }
+    return true;
+}
+
 bool looksLikeHop(std::string_view line) {
     std::string_view date;
     return Fields(line).next(date) && looksLikeDate(date);
@@ -162,9 +196,7 @@ bool looksLikeHop(std::string_view line) {
 bool looksLikeTrace(std::string_view line) {
     std::string_view field;
     Fields(line).next(field);
-    double level = 0.0;
-    const char* const end = field.data() + field.size();
-    return field.empty() || std::from_chars(withoutPlus(field).data(), end, level).ptr == end;
+    return looksLikeLevel(field);
 }
 
 HopLine readHopLine(std::string_view line, const LineReader& where) {

@@ -14,6 +14,7 @@ class LineReader;
 //   date, time, Hz low, Hz high, Hz step, samples, dB, dB, ...
 // or a whole trace without frequencies:
 //   dB, dB, ...
+// Lines that hold no data are skipped: blank ones, comments, and a header before all others.
 // A line that cannot be read ends in an InputError with file and line.
 
 /// The range that one tuning of the receiver covers, and the bins in it.
@@ -37,6 +38,13 @@ struct HopLine {
     Hop hop;
     std::string_view levels;  // the fields after the head, within the line
 };
+
+/// Whether the line is blank or a comment, which begins with "#".
+bool isBlankOrComment(std::string_view line);
+
+/// Whether the line names columns, as "date,time,Hz low,...": its first field begins with a letter, and
+/// no field is a level, measured or not. Fields may be quoted.
+bool looksLikeHeader(std::string_view line);
 
 /// Whether the line begins with a date, as the lines of a sweep do.
 bool looksLikeHop(std::string_view line);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <utility>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
@@ -24,10 +25,11 @@ void SweepReader::fail(const std::string& what) const {
     throw InputError(lines_.file(), lines_.number(), what);
 }
 
-/// The next line that is not blank and not cut.
+/// The next line with data that is not cut.
 bool SweepReader::nextLine(std::string_view& line) {
     while (lines_.next(line)) {
-        if (trimmed(line).empty()) {
+        if (isBlankOrComment(line) ||
+            (std::exchange(mayBeHeader_, false) && looksLikeHeader(line))) {
             continue;
         }
         if (!lines_.hasLineEnd() && !isWhole(line)) {

@@ -34,7 +34,8 @@ struct FrequencyAxis {
 
 /// Reads a recording sweep by sweep; holds a few sweeps, however long the recording is.
 ///
-/// The first line that is not blank decides: with a date in front it is a recording of hops, else
+/// A byte-order mark, blank lines, comments ("#") and a header line before all others are skipped. The
+/// first line after them decides: with a date in front it is a recording of hops, else
 /// every line is one trace without frequencies, and all traces have as many levels as the first.
 ///
 /// A sweep ends
@@ -106,6 +107,7 @@ private:
 
     LineReader lines_;
     Shape shape_ = Shape::Unknown;
+    bool mayBeHeader_ = true;  // the next line with text
     std::string_view firstLine_;
     std::size_t traceLength_ = 0;
     std::optional<std::size_t> decimals_;  // of the last level of the lines so far

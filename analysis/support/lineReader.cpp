@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "analysis/support/compression.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 
@@ -13,6 +14,7 @@ namespace rfu {
 namespace {
 
 constexpr std::size_t kBlock = 65536;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 int openFileOrInput(const QString& file) {
     if (file == kStandardInput) {
@@ -33,6 +35,12 @@ LineReader::LineReader(const QString& file, std::function<void()> beforeRead)
 LineReader::~LineReader() {
     if (descriptor_ != STDIN_FILENO) {
         ::close(descriptor_);
+    }
+}
+
+void LineReader::refuseCompressed() const {
+    if (const char* const unpacker = unpackerOf(held_)) {
+        throw CompressedInput(file_, unpacker);
     }
 }
 
@@ -58,6 +66,9 @@ bool LineReader::fill() {
     if (got < 0) {
         throw InputError(file_, std::strerror(errno));
     }
+    if (number_ == 0) {
+        refuseCompressed();
+    }
     return got > 0;
 }
 
@@ -77,6 +88,9 @@ bool LineReader::next(std::string_view& line) {
         line = std::string_view(held_).substr(begin_, stop - begin_);
         if (!line.empty() && line.back() == '\r') {
             line.remove_suffix(1);
+        }
+        if (number_ == 0 && line.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
+            line.remove_prefix(kByteOrderMark.size());
         }
         begin_ = scanned_ = found ? end + 1 : held_.size();
         ++number_;

@@ -21,9 +21,10 @@ public:
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
 
-    /// The next line without its end ("\n" or "\r\n"); it stays valid until the next call.
+    /// The next line without its end ("\n" or "\r\n"), the first one without a UTF-8 byte-order mark;
+    /// it stays valid until the next call.
     /// @return false at the end
-    /// @throw InputError when reading fails or a line is longer than kMaxLine bytes
+    /// @throw InputError when reading fails or a line is longer than kMaxLine bytes; CompressedInput
     bool next(std::string_view& line);
 
     /// Of the line read last, counted from 1.
@@ -34,6 +35,7 @@ public:
 
 private:
     bool fill();
+    void refuseCompressed() const;
 
     QString file_;
     int descriptor_;

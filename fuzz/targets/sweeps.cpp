@@ -4,8 +4,8 @@
 // - the sweeps of a recording have as many levels each as its frequency axis has points, or as its
 //   first trace has levels; the axis is finite, its bands ascend without touching and each begins
 //   at a point;
-// - a recording without frequencies gives one trace for each line that is not blank, with the
-//   numbers that strtod reads;
+// - a recording without frequencies gives one trace for each line with data, with the numbers that
+//   strtod reads; the other lines are blank, comments or a header before all others;
 // - one with frequencies gives the sweeps that its lines make by a plain restatement of the rules:
 //   the hops up to the first that comes again or comes too early or a pause, in order of frequency;
 // - only a last line without line end is left out;
@@ -116,15 +116,38 @@ std::vector<double> levelsOf(const std::string& line) {
     return levels;
 }
 
+/// Without blank lines, comments and a header.
+std::vector<std::string> dataLinesOf(std::string_view file) {
+    std::vector<std::string> lines;
+    const bool isMarked = file.substr(0, 3) == "\xEF\xBB\xBF";
+    bool isFirst = true;
+    for (const std::string& line : rfu::test::linesOf(file.substr(isMarked ? 3 : 0), file.size())) {
+        const std::string text = trimmedText(line);
+        if (text.empty() || text[0] == '#') {
+            continue;
+        }
+        // In a recording that can be read, only a header begins like a word that is no level.
+        const std::string first = fieldsOf(line)[0];
+        char* end = nullptr;
+        std::strtod(first.c_str(), &end);
+        const bool isHeader = isFirst &&
+                              first.size() != static_cast<std::size_t>(end - first.c_str()) &&
+                              !(first[0] >= '0' && first[0] <= '9');
+        isFirst = false;
+        if (!isHeader) {
+            lines.push_back(line);
+        }
+    }
+    return lines;
+}
+
 /// Of a recording without frequencies that has been read to its end.
 void requireTraces(const Recording& recording, std::string_view file) {
     std::size_t count = 0;
-    for (const std::string& line : rfu::test::linesOf(file, file.size())) {
-        if (!trimmedText(line).empty()) {
-            REQUIRE(count < recording.sweeps.size());
-            REQUIRE(recording.sweeps[count].levels == levelsOf(line));
-            ++count;
-        }
+    for (const std::string& line : dataLinesOf(file)) {
+        REQUIRE(count < recording.sweeps.size());
+        REQUIRE(recording.sweeps[count].levels == levelsOf(line));
+        ++count;
     }
     REQUIRE(count == recording.sweeps.size());
 }
@@ -148,10 +171,7 @@ std::int64_t microsecondsOf(const std::string& time) {
 std::vector<HopLine> hopLinesOf(std::string_view file) {
     constexpr std::size_t kHead = 6;  // fields before the levels
     std::vector<HopLine> hops;
-    for (const std::string& line : rfu::test::linesOf(file, file.size())) {
-        if (trimmedText(line).empty()) {
-            continue;
-        }
+    for (const std::string& line : dataLinesOf(file)) {
         const std::vector<std::string> fields = fieldsOf(line);
         const auto number = [&](std::size_t i) { return std::strtod(fields[i].c_str(), nullptr); };
         const auto count =

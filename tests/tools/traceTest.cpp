@@ -207,6 +207,31 @@ TEST(Trace, readsPlainTraces) {
     });
 }
 
+TEST(Trace, skipsWhatHoldsNoData) {
+    expectCommands({good(
+        "mark, comment and header", "--marker 0 --format csv",
+        "\xEF\xBB\xBF# gain 40\ndate,time,Hz low,Hz high,Hz step,samples,dB\n" + onePoint({"-50"}),
+        "marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+        "0,0,100,1,-50,-50,-50,dBm\n")});
+}
+
+TEST(Trace, saysHowToReadACompressedRecording) {
+    SampleFolder folder;
+    folder.add("night.csv.gz", "\x1F\x8B\x08");
+    expectCommands(
+        {fails("a file", "trace night.csv.gz --all-points",
+               "night.csv.gz: is compressed; unpack it: gzip -dc night.csv.gz | rfutils trace -"),
+         fails("standard input", "trace -",
+               "-: is compressed; unpack it: xz -dc - | rfutils trace -")
+             .given(std::string("\xFD"
+                                "7zXZ\0",
+                                6)),
+         fails("values", "convert --to V",
+               "-: is compressed; unpack it: zstd -dc - | rfutils convert")
+             .given("\x28\xB5\x2F\xFD")},
+        folder);
+}
+
 TEST(Trace, notesALastLineThatMayBeCut) {
     const std::string note = ": the last line has no line end and may be cut; it is left out\n";
     expectCommands({

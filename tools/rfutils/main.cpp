@@ -1,6 +1,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTextCodec>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -9,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/support/compression.h"
 #include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -38,6 +40,11 @@ const Subcommand& subcommandNamed(const QString& name) {
                      " (rfutils --help lists them)");
 }
 
+bool takesFile(const Subcommand& subcommand) {
+    return std::any_of(subcommand.arguments.begin(), subcommand.arguments.end(),
+                       [](const Argument& argument) { return argument.kind == Kind::File; });
+}
+
 void runSubcommand(const Subcommand& subcommand, const QStringList& arguments) {
     try {
         const CommandLine line(subcommand, arguments);
@@ -46,6 +53,9 @@ void runSubcommand(const Subcommand& subcommand, const QStringList& arguments) {
         } else {
             subcommand.run(line);
         }
+    } catch (const CompressedInput& error) {
+        throw Failure(error.message() + " | rfutils " + subcommand.name +
+                      (takesFile(subcommand) ? " -" : ""));
     } catch (UsageError& error) {
         error.message += std::string(" (see rfutils ") + subcommand.name + " --help)";
         throw;

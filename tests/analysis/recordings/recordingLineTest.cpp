@@ -74,6 +74,21 @@ TEST_F(RecordingLine, TellsHopsFromTraces) {
     }
 }
 
+TEST_F(RecordingLine, TellsHeadersAndComments) {
+    for (const char* line : {"date,time,Hz low,Hz high,Hz step,samples,dB,dB,...",
+                             "\"Date\", \"Time\"", "dBm", "hz_low, hz_high", "info"}) {
+        EXPECT_TRUE(looksLikeHeader(line)) << line;
+    }
+    for (const char* line : {"2024-05-04, 10:00:00", "nan, nan", "inf", "power, -50", "power,,", "",
+                             "{\"a\": 1}", "...", "-50dBm", "#power"}) {
+        EXPECT_FALSE(looksLikeHeader(line)) << line;
+    }
+    for (const char* line : {"", " \t", "#", "  # -50", "#-50,-60"}) {
+        EXPECT_TRUE(isBlankOrComment(line)) << line;
+    }
+    EXPECT_FALSE(isBlankOrComment("-50 #"));
+}
+
 TEST_F(RecordingLine, SaysWhatIsWrongWithAHead) {
     const struct {
         const char* line;

@@ -207,6 +207,34 @@ TEST(SweepReader, ReadsTracesWithoutFrequencies) {
     EXPECT_EQ(read("-1\n\n-3,-4\n").failure, "3: a trace of 2 levels, while the first has 1");
 }
 
+TEST(SweepReader, SkipsWhatHoldsNoData) {
+    const std::string hops = hopLines("a0 b0 a1 b1");
+    const struct {
+        const char* name;
+        std::string bytes;
+        const char* sweeps;
+    } kRows[] = {
+        {"a header", "date,time,Hz low,Hz high,Hz step,samples,dB\n" + hops, "1 2|3 4"},
+        {"a header of traces behind blank lines and comments", "\n# gain 40\n\nlow,high\n-1,-2\n",
+         "1 2"},
+        {"a byte-order mark", "\xEF\xBB\xBF" + hops, "1 2|3 4"},
+        {"a byte-order mark before a header", "\xEF\xBB\xBFpower\n-1\n-2\n", "1|2"},
+        {"comments within a sweep", hopLine('a', "0", "-1") + "# moved\n" + hopLine('b', "0", "-2"),
+         "1 2"},
+        {"a comment without line end", "-1\n# end", "1"},
+        {"a header without line end", "power", ""},
+        {"a second header", "power\nlevel\n",
+         "2: neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, ...) "
+         "nor a trace of levels in dBm"},
+        {"a header further down", "-1\npower\n", "2: \"power\" is not a level in dBm|1"},
+    };
+    for (const auto& row : kRows) {
+        const Recording recording = read(row.bytes);
+        EXPECT_EQ(sweepsOf(recording), row.sweeps) << row.name;
+        EXPECT_EQ(recording.cutLine, 0) << row.name;
+    }
+}
+
 TEST(SweepReader, LeavesOutALastLineThatMayBeCut) {
     // Two bins per hop; rtl_power repeats the last level.
     const std::string head = "2024-01-01, 10:00:00, 100000000, 102000000, 1000000, 5, ";
@@ -281,11 +309,11 @@ TEST(SweepReader, NamesTheLineThatMakesNoSense) {
     } kRows[] = {
         {"nothing", "", ""},
         {"blank lines only", "\n  \n", ""},
-        {"text", "\nhello\n",
+        {"text", "\n-hello\n",
          "2: neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, ...) "
          "nor "
          "a trace of levels in dBm"},
-        {"text without line end", "hello",
+        {"text without line end", "-hello",
          "1: neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, ...) "
          "nor "
          "a trace of levels in dBm"},

@@ -58,6 +58,14 @@ TEST(LineReader, SplitsAtLineEnds) {
         {"carriage returns", "a\r\n\r\nb\r\n", {"a", "", "b"}},
         {"a carriage return within a line", "a\rb\r\r\n", {"a\rb\r"}},
         {"no end of the last line", "a\nb", {"a", "b"}},
+        {"a byte-order mark",
+         "\xEF\xBB\xBF"
+         "a\n\xEF\xBB\xBF"
+         "b\n",
+         {"a",
+          "\xEF\xBB\xBF"
+          "b"}},
+        {"half a byte-order mark", "\xEF\xBB\n", {"\xEF\xBB"}},
         {"a NUL", std::string("a\0b\n", 4), {std::string("a\0b", 3)}},
         {"lines across the blocks that are read",
          std::string(65535, 'a') + "\nb\n" + std::string(200000, 'c') + "\nd",
@@ -91,6 +99,13 @@ TEST(LineReader, RefusesWhatItCannotRead) {
     const TempFiles files;
     EXPECT_EQ(problemOf(files.path("none")), "0: " + std::string(std::strerror(ENOENT)));
     EXPECT_EQ(problemOf(files.makeFolder("folder")), "0: " + std::string(std::strerror(EISDIR)));
+}
+
+TEST(LineReader, RefusesCompressedFiles) {
+    const TempFiles files;
+    const std::string zstd = files.write("lines.zst", "\x28\xB5\x2F\xFD no line end");
+    EXPECT_EQ(problemOf(zstd), "0: is compressed; unpack it: zstd -dc " + zstd);
+    EXPECT_EQ(problemOf(files.write("lines.csv", "a\n\x1F\x8B\n")), "none");
 }
 
 TEST(LineReader, TellsBeforeItMayWait) {
