@@ -1,4 +1,5 @@
 #include <rfUtils/detail/saturate.h>
+#include <rfUtils/geo/detail/utm.h>
 #include <rfUtils/geo/veltaGEO.h>
 
 #include <cmath>
@@ -8,46 +9,9 @@ using rfu::detail::toInt32;
 
 namespace {
 
-// Ellipsoid WGS 84 and the scale on the central meridian. Results depend on the rounding of these
-// factors: do not recompute them.
-constexpr double kE = 0.08181919083755347;              // e, first eccentricity
-constexpr double kEp2 = 0.0067394967414358955;          // e'^2 = e^2 / (1 - e^2)
-constexpr double kOnePlusEp2 = 1.0067394967414358;      // 1 + e'^2
-constexpr double kInvK0 = 1.0004001600640255;           // 1 / k0, k0 = 0.9996
-constexpr double kInvMeridian = 1.570487611407373e-07;  // 1 / (a (1 - e^2/4 - 3e^4/64 - 5e^6/256))
-constexpr double kInvA = 1.567855942887398e-07;         // 1 / a, a = 6378137 m, equatorial radius
-
-// Footpoint latitude: sines of 2, 4, 6 and 8 times the rectifying latitude.
-constexpr double kFoot2 = 0.0025188265840776275;
-constexpr double kFoot4 = 3.7009490347005646e-06;
-constexpr double kFoot68 = 4.7350339166475714e-09;
-constexpr double kFoot6 = 1.5729166666666665;
-constexpr double kFoot8 = 0.0035978608664726;
-
-constexpr double kLatD4 = -4.939344529327077;  // -(5 - 9 e'^2)
-constexpr double kLatD6 = 59.30164682115815;   // 61 - 252 e'^2
-constexpr double kLngD5 = 5.053915973931487;   // 5 + 8 e'^2
-
-constexpr double kDegreesPerRadian = 57.29577951308232;
 constexpr double kMicroDegreesPerRadian = 57295779.513082325;
 constexpr double kMicro = 1e-06;
-
-constexpr double kFalseEasting = 500000.0;
-constexpr double kSouthOffset = 10001151.0;
-constexpr double kZoneWidth = 6.0;
 constexpr double kInvZoneWidth = 0.16666666666666666;
-
-/// Length of the meridian arc. South of the equator it is not divided by k0 and has another offset,
-/// which stored results depend on.
-double meridianArc(double northing, bool south) {
-    return south ? northing - kSouthOffset : northing * kInvK0;
-}
-
-double footpointLatitude(double arc) {
-    const double mu = arc * kInvMeridian;
-    return mu + kFoot2 * std::sin(2.0 * mu) + kFoot4 * std::sin(4.0 * mu) +
-           kFoot68 * (kFoot6 * std::sin(6.0 * mu) + kFoot8 * std::sin(8.0 * mu));
-}
 
 }  // namespace
 
@@ -58,35 +22,12 @@ int veltaGEO::LatLngToUTMZone(float /*latitude*/, float longitude) const {
 
 void veltaGEO::utmToLatLng(float easting, float northing, int zone, int south, float* latitude,
                            float* longitude) const {
-    const double centralMeridianOfZone = (static_cast<double>(zone) - 1.0) * kZoneWidth - 177.0;
-    const double phi1 = footpointLatitude(meridianArc(static_cast<double>(northing), south != 0));
-
-    const double sinPhi = std::sin(phi1);
-    const double cosPhi = std::cos(phi1);
-    const double tanPhi = std::tan(phi1);
-    const double c1 = kEp2 * cosPhi * cosPhi;
-    const double t1 = tanPhi * tanPhi;
-    const double w = 1.0 - (kE * sinPhi) * (kE * sinPhi);
-
-    // Distance from the central meridian in radians, divided by k0. The latitude's factor q divides
-    // by k0 once more, which stored results depend on.
-    const double d = (static_cast<double>(easting) - kFalseEasting) * kInvK0 * std::sqrt(w) * kInvA;
-    const double d2 = d * d;
-    const double d4 = d2 * d2;
-    const double d6 = d4 * d2;
-
+    const rfu::detail::utm::UnroundedPlace place = rfu::detail::utm::placeOf(
+        static_cast<double>(easting), static_cast<double>(northing), zone, south != 0);
     if (latitude != nullptr) {
-        const double q = kInvK0 * kOnePlusEp2 * w * tanPhi;
-        const double p =
-            d2 / 2.0 + d4 / 24.0 * (kLatD4 - 3.0 * t1 - 10.0 * c1 + 4.0 * c1 * c1) +
-            d6 / 720.0 * (kLatD6 + 90.0 * t1 + 298.0 * c1 + 45.0 * t1 * t1 - 3.0 * c1 * c1);
-        const double phi = phi1 - q * p;
-        *latitude = toFloat(std::floor(phi * kMicroDegreesPerRadian) * kMicro);
+        *latitude = toFloat(std::floor(place.latitude * kMicroDegreesPerRadian) * kMicro);
     }
     if (longitude != nullptr) {
-        const double series =
-            1.0 - (1.0 + 2.0 * t1 + c1) * d2 / 6.0 +
-            (kLngD5 + 28.0 * t1 + 24.0 * t1 * t1 - 2.0 * c1 - 3.0 * c1 * c1) * d4 / 120.0;
-        *longitude = toFloat(centralMeridianOfZone + kDegreesPerRadian * d * series / cosPhi);
+        *longitude = toFloat(place.longitude);
     }
 }
