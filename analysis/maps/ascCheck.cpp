@@ -10,6 +10,7 @@
 #include "analysis/maps/mapLines.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "analysis/support/words.h"
 
 namespace rfu {
 

@@ -13,6 +13,7 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "analysis/support/singles.h"
+#include "analysis/support/words.h"
 
 namespace rfu {
 

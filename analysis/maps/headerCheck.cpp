@@ -7,6 +7,7 @@
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "analysis/support/words.h"
 
 namespace rfu {
 

@@ -11,14 +11,11 @@
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "analysis/support/words.h"
 
 namespace rfu {
 
 namespace {
-
-char lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
 
 bool isText(char c) {
     return c != '\0' && !detail::isBlank(c);
@@ -107,11 +104,6 @@ bool isInfinityOrNan(std::string_view word) {
         word.remove_prefix(1);
     }
     return isSameWord(word, "inf") || isSameWord(word, "infinity") || isSameWord(word, "nan");
-}
-
-bool isSameWord(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lowered(x) == lowered(y); });
 }
 
 }  // namespace rfu

@@ -72,7 +72,4 @@ std::string_view writtenText(const detail::RawToken& token);
 /// Whether a word, with or without a sign, is one that the loaders read as infinity or NaN.
 bool isInfinityOrNan(std::string_view word);
 
-/// Whether two words differ at most in the case of ASCII letters.
-bool isSameWord(std::string_view a, std::string_view b);
-
 }  // namespace rfu

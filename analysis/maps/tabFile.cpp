@@ -14,6 +14,7 @@
 #include "analysis/support/fileWatch.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "analysis/support/words.h"
 
 namespace rfu {
 

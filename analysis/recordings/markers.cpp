@@ -30,11 +30,15 @@ std::string describe(const std::vector<Band>& bands) {
                : text + " and " + std::to_string(bands.size() - kMaxBands) + " more bands";
 }
 
+auto bandAt(const FrequencyAxis& axis, double frequency) {
+    return std::find_if(axis.bands.begin(), axis.bands.end(), [frequency](const Band& b) {
+        return b.low <= frequency && frequency <= b.high;
+    });
+}
+
 /// @return nothing outside the bands
 std::optional<int> nearestPoint(const FrequencyAxis& axis, double frequency) {
-    const auto band = std::find_if(
-        axis.bands.begin(), axis.bands.end(),
-        [frequency](const Band& b) { return b.low <= frequency && frequency <= b.high; });
+    const auto band = bandAt(axis, frequency);
     if (band == axis.bands.end()) {
         return std::nullopt;
     }
@@ -75,6 +79,10 @@ int pointOf(const MarkerRequest& request, const SweepReader& recording, std::siz
 }
 
 }  // namespace
+
+bool isAlsoFrequency(const MarkerRequest& request, const FrequencyAxis& axis) {
+    return request.point && bandAt(axis, *request.point) != axis.bands.end();
+}
 
 std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
                                  const SweepReader& recording, std::size_t points) {

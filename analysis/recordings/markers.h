@@ -22,6 +22,9 @@ struct Marker {
     int point;
 };
 
+/// Whether a marker names a point by a number that also is a frequency within the bands, in MHz.
+bool isAlsoFrequency(const MarkerRequest& request, const FrequencyAxis& axis);
+
 /// Puts the markers on the points of a recording; a frequency gets the nearest one of its band, the
 /// lower of two equally near.
 /// @param points number of points, also of a recording without frequencies

@@ -1,6 +1,10 @@
 #include "analysis/support/numbers.h"
 
 #include <rfUtils/detail/numberPrefix.h>
+#include <algorithm>
+#include <iterator>
+
+#include "analysis/support/words.h"
 
 namespace rfu {
 
@@ -12,6 +16,35 @@ bool startsLikeNumber(std::string_view text) {
         text.remove_prefix(1);
     }
     return !text.empty() && (detail::isDigit(text[0]) || text[0] == '.');
+}
+
+/// A unit of frequencies and what is left of it in the settings of receivers, as 88.1M.
+struct FrequencyUnit {
+    std::string_view name;
+    std::string_view suffix;
+    double factor;  // of a number of MHz
+    double divisor;
+};
+
+// clang-format off
+// Divisors, because 1000 is exact in binary and 0.001 is not: 100kHz is 0.1 MHz to the bit.
+constexpr FrequencyUnit kFrequencyUnits[] = {
+    {"GHz", "G", 1000.0, 1.0},
+    {"MHz", "M", 1.0,    1.0},
+    {"kHz", "k", 1.0,    1000.0},
+    {"Hz",  "",  1.0,    1000000.0}};
+// clang-format on
+
+/// In any letter case; but a small m stands for milli.
+const FrequencyUnit* frequencyUnit(std::string_view text) {
+    if (text == "m" || text == "mHz") {
+        return nullptr;
+    }
+    const auto* const found = std::find_if(
+        std::begin(kFrequencyUnits), std::end(kFrequencyUnits), [text](const FrequencyUnit& unit) {
+            return isSameWord(text, unit.name) || isSameWord(text, unit.suffix);
+        });
+    return found == std::end(kFrequencyUnits) ? nullptr : found;
 }
 
 }  // namespace
@@ -48,8 +81,12 @@ std::optional<SplitValue> splitValue(std::string_view text) {
 }
 
 std::optional<double> parseNumber(std::string_view text) {
+    return parseNumberOf("", text);
+}
+
+std::optional<double> parseNumberOf(std::string_view unit, std::string_view text) {
     const auto quantity = splitValue(text);
-    if (!quantity || !quantity->unit.empty()) {
+    if (!quantity || !(quantity->unit.empty() || quantity->unit == unit)) {
         return std::nullopt;
     }
     return quantity->value;
@@ -70,21 +107,12 @@ std::optional<double> parseFrequency(std::string_view text) {
     if (!quantity) {
         return std::nullopt;
     }
-    // Divisions, because 1000 is exact in binary and 0.001 is not: 100kHz is 0.1 MHz to the bit.
-    const std::string_view unit = quantity->unit;
-    if (unit.empty() || unit == "MHz") {
+    if (quantity->unit.empty()) {
         return quantity->value;
     }
-    if (unit == "GHz") {
-        return quantity->value * 1000.0;
-    }
-    if (unit == "kHz") {
-        return quantity->value / 1000.0;
-    }
-    if (unit == "Hz") {
-        return quantity->value / 1000000.0;
-    }
-    return std::nullopt;
+    const FrequencyUnit* const unit = frequencyUnit(quantity->unit);
+    return unit == nullptr ? std::nullopt
+                           : std::optional(quantity->value * unit->factor / unit->divisor);
 }
 
 std::string fixedText(double value, int decimals) {

@@ -21,6 +21,9 @@ std::string_view withoutPlus(std::string_view text);
 /// a double give nothing.
 std::optional<double> parseNumber(std::string_view text);
 
+/// The same with or without the one unit behind it.
+std::optional<double> parseNumberOf(std::string_view unit, std::string_view text);
+
 /// A whole text as a decimal integer that fits an int, with blanks allowed around it.
 std::optional<int> parseInteger(std::string_view text);
 
@@ -31,7 +34,8 @@ struct SplitValue {
 };
 std::optional<SplitValue> splitValue(std::string_view text);
 
-/// A frequency as "88.1MHz", "2.4 GHz", "100kHz", "5Hz" or a bare number of MHz.
+/// A frequency as "88.1MHz", "2.4 GHz", "100kHz", "5Hz", a bare number of MHz, or as receivers take
+/// it: "88.1M", "2.4G", "100k". Letter case does not matter, except that "m" and "mHz" are refused.
 /// @return MHz
 std::optional<double> parseFrequency(std::string_view text);
 

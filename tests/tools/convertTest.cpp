@@ -93,6 +93,8 @@ TEST(Convert, showsEveryFieldUnit) {
         shows("E^2 / 120 pi / 1e4", at("W/cm^2"), "0.14 nW/cm^2\n"),
         shows("the gain lowers the field", "convert -30 --to dBuV/m --center 100 --gain 2.5",
               "84.70 dBuV/m\n"),
+        shows("with its unit", "convert -30 --to dBuV/m --center 100M --gain 2.5dBi",
+              "84.70 dBuV/m\n"),
         shows("a negative gain raises it", "convert -30 --to dBuV/m --center 100 --gain -2.5",
               "89.70 dBuV/m\n"),
         shows("the frequency with a unit", "convert -30dBm --to V/m --center 1GHz", "0.23 V/m\n"),
@@ -284,8 +286,8 @@ TEST(Convert, wrongUse) {
         misuses("field value without frequency", "convert 1dBuV/m --to V",
                 "dBuV/m needs the centre frequency of the antenna: --center"),
         misuses("frequency zero", "convert 1 --to V/m --center 0", "--center has to be above zero"),
-        misuses("gain without number", "convert 1 --to V --gain 2dBi",
-                "--gain: \"2dBi\" is not a number"),
+        misuses("gain over a dipole", "convert 1 --to V --gain 2dBd",
+                "--gain: \"2dBd\" is not a gain such as 3dBi or a number of dBi"),
     });
 }
 

@@ -19,8 +19,10 @@ TEST(Frequency, freq) {
               "input,MHz,text\n9kHz,0.009,9.000 kHz\n9 Hz,9e-06,9 Hz\n5Hz,5e-06,5 Hz\n"),
         shows("JSON", "freq 88.1 --format json",
               "[\n  {\"input\": \"88.1\", \"MHz\": 88.1, \"text\": \"88.100000 MHz\"}\n]\n"),
-        fails("units are exact", "freq 1mhz",
-              "\"1mhz\" is not a frequency such as 88.1MHz or a number of MHz"),
+        shows("as receivers take them", "freq 2.4G 88.1M 100k 88.1mhz",
+              "2.400000000 GHz\n88.100000 MHz\n100.000 kHz\n88.100000 MHz\n"),
+        fails("a small m is milli", "freq 1m",
+              "\"1m\" is not a frequency such as 88.1MHz or a number of MHz"),
     });
 }
 

@@ -65,8 +65,8 @@ TEST(Trace, showsAllPoints) {
              "1,101,2,-63,-60,-66,dBm\n"
              "2,102,2,-71,-70,-72,dBm\n"
              "3,103,1,-80,-80,-80,dBm\n"),
-        good("JSON, with a limit that one level equals", "--all-points --format json --limit -60",
-             kBand,
+        good("JSON, with a limit that one level equals",
+             "--all-points --format json --limit -60dBm", kBand,
              "[\n"
              "  {\"point\": 0, \"frequencyMHz\": 100, \"count\": 3, \"average\": -52, "
              "\"maximum\": -50, \"minimum\": -54, \"unit\": \"dBm\", \"above\": 3},\n"
@@ -160,6 +160,25 @@ TEST(Trace, tellsMoreOfAMarker) {
              "\"median\": -30, \"unit\": \"dBm\", \"deviationDb\": 0, \"maximumSweep\": 1, "
              "\"maximumTime\": null}\n"
              "]\n"),
+    });
+}
+
+TEST(Trace, notesNumbersOfPointsThatAreFrequenciesToo) {
+    // 100 points of 1 MHz from 1 MHz on: point 7 is at 8 MHz.
+    std::string band = "2024-01-01, 10:00:00, 1000000, 101000000, 1000000, 5";
+    for (int i = 0; i < 100; ++i) {
+        band += ", -50";
+    }
+    const std::string head =
+        "marker  point  frequencyMHz  count    average    maximum    minimum\n";
+    const std::string levels = "      1  -50.0 dBm  -50.0 dBm  -50.0 dBm\n";
+    expectCommands({
+        good("noted", "--marker 7", band + "\n", head + "7           7      8.000000" + levels)
+            .noting("marker 7 is the point of this number, at 8 MHz; the frequency is 7MHz"),
+        good("the first point lies outside", "--marker 0", band + "\n",
+             head + "0           0      1.000000" + levels),
+        good("a frequency with a suffix", "--marker 7000k", band + "\n",
+             head + "7000k       6      7.000000" + levels),
     });
 }
 
@@ -412,7 +431,8 @@ TEST(Trace, refusesWrongUsage) {
                 "--center needs a --unit that depends on the antenna, such as dBuV/m"),
         misused("an antenna for volts", "--marker 0 --unit V --gain 2",
                 "--gain needs a --unit that depends on the antenna, such as dBuV/m"),
-        misused("no number", "--limit x", "--limit: \"x\" is not a number"),
+        misused("another unit than dBm", "--limit 47dBuV",
+                "--limit: \"47dBuV\" is not a level such as -60dBm or a number of dBm"),
     });
     expectCommands(
         {{"field unit without any frequency", trace("--marker 0 --unit dBuV/m"), "-30\n", 2, "",

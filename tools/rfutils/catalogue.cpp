@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "analysis/support/inputError.h"
+#include "analysis/support/words.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
@@ -20,14 +21,6 @@
 namespace rfu::command {
 
 namespace {
-
-/// Ids ignore the case of ASCII letters.
-std::string upperCased(std::string id) {
-    std::transform(id.begin(), id.end(), id.begin(), [](char c) {
-        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    });
-    return id;
-}
 
 /// The choices of the items, sorted for display.
 std::vector<subItem> choicesOf(const subItemList& catalogue, const QStringList& items) {
@@ -86,8 +79,8 @@ struct Query {
     }
 
     bool matches(const subItem& choice) const {
-        return (!id || upperCased(choice.id) == upperCased(*id)) &&
-               (!code || choice.enumValue == *code) && (!label || choice.label == *label);
+        return (!id || isSameWord(choice.id, *id)) && (!code || choice.enumValue == *code) &&
+               (!label || choice.label == *label);
     }
 
     std::string description() const {

@@ -129,6 +129,7 @@ public:
             if (sweeps_.count() == 1) {
                 points_ = static_cast<int>(sweep.levels.size());
                 markers_ = placeMarkers(options_.markers, recording_, sweep.levels.size());
+                noteNumbers();
             }
             if (options_.follow) {
                 markerTable_.addMarkers(markers_);
@@ -204,6 +205,19 @@ public:
     }
 
 private:
+    /// Notes markers whose numbers may be meant as frequencies.
+    void noteNumbers() const {
+        const FrequencyAxis& axis = recording_.axis();
+        for (const MarkerRequest& request : options_.markers) {
+            if (isAlsoFrequency(request, axis)) {
+                const double frequency = axis.points[static_cast<std::size_t>(*request.point)];
+                printNote("marker " + request.name + " is the point of this number, at " +
+                          std::string(ShortestText(frequency).view()) + " MHz; the frequency is " +
+                          request.name + "MHz");
+            }
+        }
+    }
+
     void printMarkers() {
         markerTable_.addMarkers(markers_);
         markerTable_.finish();
@@ -280,7 +294,7 @@ constexpr Subcommand kTrace = {
       "Show this point, up to six times: the one nearest to a frequency such as 88.1MHz or 2.4GHz, "
       "or the number of a point.",
       nullptr, 0, static_cast<int>(traceRssiBuffer::kMarkers)},
-     {"limit", "DBM", Kind::Number, "Count how often a level was above this one."},
+     {"limit", "DBM", Kind::Level, "Count how often a level was above this one."},
      {"all-points", "", Kind::Flag, "Show all points."},
      {"keep", "N", Kind::Integer, "How many recent sweeps count.", "1000"},
      {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete."},

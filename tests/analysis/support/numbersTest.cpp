@@ -25,6 +25,19 @@ TEST(Numbers, ReadsWholeTextsOnly) {
     }
 }
 
+TEST(Numbers, ReadsNumbersOfOneUnit) {
+    const struct {
+        const char* text;
+        std::optional<double> number;
+    } kRows[] = {
+        {"-60", -60.0}, {"-60dBm", -60.0}, {" -60 dBm ", -60.0}, {"-60dbm", {}},
+        {"-60dB", {}},  {"dBm", {}},       {"-60dBm x", {}},     {"", {}},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(rfu::parseNumberOf("dBm", row.text), row.number) << row.text;
+    }
+}
+
 TEST(Numbers, ReadsIntegersThatFit) {
     const struct {
         const char* text;
@@ -63,8 +76,11 @@ TEST(Numbers, ReadsFrequenciesAsMegahertz) {
         const char* text;
         std::optional<double> megahertz;
     } kRows[] = {
-        {"88.1MHz", 88.1}, {"88.1", 88.1},   {"2.4 GHz", 2400.0}, {"100kHz", 0.1}, {"5Hz", 5e-6},
-        {"-1MHz", -1},     {"88.1 mHz", {}}, {"88.1MHz x", {}},   {"MHz", {}},     {"", {}},
+        {"88.1MHz", 88.1}, {"88.1", 88.1},    {"2.4 GHz", 2400.0}, {"100kHz", 0.1}, {"5Hz", 5e-6},
+        {"-1MHz", -1},     {"88.1 mHz", {}},  {"88.1MHz x", {}},   {"MHz", {}},     {"", {}},
+        {"2.4G", 2400.0},  {"88.1M", 88.1},   {"100 k", 0.1},      {"2.4g", 2400},  {"100K", 0.1},
+        {"88.1mhz", 88.1}, {"88.1MHZ", 88.1}, {"100KHz", 0.1},     {"5hz", 5e-6},   {"88.1m", {}},
+        {"88.1 m", {}},    {"5H", {}},        {"1T", {}},          {"1e3", 1000},   {"1e3k", 1},
     };
     for (const auto& row : kRows) {
         EXPECT_EQ(parseFrequency(row.text), row.megahertz) << row.text;

@@ -35,6 +35,14 @@ std::optional<const rfu::Unit*> parseUnit(std::string_view text) {
     return &unitToShow(text);
 }
 
+std::optional<double> parseLevel(std::string_view text) {
+    return parseNumberOf("dBm", text);
+}
+
+std::optional<double> parseGain(std::string_view text) {
+    return parseNumberOf("dBi", text);
+}
+
 template <auto parse>
 std::optional<Value> readBy(std::string_view text) {
     const auto value = parse(text);
@@ -50,6 +58,8 @@ struct Reader {
 // clang-format off
 constexpr Reader kReaders[] = {
     {Kind::Number,    "a number",                                             readBy<parseNumber>},
+    {Kind::Level,     "a level such as -60dBm or a number of dBm",            readBy<parseLevel>},
+    {Kind::Gain,      "a gain such as 3dBi or a number of dBi",               readBy<parseGain>},
     {Kind::Integer,   "a whole number",                                       readBy<parseInteger>},
     {Kind::Frequency, "a frequency such as 88.1MHz or a number of MHz",       readBy<parseFrequency>},
     {Kind::Unit,      "a unit",                                               readBy<parseUnit>},

@@ -15,7 +15,7 @@ struct Unit;
 
 namespace rfu::command {
 
-/// A value by its kind: Number and Frequency (MHz) are double, Integer is int, Cell is QPoint.
+/// A value by its kind: Number, Level, Gain and Frequency (MHz) are double, Integer is int, Cell is QPoint.
 using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint>;
 
 /// Whether readValue() reads the kind; values of the others stay texts.

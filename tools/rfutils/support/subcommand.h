@@ -18,6 +18,8 @@ enum class Kind {
     File,     ///< a file to read
     Picture,  ///< a PNG file to write
     Number,
+    Level,  ///< in dBm
+    Gain,   ///< in dBi
     Integer,
     Frequency,
     Unit,  ///< a unit that levels can be shown in
@@ -67,9 +69,9 @@ inline constexpr Option kCommonOptions[] = {
 // The antenna that field units refer to.
 inline constexpr Option kCenterOption = {
     "center", "FREQ", Kind::Frequency,
-    "Centre frequency for field units: 88.1MHz, 2.4GHz, 100kHz, 5Hz or a number of MHz."};
+    "Centre frequency for field units: 88.1MHz, 2.4G, 100kHz, 5Hz or a number of MHz."};
 inline constexpr Option kGainOption = {
-    "gain", "DBI", Kind::Number, "Antenna gain in dBi for field units.", "0"};
+    "gain", "DBI", Kind::Gain, "Antenna gain in dBi for field units.", "0"};
 // clang-format on
 
 /// Its own and the common ones.

@@ -1,0 +1,20 @@
+#include "analysis/support/words.h"
+
+#include <algorithm>
+
+namespace rfu {
+
+namespace {
+
+char lowered(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+}  // namespace
+
+bool isSameWord(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return lowered(x) == lowered(y); });
+}
+
+}  // namespace rfu
