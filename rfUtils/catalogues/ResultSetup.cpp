@@ -7,8 +7,22 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QtGlobal>
 
 namespace {
+
+/// Logs an entry that is skipped because it lacks a member, as qDebug() would.
+/// @param line its text, made if null. Entries that give the same line share it: a log that keeps a
+///        line for each entry then holds the id once, however long it is.
+void reportSkipped(QString& line, const char* member, const QString& id) {
+    if (line.isNull()) {
+        QDebug(&line).nospace() << "Not found property at json.[" << member << "] ->  " << id;
+    }
+    qt_message_output(
+        QtDebugMsg,
+        QMessageLogContext(QT_MESSAGELOG_FILE, QT_MESSAGELOG_LINE, QT_MESSAGELOG_FUNC, "default"),
+        line);
+}
 
 /// Appends the setups of one group.
 void append(QList<ResultSetup::SetupInfo>& setups, const QString& key, const QJsonArray& entries) {
@@ -16,17 +30,21 @@ void append(QList<ResultSetup::SetupInfo>& setups, const QString& key, const QJs
     const QLatin1String kId("id");
     // One record for the whole group: a message names the setup appended last, else the group.
     ResultSetup::SetupInfo setup{key, QString()};
+    QString withoutLabel;
+    QString withoutId;
     for (const QJsonValue element : entries) {
         const QJsonObject entry = element.toObject();  // empty for anything but an object
         const auto label = entry.find(kLabel);
         const auto id = entry.find(kId);
         if (label == entry.end()) {
-            qDebug() << "Not found property at json.[label] -> " << setup.id;
+            reportSkipped(withoutLabel, "label", setup.id);
         } else if (id == entry.end()) {
-            qDebug() << "Not found property at json.[id] -> " << setup.id;
+            reportSkipped(withoutId, "id", setup.id);
         } else {
             setup = {id.value().toString(), label.value().toString()};
             setups.append(setup);
+            withoutLabel = QString();
+            withoutId = QString();
         }
     }
 }

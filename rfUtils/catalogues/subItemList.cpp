@@ -44,8 +44,8 @@ std::string choiceKey(const std::string& subItemId) {
     return key;
 }
 
-/// The choice that an object describes; nothing when it lacks a member.
-std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& object) {
+/// The choice that an object describes, without `itemId`; nothing when it lacks a member.
+std::optional<subItem> choiceOf(const QJsonObject& object) {
     const auto label = object.find(QLatin1String("label"));
     const auto id = object.find(QLatin1String("id"));
     const auto enumValue = object.find(QLatin1String("enum"));
@@ -54,9 +54,29 @@ std::optional<subItem> choiceOf(const std::string& itemId, const QJsonObject& ob
     if (label == none || id == none || enumValue == none || dispSeq == none) {
         return std::nullopt;
     }
-    return subItem{itemId, id.value().toString().toStdString(),
+    return subItem{std::string(), id.value().toString().toStdString(),
                    label.value().toString().toStdString(), enumValue.value().toInt(),
                    dispSeq.value().toInt()};
+}
+
+template <typename Choices>
+void put(Choices& choices, subItem choice) {
+    std::string key = choiceKey(choice.id);
+    choices.insert_or_assign(std::move(key), std::move(choice));
+}
+
+/// Puts a choice into the choices of its item, which it returns. Strong exception guarantee: a new
+/// item is inserted with its first choice or not at all.
+template <typename Items>
+auto& put(Items& items, const std::string& itemId, subItem choice) {
+    const auto known = items.find(itemId);
+    if (known != items.end()) {
+        put(known->second, std::move(choice));
+        return known->second;
+    }
+    typename Items::mapped_type choices;
+    put(choices, std::move(choice));
+    return items.emplace(itemId, std::move(choices)).first->second;
 }
 
 /// The id of the first record accepted by the predicate, else `none`.
@@ -89,10 +109,14 @@ bool subItemList::loadJson(const std::string& path) {
         }
         const std::string itemId = item.key().toStdString();
         const QJsonArray elements = item.value().toArray();
+        Choices* choices = nullptr;  // those of the item, from its first usable one on
         for (const QJsonValue element : elements) {
             // toObject() of any other type is empty, and an empty object is skipped
-            if (auto choice = choiceOf(itemId, element.toObject())) {
-                store(std::move(*choice));
+            auto choice = choiceOf(element.toObject());
+            if (choice && choices == nullptr) {
+                choices = &put(itemList, itemId, std::move(*choice));
+            } else if (choice) {
+                put(*choices, std::move(*choice));
             }
         }
         if (itemListCount < std::numeric_limits<std::int32_t>::max()) {
@@ -113,18 +137,9 @@ bool subItemList::addFromSubItem(const subItem& item) {
     return true;
 }
 
-/// Strong exception guarantee: a new item is inserted with its first choice or not at all.
 void subItemList::store(subItem item) {
-    std::string key = choiceKey(item.id);
-    const auto known = itemList.find(item.itemId);
-    if (known != itemList.end()) {
-        known->second.insert_or_assign(std::move(key), std::move(item));
-        return;
-    }
-    std::string itemId = item.itemId;
-    Choices choices;
-    choices.emplace(std::move(key), std::move(item));
-    itemList.emplace(std::move(itemId), std::move(choices));
+    const std::string itemId = std::exchange(item.itemId, std::string());
+    put(itemList, itemId, std::move(item));
 }
 
 const subItemList::Choices* subItemList::findItem(const std::string& itemId) const {
@@ -144,12 +159,16 @@ const subItem* subItemList::findSubItem(const std::string& itemId,
 
 bool subItemList::getSubItemsById(const std::string& itemId,
                                   std::unordered_map<std::string, subItem>& out) const {
-    const Choices* choices = findItem(itemId);
-    if (choices == nullptr) {
+    const auto item = itemList.find(itemId);
+    if (item == itemList.end()) {
         return false;
     }
-    out.clear();  // what remains if the copy throws
-    out = Choices(*choices);
+    out.clear();  // what remains if the copy throws; `itemId` may have been in it
+    Choices copy(item->second);
+    for (auto& entry : copy) {
+        entry.second.itemId = item->first;
+    }
+    out = std::move(copy);
     return true;
 }
 
@@ -201,7 +220,7 @@ bool subItemList::checkAllSubitem() {
     for (const auto& [itemId, choices] : itemList) {
         for (const auto& [key, item] : choices) {
             std::printf("%d \"%s\" \"%s\" \"%s\" \"%s\" %d %d \n", ++number, key.c_str(),
-                        item.itemId.c_str(), item.label.c_str(), item.id.c_str(), item.enumValue,
+                        itemId.c_str(), item.label.c_str(), item.id.c_str(), item.enumValue,
                         item.dispSeq);
         }
     }

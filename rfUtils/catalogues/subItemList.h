@@ -85,8 +85,8 @@ public:
 
     /// Copies the choices of an item.
     /// @param itemId item to look up
-    /// @param out receives the choices, keyed by upper-case id; its former content is dropped, also
-    ///        when the copy runs out of memory
+    /// @param out receives the choices, keyed by upper-case id, each with its own copy of the item
+    ///        id; its former content is dropped, also when the copy runs out of memory
     /// @return false, with `out` untouched, for an unknown item; true with an empty `out` for an
     ///         item whose last choice was deleted
     bool getSubItemsById(const std::string& itemId,
@@ -143,7 +143,9 @@ public:
     bool checkAllSubitem();
 
 private:
-    using Choices = std::unordered_map<std::string, subItem>;  // by upper-case sub-item id
+    // By upper-case sub-item id. `itemId` of these records is empty: the map of items has it once,
+    // and a copy for each choice would take memory beyond all proportion to a file with a long id.
+    using Choices = std::unordered_map<std::string, subItem>;
 
     void store(subItem item);
     const Choices* findItem(const std::string& itemId) const;

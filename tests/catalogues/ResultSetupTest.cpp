@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QtGlobal>
 
 #include <limits>
 #include <memory>
@@ -184,6 +185,24 @@ TEST(ResultSetup, ReportsEntriesThatLackAMember) {
         expectLoad((R"({"key": [)" + std::string(row.entries) + "]}").c_str(), expected,
                    row.setups);
     }
+}
+
+TEST(ResultSetup, LogsEntriesThatLackTheSameMemberWithOneSharedText) {
+    static std::vector<QString> kept;
+    kept.clear();
+    const TempFiles files;
+    const std::string path = files.write(
+        "setups.json",
+        R"({"key": [{"id": "x", "label": "X"}, 1, {"label": "L"}, 2, {"label": "L"}]})");
+    const QtMessageHandler before = qInstallMessageHandler(
+        [](QtMsgType, const QMessageLogContext&, const QString& text) { kept.push_back(text); });
+    ResultSetup list;
+    EXPECT_TRUE(list.loadJson(qString(path)));
+    qInstallMessageHandler(before);
+    ASSERT_EQ(kept.size(), 5U);  // the key first
+    EXPECT_EQ(kept[1].constData(), kept[3].constData());
+    EXPECT_EQ(kept[2].constData(), kept[4].constData());
+    EXPECT_NE(kept[1], kept[2]);
 }
 
 TEST(ResultSetup, StartsARecordForEachGroup) {

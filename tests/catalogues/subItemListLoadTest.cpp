@@ -1,4 +1,5 @@
 #include <rfUtils/catalogues/subItemList.h>
+#include <support/allocations.h>
 #include <support/deadline.h>
 #include <support/messageLog.h>
 #include <support/tempFiles.h>
@@ -317,6 +318,42 @@ TEST_F(SubItemListLoad, LoadingTwiceChangesOnlyTheArrayCount) {
     arrayCount(list_) = std::numeric_limits<std::int32_t>::max();
     EXPECT_TRUE(load(kAtten));
     EXPECT_EQ(arrayCount(list_), std::numeric_limits<std::int32_t>::max());
+}
+
+TEST_F(SubItemListLoad, TakesMemoryInProportionToTheFile) {
+    const Deadline deadline;
+    constexpr std::size_t kMaxBytesPerByte = 10;
+    const std::string longText(100000, 'x');
+    const auto choices = [](int count, const std::string& id) {
+        std::string text;
+        for (int i = 0; i < count; ++i) {
+            text += (i == 0 ? "" : ",") + (R"({"label":"","id":")" + id) +
+                    (id.empty() ? std::to_string(i) : "") + R"(","enum":0,"dispSeq":0})";
+        }
+        return text;
+    };
+    std::string items;
+    for (int i = 0; i < 2000; ++i) {
+        items += ",\"" + std::to_string(i) + "\":[" + choices(1, "") + ']';
+    }
+    const struct {
+        const char* name;
+        std::string json;
+    } kCases[] = {
+        {"many choices of a long item id", "{\"" + longText + "\":[" + choices(2000, "") + "]}"},
+        {"many choices of one id", "{\"item\":[" + choices(2000, "x") + "]}"},
+        {"many items", '{' + items.substr(1) + '}'},
+        {"a long id", "{\"item\":[" + choices(1, longText) + "]}"},
+    };
+    for (const auto& row : kCases) {
+        const std::string path = files_.write("items.json", row.json);
+        subItemList list;
+        const Allocations allocations;
+        const bool isLoaded = list.loadJson(path);
+        const std::size_t bytes = allocations.bytes();
+        EXPECT_TRUE(isLoaded) << row.name;
+        EXPECT_LE(bytes, kMaxBytesPerByte * row.json.size()) << row.name;
+    }
 }
 
 TEST_F(SubItemListLoad, ReadsPathsInUtf8) {

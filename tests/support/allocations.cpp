@@ -6,12 +6,14 @@
 namespace {
 
 bool watching = false;
-std::size_t allocated = 0;
+std::size_t allocations = 0;
+std::size_t allocatedBytes = 0;
 
 }  // namespace
 
 Allocations::Allocations() {
-    allocated = 0;
+    allocations = 0;
+    allocatedBytes = 0;
     watching = true;
 }
 
@@ -20,11 +22,18 @@ Allocations::~Allocations() {
 }
 
 std::size_t Allocations::count() const {
-    return allocated;
+    return allocations;
+}
+
+std::size_t Allocations::bytes() const {
+    return allocatedBytes;
 }
 
 void* operator new(std::size_t size) {
-    allocated += watching ? 1 : 0;
+    if (watching) {
+        ++allocations;
+        allocatedBytes += size;
+    }
     if (void* memory = std::malloc(size == 0 ? 1 : size)) {
         return memory;
     }

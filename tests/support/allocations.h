@@ -2,7 +2,8 @@
 
 #include <cstddef>
 
-/// Counts the calls of operator new in the whole program during its lifetime. One object at a time.
+/// Counts the calls of operator new in the whole program during its lifetime, and the bytes that they
+/// give. One object at a time.
 class Allocations {
 public:
     Allocations();
@@ -11,4 +12,5 @@ public:
     Allocations& operator=(const Allocations&) = delete;
 
     std::size_t count() const;
+    std::size_t bytes() const;
 };
