@@ -7,6 +7,8 @@
 #include <QString>
 
 /// An ordered list of result setups (id and label), loaded from JSON files and read by position.
+/// Nothing tells their number; asking until the answer is null ends too early where an id and a
+/// label in the file are not strings.
 ///
 /// Belongs to the thread that created it, like any QObject.
 ///
@@ -33,9 +35,9 @@ public:
     /// The file is a JSON object. Each member with an array is a group of setups (its key is not
     /// stored), each object in the array one setup:
     ///   {"power": [{"id": "chp", "label": "Channel Power"}, {"id": "obw", "label": "OBW"}]}
-    /// Both members are required, of any type; a value that is not a string reads as "". Other
-    /// members are ignored. Groups are taken in ascending key order, whatever their order in the
-    /// file; the setups of a group keep their order. Keys compare by character code, as in
+    /// Both members are required, of any type; a value that is not a string reads as a null QString.
+    /// Other members are ignored. Groups are taken in ascending key order, whatever their order in
+    /// the file; the setups of a group keep their order. Keys compare by character code, as in
     /// QJsonObject: "" < "10" < "9" < "Z" < "a" < "aa" < "z" < "é". Of members with the same key
     /// the last one counts.
     ///
@@ -57,11 +59,13 @@ public:
     bool loadJson(QString path);
 
     /// @param index position from 0
-    /// @return the id of the setup there; a null QString outside the list
+    /// @return the id of the setup there, null if it was not a string; a null QString outside the
+    ///         list
     QString setupId(const int& index) const;
 
     /// @param index position from 0
-    /// @return the label of the setup there; a null QString outside the list
+    /// @return the label of the setup there, null if it was not a string; a null QString outside
+    ///         the list
     QString setupLabel(const int& index) const;
 
 private:

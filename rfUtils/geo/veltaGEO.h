@@ -33,7 +33,9 @@ struct stPaser {
 /// ## Files
 /// Every grid loader takes any name of the raster's family: it strips everything from the last '.'
 /// on (GetFileNameExtDel()) and appends its own extension in lower case, so that "terrain",
-/// "terrain.asc" and "terrain.prj" name the same map. Only regular files (and Qt resources,
+/// "terrain.asc" and "terrain.prj" name the same map. A '.' in a folder's name counts, so a name
+/// without an extension below such a folder is cut there: "maps.d/terrain" loads "maps.asc". Pass a
+/// name with its extension. Only regular files (and Qt resources,
 /// ":/terrain.asc") are opened: a folder, FIFO or device counts as not found.
 ///
 /// Text files are read as ISO 8859-1, one byte per character, in every locale. Only LF ends a line:
@@ -88,8 +90,10 @@ public:
 
     // Size and place of the grid ----------------------------------------------------------------
 
-    std::int32_t nCols = 0;  ///< columns; a refused or negative number stays here as it was read
-    std::int32_t nRows = 0;  ///< rows; a refused or negative number stays here as it was read
+    /// Columns. A refused or negative number stays here as it was read, even after a later ASC load
+    /// of a file without sizes that succeeds: bound loops over cells by the size of `grid`, too.
+    std::int32_t nCols = 0;
+    std::int32_t nRows = 0;  ///< rows; see nCols
     float originX = 0.0F;    ///< HDR: centre of the upper-left cell; ASC: lower-left corner
     float originY = 0.0F;    ///< see originX
     float cellSize = 0.0F;   ///< width and height of a cell, in the units of the origin

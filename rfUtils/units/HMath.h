@@ -8,7 +8,12 @@
 
 /// Converts power levels in dBm to texts in display units, and values in display units back to dBm.
 ///
-/// The property `unit` holds the unit shown last. Scripts reach these members through the
+/// The property `unit` holds the unit shown last, prefix included. It is not the unit that an
+/// operator chose: never pass it back as the unit to show in. A QML binding that does so loops, and
+/// "V" becomes "mV", then "dBm". Keep the chosen unit outside the object.
+///
+/// An HMath that an invokable returns to a script belongs to the script engine, which deletes it,
+/// unless it has a parent. Scripts reach these members through the
 /// meta-object, by their names and in this order: unitChanged, unit, setUnit, getUnitTodBm,
 /// getFieldTodBm, getdBmToUnit, getdBmToField, getDBmToW, convertValUnit, getStringWidth. The other
 /// operations are plain C++ members.

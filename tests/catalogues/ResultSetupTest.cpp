@@ -229,6 +229,19 @@ TEST(ResultSetup, AppendsOtherTypesAsEmptyTexts) {
     EXPECT_EQ(loader.lines(), (Lines{R"("key")", R"(Not found property at json.[label] ->  "")"}));
 }
 
+TEST(ResultSetup, CannotBeCountedByAskingUntilNull) {
+    Loader loader;
+    ASSERT_TRUE(loader.loadText(
+        R"({"key": [{"id": 1, "label": null}, {"id": "", "label": ""}, {"id": "x", "label": "X"}]})"));
+    loader.lines();
+    EXPECT_TRUE(loader.list.setupId(0).isNull());
+    EXPECT_TRUE(loader.list.setupLabel(0).isNull());
+    EXPECT_FALSE(loader.list.setupId(1).isNull());
+    EXPECT_FALSE(loader.list.setupLabel(1).isNull());
+    EXPECT_EQ(loader.list.setupId(2), qString("x"));
+    EXPECT_TRUE(loader.list.setupId(3).isNull());
+}
+
 TEST(ResultSetup, KeepsTextsAsTheyAre) {
     Loader loader;
     ASSERT_TRUE(loader.loadText(R"({"key": [

@@ -248,6 +248,15 @@ TEST_F(AscGrid, RefusesMoreThanTheGridHolds) {
     }
 }
 
+TEST_F(AscGrid, WithoutSizesKeepsThoseOfARefusedHeader) {
+    EXPECT_FALSE(load("ncols 5000\nnrows 2\n"));
+    EXPECT_TRUE(load("NODATA_value -9\n1 2 3\n"));
+    EXPECT_EQ(map->nCols, 5000);
+    EXPECT_EQ(map->nRows, 0);
+    EXPECT_EQ(map->isLoaded, 1);
+    EXPECT_EQ(cells(*map, 0, 4), (Cells{1, 2, 3, 0}));
+}
+
 TEST_F(AscGrid, ARefusedSizeStopsTheLoad) {
     write("map.clr", "1 10 20 30\n2 40 50 60\n");
     mark(0);

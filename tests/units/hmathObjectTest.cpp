@@ -49,6 +49,14 @@ TEST(HMathObject, SetUnitAlwaysAnnounces) {
     EXPECT_EQ(probe.signalCount, 4);
 }
 
+TEST(HMathObject, TheUnitShownIsNotTheUnitChosen) {
+    Probe probe;
+    probe.math.setUnit(text("V"));
+    EXPECT_EQ(utf8(probe.math.getdBmToUnit(probe.math.unit(), -50.0, true)), "0.71 mV");
+    EXPECT_EQ(utf8(probe.math.getdBmToUnit(probe.math.unit(), -50.0, true)), "-50.0 dBm");
+    EXPECT_EQ(utf8(probe.math.getdBmToUnit(probe.math.unit(), -50.0, true)), "-50.0 dBm");
+}
+
 TEST(HMathObject, TheUnitPropertyGoesThroughSetUnit) {
     Probe probe;
     EXPECT_TRUE(probe.math.setProperty("unit", text("dBuV")));
