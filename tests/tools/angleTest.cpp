@@ -34,6 +34,9 @@ TEST(Angle, dd) {
         misuses("too many", "dd 1 2 3 4", "unexpected argument \"4\""),
         fails("sign of the minutes", "dd 1 -2", "\"-2\": only the degrees take a sign"),
         fails("sign of a zero", "dd 1 2 -0", "\"-0\": only the degrees take a sign"),
+        fails("sixty minutes", "dd 12 60 0", "\"60\": minutes and seconds are below 60"),
+        fails("sixty seconds", "dd 12 0 60.5", "\"60.5\": minutes and seconds are below 60"),
+        shows("just below", "dd 0 59.4 36", "1\n"),
         fails("no number", "dd 1 x", "\"x\" is not a number"),
     });
 }

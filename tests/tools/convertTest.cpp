@@ -269,12 +269,40 @@ TEST(Convert, unknownUnitsAreAnsweredWithTheNearest) {
               "there is no unit \"dBu\"; the nearest are dBuV, dBm or dBV"),
         fails("empty", QStringList{"convert", "1", "--to", ""},
               "there is no unit \"\"; the nearest are V, W or dBm"),
-        fails("kilovolt is never shown nor read", "convert 1kV --to V",
-              "there is no unit \"kV\"; the nearest are mV, \u00B5V or nV"),
         fails("a very long name is cut",
               QStringList{"convert", "1" + QString(500, 'V'), "--to", "V"},
               "there is no unit \"" + std::string(60, 'V') +
                   "...\"; the nearest are V, dBuV/m or dBmV/m"),
+    });
+}
+
+TEST(Convert, unitsThatFollowFromKnownOnesAreExplained) {
+    const QString sign = QString::fromUtf8("1dB\u00B5A");
+    const QString mu = QString::fromUtf8("1dB\u03BCA");
+    // 20 lg 50 = 33.979; 1 uT / (4 pi 1e-7 H/m) = 0.79577 A/m, of which 0 dBpT are 20 lg 1e-6
+    const std::string amperes = "; use dBuV: dBuA = dBuV - 33.98 in 50 ohm";
+    expectCommands({
+        fails("to be shown", "convert 0 --to dBW",
+              "there is no unit \"dBW\"; use dBm: dBW = dBm - 30"),
+        fails("to be read", "convert 0dBW --to V",
+              "there is no unit \"dBW\"; use dBm: dBW = dBm - 30"),
+        fails("in other letter case", "convert 0 --to dbw",
+              "there is no unit \"dbw\"; use dBm: dBW = dBm - 30"),
+        fails("with micro", "convert 1dBuA --to V", "there is no unit \"dBuA\"" + amperes),
+        fails("with the micro sign", QStringList{"convert", sign, "--to", "V"},
+              "there is no unit \"dB\u00B5A\"" + amperes),
+        fails("with the Greek letter", QStringList{"convert", mu, "--to", "V"},
+              "there is no unit \"dB\u03BCA\"" + amperes),
+        fails("kilowatts", "convert 1kW --to V", "there is no unit \"kW\"; use W: 1 kW = 1000 W"),
+        fails("megawatts", "convert 1MW --to V",
+              "there is no unit \"MW\"; use W: 1 MW = 1000000 W"),
+        fails("milliwatts in wrong letter case are no megawatts", "convert 1mw --to V",
+              "there is no unit \"mw\"; the nearest are mW, mV or \u00B5W"),
+        fails("kilovolts", "convert 1kV --to V", "there is no unit \"kV\"; use V: 1 kV = 1000 V"),
+        fails("a flux density", "convert 1uT --to V",
+              "there is no unit \"uT\"; use A/m: 1 uT = 0.7958 A/m"),
+        fails("the unit of an option", "trace x --all-points --unit dBuA/m",
+              "there is no unit \"dBuA/m\"; use dBA/m: dBuA/m = dBA/m + 120"),
     });
 }
 

@@ -80,6 +80,8 @@ TEST(Range, wrongUse) {
         misuses("no type", "range --min 1 --max 2", "--type CODE is missing"),
         misuses("no lower limit", "range --type 1 --max 2", "--min V is missing"),
         misuses("no upper limit", "range --type 1 --min 2", "--max V is missing"),
+        misuses("limits exchanged", range(2, "20", "-10"), "--min is above --max"),
+        misuses("of whole numbers", range(6, "1", "0", {"--integer"}), "--min is above --max"),
         misuses("type without number", "range --type dBm --min 1 --max 2",
                 "--type: \"dBm\" is not a whole number"),
         misuses("fraction among integers", range(1, "1", "2.5", {"--integer"}),

@@ -19,6 +19,8 @@ namespace rfu::command {
 
 namespace {
 
+constexpr double kParts = 60.0;  // minutes of a degree, seconds of a minute
+
 struct Dms {
     std::string_view input;
     short sign;
@@ -48,6 +50,9 @@ double part(const CommandLine& line, const char* name) {
     const double number = text.empty() ? 0.0 : readNumber(text);
     if (std::signbit(number)) {
         throw BadValue(quoted(text) + ": only the degrees take a sign");
+    }
+    if (number >= kParts) {
+        throw BadValue(quoted(text) + ": minutes and seconds are below 60");
     }
     return number;
 }

@@ -43,6 +43,9 @@ void runRange(const CommandLine& line) {
     const int type = line.value<int>("type");
     const double min = line.value<double>("min");
     const double max = line.value<double>("max");
+    if (min > max) {
+        throw UsageError("--min is above --max");
+    }
     const Antenna antenna = antennaOf(line);
 
     rfUtils presentation;

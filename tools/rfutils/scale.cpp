@@ -22,8 +22,8 @@ namespace {
 const rfu::Scale& scaleAt(int index) {
     const rfu::Scale* const scale = rfu::findScale(index);
     if (scale == nullptr) {
-        throw Failure{"there is no scale " + std::to_string(index) + "; scales are 0 to " +
-                      std::to_string(std::size(rfu::kScales) - 1)};
+        throw UsageError("there is no scale " + std::to_string(index) + "; scales are 0 to " +
+                         std::to_string(std::size(rfu::kScales) - 1));
     }
     return *scale;
 }

@@ -11,6 +11,7 @@
 #include "analysis/support/numbers.h"
 #include "support/errors.h"
 #include "support/nearest.h"
+#include "support/relatedUnits.h"
 
 namespace rfu::command {
 
@@ -127,9 +128,32 @@ std::string nearestNames(const QString& wrong, Direction usable) {
     return alternatives(nearest);
 }
 
+/// Letter case counts only between known and related units: "mw" is not MW.
+const RelatedUnit* findRelated(const QString& name) {
+    const auto find = [](auto matches) {
+        const auto* const found =
+            std::find_if(std::begin(kRelatedUnits), std::end(kRelatedUnits), matches);
+        return found == std::end(kRelatedUnits) ? nullptr : found;
+    };
+    const QString exact = withAsciiMicro(name);
+    if (const auto* const unit = find([&](const RelatedUnit& u) { return u.name == exact; })) {
+        return unit;
+    }
+    const QString wanted = folded(name);
+    const bool isKnown =
+        std::any_of(std::begin(rfu::kUnits), std::end(rfu::kUnits),
+                    [&](const Unit& unit) { return folded(unit.name.toString()) == wanted; });
+    return isKnown
+               ? nullptr
+               : find([&](const RelatedUnit& u) { return folded(u.name.toString()) == wanted; });
+}
+
 BadValue unknownUnit(const QString& name, Direction usable) {
-    return {"there is no unit " + quoted(name.toStdString()) + "; the nearest are " +
-            nearestNames(name.left(kLongestName), usable)};
+    const std::string unknown = "there is no unit " + quoted(name.toStdString()) + "; ";
+    if (const RelatedUnit* const unit = findRelated(name)) {
+        return {unknown + "use " + unit->known.toString().toStdString() + ": " + unit->relation};
+    }
+    return {unknown + "the nearest are " + nearestNames(name.left(kLongestName), usable)};
 }
 
 /// The spelling of a known unit in the direction that wants other letter case; null where there is
