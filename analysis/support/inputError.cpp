@@ -1,5 +1,7 @@
 #include "analysis/support/inputError.h"
 
+#include "analysis/support/words.h"
+
 namespace rfu {
 namespace {
 
@@ -26,10 +28,9 @@ InputError::InputError(const QString& file, long long line, std::string_view pro
                problem_) {}
 
 std::string quoted(std::string_view text) {
-    if (text.size() <= kMaxQuote) {
-        return "\"" + std::string(text) + "\"";
-    }
-    return "\"" + std::string(text.substr(0, cutBefore(text, kMaxQuote))) + "...\"";
+    const bool isWhole = text.size() <= kMaxQuote;
+    return '"' + withEscapedQuotes(isWhole ? text : text.substr(0, cutBefore(text, kMaxQuote))) +
+           (isWhole ? "\"" : "...\"");
 }
 
 }  // namespace rfu

@@ -28,7 +28,8 @@ private:
     std::string message_;
 };
 
-/// A text from the input for a message: in double quotes, shortened to 60 bytes.
+/// A text from the input for a message: in double quotes, shortened to 60 bytes, with a backslash
+/// before its own quotes and backslashes.
 std::string quoted(std::string_view text);
 
 }  // namespace rfu

@@ -17,4 +17,12 @@ bool isSameWord(std::string_view a, std::string_view b) {
                       [](char x, char y) { return lowered(x) == lowered(y); });
 }
 
+std::string withEscapedQuotes(std::string_view text) {
+    std::string result;
+    for (const char c : text) {
+        result.append(c == '"' || c == '\\' ? 1 : 0, '\\').append(1, c);
+    }
+    return result;
+}
+
 }  // namespace rfu

@@ -191,6 +191,10 @@ TEST(Catalogue, controlCharactersDoNotSteerTheTerminal) {
                   "item  dispSeq  enum  id  label                                    offered\n"
                   "a           1     1  x   "
                   "\\x1b[31m\\x80\\x9b\\x9f\u00A0~\\x1f\\u202e\\u2029   yes\n"),
+            shows("in JSON by their numbers", "catalogue c.json --format json",
+                  "[\n  {\"item\": \"a\", \"dispSeq\": 1, \"enum\": 1, \"id\": \"x\", \"label\": "
+                  "\"\\u001b[31m\\u0080\\u009b\\u009f\u00A0~\\u001f\\u202e\\u2029 \", "
+                  "\"offered\": true}\n]\n"),
             shows("in every table", "setups s.json",
                   "index  id    label\n    0  x\\ny  \\x1b]0;title\\x07\n"),
         },

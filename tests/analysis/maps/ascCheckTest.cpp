@@ -96,9 +96,12 @@ TEST_F(AscCheckTest, FindsLinesBeyondTheLimit) {
 
 TEST_F(AscCheckTest, FindsWhatIsNoNumber) {
     const auto noNumber = [](const char* cell) {
-        return AscRow{cell,
-                      withCell(cell),
-                      {std::string("5:5 error no-number: \"") + cell + "\" is no number"}};
+        std::string shown = cell;
+        for (std::size_t at = 0; (at = shown.find('"', at)) != std::string::npos; at += 2) {
+            shown.insert(at, "\\");
+        }
+        return AscRow{
+            cell, withCell(cell), {"5:5 error no-number: \"" + shown + "\" is no number"}};
     };
     expect(
         {noNumber("x"),

@@ -109,7 +109,7 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
           "... or 177, not \"3E\""}},
         {"a name of 64 characters",
          kStart + "  File \"" + name + "\"\n" + kPoints,
-         {"5:8 error token-cut: \"\"" + name.substr(0, 59) +
+         {"5:8 error token-cut: \"\\\"" + name.substr(0, 59) +
           "...\" is too long: only its first 63 characters are read"}},
         {"a NUL in a point",
          point(std::string("  (1,2) (3,\0 4)", 15)),

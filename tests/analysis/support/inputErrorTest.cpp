@@ -12,6 +12,17 @@ TEST(InputError, NamesFileAndLine) {
     EXPECT_EQ(error.problem(), "no level");
 }
 
+TEST(InputError, KeepsQuotesInPairs) {
+    EXPECT_EQ(rfu::quoted(R"(a"b)"), R"("a\"b")");
+    EXPECT_EQ(rfu::quoted(R"(a\)"), R"("a\\")");
+    const std::string quotes(61, '"');
+    std::string shown;
+    for (int i = 0; i < 60; ++i) {
+        shown += R"(\")";
+    }
+    EXPECT_EQ(rfu::quoted(quotes), '"' + shown + R"(...")");
+}
+
 TEST(InputError, ShortensQuotesBetweenCharacters) {
     const std::string sixty(60, 'a');
     EXPECT_EQ(rfu::quoted(""), "\"\"");

@@ -4,7 +4,7 @@
 
 #include "support/format.h"
 #include "support/output.h"
-#include "support/table.h"
+#include "support/text.h"
 
 namespace rfu::command {
 

@@ -18,22 +18,6 @@ namespace {
 
 constexpr std::string_view kColumnGap = "  ";
 
-std::string escaped(std::string_view text) {
-    std::string result = "\"";
-    for (const char c : text) {
-        const unsigned byte = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            result += '\\';
-            result += c;
-        } else if (byte < 0x20 || byte == 0x7F) {
-            result += escapedCharacter(byte, "\\u", 4);
-        } else {
-            result += c;
-        }
-    }
-    return result + '"';
-}
-
 std::string padded(std::string_view text, std::size_t width, bool alignRight) {
     const std::string fill(width - std::min(width, widthOf(text)), ' ');
     return alignRight ? fill + std::string(text) : std::string(text) + fill;
@@ -79,10 +63,6 @@ std::string jsonObject(const std::vector<std::string>& names, const std::vector<
 }
 
 }  // namespace
-
-std::string jsonString(std::string_view text) {
-    return escaped(validUtf8(text));
-}
 
 Cell::Cell(float value) : Cell(decimalOf(value), textOf(value)) {}
 

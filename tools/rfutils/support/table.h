@@ -151,7 +151,4 @@ struct Field {
 /// Writes an object to standardOutput(): a line per field in text, a table of one row in CSV.
 void writeObject(Format format, const std::vector<Field>& fields);
 
-/// A text as a JSON string, with its quotes.
-std::string jsonString(std::string_view text);
-
 }  // namespace rfu::command

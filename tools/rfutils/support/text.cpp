@@ -3,6 +3,8 @@
 #include <QString>
 #include <QVector>
 
+#include "analysis/support/words.h"
+
 namespace rfu::command {
 
 namespace {
@@ -26,6 +28,37 @@ bool isLayoutControl(unsigned code) {
            (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
+/// "\n", "\t" or "\r", or the number in hexadecimal behind a lead.
+std::string escapedCharacter(unsigned code, const char* lead, int digits) {
+    switch (code) {
+        case '\n':
+            return "\\n";
+        case '\t':
+            return "\\t";
+        case '\r':
+            return "\\r";
+        default:
+            return lead +
+                   QString::number(code, 16).rightJustified(digits, QLatin1Char('0')).toStdString();
+    }
+}
+
+/// Valid UTF-8 in which whatever breaks a line or steers a terminal is escaped.
+/// @param lead of control characters, whose numbers have so many digits
+std::string withEscapes(std::string_view text, const char* lead, int digits) {
+    std::string result;
+    for (const unsigned code : decoded(text).toUcs4()) {
+        if (isControl(code)) {
+            result += escapedCharacter(code, lead, digits);
+        } else if (isLayoutControl(code)) {
+            result += escapedCharacter(code, "\\u", 4);
+        } else {
+            result += QString::fromUcs4(&code, 1).toStdString();
+        }
+    }
+    return result;
+}
+
 }  // namespace
 
 std::string shortened(std::string_view text, std::size_t width) {
@@ -39,35 +72,13 @@ std::string validUtf8(std::string_view text) {
     return isPlainAscii(text) ? std::string(text) : decoded(text).toStdString();
 }
 
-std::string escapedCharacter(unsigned code, std::string_view lead, int digits) {
-    switch (code) {
-        case '\n':
-            return "\\n";
-        case '\t':
-            return "\\t";
-        case '\r':
-            return "\\r";
-        default:
-            return std::string(lead) +
-                   QString::number(code, 16).rightJustified(digits, QLatin1Char('0')).toStdString();
-    }
+std::string printable(std::string_view text) {
+    return isPlainAscii(text) ? std::string(text) : withEscapes(text, "\\x", 2);
 }
 
-std::string printable(std::string_view text) {
-    if (isPlainAscii(text)) {
-        return std::string(text);
-    }
-    std::string result;
-    for (const unsigned code : decoded(text).toUcs4()) {
-        if (isControl(code)) {
-            result += escapedCharacter(code, "\\x", 2);
-        } else if (isLayoutControl(code)) {
-            result += escapedCharacter(code, "\\u", 4);
-        } else {
-            result += QString::fromUcs4(&code, 1).toStdString();
-        }
-    }
-    return result;
+std::string jsonString(std::string_view text) {
+    const std::string escaped = withEscapedQuotes(text);
+    return '"' + (isPlainAscii(text) ? escaped : withEscapes(escaped, "\\u", 4)) + '"';
 }
 
 }  // namespace rfu::command

@@ -23,7 +23,7 @@ std::string validUtf8(std::string_view text);
 /// separators and bidirectional controls are escaped as "\n", "\x1b" or "\u202e".
 std::string printable(std::string_view text);
 
-/// A character as "\n", "\t" or "\r", or with its number in hexadecimal behind a lead.
-std::string escapedCharacter(unsigned code, std::string_view lead, int digits);
+/// A text as a JSON string, with its quotes. The same characters are escaped, as "\n" or "\u001b".
+std::string jsonString(std::string_view text);
 
 }  // namespace rfu::command
