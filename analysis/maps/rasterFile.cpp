@@ -148,14 +148,18 @@ RasterCheck checkRaster(const QString& file) {
     return result;
 }
 
+QStringList filesOfRaster(const QString& file) {
+    QStringList names{withExtension(file, "clr")};
+    for (const char* const extension : formatOf(file).extensions) {
+        names += withExtension(file, extension);
+    }
+    return names;
+}
+
 Raster loadRaster(const QString& file) {
     requireReadable(file);
     const RasterFormat& format = formatOf(file);
-    QStringList names{withExtension(file, "clr")};
-    for (const char* const extension : format.extensions) {
-        names += withExtension(file, extension);
-    }
-    const FileWatch watch(names);  // the library opens the names itself
+    const FileWatch watch(filesOfRaster(file));  // the library opens the names itself
     const RasterCheck check = checkRaster(file);
     for (const Findings& findings : check.files) {
         findings.throwFirstError();

@@ -2,6 +2,7 @@
 
 #include <rfUtils/geo/veltaGEO.h>
 #include <QString>
+#include <QStringList>
 #include <cmath>
 #include <memory>
 #include <optional>
@@ -33,6 +34,10 @@ struct RasterCheck {
 /// one. A file beside FILE that cannot be read is a finding.
 /// @throw InputError when FILE is missing or its name is not that of a raster
 RasterCheck checkRaster(const QString& file);
+
+/// The names of the files that checkRaster() checks, which need not exist.
+/// @throw InputError when FILE's name is not that of a raster
+QStringList filesOfRaster(const QString& file);
 
 /// Loads the files that checkRaster() checks.
 /// @throw InputError as checkRaster() does, and with the first error that it finds

@@ -369,6 +369,61 @@ TEST(Frame, picturesReplaceOnlyPictures) {
     EXPECT_EQ(folder.read("in.png"), recording);
 }
 
+// The files that lie beside a raster are inputs too.
+TEST(Frame, picturesReplaceNoFileOfARaster) {
+    SampleFolder folder;
+    folder.addSamples();
+    const QDir inside(folder.path());
+    const struct {
+        const char* command;
+        const char* map;
+        const char* input;
+        const char* named;
+    } kRows[] = {
+        {"raster", "terrain.asc", "terrain.clr", "terrain.clr"},
+        {"raster", "terrain_bil.bil", "terrain_bil.hdr", "terrain_bil.hdr"},
+        {"raster", "terrain_bil.hdr", "terrain_bil.bil", "terrain_bil.bil"},
+        {"tab", "terrain.tab", "terrain.tab", "terrain.tab"},
+        {"tab", "terrain.tab", "terrain.asc", "./terrain.asc"},
+        {"tab", "terrain.tab", "terrain.clr", "./terrain.clr"},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(std::string(row.command) + " and " + row.input);
+        QFile::remove(inside.filePath("link.png"));
+        ASSERT_TRUE(QFile::link(QLatin1String(row.input), inside.filePath("link.png")));
+        const std::string before = folder.read(row.input);
+        EXPECT_EQ(runCommand({row.command, row.map, "--png", "link.png"}, "", folder).errors,
+                  std::string("rfutils: link.png: cannot be written: it is the input ") +
+                      row.named + "\n");
+        EXPECT_EQ(folder.read(row.input), before);
+    }
+}
+
+// A limit of the file size stands for a full disk.
+TEST(Frame, pictureThatDoesNotFitTheDisk) {
+    const SampleFolder folder;
+    folder.add("in.csv", "-10,-20\n");
+    folder.add("x.png", "older");
+    const CommandResult result = runShell(
+        QStringLiteral("ulimit -f 1; exec \"$0\" trace in.csv --marker 0 --plot x.png"), folder);
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.errors, "rfutils: x.png: cannot be written: File too large\n");
+    EXPECT_NE(result.output, "");
+    EXPECT_EQ(folder.read("x.png"), "older");
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
+}
+
+TEST(Frame, warningsOfQtEndNothing) {
+    const SampleFolder folder;
+    folder.add("in.csv", "-10,-20\n");
+    const CommandResult result =
+        runShell(QStringLiteral("unset XDG_RUNTIME_DIR; QT_FATAL_WARNINGS=1 exec \"$0\" "
+                                "trace in.csv --plot x.png"),
+                 folder);
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.errors, "");
+}
+
 TEST(Frame, manyLinesComeWholeAcrossBlocks) {
     // Lines of 7 bytes, so that the blocks of 65536 bytes end inside of lines.
     std::string input;

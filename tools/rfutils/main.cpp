@@ -3,6 +3,7 @@
 #include <QTextCodec>
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -120,6 +121,14 @@ void terminate() {
     std::_Exit(kExitBadInput);
 }
 
+/// A file beyond the limit of its size is an error like a full disk, and warnings of Qt end nothing,
+/// whatever the caller of the command has set.
+void ignoreSettings() {
+    std::signal(SIGXFSZ, SIG_IGN);
+    qunsetenv("QT_FATAL_WARNINGS");
+    qunsetenv("QT_FATAL_CRITICALS");
+}
+
 /// A closed standard stream would become the first file that is opened. The null device takes its
 /// place, opened the other way round, so that reading or writing fails.
 void fillClosedStreams() {
@@ -136,6 +145,7 @@ void fillClosedStreams() {
 
 int main(int argc, char** argv) {
     rfu::command::fillClosedStreams();
+    rfu::command::ignoreSettings();
     std::set_terminate(rfu::command::terminate);
     qInstallMessageHandler(rfu::command::dropMessage);
     try {

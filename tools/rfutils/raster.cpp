@@ -80,7 +80,7 @@ void runRaster(const CommandLine& line) {
     }
     if (line.isSet("png")) {
         requireCells(raster, file);
-        savePicture(draw(raster), line.text("png"), {file});
+        savePicture(draw(raster), line.text("png"), filesOfRaster(file));
     }
 }
 

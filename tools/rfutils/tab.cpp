@@ -103,7 +103,8 @@ void runTab(const CommandLine& line) {
     sections.finish();
     if (line.isSet("png")) {
         const TextDrawing drawing;
-        savePicture(drawMap(tab), line.text("png"), {line.text("FILE"), tab.rasterFile});
+        savePicture(drawMap(tab), line.text("png"),
+                    filesOfRaster(tab.rasterFile) << line.text("FILE"));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "support/picture.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QSaveFile>
 #include <clocale>
@@ -36,6 +37,19 @@ void requireReplaceable(const QString& file, const QStringList& inputs) {
     }
 }
 
+/// A write may take the first part only; the next one then gives the reason.
+bool writeWhole(QIODevice& output, const QByteArray& bytes) {
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 written = output.write(bytes.constData() + done, bytes.size() - done);
+        if (written <= 0) {
+            return false;
+        }
+        done += written;
+    }
+    return true;
+}
+
 }  // namespace
 
 TextDrawing::TextDrawing() {
@@ -47,9 +61,15 @@ TextDrawing::TextDrawing() {
 
 void savePicture(const QImage& image, const QString& file, const QStringList& inputs) {
     requireReplaceable(file, inputs);
+    // Into memory, so that what fails below is the file, with the system's reason.
+    QBuffer picture;
+    if (!picture.open(QIODevice::WriteOnly) || !image.save(&picture, "PNG")) {
+        throw InputError(file, "cannot be written: it cannot be encoded as PNG");
+    }
     // Replaces an older picture only once the new one is complete.
     QSaveFile output(file);
-    if (!output.open(QIODevice::WriteOnly) || !image.save(&output, "PNG") || !output.commit()) {
+    if (!output.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        !writeWhole(output, picture.data()) || !output.commit()) {
         throw InputError(file, "cannot be written: " + output.errorString().toStdString());
     }
 }
