@@ -94,4 +94,18 @@ std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
     return markers;
 }
 
+std::vector<Marker> moveMarkers(const std::vector<MarkerRequest>& requests,
+                                const std::vector<Marker>& placed, const SweepReader& recording) {
+    const std::vector<std::size_t>& former = recording.formerPoints();
+    std::vector<Marker> markers = placeMarkers(requests, recording, former.size());
+    for (std::size_t i = 0; i < requests.size(); ++i) {
+        if (requests[i].point) {
+            const auto point =
+                std::find(former.begin(), former.end(), static_cast<std::size_t>(placed[i].point));
+            markers[i].point = static_cast<int>(point - former.begin());
+        }
+    }
+    return markers;
+}
+
 }  // namespace rfu

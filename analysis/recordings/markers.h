@@ -32,4 +32,10 @@ bool isAlsoFrequency(const MarkerRequest& request, const FrequencyAxis& axis);
 std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
                                  const SweepReader& recording, std::size_t points);
 
+/// The markers on a recording that hasGrown(): those by frequency as placeMarkers() puts them, those by
+/// number on the point that had it.
+/// @param placed where they were
+std::vector<Marker> moveMarkers(const std::vector<MarkerRequest>& requests,
+                                const std::vector<Marker>& placed, const SweepReader& recording);
+
 }  // namespace rfu

@@ -16,17 +16,42 @@ namespace {
 constexpr double kHertzPerMegahertz = 1e6;
 constexpr std::size_t kMaxPoints = 4000000;
 
+/// @param source of each level
+void arrangeLevels(std::vector<double>& levels, const std::vector<std::size_t>& source) {
+    levels.resize(source.size(), traceRssiBuffer::kNoMeasurement);
+    std::vector<double> arranged(source.size());
+    std::transform(source.begin(), source.end(), arranged.begin(),
+                   [&levels](std::size_t i) { return levels[i]; });
+    levels.swap(arranged);
+}
+
 }  // namespace
 
-SweepReader::SweepReader(const QString& file, std::size_t learned, std::function<void()> beforeRead)
-    : lines_(file, std::move(beforeRead)), learned_(learned) {}
+SweepReader::SweepReader(const QString& file, std::size_t learned, std::function<void()> beforeRead,
+                         std::function<void(const InputError&)> onBrokenLine)
+    : lines_(file, std::move(beforeRead)),
+      onBrokenLine_(std::move(onBrokenLine)),
+      learned_(learned) {}
 
 void SweepReader::fail(const std::string& what) const {
     throw InputError(lines_.file(), lines_.number(), what);
 }
 
+/// Tells a live source's line that makes no sense; that of a recording is an error.
+void SweepReader::passOver(const InputError& error) {
+    if (!isLive()) {
+        throw error;
+    }
+    onBrokenLine_(error);
+}
+
 /// The next line with data that is not cut.
 bool SweepReader::nextLine(std::string_view& line) {
+    if (firstLine_) {
+        line = *firstLine_;
+        firstLine_.reset();
+        return true;
+    }
     while (lines_.next(line)) {
         if (isBlankOrComment(line) ||
             (std::exchange(mayBeHeader_, false) && looksLikeHeader(line))) {
@@ -66,15 +91,30 @@ bool SweepReader::isWhole(std::string_view line) const {
     }
 }
 
+/// Learns the shape from the first line.
+/// @return false at the end
+bool SweepReader::start() {
+    std::string_view line;
+    while (shape_ == Shape::Unknown && nextLine(line)) {
+        shape_ = looksLikeHop(line)     ? Shape::Hops
+                 : looksLikeTrace(line) ? Shape::Traces
+                                        : Shape::Unknown;
+        if (shape_ != Shape::Unknown) {
+            firstLine_ = line;
+        } else {
+            passOver(InputError(
+                lines_.file(), lines_.number(),
+                "neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, "
+                "...) nor a trace of levels in dBm"));
+        }
+    }
+    return shape_ != Shape::Unknown;
+}
+
 bool SweepReader::next(Sweep& sweep) {
-    if (shape_ == Shape::Unknown) {
-        if (!nextLine(firstLine_)) {
-            return false;
-        }
-        shape_ = looksLikeHop(firstLine_) ? Shape::Hops : Shape::Traces;
-        if (shape_ == Shape::Hops) {
-            pending_ = readHopLine(firstLine_, lines_);
-        }
+    formerPoints_.clear();
+    if (!start()) {
+        return false;
     }
     if (shape_ == Shape::Traces) {
         return nextTrace(sweep);
@@ -91,40 +131,62 @@ bool SweepReader::next(Sweep& sweep) {
         return false;
     }
     closeSweep(sweep);
+    if (axis_.points.size() < points_) {
+        grow(sweep);
+    }
     return true;
 }
 
 bool SweepReader::nextTrace(Sweep& sweep) {
-    std::string_view line = firstLine_;
-    const bool isFirst = traceLength_ == 0;
-    if (isFirst) {
-        if (!looksLikeTrace(line)) {
-            fail(
-                "neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, "
-                "...) "
-                "nor a trace of levels in dBm");
+    std::string_view line;
+    while (nextLine(line)) {
+        try {
+            readTrace(line, sweep);
+            return true;
+        } catch (const InputError& error) {
+            passOver(error);
         }
-        traceLength_ = countFields(line);
-    } else if (!nextLine(line)) {
-        return false;
     }
-    sweep.time.clear();
-    sweep.levels.resize(traceLength_);
-    const std::size_t levels = readLevels(line, sweep.levels.data(), traceLength_, lines_);
-    if (levels != traceLength_) {
-        fail("a trace of " + std::to_string(levels) + " levels, while the first has " +
-             std::to_string(traceLength_));
-    }
-    return true;
+    return false;
 }
 
-/// Makes pending_ hold the next line of hops.
+void SweepReader::readTrace(std::string_view line, Sweep& sweep) {
+    const std::size_t expected = traceLength_ == 0 ? countFields(line) : traceLength_;
+    sweep.time.clear();
+    sweep.levels.resize(expected);
+    const std::size_t levels = readLevels(line, sweep.levels.data(), expected, lines_);
+    if (levels != expected) {
+        fail("a trace of " + std::to_string(levels) + " levels, while the first has " +
+             std::to_string(expected));
+    }
+    traceLength_ = expected;
+}
+
+/// Makes pending_ hold the next line of hops that makes sense.
 bool SweepReader::nextHopLine() {
     std::string_view line;
-    if (!pending_ && nextLine(line)) {
-        pending_ = readHopLine(line, lines_);
+    while (!pending_ && nextLine(line)) {
+        try {
+            readHop(line);
+        } catch (const InputError& error) {
+            passOver(error);
+        }
     }
     return pending_.has_value();
+}
+
+/// Reads a line whole, so that one that makes no sense changes nothing.
+void SweepReader::readHop(std::string_view line) {
+    HopLine hop = readHopLine(line, lines_);
+    requirePlace(hop.hop);
+    const std::size_t points = hop.hop.points();
+    pendingLevels_.resize(std::max(pendingLevels_.size(), points));
+    const std::size_t found = readLevels(hop.levels, pendingLevels_.data(), points, lines_);
+    if (found < points) {
+        fail(std::to_string(found) + " levels, while " + std::to_string(points) +
+             " fit between Hz low and Hz high");
+    }
+    pending_ = std::move(hop);
 }
 
 /// Time from the last line of the open sweep to the pending one.
@@ -138,8 +200,11 @@ SweepReader::Place* SweepReader::find(const Hop& hop) {
     return found != places_.end() && found->second.hop == hop ? &found->second : nullptr;
 }
 
-/// Adds a place for a new hop; its levels come after all others until arrange().
-SweepReader::Place* SweepReader::add(const Hop& hop) {
+/// Refuses a new hop that cannot be added.
+void SweepReader::requirePlace(const Hop& hop) {
+    if (find(hop) != nullptr) {
+        return;
+    }
     const auto above = places_.lower_bound(hop.low);
     // Neighbours may share a bin: rounding of their bounds does that.
     const bool entersAbove =
@@ -154,6 +219,10 @@ SweepReader::Place* SweepReader::add(const Hop& hop) {
     if (hop.points() > kMaxPoints - points_) {
         fail("more than " + std::to_string(kMaxPoints) + " points in a sweep");
     }
+}
+
+/// Adds a place for a new hop; its levels come after all others until arrangePlaces().
+SweepReader::Place* SweepReader::add(const Hop& hop) {
     Place* const place = &places_.emplace(hop.low, Place{hop, points_, lastTurn_, 0}).first->second;
     points_ += hop.points();
     order_.push_back(place);
@@ -167,13 +236,8 @@ void SweepReader::take(Place& place) {
         open_.levels.assign(points_, traceRssiBuffer::kNoMeasurement);
     }
     open_.levels.resize(points_, traceRssiBuffer::kNoMeasurement);
-    const std::size_t points = place.hop.points();
-    const std::size_t found =
-        readLevels(pending_->levels, open_.levels.data() + place.firstLevel, points, lines_);
-    if (found < points) {
-        fail(std::to_string(found) + " levels, while " + std::to_string(points) +
-             " fit between Hz low and Hz high");
-    }
+    std::copy_n(pendingLevels_.begin(), place.hop.points(),
+                open_.levels.begin() + static_cast<std::ptrdiff_t>(place.firstLevel));
     place.sweep = sweep_;
     last_ = &place;
     lastTurn_ = place.turn;
@@ -206,12 +270,15 @@ bool SweepReader::beginsSweep(const Place* place) const {
 bool SweepReader::readSweep() {
     while (nextHopLine()) {
         Place* place = find(pending_->hop);
-        if (place == nullptr && !isLearning_) {
+        if (place == nullptr && !isLearning_ && !isLive()) {
             fail("the hop " + describe(pending_->hop) + " is not one of the first " +
                  (learned_ == 1 ? "sweep" : std::to_string(learned_) + " sweeps"));
         }
         if (openHops_ > 0 && beginsSweep(place)) {
             return true;
+        }
+        if (place == nullptr && openHops_ == 0 && last_ != nullptr && !beginsSweep(nullptr)) {
+            lastTurn_ = last_->turn;  // it belongs to the sweep that seemed complete
         }
         take(place != nullptr ? *place : *add(pending_->hop));
         if (!isLearning_ && openHops_ == places_.size()) {
@@ -228,7 +295,7 @@ void SweepReader::learn() {
         closeSweep(learnedSweeps_.emplace_back());
         numberTurns();
     }
-    arrange();
+    learnPlaces();
     isLearning_ = false;
 }
 
@@ -268,6 +335,9 @@ void SweepReader::learnFirstLines() {
             longestPause_ = std::max(longestPause_, std::abs(times[i] - times[i - 1]));
         }
     }
+    if (times.empty()) {
+        return;
+    }
     Sweep& first = learnedSweeps_.emplace_back();
     closeSweep(first);
     if (isCut) {
@@ -300,10 +370,12 @@ void SweepReader::addToAxis(const Hop& hop, double lastStep) {
     }
 }
 
-/// Sorts places and levels, which are in order of arrival, by frequency.
-void SweepReader::arrange() {
+/// Sorts the places, new ones of which are in order of arrival, by frequency.
+/// @return of each point its number so far
+std::vector<std::size_t> SweepReader::arrangePlaces() {
+    axis_ = {};
     axis_.points.reserve(points_);
-    std::vector<std::size_t> source;  // of each level
+    std::vector<std::size_t> source;
     source.reserve(points_);
     double lastStep = 0.0;
     for (auto& [low, place] : places_) {
@@ -315,19 +387,28 @@ void SweepReader::arrange() {
         addToAxis(place.hop, lastStep);
         lastStep = place.hop.step;
     }
-    const auto arrangeLevels = [&](std::vector<double>& levels) {
-        levels.resize(points_, traceRssiBuffer::kNoMeasurement);
-        std::vector<double> arranged(points_);
-        std::transform(source.begin(), source.end(), arranged.begin(),
-                       [&](std::size_t i) { return levels[i]; });
-        levels.swap(arranged);
-    };
+    return source;
+}
+
+void SweepReader::learnPlaces() {
+    const std::vector<std::size_t> source = arrangePlaces();
     for (Sweep& sweep : learnedSweeps_) {
-        arrangeLevels(sweep.levels);
+        arrangeLevels(sweep.levels, source);
     }
     if (openHops_ > 0) {
-        arrangeLevels(open_.levels);
+        arrangeLevels(open_.levels, source);
     }
+}
+
+/// Gives the axis the new hops of a sweep that has just been closed.
+void SweepReader::grow(Sweep& sweep) {
+    const std::size_t before = axis_.points.size();
+    numberTurns();
+    formerPoints_ = arrangePlaces();
+    arrangeLevels(sweep.levels, formerPoints_);
+    std::replace_if(
+        formerPoints_.begin(), formerPoints_.end(),
+        [before](std::size_t point) { return point >= before; }, kNewPoint);
 }
 
 }  // namespace rfu

@@ -3,12 +3,14 @@
 #include <QString>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "analysis/recordings/recordingLine.h"
+#include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
 
 namespace rfu {
@@ -50,21 +52,33 @@ struct FrequencyAxis {
 /// there, the recording began in the middle of a sweep, and the longest step ends that sweep.
 ///
 /// The hops of the learned sweeps, sorted by frequency, are the points of all sweeps. A hop missing
-/// from a sweep was not measured; a new hop after the learned sweeps is an error. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
+/// from a sweep was not measured; a new hop after the learned sweeps is an error, except in a live
+/// source, where it makes the axis grow. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
 /// level of a line. Hops make one band unless at least half a bin is missing between them.
 class SweepReader {
 public:
     /// @param learned how many sweeps are read before the first is handed out, to learn their
     /// hops; one where nobody may wait
     /// @param beforeRead see LineReader
+    /// @param onBrokenLine where there is one, the source is live: a line that makes no sense is told
+    /// here and skipped as if it were not there, and the axis grows with new hops
     /// @throw InputError when the file cannot be read
-    SweepReader(const QString& file, std::size_t learned, std::function<void()> beforeRead = {});
+    SweepReader(const QString& file, std::size_t learned, std::function<void()> beforeRead = {},
+                std::function<void(const InputError&)> onBrokenLine = {});
 
     /// Once the hops are learned it returns as soon as a sweep is known to be complete, without
     /// waiting for more input than that takes.
     /// @return false at the end
-    /// @throw InputError at the first line that makes no sense
+    /// @throw InputError at the first line that makes no sense, unless the source is live
     bool next(Sweep& sweep);
+
+    /// In formerPoints(): not among the points before.
+    static constexpr std::size_t kNewPoint = static_cast<std::size_t>(-1);
+    /// Whether the sweep handed out last has points that the one before had not. Points of a hop that
+    /// follows a sweep already handed out make a sweep of their own.
+    bool hasGrown() const { return !formerPoints_.empty(); }
+    /// Of a sweep that has grown: of each point the number that it had before.
+    const std::vector<std::size_t>& formerPoints() const { return formerPoints_; }
 
     /// Whether the recording says at which frequencies it was measured; known after the first
     /// sweep.
@@ -87,10 +101,16 @@ private:
         long long sweep;         // the last one that has it
     };
 
+    bool isLive() const { return static_cast<bool>(onBrokenLine_); }
+    void passOver(const InputError& error);
     bool nextLine(std::string_view& line);
     bool isWhole(std::string_view line) const;
+    bool start();
     bool nextTrace(Sweep& sweep);
+    void readTrace(std::string_view line, Sweep& sweep);
     bool nextHopLine();
+    void readHop(std::string_view line);
+    void requirePlace(const Hop& hop);
     void learn();
     void learnFirstLines();
     void numberTurns();
@@ -101,25 +121,30 @@ private:
     Place* add(const Hop& hop);
     void take(Place& place);
     void addToAxis(const Hop& hop, double lastStep);
-    void arrange();
+    std::vector<std::size_t> arrangePlaces();
+    void learnPlaces();
+    void grow(Sweep& sweep);
     std::int64_t timeStep() const;
     [[noreturn]] void fail(const std::string& what) const;
 
     LineReader lines_;
+    std::function<void(const InputError&)> onBrokenLine_;
     Shape shape_ = Shape::Unknown;
-    bool mayBeHeader_ = true;  // the next line with text
-    std::string_view firstLine_;
+    bool mayBeHeader_ = true;                    // the next line with text
+    std::optional<std::string_view> firstLine_;  // until it is read as its shape
     std::size_t traceLength_ = 0;
     std::optional<std::size_t> decimals_;  // of the last level of the lines so far
     long long cutLine_ = 0;
 
     std::size_t learned_;
     bool isLearning_ = true;
-    std::optional<HopLine> pending_;  // read, but not yet taken into a sweep
-    std::map<double, Place> places_;  // by Hz low
-    std::vector<Place*> order_;       // by turn; those new in the open sweep behind
-    std::size_t points_ = 0;          // of all places
+    std::optional<HopLine> pending_;     // read, but not yet taken into a sweep
+    std::vector<double> pendingLevels_;  // at least as many as its hop has
+    std::map<double, Place> places_;     // by Hz low
+    std::vector<Place*> order_;          // by turn; those new in the open sweep behind
+    std::size_t points_ = 0;             // of all places
     FrequencyAxis axis_;
+    std::vector<std::size_t> formerPoints_;
     std::int64_t longestPause_ = 1000000;  // microseconds from line to line within a sweep
 
     std::deque<Sweep> learnedSweeps_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace rfu {
 
@@ -22,27 +21,14 @@ double medianOf(std::vector<double> levels) {
 
 }  // namespace
 
-PointStatistics summarise(const traceRssiBuffer& buffer, int marker, double limit) {
-    PointStatistics result;
-    // Levels that were not measured are the only ones that are not above their own mark.
-    buffer.getCountLimitMarkerPower(marker, kNone, &result.count);
-    buffer.getCountLimitMarkerPower(marker, std::max(limit, kNone), &result.above);
-    if (result.count == 0) {
-        return result;
+PointStatistics PointTally::statistics() const {
+    if (count_ == 0) {
+        return {};
     }
-    double level = 0.0;
-    buffer.getAverageMarkerPower(marker, &level);
-    result.average = level;
-    buffer.getMaxMarkerPower(marker, &level);
-    result.maximum = level;
-    buffer.getMinMarkerPower(marker, &level);
-    result.minimum = level;
-    return result;
+    return {count_, above_, sum_ / static_cast<double>(count_), maximum_, minimum_};
 }
 
-LevelDistribution distributionOf(const traceRssiBuffer& buffer, int marker) {
-    std::vector<double> levels;
-    buffer.getDataMarkerPower(levels, marker);
+LevelDistribution distributionOf(std::vector<double> levels) {
     const auto strongest = std::max_element(levels.begin(), levels.end());
     if (strongest == levels.end() || *strongest == kNone) {
         return {};

@@ -1,18 +1,114 @@
 #include "analysis/statistics/sweepStore.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace rfu {
 
-void SweepStore::add(Sweep& sweep) {
-    buffer_.push_back(sweep.levels);
-    times_.push_back(sweep.time);
-    if (kept() > capacity_) {
-        times_.pop_front();
+namespace {
+
+constexpr std::size_t kBytesOfTime = 64;  // "2024-05-04 21:15:00.308551" and its place
+
+template <typename Item, typename Items>
+std::vector<Item> rearranged(const Items& items, const std::vector<std::size_t>& former,
+                             Item none) {
+    std::vector<Item> result;
+    result.reserve(former.size());
+    for (const std::size_t column : former) {
+        result.push_back(column == SweepStore::kNewColumn ? none : items[column]);
     }
+    return result;
+}
+
+}  // namespace
+
+SweepStore::SweepStore(std::size_t capacity, bool hasDistributions, double limit,
+                       std::size_t maxBytes)
+    : capacity_(capacity),
+      holdsLevels_(capacity != kAll || hasDistributions),
+      limit_(limit),
+      maxBytes_(maxBytes) {}
+
+bool SweepStore::fits(std::size_t sweeps, std::size_t columns) const {
+    return !holdsLevels_ || sweeps <= maxBytes_ / (columns * sizeof(double) + kBytesOfTime);
+}
+
+bool SweepStore::add(const std::string& time, const std::vector<double>& levels) {
+    if (!fits(std::min(rows_.size() + 1, capacity_), levels.size())) {
+        return false;
+    }
+    if (count_ == 0) {
+        rows_ = LevelRows(levels.size());
+        tallies_.resize(holdsLevels_ ? 0 : levels.size());
+    }
+    if (!holdsLevels_) {
+        for (std::size_t i = 0; i < levels.size(); ++i) {
+            tallies_[i].add(levels[i], limit_);
+        }
+        times_.resize(std::min<std::size_t>(times_.size(), 1));
+    } else {
+        if (rows_.size() == capacity_) {
+            rows_.dropOldest();
+            times_.pop_front();
+        }
+        rows_.append(levels);
+    }
+    times_.push_back(time);
     ++count_;
+    return true;
+}
+
+bool SweepStore::rearrange(const std::vector<std::size_t>& former) {
+    if (!fits(rows_.size(), former.size())) {
+        return false;
+    }
+    tallies_ =
+        rearranged(tallies_, holdsLevels_ ? std::vector<std::size_t>() : former, PointTally());
+    LevelRows rows(former.size());
+    for (; rows_.size() > 0; rows_.dropOldest()) {
+        rows.append(rearranged(rows_.row(0), former, double{traceRssiBuffer::kNoMeasurement}));
+    }
+    rows_ = std::move(rows);
+    return true;
+}
+
+std::size_t SweepStore::kept() const {
+    return holdsLevels_ ? rows_.size() : static_cast<std::size_t>(count_);
+}
+
+PointStatistics SweepStore::statistics(std::size_t column) const {
+    if (!holdsLevels_) {
+        return tallies_[column].statistics();
+    }
+    PointTally tally;
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        tally.add(rows_.row(i)[column], limit_);
+    }
+    return tally.statistics();
+}
+
+std::vector<PointTally> SweepStore::tallies() const {
+    std::vector<PointTally> tallies = tallies_;
+    tallies.resize(rows_.columns());
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+        const double* const levels = rows_.row(i);
+        for (std::size_t column = 0; column < tallies.size(); ++column) {
+            tallies[column].add(levels[column], limit_);
+        }
+    }
+    return tallies;
+}
+
+LevelDistribution SweepStore::distribution(std::size_t column) const {
+    std::vector<double> levels(rows_.size());
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        levels[i] = rows_.row(i)[column];
+    }
+    return distributionOf(std::move(levels));
 }
 
 long long SweepStore::number(std::size_t index) const {
-    return count_ - static_cast<long long>(times_.size()) + static_cast<long long>(index) + 1;
+    return count_ - static_cast<long long>(kept()) + static_cast<long long>(index) + 1;
 }
 
 }  // namespace rfu

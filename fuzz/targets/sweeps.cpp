@@ -9,6 +9,9 @@
 // - one with frequencies gives the sweeps that its lines make by a plain restatement of the rules:
 //   the hops up to the first that comes again or comes too early or a pause, in order of frequency;
 // - only a last line without line end is left out;
+// - a live source never fails but for a line that is too long or a compressed file. Where nothing is
+//   skipped and no hop is new it gives the sweeps of the recording; where its axis grows, every point
+//   keeps its frequency;
 // - reading again gives the same.
 #include "support/input.h"
 #include "support/require.h"
@@ -311,6 +314,51 @@ void requireSame(const Recording& a, const Recording& b) {
         [](const Sweep& x, const Sweep& y) { return x.time == y.time && x.levels == y.levels; }));
 }
 
+void requireFormerPoints(const SweepReader& reader, const std::vector<double>& before) {
+    const std::vector<double>& points = reader.axis().points;
+    const std::vector<std::size_t>& former = reader.formerPoints();
+    REQUIRE(former.size() == points.size());
+    std::size_t old = 0;
+    for (std::size_t i = 0; i < former.size(); ++i) {
+        if (former[i] != SweepReader::kNewPoint) {
+            REQUIRE(former[i] == old && same(points[i], before[old]));
+            ++old;
+        }
+    }
+    REQUIRE(old == before.size() && old < points.size());
+}
+
+/// @param recording what the same file is as a recording whose first sweep has all hops
+void requireLive(const QString& file, const Recording& recording) {
+    bool isSpecial = false;
+    Recording live;
+    try {
+        SweepReader reader(file, 1, {}, [&](const rfu::InputError& error) {
+            REQUIRE(error.file() == file && error.line() > 0);
+            isSpecial = true;
+        });
+        std::vector<double> points;
+        for (Sweep sweep; reader.next(sweep); points = reader.axis().points) {
+            require(sweep, reader,
+                    reader.hasFrequencies() ? reader.axis().points.size() : sweep.levels.size());
+            if (reader.hasGrown()) {
+                requireFormerPoints(reader, points);
+                isSpecial = true;
+            }
+            live.sweeps.push_back(sweep);
+        }
+        live.axis = reader.axis();
+    } catch (const rfu::InputError& error) {
+        REQUIRE(isSpecial || recording.failure == error.message());
+        return;
+    }
+    requireAxis(live);
+    REQUIRE(isSpecial == recording.failure.has_value());
+    if (!isSpecial) {
+        requireSame(recording, live);
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -329,6 +377,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                           : requireHops(recording, text, learned);
         }
         requireSame(recording, read(file.path(), learned));
+        if (learned == 1) {
+            requireLive(file.path(), recording);
+        }
     }
     return 0;
 }

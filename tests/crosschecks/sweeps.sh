@@ -62,6 +62,14 @@ expect_alike() { # keep, recording
         '{ levels += $2 } END { print of ": " NR " points, " levels " levels" }' "$folder/awk"
 }
 
+# Sums over all sweeps are those over as many sweeps as are there.
+expect_all_alike() { # recording
+    if ! cmp <(by_rfutils all "$1") <(by_rfutils 1000000 "$1"); then
+        echo "${1##*/}: --keep all and --keep 1000000 differ"
+        exit 1
+    fi
+}
+
 # 600 sweeps of three hops, some of them missing, with levels of every kind; each line repeats its last
 # level as rtl_power does.
 made_recording() {
@@ -97,4 +105,5 @@ for recording in "$samples/fm_band.csv" "$samples/wifi_band.csv" "$folder/made.c
     for keep in 1 17 1000000; do
         expect_alike "$keep" "$recording"
     done
+    expect_all_alike "$recording"
 done

@@ -145,6 +145,50 @@ TEST(Trace, keepsTheMostRecentSweeps) {
                          "0,0,100,1000,-50,-50,-50,dBm\n")});
 }
 
+TEST(Trace, keepsAllSweeps) {
+    std::vector<const char*> many(1001, "-50");
+    many.front() = "-10";
+    many.back() = "-20";
+    // -48980 / 1001; the first and the last are above the limit
+    const std::string all = "1001,-49.93006993006993,-10,-50,dBm,2\n";
+    const std::string sweeps = onePoint(many);
+    const std::string header = "count,average,maximum,minimum,unit,above\n";
+    expectCommands({
+        good("of a marker", "--keep all --marker 0 --limit -30 --format csv", sweeps,
+             "marker,point,frequencyMHz," + header + "0,0,100," + all),
+        good("of all points", "--keep all --all-points --limit -30 --format csv", sweeps,
+             "point,frequencyMHz," + header + "0,100," + all),
+        good("while it grows", "--follow --keep all --marker 0 --format csv", "-1\n-2\n",
+             "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+             "1,,0,0,,1,-1,-1,-1,dBm\n"
+             "2,,0,0,,2,-1.5,-1,-2,dBm\n"),
+        good("the summary", "--keep all --format csv", kBand,
+             "sweeps,kept,points,fromMHz,toMHz,bands,firstTime,lastTime\n"
+             "3,3,4,100,104,100:104,2024-01-01 10:00:00,2024-01-01 10:00:20\n"),
+        // 10 lg((1e-7 + 2e-3) / 3) = -31.7607; squares 711.1 + 177.8 + 177.8, / 3
+        good("more", "--keep all --marker 0 --more", onePoint({"-70", "-30", "-30"}),
+             "marker  point  frequencyMHz  count    average    maximum    minimum  powerMean"
+             "     median  deviationDb  maximumSweep  maximumTime\n"
+             "0           0    100.000000      3  -43.3 dBm  -30.0 dBm  -70.0 dBm  -31.8 dBm"
+             "  -30.0 dBm        18.86             2  2024-01-01 10:00:20\n"),
+    });
+}
+
+TEST(Trace, tellsMoreOfEveryPoint) {
+    for (const char* keep : {"3", "all"}) {
+        const std::string options = std::string("--all-points --more --keep ") + keep;
+        // 10 lg((0.1 + 0.01) / 2) = -12.596 and 10 lg((1e-3 + 1e-5) / 2) = -32.967
+        expectCommands({good(
+            keep, options.c_str(), "-10,\n-20,-30\n,-50\n",
+            "point  frequencyMHz  count    average    maximum    minimum  powerMean     median"
+            "  deviationDb  maximumSweep  maximumTime\n"
+            "    0  -                 2  -15.0 dBm  -10.0 dBm  -20.0 dBm  -12.6 dBm  -15.0 dBm"
+            "         5.00             1  -\n"
+            "    1  -                 2  -40.0 dBm  -30.0 dBm  -50.0 dBm  -33.0 dBm  -40.0 dBm"
+            "        10.00             2  -\n")});
+    }
+}
+
 TEST(Trace, tellsMoreOfAMarker) {
     expectCommands({
         good("text", "--marker 0 --more --unit dBuV", onePoint({"-70", "-30", "-30"}),
@@ -332,11 +376,73 @@ TEST(Trace, followsARecordingWhileItGrows) {
              "\n"
              "point  frequencyMHz  count   average   maximum   minimum\n"
              "    0  -                 1  -1.0 dBm  -1.0 dBm  -1.0 dBm\n"),
-        {"what was shown before a bad line stays", trace("--follow --marker 0 --format csv"),
-         "-1\nx\n", 1,
-         "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
-         "1,,0,0,,1,-1,-1,-1,dBm\n",
-         "rfutils: -:2: \"x\" is not a level in dBm\n"},
+    });
+}
+
+TEST(Trace, followsThroughBrokenLines) {
+    const std::string head =
+        "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n";
+    const std::string first = head + "1,,0,0,,1,-1,-1,-1,dBm\n";
+    expectCommands({
+        good("one", "--follow --marker 0 --format csv", "-1\nx\n-3\n",
+             first + "2,,0,0,,2,-2,-1,-3,dBm\n")
+            .noting("-:2: \"x\" is not a level in dBm; the line is skipped"),
+        good("three, counted at the end", "--follow --marker 0 --format csv", "-1\nx\ny\nz\n",
+             first)
+            .noting("-:2: \"x\" is not a level in dBm; the line is skipped\n"
+                    "rfutils: note: -: 3 lines in all made no sense and were skipped"),
+        {"no other", trace("--follow --marker 0 --format csv"), "-x\n", 1, "",
+         "rfutils: note: -:1: neither a line of a sweep (date, time, Hz low, Hz high, Hz step, "
+         "samples, dB, ...) nor a trace of levels in dBm; the line is skipped\n"
+         "rfutils: -: holds no sweep\n"},
+    });
+}
+
+TEST(Trace, followsASourceWhoseFirstSweepLostAHop) {
+    const std::string note =
+        "-: a sweep has hops that the first one lacked; their points are added";
+    // 100 and 103 MHz, then 101 MHz between them, then 102 MHz
+    const std::string sweeps = hopLines("a0 d0 a10 b10 d10 a20 b20 c20 d20 a30 b30 c30 d30");
+    expectCommands({
+        good("markers by frequency and by number",
+             "--follow --marker 103MHz --marker 1 --format csv", sweeps,
+             "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+             "1,2024-01-01 10:00:00,103MHz,1,103,1,-2,-2,-2,dBm\n"
+             "1,2024-01-01 10:00:00,1,1,103,1,-2,-2,-2,dBm\n"
+             "2,2024-01-01 10:00:10,103MHz,2,103,2,-3.5,-2,-5,dBm\n"
+             "2,2024-01-01 10:00:10,1,2,103,2,-3.5,-2,-5,dBm\n"
+             "3,2024-01-01 10:00:20,103MHz,3,103,3,-5.333333333333333,-2,-9,dBm\n"
+             "3,2024-01-01 10:00:20,1,3,103,3,-5.333333333333333,-2,-9,dBm\n"
+             "4,2024-01-01 10:00:30,103MHz,3,103,4,-7.25,-2,-13,dBm\n"
+             "4,2024-01-01 10:00:30,1,3,103,4,-7.25,-2,-13,dBm\n")
+            .noting(note),
+        // Hops of 1 MHz; 100.9 MHz is nearest to 101 MHz once that is there.
+        good("a marker that gets a nearer point", "--follow --marker 100.9MHz --format csv",
+             hopLines("a0 c0 a10 b10 c10 a20 b20 c20"),
+             "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+             "1,2024-01-01 10:00:00,100.9MHz,0,100,1,-1,-1,-1,dBm\n"
+             "2,2024-01-01 10:00:10,100.9MHz,1,101,1,-4,-4,-4,dBm\n"
+             "3,2024-01-01 10:00:20,100.9MHz,1,101,2,-5.5,-4,-7,dBm\n")
+            .noting(note),
+        {"all points at the end", trace("--follow --marker 103MHz --all-points --keep 2"), sweeps,
+         0,
+         "sweep  time                 marker  point  frequencyMHz  count   average   maximum   "
+         "minimum\n"
+         "    1  2024-01-01 10:00:00  103MHz      1    103.000000      1  -2.0 dBm  -2.0 dBm  -2.0 "
+         "dBm\n"
+         "    2  2024-01-01 10:00:10  103MHz      2    103.000000      2  -3.5 dBm  -2.0 dBm  -5.0 "
+         "dBm\n"
+         "    3  2024-01-01 10:00:20  103MHz      3    103.000000      2  -7.0 dBm  -5.0 dBm  -9.0 "
+         "dBm\n"
+         "    4  2024-01-01 10:00:30  103MHz      3    103.000000      2  -11.0 dBm  -9.0 dBm  "
+         "-13.0 dBm\n"
+         "\n"
+         "point  frequencyMHz  count    average   maximum    minimum\n"
+         "    0    100.000000      2   -8.0 dBm  -6.0 dBm  -10.0 dBm\n"
+         "    1    101.000000      2   -9.0 dBm  -7.0 dBm  -11.0 dBm\n"
+         "    2    102.000000      2  -10.0 dBm  -8.0 dBm  -12.0 dBm\n"
+         "    3    103.000000      2  -11.0 dBm  -9.0 dBm  -13.0 dBm\n",
+         "rfutils: note: " + note + "\n"},
     });
 }
 
@@ -372,15 +478,6 @@ TEST(Trace, saysWhatIsWrong) {
         bad("unit unknown", "--unit dbuv", kBand,
             "there is no unit \"dbuv\"; the nearest are dBuV, dBmV or dBV"),
     });
-    expectCommands(
-        {{"a hop that is new, while the recording is followed",
-          trace("--follow --marker 0 --format csv"),
-          first + hopLine('a', "10", "-1") + hopLine('b', "10", "-1"), 1,
-          "sweep,time,marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
-          "1,2024-01-01 10:00:00,0,0,100,1,-1,-1,-1,dBm\n"
-          "2,2024-01-01 10:00:10,0,0,100,2,-1,-1,-1,dBm\n",
-          "rfutils: -:3: the hop 101000000 to 102000000 Hz in steps of 1000000 Hz is not one of "
-          "the first sweep\n"}});
     SampleFolder folder;
     folder.add("band.csv", first + "2024-01-01, 10:00:10, 100000000\n");
     expectCommands(
@@ -415,10 +512,12 @@ TEST(Trace, refusesWrongUsage) {
                 "--marker: \"abc\" is not a frequency such as 88.1MHz or the number of a point"),
         misused("negative point", "--marker=-1",
                 "--marker: \"-1\" is not a frequency such as 88.1MHz or the number of a point"),
-        misused("keeping nothing", "--keep 0", "--keep takes 1 to 1000000 sweeps"),
-        misused("keeping too much", "--keep 1000001", "--keep takes 1 to 1000000 sweeps"),
-        misused("following nothing", "--follow", "--follow and --more need a --marker"),
-        misused("more of nothing", "--more --all-points", "--follow and --more need a --marker"),
+        misused("keeping nothing", "--keep 0", "--keep takes 1 to 1000000 sweeps, or all"),
+        misused("keeping too much", "--keep 1000001", "--keep takes 1 to 1000000 sweeps, or all"),
+        misused("keeping something else", "--keep most",
+                "--keep takes 1 to 1000000 sweeps, or all"),
+        misused("following nothing", "--follow", "--follow needs a --marker"),
+        misused("more of nothing", "--more", "--more needs a --marker or --all-points"),
         misused("two shapes in CSV", "--follow --marker 0 --all-points --format csv",
                 "--follow together with --all-points prints text only"),
         misused("two shapes in JSON", "--follow --marker 0 --all-points --format json",

@@ -1,12 +1,15 @@
 #include <QFileInfo>
 #include <QString>
 #include <cmath>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/plots/tracePlot.h"
 #include "analysis/statistics/pointStatistics.h"
+#include "analysis/statistics/sweepStore.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
 #include "analysis/support/numbers.h"
@@ -27,15 +30,23 @@ namespace rfu::command {
 namespace {
 
 constexpr int kMaxKept = 1000000;
+constexpr char kKeptByDefault[] = "1000";
+constexpr char kEverySweep[] = "all";
 // A hop that the first sweep lost must not make a recording unreadable.
 constexpr std::size_t kLearnedSweeps = 4;
 
-int capacityOf(const CommandLine& line) {
-    const int kept = line.value<int>("keep");
-    if (kept < 1 || kept > kMaxKept) {
-        throw UsageError("--keep takes 1 to " + std::to_string(kMaxKept) + " sweeps");
+std::size_t capacityOf(const CommandLine& line) {
+    const std::string text =
+        line.isSet("keep") ? line.text("keep").toStdString() : std::string(kKeptByDefault);
+    if (text == kEverySweep) {
+        return SweepStore::kAll;
     }
-    return kept;
+    const int kept = parseInteger(text).value_or(0);
+    if (kept < 1 || kept > kMaxKept) {
+        throw UsageError("--keep takes 1 to " + std::to_string(kMaxKept) + " sweeps, or " +
+                         kEverySweep);
+    }
+    return static_cast<std::size_t>(kept);
 }
 
 struct TraceOptions {
@@ -45,11 +56,12 @@ struct TraceOptions {
           capacity(capacityOf(line)),
           view{*line.value<const rfu::Unit*>("unit"), antennaOf(line)},
           allPoints(line.isSet("all-points")),
+          plot(line.isSet("plot")),
           follow(line.isSet("follow")),
           more(line.isSet("more")),
           format(line.format()) {
-        if (markers.empty() && (follow || more)) {
-            throw UsageError("--follow and --more need a --marker");
+        if (follow && markers.empty()) {
+            throw UsageError("--follow needs a --marker");
         }
         if (follow && allPoints && format != Format::Text) {
             throw UsageError("--follow together with --all-points prints text only");
@@ -60,10 +72,13 @@ struct TraceOptions {
     /// An option without effect is a mistake.
     void requireEffects(const CommandLine& line) const {
         const bool showsLevels = !markers.empty() || allPoints;
+        if (more && !showsLevels) {
+            throw UsageError("--more needs a --marker or --all-points");
+        }
         if (limit && !showsLevels) {
             throw UsageError("--limit needs a --marker or --all-points");
         }
-        if (line.isSet("unit") && !showsLevels && !line.isSet("plot")) {
+        if (line.isSet("unit") && !showsLevels && !plot) {
             throw UsageError("--unit needs a --marker, --all-points or --plot");
         }
         for (const char* antenna : {"center", "gain"}) {
@@ -76,9 +91,10 @@ struct TraceOptions {
 
     std::vector<MarkerRequest> markers;
     std::optional<double> limit;
-    int capacity;
+    std::size_t capacity;
     LevelView view;
     bool allPoints;
+    bool plot;
     bool follow;
     bool more;
     Format format;
@@ -95,9 +111,45 @@ TraceColumns markerColumns(const TraceOptions& options) {
 
 TraceColumns pointColumns(const TraceOptions& options) {
     TraceColumns columns;
+    columns.distribution = options.more;
     columns.limit = options.limit;
     return columns;
 }
+
+/// Notes on a live source, each of which is printed once.
+class LiveNotes {
+public:
+    void tellBrokenLine(const InputError& error) {
+        if (++brokenLines_ == 1) {
+            print(error.message() + "; the line is skipped");
+        }
+    }
+
+    void tellGrowth(const SweepReader& recording) {
+        if (!std::exchange(hasGrown_, true)) {
+            print(InputError(recording.file(),
+                             "a sweep has hops that the first one lacked; their points are added")
+                      .message());
+        }
+    }
+
+    void tellCount(const SweepReader& recording) const {
+        if (brokenLines_ > 1) {
+            print(InputError(recording.file(), std::to_string(brokenLines_) +
+                                                   " lines in all made no sense and were skipped")
+                      .message());
+        }
+    }
+
+private:
+    static void print(const std::string& what) {
+        standardOutput().flush();  // the note follows what came before
+        printNote(what);
+    }
+
+    long long brokenLines_ = 0;
+    bool hasGrown_ = false;
+};
 
 /// "88:108 400:500", in MHz
 std::string bandsText(const FrequencyAxis& axis) {
@@ -116,8 +168,10 @@ class Trace {
 public:
     Trace(const QString& file, const TraceOptions& options)
         : options_(options),
-          recording_(file, options.follow ? 1 : kLearnedSweeps, [] { standardOutput().flush(); }),
-          sweeps_(options.capacity),
+          recording_(
+              file, options.follow ? 1 : kLearnedSweeps, [] { standardOutput().flush(); },
+              options.follow ? brokenLineTeller() : nullptr),
+          sweeps_(options.capacity, options.more, options.limit.value_or(0.0)),
           note_(options.view.unit, true),
           markerTable_(options.format, markerColumns(options), options.view, recording_.axis(),
                        sweeps_, note_) {}
@@ -125,17 +179,20 @@ public:
     void read() {
         Sweep sweep;
         while (recording_.next(sweep)) {
-            sweeps_.add(sweep);
-            if (sweeps_.count() == 1) {
-                points_ = static_cast<int>(sweep.levels.size());
+            if (sweeps_.count() == 0) {
                 markers_ = placeMarkers(options_.markers, recording_, sweep.levels.size());
                 noteNumbers();
+            } else if (recording_.hasGrown()) {
+                grow();
             }
+            points_ = static_cast<int>(sweep.levels.size());
+            keep(sweep);
             if (options_.follow) {
-                markerTable_.addMarkers(markers_);
+                addMarkers();
                 markerTable_.show();
             }
         }
+        notes_.tellCount(recording_);
         if (recording_.cutLine() > 0) {
             printNote(InputError(recording_.file(), recording_.cutLine(),
                                  "the last line has no line end and may be cut; it is left out")
@@ -167,7 +224,7 @@ public:
         }
     }
 
-    TracePlot plot() {
+    TracePlot plot() const {
         TracePlot plot;
         const FrequencyAxis& axis = recording_.axis();
         const std::string file = recording_.file() == kStandardInput
@@ -180,9 +237,10 @@ public:
         plot.isCounted = !recording_.hasFrequencies();
         plot.levelUnit = nameOf(options_.view.unit);
         std::optional<LevelPresenter> presenter;
+        const std::vector<PointTally> tallies = sweeps_.tallies();
         for (int point = 0; point < points_; ++point) {
-            sweeps_.buffer().calcMarkerPower(0, point);
-            const PointStatistics statistics = summarise(sweeps_.buffer(), 0, 0.0);
+            const PointStatistics statistics =
+                tallies[static_cast<std::size_t>(point)].statistics();
             if (!presenter || options_.view.isOfEachPoint()) {
                 presenter.emplace(options_.view.unit, options_.view.antennaAt(axis, point));
             }
@@ -218,38 +276,89 @@ private:
         }
     }
 
+    std::function<void(const InputError&)> brokenLineTeller() {
+        return [this](const InputError& error) { notes_.tellBrokenLine(error); };
+    }
+
+    /// Whether all levels of a sweep are kept; else those of the markers.
+    bool keepsWholeSweeps() const { return options_.allPoints || options_.plot; }
+
+    /// Where the store has the markers' levels.
+    std::vector<std::size_t> columnsOfMarkers() const {
+        std::vector<std::size_t> columns;
+        for (const Marker& marker : markers_) {
+            columns.push_back(keepsWholeSweeps() ? static_cast<std::size_t>(marker.point)
+                                                 : columns.size());
+        }
+        return columns;
+    }
+
+    void keep(const Sweep& sweep) {
+        levelsOfMarkers_.clear();
+        for (const Marker& marker : markers_) {
+            levelsOfMarkers_.push_back(sweep.levels[static_cast<std::size_t>(marker.point)]);
+        }
+        requireRoom(sweeps_.add(sweep.time, keepsWholeSweeps() ? sweep.levels : levelsOfMarkers_));
+    }
+
+    void grow() {
+        notes_.tellGrowth(recording_);
+        const std::vector<std::size_t>& former = recording_.formerPoints();
+        const std::vector<Marker> moved = moveMarkers(options_.markers, markers_, recording_);
+        std::vector<std::size_t> formerColumns;
+        for (std::size_t i = 0; i < moved.size(); ++i) {
+            const bool isSamePoint = former[static_cast<std::size_t>(moved[i].point)] ==
+                                     static_cast<std::size_t>(markers_[i].point);
+            formerColumns.push_back(isSamePoint ? i : SweepStore::kNewColumn);
+        }
+        markers_ = moved;
+        requireRoom(sweeps_.rearrange(keepsWholeSweeps() ? former : formerColumns));
+    }
+
+    void requireRoom(bool isThere) const {
+        if (!isThere) {
+            throw InputError(recording_.file(),
+                             "the levels of " + std::to_string(sweeps_.kept()) +
+                                 " sweeps take 1 GiB, the most that is held; use a smaller --keep, "
+                                 "or --keep all without --more");
+        }
+    }
+
+    void addMarkers() { markerTable_.addMarkers(markers_, columnsOfMarkers()); }
+
     void printMarkers() {
-        markerTable_.addMarkers(markers_);
+        addMarkers();
         markerTable_.finish();
     }
 
     void printPoints() {
         TraceTable table(options_.format, pointColumns(options_), options_.view, recording_.axis(),
                          sweeps_, note_);
-        table.addPoints(points_);
+        table.addPoints();
         table.finish();
     }
 
     void printSummary() {
         const FrequencyAxis& axis = recording_.axis();
         const bool hasAxis = recording_.hasFrequencies();
-        writeObject(options_.format,
-                    {{"sweeps", sweeps_.count()},
-                     {"kept", sweeps_.kept()},
-                     {"points", points_},
-                     {"fromMHz", hasAxis ? Cell(axis.points.front()) : Cell()},
-                     {"toMHz", hasAxis ? Cell(axis.bands.back().high) : Cell()},
-                     {"bands", hasAxis ? Cell(bandsText(axis)) : Cell()},
-                     {"firstTime", hasAxis ? Cell(sweeps_.time(0)) : Cell()},
-                     {"lastTime", hasAxis ? Cell(sweeps_.time(sweeps_.kept() - 1)) : Cell()}});
+        writeObject(options_.format, {{"sweeps", sweeps_.count()},
+                                      {"kept", sweeps_.kept()},
+                                      {"points", points_},
+                                      {"fromMHz", hasAxis ? Cell(axis.points.front()) : Cell()},
+                                      {"toMHz", hasAxis ? Cell(axis.bands.back().high) : Cell()},
+                                      {"bands", hasAxis ? Cell(bandsText(axis)) : Cell()},
+                                      {"firstTime", hasAxis ? Cell(sweeps_.firstTime()) : Cell()},
+                                      {"lastTime", hasAxis ? Cell(sweeps_.lastTime()) : Cell()}});
     }
 
     const TraceOptions& options_;
+    LiveNotes notes_;
     SweepReader recording_;
     SweepStore sweeps_;
     PrefixNote note_;
     TraceTable markerTable_;
     std::vector<Marker> markers_;
+    std::vector<double> levelsOfMarkers_;
     int points_ = 0;
 };
 
@@ -258,7 +367,7 @@ void runTrace(const CommandLine& line) {
     Trace trace(line.text("FILE"), options);
     trace.read();
     trace.print();
-    if (line.isSet("plot")) {
+    if (options.plot) {
         const TextDrawing drawing;
         savePicture(draw(trace.plot()), line.text("plot"), {line.text("FILE")});
     }
@@ -278,8 +387,8 @@ constexpr Subcommand kTrace = {
     "\n"
     "Sweeps: a sweep ends where a hop comes again, as soon as it has all hops, where the time "
     "moves while the order of hops starts again, or where it moves by more than a second. Its hops "
-    "are those of the first four sweeps, with --follow those of the first; one that is missing in "
-    "a sweep was not measured.\n"
+    "are those of the first four sweeps; with --follow, which waits for none, new ones are added as "
+    "they come. One that is missing in a sweep was not measured.\n"
     "\n"
     "average is the mean of the dBm numbers, as the instrument shows it. --more adds powerMean: "
     "the mean of the powers in milliwatts, converted back to dBm. That is the power that a thermal "
@@ -296,8 +405,8 @@ constexpr Subcommand kTrace = {
       nullptr, 0, static_cast<int>(traceRssiBuffer::kMarkers)},
      {"limit", "DBM", Kind::Level, "Count how often a level was above this one."},
      {"all-points", "", Kind::Flag, "Show all points."},
-     {"keep", "N", Kind::Integer, "How many recent sweeps count.", "1000"},
-     {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete."},
+     {"keep", "N", Kind::Text, "How many recent sweeps count, or all.", kKeptByDefault},
+     {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete. A line that cannot be read is skipped."},
      {"unit", "UNIT", Kind::Unit,
       "Show levels in this unit (rfutils units lists them); a field unit takes the frequency of "
       "each point unless --center is given.",
@@ -305,7 +414,7 @@ constexpr Subcommand kTrace = {
      kCenterOption,
      kGainOption,
      {"more", "", Kind::Flag,
-      "Add for each marker the mean power, the median, the standard deviation in dB and the sweep "
+      "Add for each marker or point the mean power, the median, the standard deviation in dB and the sweep "
       "that holds the maximum."},
      {"plot", "OUT.png", Kind::Picture, "Draw maximum, average and minimum over frequency."}},
     {"rfutils trace fm_band.csv",

@@ -148,12 +148,112 @@ TEST(SweepReader, LearnsHopsFromAsManySweepsAsToldTo) {
               "5: the hop 101000000 to 102000000 Hz in steps of 1000000 Hz is not one of the first "
               "4 sweeps");
     EXPECT_EQ(sweepsOf(read(late, 5)), "1 _|2 _|3 _|4 _|_ 5");
-    const Recording followed = read(hopLines("a0 a10 b10"), 1);
-    EXPECT_EQ(followed.failure,
+    const Recording first = read(hopLines("a0 a10 b10"), 1);
+    EXPECT_EQ(first.failure,
               "3: the hop 101000000 to 102000000 Hz in steps of 1000000 Hz is not one of the first "
               "sweep");
-    EXPECT_EQ(followed.sweeps.size(), 2U) << "handed out before the bad line is read";
+    EXPECT_EQ(first.sweeps.size(), 2U) << "handed out before the bad line is read";
     EXPECT_EQ(sweepsOf(read(hopLines("c0 a10 b10 c10 a20 b20 c20"), 1)), "_ _ 1|2 3 4|5 6 7");
+}
+
+namespace {
+
+/// A live source: its sweeps as sweepsOf() writes them, "+" before one that has grown, and the lines
+/// that were skipped.
+std::string follow(const std::string& bytes) {
+    const TempFiles files;
+    const QString file = QString::fromStdString(files.write("sweeps.csv", bytes));
+    std::string skipped;
+    SweepReader reader(file, 1, {}, [&](const InputError& error) {
+        skipped += " (" + std::to_string(error.line()) + ": " + error.problem() + ")";
+    });
+    std::string text;
+    std::vector<double> points;
+    for (Sweep sweep; reader.next(sweep);) {
+        text += text.empty() ? "" : "|";
+        text += (reader.hasGrown() ? "+" : "") + sweepsOf({{sweep}, {}, "", 0});
+        const std::vector<std::size_t>& former = reader.formerPoints();
+        EXPECT_EQ(former.size(), reader.hasGrown() ? sweep.levels.size() : 0U);
+        for (std::size_t i = 0, old = 0; i < former.size(); ++i) {
+            if (former[i] != SweepReader::kNewPoint) {
+                EXPECT_EQ(former[i], old++);
+                EXPECT_EQ(reader.axis().points[i], points[former[i]]);
+            }
+        }
+        points = reader.axis().points;
+        EXPECT_EQ(points.empty() ? sweep.levels.size() : points.size(), sweep.levels.size());
+    }
+    return text + skipped;
+}
+
+}  // namespace
+
+TEST(SweepReader, LearnsTheHopsOfALiveSourceAsTheyCome) {
+    const struct {
+        const char* name;
+        const char* lines;
+        const char* sweeps;
+    } kRows[] = {
+        {"nothing new", "a0 b0 c0 a10 b10 c10", "1 2 3|4 5 6"},
+        {"the first sweep lost a middle hop", "a0 c0 a10 b10 c10 a20 b20 c20", "1 2|+3 4 5|6 7 8"},
+        {"it lost the first hop, which is the first to come", "b0 c0 a10 b10 c10 a20 b20 c20",
+         "_ 1 2|3 4 5|6 7 8"},
+        {"it lost all but one", "b0 a10 b10 c10 a20 b20 c20", "_ 1|2 3|+_ _ 4|5 6 7"},
+        {"it lost the last hop: that sweep seems complete", "a0 b0 a10 b10 c10 a20 b20 c20",
+         "1 2|3 4|+_ _ 5|6 7 8"},
+        {"two sweeps bring one each", "a0 d0 a10 b10 d10 a20 b20 c20 d20 a30 b30 c30 d30",
+         "1 2|+3 4 5|+6 7 8 9|10 11 12 13"},
+        {"in the order of the receiver", "c0 a0 c10 b10 a10 c20 b20 a20", "2 1|+5 4 3|8 7 6"},
+        {"behind the whole sweep, in that order", "c0 a0 c1 a1 b1 c2 a2 b2 c3 a3 b3",
+         "2 1|4 3|+_ 5 _|7 8 6|10 11 9"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(follow(hopLines(row.lines)), row.sweeps) << row.name;
+    }
+}
+
+TEST(SweepReader, SkipsTheBrokenLinesOfALiveSource) {
+    const std::string a = hopLine('a', "0", "-1");
+    const std::string b = hopLine('b', "0", "-2");
+    const std::string again = hopLine('a', "10", "-3") + hopLine('b', "10", "-4");
+    const struct {
+        const char* name;
+        std::string bytes;
+        std::string sweeps;
+    } kRows[] = {
+        {"a level", a + b + hopLine('a', "10", "-3x") + hopLine('b', "10", "-4"),
+         "1 2|_ 4 (3: \"-3x\" is not a level in dBm)"},
+        {"a head in the middle of a sweep", a + "2024-01-01, 10h\n" + b + again,
+         "1 2|3 4 (2: \"10h\" is not a time (21:15:00))"},
+        {"a line that would end the sweep", a + hopLine('a', "5", "-") + b + again,
+         "1 2|3 4 (2: \"-\" is not a level in dBm)"},
+        {"an unknown hop with a bad level", a + b + hopLine('c', "0", "x") + again,
+         "1 2|3 4 (3: \"x\" is not a level in dBm)"},
+        {"a hop that overlaps another",
+         a + b + "2024-01-01, 10:00:05, 100500000, 103000000, 500000, 5, -1,-1,-1,-1,-1\n" + again,
+         "1 2|3 4 (3: the hop 100500000 to 103000000 Hz in steps of 500000 Hz overlaps the hop "
+         "101000000 to 102000000 Hz in steps of 1000000 Hz)"},
+        {"too few levels",
+         a + "2024-01-01, 10:00:00, 101000000, 103000000, 1000000, 5, -1\n" + b + again,
+         "1 2|3 4 (2: 1 levels, while 2 fit between Hz low and Hz high)"},
+        {"the first line", "-\n" + a + b + again,
+         "1 2|3 4 (1: neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, "
+         "dB, "
+         "...) nor a trace of levels in dBm)"},
+        {"the first head", "2024-01-01, 10h\n" + a + b + again,
+         "1 2|3 4 (1: \"10h\" is not a time (21:15:00))"},
+        {"traces", "-1,-2\n-3\n-4,x\n-5,-6\n",
+         "1 2|5 6 (2: a trace of 1 levels, while the first has 2) (3: \"x\" is not a level in "
+         "dBm)"},
+        {"the first trace", "-1,x,-9\n-1,-2\n", "1 2 (1: \"x\" is not a level in dBm)"},
+        {"no other hop", "2024-01-01, 10h\n", " (1: \"10h\" is not a time (21:15:00))"},
+        {"nothing else", "x y\n-x\n",
+         " (2: neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, ...) "
+         "nor a trace of levels in dBm)"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(follow(row.bytes), row.sweeps) << row.name;
+    }
 }
 
 TEST(SweepReader, OrdersPointsByFrequency) {

@@ -1,24 +1,25 @@
 #include "analysis/statistics/pointStatistics.h"
 
 #include <gtest/gtest.h>
+#include <rfUtils/trace/traceRssiBuffer.h>
+#include <support/samples.h>
 
 #include <cmath>
 
 using rfu::distributionOf;
 using rfu::LevelDistribution;
 using rfu::PointStatistics;
-using rfu::summarise;
+using rfu::PointTally;
+using rfu::test::same;
 
 namespace {
 
-constexpr int kMarker = 2;
-
-traceRssiBuffer bufferOf(const std::vector<double>& levels) {
-    traceRssiBuffer buffer(0, static_cast<int>(levels.size()));
+PointStatistics statisticsOf(const std::vector<double>& levels, double limit) {
+    PointTally tally;
     for (const double level : levels) {
-        buffer.appendMarkerPower(kMarker, level);
+        tally.add(level, limit);
     }
-    return buffer;
+    return tally.statistics();
 }
 
 }  // namespace
@@ -38,7 +39,7 @@ TEST(PointStatistics, LeaveOutWhatWasNotMeasured) {
         {"powers are not averaged", {-10, -20}, 0, {2, 0, -15, -10, -20}},
     };
     for (const auto& row : kRows) {
-        const PointStatistics found = summarise(bufferOf(row.levels), kMarker, row.limit);
+        const PointStatistics found = statisticsOf(row.levels, row.limit);
         EXPECT_EQ(found.count, row.expected.count) << row.name;
         EXPECT_EQ(found.above, row.expected.above) << row.name;
         EXPECT_EQ(found.average, row.expected.average) << row.name;
@@ -47,9 +48,45 @@ TEST(PointStatistics, LeaveOutWhatWasNotMeasured) {
     }
 }
 
+// The instrument's statistics are those of a marker that is fed the same levels.
+TEST(PointStatistics, AreThoseOfTheInstrumentToTheLastBit) {
+    rfu::test::Samples samples(5);
+    const double kOddOnes[] = {-999.0, 0.0, -0.0, -60.0, 998.999, -998.999, 1e-300};
+    for (int run = 0; run < 2000; ++run) {
+        const auto size = static_cast<int>(1 + samples.below(40));
+        traceRssiBuffer marker(0, size);
+        PointTally tally;
+        int measured = 0;
+        for (int i = 0; i < size; ++i) {
+            const double level = samples.below(2) == 0
+                                     ? kOddOnes[samples.below(run % 2 == 0 ? 3 : 7)]
+                                     : static_cast<double>(samples.below(12000)) / -100.0;
+            measured += level == -999.0 ? 0 : 1;
+            marker.appendMarkerPower(0, level);
+            tally.add(level, -60.0);
+        }
+        const PointStatistics found = tally.statistics();
+        ASSERT_EQ(found.count, measured);
+        if (measured > 0) {
+            double average = 0.0;
+            double maximum = 0.0;
+            double minimum = 0.0;
+            int above = 0;
+            marker.getAverageMarkerPower(0, &average);
+            marker.getMaxMarkerPower(0, &maximum);
+            marker.getMinMarkerPower(0, &minimum);
+            marker.getCountLimitMarkerPower(0, -60.0, &above);
+            ASSERT_TRUE(same(*found.average, average) && same(*found.maximum, maximum) &&
+                        same(*found.minimum, minimum))
+                << run;
+            ASSERT_EQ(found.above, above);
+        }
+    }
+}
+
 TEST(LevelDistribution, IsEmptyWhereNothingWasMeasured) {
     for (const auto& levels : {std::vector<double>{}, std::vector<double>{-999, -999}}) {
-        const LevelDistribution none = distributionOf(bufferOf(levels), kMarker);
+        const LevelDistribution none = distributionOf(levels);
         EXPECT_FALSE(none.powerMean || none.median || none.deviation || none.strongest);
     }
 }
@@ -82,7 +119,7 @@ TEST(LevelDistribution, TellsMeanPowerMedianAndDeviation) {
          1},
     };
     for (const auto& row : kRows) {
-        const LevelDistribution found = distributionOf(bufferOf(row.levels), kMarker);
+        const LevelDistribution found = distributionOf(row.levels);
         ASSERT_TRUE(found.powerMean && found.median && found.deviation && found.strongest);
         EXPECT_NEAR(*found.powerMean, row.powerMean, 1e-6) << row.name;
         EXPECT_EQ(*found.median, row.median) << row.name;

@@ -30,7 +30,7 @@ Antenna LevelView::antennaAt(const FrequencyAxis& axis, int point) const {
 }
 
 TraceTable::TraceTable(Format format, const TraceColumns& wanted, const LevelView& view,
-                       const FrequencyAxis& axis, SweepStore& sweeps, PrefixNote& note)
+                       const FrequencyAxis& axis, const SweepStore& sweeps, PrefixNote& note)
     : format_(format), wanted_(wanted), view_(view), axis_(axis), sweeps_(sweeps), note_(note) {}
 
 std::vector<Column<TraceTable::Row>> TraceTable::columns() {
@@ -45,8 +45,7 @@ std::vector<Column<TraceTable::Row>> TraceTable::columns() {
     const bool hasUnitColumn = format_ != Format::Text;  // a text has it beside each number
     return {
         {"sweep", [this](const Row&) { return sweeps_.count(); }, wanted_.sweep},
-        {"time", [this](const Row&) { return textOrNone(sweeps_.time(sweeps_.kept() - 1)); },
-         wanted_.sweep},
+        {"time", [this](const Row&) { return textOrNone(sweeps_.lastTime()); }, wanted_.sweep},
         {"marker", [](const Row& row) { return row.marker->name; }, wanted_.marker},
         {"point", [](const Row& row) { return row.point; }},
         {"frequencyMHz", [this](const Row& row) { return frequencyCell(axis_, row.point); }},
@@ -93,26 +92,27 @@ Cell TraceTable::levelCell(const std::optional<double>& level, LevelPresenter& p
     return {*level, text.empty() ? std::string(kMissingText) : text};
 }
 
-void TraceTable::add(int marker, int point, const Marker* named) {
-    traceRssiBuffer& buffer = sweeps_.buffer();
-    buffer.calcMarkerPower(marker, point);
+void TraceTable::add(int point, std::size_t column, const PointStatistics& statistics,
+                     const Marker* named) {
     LevelPresenter presenter(view_.unit, view_.antennaAt(axis_, point));
-    table_->add({named, point, summarise(buffer, marker, wanted_.limit.value_or(0.0)),
-                 wanted_.distribution ? distributionOf(buffer, marker) : LevelDistribution(),
+    table_->add({named, point, statistics,
+                 wanted_.distribution ? sweeps_.distribution(column) : LevelDistribution(),
                  presenter});
 }
 
-void TraceTable::addMarkers(const std::vector<Marker>& markers) {
+void TraceTable::addMarkers(const std::vector<Marker>& markers,
+                            const std::vector<std::size_t>& columns) {
     start();
     for (std::size_t i = 0; i < markers.size(); ++i) {
-        add(static_cast<int>(i), markers[i].point, &markers[i]);
+        add(markers[i].point, columns[i], sweeps_.statistics(columns[i]), &markers[i]);
     }
 }
 
-void TraceTable::addPoints(int count) {
+void TraceTable::addPoints() {
     start();
-    for (int point = 0; point < count; ++point) {
-        add(0, point, nullptr);
+    const std::vector<PointTally> tallies = sweeps_.tallies();
+    for (std::size_t point = 0; point < tallies.size(); ++point) {
+        add(static_cast<int>(point), point, tallies[point].statistics(), nullptr);
     }
 }
 

@@ -35,10 +35,12 @@ struct TraceColumns {
 class TraceTable {
 public:
     TraceTable(Format format, const TraceColumns& wanted, const LevelView& view,
-               const FrequencyAxis& axis, SweepStore& sweeps, PrefixNote& note);
+               const FrequencyAxis& axis, const SweepStore& sweeps, PrefixNote& note);
 
-    void addMarkers(const std::vector<Marker>& markers);
-    void addPoints(int count);
+    /// @param columns of the markers in the store
+    void addMarkers(const std::vector<Marker>& markers, const std::vector<std::size_t>& columns);
+    /// The store has a column for each point.
+    void addPoints();
 
     /// Shows the rows so far without waiting for the end of the recording. They are flushed before
     /// the reader waits for more input.
@@ -56,14 +58,14 @@ private:
 
     std::vector<Column<Row>> columns();
     void start();
-    void add(int marker, int point, const Marker* named);
+    void add(int point, std::size_t column, const PointStatistics& statistics, const Marker* named);
     Cell levelCell(const std::optional<double>& level, LevelPresenter& presenter);
 
     Format format_;
     TraceColumns wanted_;
     const LevelView& view_;
     const FrequencyAxis& axis_;
-    SweepStore& sweeps_;
+    const SweepStore& sweeps_;
     PrefixNote& note_;
     std::optional<Table<Row>> table_;
 };
