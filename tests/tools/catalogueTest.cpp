@@ -99,6 +99,13 @@ TEST(Catalogue, badFiles) {
     folder.add("blank.json", " \r\n\n");
     folder.add("array.json", "[1]");
     folder.add("nothing.json", "{}");
+    folder.add("lists.json", R"({"a": [], "b": []})");
+    folder.add("setups.json", R"({"a": [{"id": "x", "label": "y"}]})");
+    folder.add("misspelt.json", R"({"a": [{"ID": 1, "Label": 1, "Enum": 1, "DispSeq": 1}]})");
+    folder.add("other.json", R"({"a": []  , "version": 3})");
+    const std::string noChoice =
+        ": holds no choice of a catalogue: an object with id, label, enum and dispSeq in the list "
+        "of an item";
     folder.add("truncated.json", std::string(kChoices).substr(0, 60));
     folder.add("comma.json", "{\n\"a\": [],\n}\n");
     folder.add("noise.json", std::string("\x89PNG\r\n\x1A\n\x00\xFF\xFE\n", 12));
@@ -115,6 +122,11 @@ TEST(Catalogue, badFiles) {
                   "array.json: the top level is not an object"),
             shows("no items is no error", "catalogue nothing.json",
                   "item  dispSeq  enum  id  label  offered\n"),
+            shows("nor are empty ones", "catalogue lists.json",
+                  "item  dispSeq  enum  id  label  offered\n"),
+            fails("setups", "catalogue setups.json", "setups.json" + noChoice),
+            fails("misspelt members", "catalogue misspelt.json", "misspelt.json" + noChoice),
+            fails("another file", "catalogue other.json --format csv", "other.json" + noChoice),
             fails("cut off", "catalogue truncated.json", "truncated.json:3: unterminated string"),
             fails("a comma too many", "catalogue comma.json",
                   "comma.json:3: object is missing after a comma"),

@@ -80,6 +80,8 @@ TEST(Setups, badFiles) {
     const SampleFolder folder;
     folder.add("empty.json", "");
     folder.add("array.json", "[]");
+    folder.add("nothing.json", R"({"a": []})");
+    folder.add("misspelt.json", R"({"a": [{"Id": "x", "label": "y"}]})");
     folder.add("truncated.json", std::string(kSetups).substr(0, 40));
     expectCommands(
         {
@@ -87,6 +89,10 @@ TEST(Setups, badFiles) {
             fails("directory", "setups .", ".: Is a directory"),
             fails("empty", "setups empty.json", "empty.json: is empty (illegal value)"),
             fails("no object", "setups array.json", "array.json: the top level is not an object"),
+            shows("no setups", "setups nothing.json", "index  id  label\n"),
+            fails("misspelt members", "setups misspelt.json",
+                  "misspelt.json: holds no result setup: an object with id and label in the list "
+                  "of a group"),
             fails("cut off", "setups truncated.json", "truncated.json:3: unterminated array"),
         },
         folder);

@@ -99,14 +99,17 @@ void runCatalogue(const CommandLine& line) {
     const QString item = line.text("item");
     const Query query(line);
 
-    // The catalogue cannot list its items; the file does.
-    const QStringList itemsOfFile = readJsonObject(file).keys();
     subItemList catalogue;
-    if (!catalogue.loadJson(file.toStdString())) {
-        throw InputError(file, "cannot be read");
-    }
+    // The catalogue cannot list its items; the file does.
+    const QJsonObject items =
+        loadJsonObject(file, [&] { return catalogue.loadJson(file.toStdString()); });
     std::vector<subItem> choices =
-        choicesOf(catalogue, line.isSet("item") ? QStringList(item) : itemsOfFile);
+        choicesOf(catalogue, line.isSet("item") ? QStringList(item) : items.keys());
+    if (choices.empty() && !line.isSet("item")) {
+        requireNothing(items, file,
+                       "holds no choice of a catalogue: an object with id, label, enum and dispSeq "
+                       "in the list of an item");
+    }
     if (line.isSet("item") && choices.empty()) {
         throw InputError(file, "there is no item " + quoted(item.toStdString()));
     }

@@ -48,10 +48,12 @@ int countEntries(const QJsonObject& groups, bool verbose, const QString& file) {
 
 void runSetups(const CommandLine& line) {
     const QString file = line.text("FILE");
-    const int count = countEntries(readJsonObject(file), line.isSet("verbose"), file);
     ResultSetup setups;
-    if (!setups.loadJson(file)) {
-        throw InputError(file, "cannot be read");
+    const QJsonObject groups = loadJsonObject(file, [&] { return setups.loadJson(file); });
+    const int count = countEntries(groups, line.isSet("verbose"), file);
+    if (count == 0) {
+        requireNothing(groups, file,
+                       "holds no result setup: an object with id and label in the list of a group");
     }
     Table<int> table(line.format(),
                      {{"index", [](int index) { return index; }},

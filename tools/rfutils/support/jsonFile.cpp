@@ -1,14 +1,19 @@
 #include "support/jsonFile.h"
 
 #include <QByteArray>
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <algorithm>
 
+#include "analysis/support/fileWatch.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 
 namespace rfu::command {
 
-QJsonObject readJsonObject(const QString& file) {
+namespace {
+
+QJsonObject objectOf(const QString& file) {
     const QByteArray bytes = readWhole(file);
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
@@ -23,6 +28,28 @@ QJsonObject readJsonObject(const QString& file) {
         throw InputError(file, "the top level is not an object");
     }
     return document.object();
+}
+
+}  // namespace
+
+QJsonObject loadJsonObject(const QString& file, const std::function<bool()>& load) {
+    const FileWatch watch({file});  // the library opens the name itself
+    QJsonObject object = objectOf(file);
+    const bool isLoaded = load();
+    watch.requireUnchanged();
+    if (!isLoaded) {
+        throw InputError(file, "cannot be read");
+    }
+    return object;
+}
+
+void requireNothing(const QJsonObject& object, const QString& file, const char* problem) {
+    const bool holdsOthers = std::any_of(object.begin(), object.end(), [](const QJsonValue& value) {
+        return !value.isArray() || !value.toArray().isEmpty();
+    });
+    if (holdsOthers) {
+        throw InputError(file, problem);
+    }
 }
 
 }  // namespace rfu::command
