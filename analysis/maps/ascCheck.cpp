@@ -30,6 +30,8 @@ constexpr Rule kAscRules[] = {{"line-cut", Severity::Error},
                               {"size-refused", Severity::Error},
                               {"size-unusable", Severity::Error},
                               {"size-changed", Severity::Error},
+                              {"columns-too-few", Severity::Error},
+                              {"nodata-missing", Severity::Error},
                               {"row-width", Severity::Error},
                               {"row-misplaced", Severity::Error},
                               {"row-beyond-grid", Severity::Error},
@@ -92,7 +94,11 @@ private:
             return;  // no cell is read
         }
         const long long row = lines_.number() - headerLines_ - 1;
-        if (row != nextRow_) {
+        if (row != nextRow_ && headerLines_ == 0) {
+            lines_.report("nodata-missing", nullptr,
+                          "no NODATA_value line stands before the rows, which are counted from "
+                          "it: add one as the last header line, such as NODATA_value -9999");
+        } else if (row != nextRow_) {
             lines_.report("row-misplaced", nullptr,
                           "its rows are not placed from row 0 on without a gap: NODATA_value has "
                           "to be the last header line, and no line between rows may be blank");
@@ -161,6 +167,14 @@ private:
 
     void checkRowCount() {
         if (header_.isRefused() || header_.columns() <= 0 || header_.rows() <= 0) {
+            return;
+        }
+        if (header_.columns() < static_cast<std::int32_t>(kMinRowTokens)) {
+            findings_.add("columns-too-few",
+                          "a grid of " + std::to_string(header_.columns()) +
+                              " columns is not read: a line of fewer than " +
+                              std::to_string(kMinRowTokens) +
+                              " cells is no row to the library; add columns of no-data");
             return;
         }
         const std::string announced = std::to_string(header_.rows());

@@ -31,10 +31,14 @@ bool HeaderCheck::take(const MapToken& key, const MapToken& value) {
 
 void HeaderCheck::takeSize(const detail::SizeKey& size, const MapToken& value) {
     const std::int32_t asRead = detail::integerPrefix(value.text);
-    (size.field == &veltaGEO::nCols ? columns_ : rows_) = asRead;
+    const bool isColumns = size.field == &veltaGEO::nCols;
+    (isColumns ? columns_ : rows_) = asRead;
     isRefused_ = asRead > size.limit;
     if (isRefused_) {
-        lines_.report("size-refused", value.raw.begin, size.refusal);
+        lines_.report("size-refused", value.raw.begin,
+                      "too many " + std::string(isColumns ? "columns" : "rows") + ": " +
+                          value.text + ", where a map has " + std::to_string(size.limit) +
+                          " at most; gdal_translate -srcwin cuts a part out");
         return;
     }
     const std::string_view text = writtenText(value.raw);

@@ -181,7 +181,7 @@ Raster loadRaster(const QString& file) {
 
 void requireCells(const Raster& raster, const QString& file) {
     if (!raster.hasCells) {
-        throw InputError(file, "holds integers (PIXELTYPE is not FLOAT), which are not read");
+        throw InputError(file, kNoCells);
     }
 }
 

@@ -43,6 +43,11 @@ QStringList filesOfRaster(const QString& file);
 /// @throw InputError as checkRaster() does, and with the first error that it finds
 Raster loadRaster(const QString& file);
 
+/// Why a raster has no cells.
+inline constexpr char kNoCells[] =
+    "holds integers (PIXELTYPE is not FLOAT), which are not read; gdal_translate -of EHdr -ot "
+    "Float32 converts them";
+
 /// @throw InputError for a grid of integers
 void requireCells(const Raster& raster, const QString& file);
 

@@ -2,6 +2,7 @@
 
 #include <rfUtils/detail/numberPrefix.h>
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 #include "analysis/support/words.h"
@@ -45,6 +46,13 @@ const FrequencyUnit* frequencyUnit(std::string_view text) {
             return isSameWord(text, unit.name) || isSameWord(text, unit.suffix);
         });
     return found == std::end(kFrequencyUnits) ? nullptr : found;
+}
+
+std::string formatted(double value, std::chars_format format, int precision) {
+    std::array<char, 400> buffer;  // the largest double has 309 digits before the point
+    const auto result =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, format, precision);
+    return {buffer.data(), result.ptr};
 }
 
 }  // namespace
@@ -115,11 +123,18 @@ std::optional<double> parseFrequency(std::string_view text) {
                            : std::optional(quantity->value * unit->factor / unit->divisor);
 }
 
+std::string readableText(double value) {
+    constexpr int kDigits = 6;
+    constexpr double kSevenDigits = 1e6;
+    constexpr double kSixteenDigits = 1e15;
+    const double whole = std::round(std::abs(value));
+    return whole >= kSevenDigits && whole < kSixteenDigits
+               ? fixedText(value, 0)
+               : formatted(value, std::chars_format::general, kDigits);
+}
+
 std::string fixedText(double value, int decimals) {
-    std::array<char, 400> buffer;  // the largest double has 309 digits before the point
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
-                                      std::chars_format::fixed, decimals);
-    return {buffer.data(), result.ptr};
+    return formatted(value, std::chars_format::fixed, decimals);
 }
 
 }  // namespace rfu

@@ -54,6 +54,10 @@ private:
     std::size_t size_;
 };
 
+/// A number for people: six significant digits, all digits of a whole number of up to 15, a power of
+/// ten beyond them and below 0.0001.
+std::string readableText(double value);
+
 /// A number with a fixed count of decimals, rounded to nearest, ties to even.
 std::string fixedText(double value, int decimals);
 

@@ -7,7 +7,9 @@
 #include "analysis/support/inputError.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
+#include "support/errors.h"
 #include "support/format.h"
+#include "support/output.h"
 #include "support/picture.h"
 #include "support/sections.h"
 #include "support/table.h"
@@ -15,8 +17,6 @@
 namespace rfu::command {
 
 namespace {
-
-constexpr int kMeanDecimals = 3;
 
 void printCell(const Raster& raster, const QPoint& cell, const QString& file, Format format) {
     const veltaGEO& map = *raster.map;
@@ -46,8 +46,7 @@ void printMap(const Raster& raster, Format format) {
                          {"measured", raster.hasCells ? Cell(statistics.measured) : Cell()},
                          {"smallest", statistics.smallest},
                          {"largest", statistics.largest},
-                         {"mean", statistics.mean ? withDecimals(*statistics.mean, kMeanDecimals)
-                                                  : Cell()}});
+                         {"mean", rounded(statistics.mean)}});
 }
 
 void printColors(const veltaGEO& map, Format format) {
@@ -77,6 +76,10 @@ void runRaster(const CommandLine& line) {
         sections.begin("colours");
         printColors(*raster.map, line.format());
         sections.finish();
+        if (!raster.hasCells) {
+            standardOutput().flush();  // the note follows the tables
+            printNote(InputError(file, kNoCells).message());
+        }
     }
     if (line.isSet("png")) {
         requireCells(raster, file);

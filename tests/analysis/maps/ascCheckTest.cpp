@@ -202,10 +202,12 @@ TEST_F(AscCheckTest, FindsSizesThatMakeNoGrid) {
              {none + "4 columns and -2 rows"}},
             {"too wide",
              "ncols 2049\nnrows x\n",
-             {"1:7 error size-refused: Too many columns in the file. Unable to open"}},
+             {"1:7 error size-refused: too many columns: 2049, where a map has 2048 at most; "
+              "gdal_translate -srcwin cuts a part out"}},
             {"too tall",
              "ncols 2048\nnrows 99999999999\n",
-             {"2:7 error size-refused: Too many rows in the file. Unable to open"}},
+             {"2:7 error size-refused: too many rows: 99999999999, where a map has 2048 at most; "
+              "gdal_translate -srcwin cuts a part out"}},
             {"other columns behind the rows",
              "ncols 4\nnrows 2\nNODATA_value 0\n" + kAscRows + "ncols 4\nncols 5\n",
              {"6:1 warning key-repeated: ncols stands in line 1 already; the last one counts",
@@ -228,36 +230,42 @@ TEST_F(AscCheckTest, FindsRowsThatAreNotWholeOrNotInTheirPlace) {
         return std::string("error rows-missing: holds ") + held + " rows";
     };
     const std::string skipped = " warning line-skipped: a line of one token is not read";
-    expect({{"too long", kAscHeader + "1 2 3 4\n5 6 7 8 9\n", {width("6:", "5")}},
-            {"a decimal comma", kAscHeader + "1 2 3 4\n5 6,5 7 8\n", {width("6:", "5")}},
-            {"cut to three cells", kAscHeader + "1 2 3 4\n5 6 7\n", {width("6:", "3")}},
-            {"cut to one cell", kAscHeader + "1 2 3 4\n5\n", {"6:1" + skipped, missing("1 of 2")}},
-            {"a row missing", kAscHeader + "1 2 3 4\n", {missing("1 of 2")}},
-            {"all rows missing", kAscHeader, {missing("0 of 2")}},
-            {"too many",
-             kAscHeader + kAscRows + "9 8 7 6\n5 4 3 2\n",
-             {"7: error row-beyond-grid: a row beyond the 2 of the grid"}},
-            {"a blank line between rows", kAscHeader + "1 2 3 4\n\n5 6 7 8\n", {"7:" + gap}},
-            {"a word between rows",
-             kAscHeader + "1 2 3 4\nrow\n5 6 7 8\n",
-             {"6:1" + skipped, "7:" + gap}},
-            {"a blank line before the rows", kAscHeader + "\n" + kAscRows, {"6:" + gap}},
-            {"a header line behind the last one",
-             "ncols 4\nNODATA_value 0\nnrows 2\n" + kAscRows,
-             {"4:" + gap}},
-            {"no last header line", "ncols 4\nnrows 2\n" + kAscRows, {"3:" + gap}},
-            {"the last header line between rows",
-             kAscHeader + "1 2 3 4\nNODATA_value 0\n5 6 7 8\n",
-             {"6:1 warning key-repeated: NODATA_value stands in line 4 already; the last one "
-              "counts",
-              "7:" + gap}},
-            {"two columns",
-             "ncols 2\nnrows 1\nNODATA_value 0\n1 2\n",
-             {"4:1 warning line-skipped: a line of two numbers is not read", missing("0 of 1")}},
-            {"wrapped",
-             kAscHeader + "1 2 3\n4 5 6\n7 8 9\n",
-             {width("5:", "3"), width("6:", "3"), width("7:", "3"),
-              "7: error row-beyond-grid: a row beyond the 2 of the grid"}}});
+    expect(
+        {{"too long", kAscHeader + "1 2 3 4\n5 6 7 8 9\n", {width("6:", "5")}},
+         {"a decimal comma", kAscHeader + "1 2 3 4\n5 6,5 7 8\n", {width("6:", "5")}},
+         {"cut to three cells", kAscHeader + "1 2 3 4\n5 6 7\n", {width("6:", "3")}},
+         {"cut to one cell", kAscHeader + "1 2 3 4\n5\n", {"6:1" + skipped, missing("1 of 2")}},
+         {"a row missing", kAscHeader + "1 2 3 4\n", {missing("1 of 2")}},
+         {"all rows missing", kAscHeader, {missing("0 of 2")}},
+         {"too many",
+          kAscHeader + kAscRows + "9 8 7 6\n5 4 3 2\n",
+          {"7: error row-beyond-grid: a row beyond the 2 of the grid"}},
+         {"a blank line between rows", kAscHeader + "1 2 3 4\n\n5 6 7 8\n", {"7:" + gap}},
+         {"a word between rows",
+          kAscHeader + "1 2 3 4\nrow\n5 6 7 8\n",
+          {"6:1" + skipped, "7:" + gap}},
+         {"a blank line before the rows", kAscHeader + "\n" + kAscRows, {"6:" + gap}},
+         {"a header line behind the last one",
+          "ncols 4\nNODATA_value 0\nnrows 2\n" + kAscRows,
+          {"4:" + gap}},
+         {"no last header line",
+          "ncols 4\nnrows 2\n" + kAscRows,
+          {"3: error nodata-missing: no NODATA_value line stands before the rows, which are "
+           "counted from it: add one as the last header line, such as NODATA_value -9999"}},
+         {"the last header line between rows",
+          kAscHeader + "1 2 3 4\nNODATA_value 0\n5 6 7 8\n",
+          {"6:1 warning key-repeated: NODATA_value stands in line 4 already; the last one "
+           "counts",
+           "7:" + gap}},
+         {"two columns",
+          "ncols 2\nnrows 1\nNODATA_value 0\n1 2\n",
+          {"4:1 warning line-skipped: a line of two numbers is not read",
+           "error columns-too-few: a grid of 2 columns is not read: a line of fewer than 3 cells "
+           "is no row to the library; add columns of no-data"}},
+         {"wrapped",
+          kAscHeader + "1 2 3\n4 5 6\n7 8 9\n",
+          {width("5:", "3"), width("6:", "3"), width("7:", "3"),
+           "7: error row-beyond-grid: a row beyond the 2 of the grid"}}});
 }
 
 TEST_F(AscCheckTest, FindsTheRowBeyondTheLargestGrid) {

@@ -124,10 +124,12 @@ TEST_F(BilCheckTest, FindsSizesThatMakeNoGrid) {
             {"no rows", "NCOLS 3\nNROWS 0\n", {none + "3 columns and 0 rows"}},
             {"too wide",
              "NCOLS 2049\nBYTEORDER M\n",
-             {"1:7 error size-refused: Too many columns in the file. Unable to open"}},
+             {"1:7 error size-refused: too many columns: 2049, where a map has 2048 at most; "
+              "gdal_translate -srcwin cuts a part out"}},
             {"too tall",
              "NCOLS 2048\nNROWS 2049\n",
-             {"2:7 error size-refused: Too many rows in the file. Unable to open"}}});
+             {"2:7 error size-refused: too many rows: 2049, where a map has 2048 at most; "
+              "gdal_translate -srcwin cuts a part out"}}});
 }
 
 TEST_F(BilCheckTest, TellsWhatTheHeaderAnnounces) {

@@ -77,8 +77,10 @@ TEST_F(RasterFileTest, LoadsTheHeaderAloneOfIntegers) {
     EXPECT_FALSE(raster.hasCells);
     EXPECT_EQ(raster.map->nCols, 3);
     EXPECT_EQ(statisticsOf(raster).measured, 0);
-    EXPECT_EQ(refusal([&] { requireCells(raster, named("map.hdr")); }),
-              "map.hdr: holds integers (PIXELTYPE is not FLOAT), which are not read");
+    EXPECT_EQ(
+        refusal([&] { requireCells(raster, named("map.hdr")); }),
+        "map.hdr: holds integers (PIXELTYPE is not FLOAT), which are not read; gdal_translate -of "
+        "EHdr -ot Float32 converts them");
 }
 
 TEST_F(RasterFileTest, RefusesNamesThatAreNotThoseOfRasters) {

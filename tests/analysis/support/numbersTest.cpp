@@ -92,6 +92,29 @@ TEST(Numbers, WritesTheShortestTextThatReadsBack) {
     EXPECT_EQ(rfu::ShortestText(-2.2250738585072014e-308).view(), "-2.2250738585072014e-308");
 }
 
+TEST(Numbers, RoundsForPeople) {
+    const struct {
+        double value;
+        const char* text;
+    } kRows[] = {
+        {0.0, "0"},
+        {100.5, "100.5"},
+        {97.772727, "97.7727"},
+        {-283.38748, "-283.387"},
+        {999999.4, "999999"},
+        {999999.5, "1000000"},
+        {2000000047.77, "2000000048"},
+        {-123456789012345.6, "-123456789012346"},
+        {999999999999999.6, "1e+15"},
+        {1.23456789e30, "1.23457e+30"},
+        {0.000123456789, "0.000123457"},
+        {0.0000123456789, "1.23457e-05"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(rfu::readableText(row.value), row.text);
+    }
+}
+
 TEST(Numbers, RoundsFixedTextsToEvenOnTies) {
     EXPECT_EQ(rfu::fixedText(0.125, 2), "0.12");
     EXPECT_EQ(rfu::fixedText(0.375, 2), "0.38");

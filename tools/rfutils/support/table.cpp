@@ -90,6 +90,10 @@ Cell withDecimals(const std::optional<double>& value, int decimals) {
     return value ? Cell(*value, fixedText(*value, decimals)) : Cell();
 }
 
+Cell rounded(const std::optional<double>& value) {
+    return value ? Cell(*value, readableText(*value)) : Cell();
+}
+
 Cell textOrNone(std::string text) {
     return text.empty() ? Cell() : Cell(std::move(text));
 }

@@ -55,6 +55,8 @@ private:
 
 /// A number with a fixed count of decimals in text format.
 Cell withDecimals(const std::optional<double>& value, int decimals);
+/// A number that text format rounds to six significant digits or to a whole number.
+Cell rounded(const std::optional<double>& value);
 /// An empty text is a missing value.
 Cell textOrNone(std::string text);
 
