@@ -27,11 +27,9 @@ void arrangeLevels(std::vector<double>& levels, const std::vector<std::size_t>& 
 
 }  // namespace
 
-SweepReader::SweepReader(const QString& file, std::size_t learned, std::function<void()> beforeRead,
+SweepReader::SweepReader(const QString& file, std::size_t learned, Waiting waiting,
                          std::function<void(const InputError&)> onBrokenLine)
-    : lines_(file, std::move(beforeRead)),
-      onBrokenLine_(std::move(onBrokenLine)),
-      learned_(learned) {}
+    : lines_(file, std::move(waiting)), onBrokenLine_(std::move(onBrokenLine)), learned_(learned) {}
 
 void SweepReader::fail(const std::string& what) const {
     throw InputError(lines_.file(), lines_.number(), what);

@@ -59,11 +59,10 @@ class SweepReader {
 public:
     /// @param learned how many sweeps are read before the first is handed out, to learn their
     /// hops; one where nobody may wait
-    /// @param beforeRead see LineReader
     /// @param onBrokenLine where there is one, the source is live: a line that makes no sense is told
     /// here and skipped as if it were not there, and the axis grows with new hops
     /// @throw InputError when the file cannot be read
-    SweepReader(const QString& file, std::size_t learned, std::function<void()> beforeRead = {},
+    SweepReader(const QString& file, std::size_t learned, Waiting waiting = {},
                 std::function<void(const InputError&)> onBrokenLine = {});
 
     /// Once the hops are learned it returns as soon as a sweep is known to be complete, without

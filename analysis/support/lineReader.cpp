@@ -2,11 +2,14 @@
 
 #include <cerrno>
 #include <cstring>
+#include <iterator>
+#include <utility>
 
 #include "analysis/support/compression.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 namespace rfu {
@@ -29,8 +32,8 @@ int openFileOrInput(const QString& file) {
 
 }  // namespace
 
-LineReader::LineReader(const QString& file, std::function<void()> beforeRead)
-    : file_(file), descriptor_(openFileOrInput(file)), beforeRead_(std::move(beforeRead)) {}
+LineReader::LineReader(const QString& file, Waiting waiting)
+    : file_(file), descriptor_(openFileOrInput(file)), waiting_(std::move(waiting)) {}
 
 LineReader::~LineReader() {
     if (descriptor_ != STDIN_FILENO) {
@@ -44,6 +47,22 @@ void LineReader::refuseCompressed() const {
     }
 }
 
+/// Waits for both at once: a stop that came just before a read would not end it.
+/// @return false where reading is to stop
+bool LineReader::waitForInput() {
+    if (waiting_.stop < 0) {
+        return true;
+    }
+    pollfd watched[] = {{descriptor_, POLLIN, 0}, {waiting_.stop, POLLIN, 0}};
+    while (::poll(watched, std::size(watched), -1) < 0) {
+        if (errno != EINTR) {
+            throw InputError(file_, std::strerror(errno));
+        }
+    }
+    isStopped_ = watched[1].revents != 0;
+    return !isStopped_;
+}
+
 bool LineReader::fill() {
     if (begin_ > 0) {
         held_.erase(0, begin_);
@@ -53,14 +72,14 @@ bool LineReader::fill() {
     if (held_.size() > kMaxLine) {
         throw InputError(file_, number_ + 1, "the line is longer than 1 MiB");
     }
-    if (beforeRead_) {
-        beforeRead_();
+    if (waiting_.before) {
+        waiting_.before();
     }
     const std::size_t before = held_.size();
     held_.resize(before + kBlock);
     ssize_t got = 0;
     do {
-        got = ::read(descriptor_, held_.data() + before, kBlock);
+        got = waitForInput() ? ::read(descriptor_, held_.data() + before, kBlock) : 0;
     } while (got < 0 && errno == EINTR);
     held_.resize(before + (got > 0 ? static_cast<std::size_t>(got) : 0));
     if (got < 0) {
@@ -81,7 +100,7 @@ bool LineReader::next(std::string_view& line) {
             atEnd_ = !fill();
             continue;
         }
-        if (!found && begin_ == held_.size()) {
+        if (!found && (begin_ == held_.size() || isStopped_)) {
             return false;
         }
         const std::size_t stop = found ? end : held_.size();

@@ -7,22 +7,29 @@
 
 namespace rfu {
 
+/// What a reader does where it may have to wait for a live source.
+struct Waiting {
+    /// Called before each read: the place to show what is known so far.
+    std::function<void()> before;
+    /// A descriptor that becomes readable when reading is to stop, also while it waits; negative for
+    /// none.
+    int stop = -1;
+};
+
 /// The lines of a file or, for the name "-", of standard input. What a pipe delivers is handed on
 /// as soon as it comes, so that a live source is followed without delay.
 class LineReader {
 public:
     static constexpr std::size_t kMaxLine = 1u << 20;
 
-    /// @param beforeRead is called before each read from the file, which may wait for a live
-    ///        source: the place to show what is known so far
     /// @throw InputError when the file is missing, a directory or not readable
-    explicit LineReader(const QString& file, std::function<void()> beforeRead = {});
+    explicit LineReader(const QString& file, Waiting waiting = {});
     ~LineReader();
     LineReader(const LineReader&) = delete;
     LineReader& operator=(const LineReader&) = delete;
 
     /// The next line without its end ("\n" or "\r\n"), the first one without a UTF-8 byte-order mark;
-    /// it stays valid until the next call.
+    /// it stays valid until the next call. Where reading stops, a line that has only begun is none.
     /// @return false at the end
     /// @throw InputError when reading fails or a line is longer than kMaxLine bytes; CompressedInput
     bool next(std::string_view& line);
@@ -35,17 +42,19 @@ public:
 
 private:
     bool fill();
+    bool waitForInput();
     void refuseCompressed() const;
 
     QString file_;
     int descriptor_;
-    std::function<void()> beforeRead_;
+    Waiting waiting_;
     std::string held_;
     std::size_t begin_ = 0;    // of the first line not yet handed out
     std::size_t scanned_ = 0;  // no line end in held_ between begin_ and here
     long long number_ = 0;
     bool hasLineEnd_ = false;
     bool atEnd_ = false;
+    bool isStopped_ = false;
 };
 
 /// Names standard input where a file is expected.

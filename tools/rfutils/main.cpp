@@ -17,6 +17,7 @@
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/help.h"
+#include "support/interruption.h"
 #include "support/nearest.h"
 #include "support/output.h"
 
@@ -97,11 +98,13 @@ void run(int argc, char** argv) {
     standardOutput().flush();
 }
 
-/// Prints one line about the exception in flight.
+/// Prints one line about the exception in flight, unless that is an interruption.
 /// @return the exit status
 int report() {
     try {
         throw;
+    } catch (const Interrupted& interrupted) {
+        return interrupted.exitStatus;
     } catch (const InputError& error) {
         printError(error.message());
     } catch (const Failure& failure) {

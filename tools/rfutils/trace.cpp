@@ -17,6 +17,7 @@
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/format.h"
+#include "support/interruption.h"
 #include "support/output.h"
 #include "support/picture.h"
 #include "support/prefixNote.h"
@@ -168,15 +169,16 @@ class Trace {
 public:
     Trace(const QString& file, const TraceOptions& options)
         : options_(options),
-          recording_(
-              file, options.follow ? 1 : kLearnedSweeps, [] { standardOutput().flush(); },
-              options.follow ? brokenLineTeller() : nullptr),
+          recording_(file, options.follow ? 1 : kLearnedSweeps,
+                     {[] { standardOutput().flush(); }, stopDescriptor()},
+                     options.follow ? brokenLineTeller() : nullptr),
           sweeps_(options.capacity, options.more, options.limit.value_or(0.0)),
           note_(options.view.unit, true),
           markerTable_(options.format, markerColumns(options), options.view, recording_.axis(),
                        sweeps_, note_) {}
 
     void read() {
+        const Interruption interruption;
         Sweep sweep;
         while (recording_.next(sweep)) {
             if (sweeps_.count() == 0) {
@@ -197,6 +199,10 @@ public:
             printNote(InputError(recording_.file(), recording_.cutLine(),
                                  "the last line has no line end and may be cut; it is left out")
                           .message());
+        }
+        if (sweeps_.count() == 0 && interruptedStatus() != 0) {
+            const InputError error(recording_.file(), "interrupted before a sweep was complete");
+            throw Failure(error.message(), interruptedStatus());
         }
         if (sweeps_.count() == 0) {
             throw InputError(recording_.file(), "holds no sweep");
@@ -371,6 +377,7 @@ void runTrace(const CommandLine& line) {
         const TextDrawing drawing;
         savePicture(draw(trace.plot()), line.text("plot"), {line.text("FILE")});
     }
+    throwIfInterrupted();
 }
 
 }  // namespace
@@ -395,6 +402,8 @@ constexpr Subcommand kTrace = {
     "meter would show, and it is never below the average: they are equal only for a steady level, "
     "for noise powerMean lies about 2.5 dB higher, and short bursts raise it far above the "
     "average.\n"
+    "\n"
+    "Ctrl-C ends the reading: what was read is shown.\n"
     "\n"
     "A live read-out:\n"
     "  rtl_power -f 88M:108M:50k -i 1 - | rfutils trace - --follow --marker 88.1MHz",

@@ -4,9 +4,13 @@
 #include <support/tempFiles.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <thread>
 
 #include "analysis/support/inputError.h"
+
+#include <unistd.h>
 
 using rfu::InputError;
 using rfu::LineReader;
@@ -112,10 +116,55 @@ TEST(LineReader, TellsBeforeItMayWait) {
     const TempFiles files;
     const QString file = pathOf(files.write("lines.csv", "a\nb\n"));
     std::string events;
-    LineReader reader(file, [&events] { events += "read "; });
+    LineReader reader(file, {[&events] { events += "read "; }});
     std::string_view line;
     while (reader.next(line)) {
         events += std::string(line) + ' ';
     }
     EXPECT_EQ(events, "read a b read ") << "lines that are there come without waiting";
+}
+
+namespace {
+
+/// A pipe whose reading end is a file of the reader, or what stops it.
+struct Pipe {
+    Pipe() { EXPECT_EQ(::pipe(ends), 0); }
+    ~Pipe() {
+        ::close(ends[0]);
+        ::close(ends[1]);
+    }
+    void write(const std::string& bytes) const {
+        EXPECT_EQ(::write(ends[1], bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    }
+    QString name() const { return pathOf("/dev/fd/" + std::to_string(ends[0])); }
+
+    int ends[2] = {-1, -1};
+};
+
+}  // namespace
+
+TEST(LineReader, StopsWhileItWaits) {
+    const Pipe input;
+    const Pipe stop;
+    input.write("a\nb\nbegun");
+    LineReader reader(input.name(), {{}, stop.ends[0]});
+    std::string_view line;
+    EXPECT_TRUE(reader.next(line) && line == "a");
+    std::thread stopper([&stop] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        stop.write("x");
+    });
+    EXPECT_TRUE(reader.next(line) && line == "b") << "what was read counts";
+    EXPECT_FALSE(reader.next(line)) << "a line that has only begun does not";
+    EXPECT_FALSE(reader.next(line));
+    stopper.join();
+}
+
+TEST(LineReader, StopsBeforeItReads) {
+    const TempFiles files;
+    const Pipe stop;
+    stop.write("x");
+    LineReader reader(pathOf(files.write("lines.csv", "a\n")), {{}, stop.ends[0]});
+    std::string_view line;
+    EXPECT_FALSE(reader.next(line));
 }

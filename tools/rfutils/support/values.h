@@ -24,7 +24,7 @@ void forEachValue(const QStringList& arguments, Use use) {
     if (!arguments.isEmpty()) {
         return;
     }
-    LineReader lines(kStandardInput, [] { standardOutput().flush(); });
+    LineReader lines(kStandardInput, {[] { standardOutput().flush(); }});
     std::string_view line;
     while (lines.next(line)) {
         if (trimmed(line).empty()) {
