@@ -8,7 +8,7 @@
 
 namespace rfu {
 
-/// What the sweeps say of one point; levels in dBm. A level is missing when the point was measured in
+/// Statistics of one point over the sweeps; levels in dBm, missing where it was measured in
 /// none of them.
 struct PointStatistics {
     long long count = 0;            // how often it was measured

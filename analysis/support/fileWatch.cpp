@@ -33,7 +33,7 @@ bool isSame(const struct stat& a, const struct stat& b) {
 
 FileWatch::FileWatch(const QStringList& names) {
     for (const QString& name : names) {
-        // Opens nothing but the name, so that it neither waits nor changes anything.
+        // O_PATH does not open the file itself, so that it neither blocks nor has side effects.
         const int descriptor = ::open(QFile::encodeName(name).constData(), O_PATH | O_CLOEXEC);
         watched_.push_back({name, descriptor, stateOf(name)});
     }

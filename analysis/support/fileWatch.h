@@ -23,7 +23,7 @@ public:
 private:
     struct Watched {
         QString name;
-        int descriptor;  // keeps the file's number from being given to another one
+        int descriptor;  // keeps the inode number from being used again
         struct stat state;
     };
     std::vector<Watched> watched_;

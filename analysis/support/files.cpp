@@ -32,19 +32,18 @@ int openForReading(const QString& name, int flags) {
 
 void openRegular(QFile& file, const QString& name) {
     struct stat status {};
-    // Merely opening a device may do something to it.
+    // Opening a device may have side effects.
     if (::stat(QFile::encodeName(name).constData(), &status) == 0) {
         refuseUnlessRegular(name, status);
     }
-    // Waits for nobody, also where a FIFO stands under the name by now, and takes no terminal as
-    // the process's own.
+    // Does not block, even if the name is a FIFO by now, and makes no terminal the controlling one.
     const int descriptor = openForReading(name, O_NONBLOCK | O_NOCTTY);
     if (descriptor < 0 ||
         !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) ||
         ::fstat(descriptor, &status) != 0) {
         throw InputError(name, qt_error_string(errno).toStdString());
     }
-    // What has been opened decides: the name may lead elsewhere meanwhile.
+    // Again, on the open descriptor: the name may refer to another file meanwhile.
     refuseUnlessRegular(name, status);
 }
 
@@ -57,7 +56,7 @@ QByteArray readWhole(const QString& name) {
     QFile file;
     openRegular(file, name);
     QByteArray bytes = file.readAll();
-    // An error behind bytes that came looks like the end of the file; the next read tells.
+    // readAll() takes an error behind some bytes for the end of the file; the next read reports it.
     char next = 0;
     file.read(&next, sizeof next);
     if (file.error() != QFileDevice::NoError) {

@@ -10,8 +10,8 @@ namespace rfu {
 /// @return a descriptor, negative with the system's error
 int openForReading(const QString& name, int flags);
 
-/// Opens a regular file for reading. Nothing else is opened for long or waited for: a FIFO would
-/// wait for its writer.
+/// Opens a regular file for reading. Anything else is refused without blocking, such as a FIFO that
+/// has no writer.
 /// @throw InputError where no regular file opens
 void openRegular(QFile& file, const QString& name);
 

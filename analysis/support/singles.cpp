@@ -15,7 +15,7 @@ double decimalOf(float value) {
 }
 
 std::string textOf(float value) {
-    // The shortest text of 500000 is 5e+05, which is not for people.
+    // The shortest text of 500000 is 5e+05, which is hard to read.
     constexpr int kDigits = std::numeric_limits<float>::max_digits10;
     return QString::number(decimalOf(value), 'g', kDigits).toStdString();
 }

@@ -10,6 +10,8 @@
 #include <QString>
 
 #include <charconv>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <memory>

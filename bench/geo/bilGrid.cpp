@@ -7,12 +7,14 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QByteArray>
 #include <QFile>
 #include <QString>
 #include <QTextCodec>
 #include <QTextStream>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string>

@@ -8,6 +8,8 @@
 #include <proj.h>
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 

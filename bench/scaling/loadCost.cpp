@@ -13,7 +13,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <cstdint>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>

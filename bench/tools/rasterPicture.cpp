@@ -6,6 +6,8 @@
 #include "support/random.h"
 #include "support/scratchFolder.h"
 
+#include <QImage>
+
 #include <benchmark/benchmark.h>
 
 #include <cmath>

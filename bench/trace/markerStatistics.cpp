@@ -5,7 +5,10 @@
 
 #include <benchmark/benchmark.h>
 
+#include <QVector>
+
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 namespace {

@@ -5,9 +5,9 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QStringList>
-
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace {

@@ -11,6 +11,7 @@
 
 #ifdef RFUTILS_LEAKS_ARE_CHECKED
 
+#include <QByteArray>
 #include <QJsonDocument>
 
 #include <dlfcn.h>

@@ -5,10 +5,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <map>
 #include <new>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 #include <sys/mman.h>

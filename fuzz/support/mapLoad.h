@@ -7,7 +7,12 @@
 #include "require.h"
 #include "scratchFile.h"
 
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <string_view>
 
 namespace rfu::fuzz {
 

@@ -21,10 +21,18 @@
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/support/inputError.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 using namespace rfu;
 using namespace rfu::fuzz;

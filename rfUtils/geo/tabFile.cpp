@@ -6,7 +6,6 @@
 #include <rfUtils/detail/saturate.h>
 #include <rfUtils/geo/veltaGEO.h>
 
-#include <array>
 #include <cstdint>
 #include <cstring>
 #include <string_view>

@@ -2,7 +2,6 @@
 
 #include "detail/tokenizer.h"
 
-#include <cstring>
 #include <string_view>
 #include <type_traits>
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-// Multiplied by, never divided by their reciprocals: the results differ in the last digit.
+// Factors: a division by the reciprocal would change the last digit of some results.
 constexpr double kDegreesPerMinute = 0.016666666666666666;
 constexpr double kDegreesPerSecond = 0.0002777777777777778;
 

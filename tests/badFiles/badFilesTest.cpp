@@ -8,8 +8,6 @@
 #include <support/unprivileged.h>
 
 #include <cstddef>
-#include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -13,8 +13,6 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <memory>
 #include <set>
 #include <string>
 #include <thread>

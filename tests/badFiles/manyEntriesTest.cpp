@@ -8,8 +8,6 @@
 
 #include <cstddef>
 #include <fstream>
-#include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -7,6 +7,8 @@
 #include <rfUtils/catalogues/subItemList.h>
 #include <rfUtils/geo/veltaGEO.h>
 
+#include <QString>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,6 +19,8 @@
 #include <new>
 #include <sstream>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 /// An object with one of its loaders.

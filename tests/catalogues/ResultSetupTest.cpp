@@ -11,6 +11,7 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <cstddef>
 #include <limits>
 #include <memory>
 #include <string>

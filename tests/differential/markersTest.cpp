@@ -3,12 +3,13 @@
 
 #include <rfUtils/trace/traceRssiBuffer.h>
 
+#include <QVector>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <vector>
 
 namespace {

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <ostream>
+
 namespace {
 
 using namespace rfu::test;

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cmath>
+#include <cstddef>
 #include <string>
 
 namespace rfu::test {

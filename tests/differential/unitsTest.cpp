@@ -9,6 +9,10 @@
 #include <QObject>
 #include <QVariant>
 
+#include <cmath>
+#include <string>
+#include <vector>
+
 namespace {
 
 using namespace rfu::test;

@@ -4,6 +4,12 @@
 #include <badFiles/formats.h>
 
 #include <QJsonDocument>
+#include <QJsonObject>
+#include <QString>
+
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/support/inputError.h"

@@ -21,10 +21,12 @@
 #include <rfUtils/presentation/rfUtils.h>
 #include <rfUtils/units/HMath.h>
 
+#include <QByteArray>
 #include <QJsonDocument>
+#include <QVariant>
+#include <QVector>
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <memory>
 #include <new>

@@ -1,11 +1,12 @@
 #include "mapFiles.h"
 
+#include <QFile>
+#include <QTextCodec>
 #include <QTextStream>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <random>
 #include <string>
 #include <utility>

@@ -4,7 +4,6 @@
 
 #include <unistd.h>
 
-#include <memory>
 #include <vector>
 
 namespace {

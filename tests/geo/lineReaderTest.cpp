@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QByteArray>
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
 #include <random>
 #include <string>
 #include <utility>

@@ -6,9 +6,8 @@
 
 #include <gtest/gtest.h>
 
-#include <QByteArray>
-#include <QDir>
 #include <QFile>
+#include <QString>
 #include <QTemporaryDir>
 
 #include <cstring>

@@ -1,6 +1,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <string>
 #include <typeinfo>
 
 #include "storeFixture.h"

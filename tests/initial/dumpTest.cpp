@@ -1,4 +1,5 @@
 #include <limits>
+#include <memory>
 #include <string>
 
 #include "storeFixture.h"

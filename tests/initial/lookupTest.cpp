@@ -1,4 +1,5 @@
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #include "storeFixture.h"

@@ -26,8 +26,8 @@
 #include <fstream>
 #include <limits>
 #include <memory>
+#include <random>
 #include <string>
-#include <vector>
 
 using rfu::test::unsignedNan;
 

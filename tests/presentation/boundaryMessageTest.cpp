@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <limits>
+#include <string>
 #include <vector>
 
 using rfu::test::kInf;

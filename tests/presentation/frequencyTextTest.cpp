@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
 
 using rfu::test::kInf;
 using rfu::test::kNan;

@@ -11,12 +11,14 @@
 #include <rfUtils/trace/traceRssiBuffer.h>
 
 #include <QJsonArray>
+#include <QVector>
 
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 using rfu::test::expectTheSameAnswers;

@@ -2,6 +2,8 @@
 
 #include <support/limits.h>
 
+#include <QVector>
+
 #include <gtest/gtest.h>
 
 #include <cmath>

@@ -1,5 +1,7 @@
 #include "markerData.h"
 
+#include <QVector>
+
 #include <gtest/gtest.h>
 
 #include <limits>

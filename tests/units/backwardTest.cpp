@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 using rfu::test::kInf;
 using rfu::test::kNan;

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 using rfu::test::kInf;
 using rfu::test::kNan;
 using rfu::test::Probe;

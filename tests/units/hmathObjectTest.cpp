@@ -1,11 +1,14 @@
 // HMath as a Qt object: its property, its signal, and what a script sees of it.
 #include "hmathProbe.h"
 
+#include <QByteArray>
 #include <QMetaMethod>
 #include <QMetaProperty>
+#include <QVariant>
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <memory>
 #include <type_traits>
 

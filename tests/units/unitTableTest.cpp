@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <iterator>
+#include <string>
 
 using rfu::test::Probe;
 using rfu::test::text;

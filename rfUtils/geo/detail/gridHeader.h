@@ -3,6 +3,8 @@
 
 #include <rfUtils/geo/veltaGEO.h>
 
+#include <QString>
+
 #include <cstdint>
 #include <string_view>
 #include <type_traits>

@@ -112,7 +112,7 @@ private:
     const char* lineEnd_ = nullptr;
     std::int64_t number_ = 0;
     bool isCut_ = false;
-    bool inDroppedRest_ = false;  // the next call skips to the line end, the caller being done
+    bool inDroppedRest_ = false;  // the next call skips to the line end: the caller is done
 };
 
 }  // namespace rfu::detail

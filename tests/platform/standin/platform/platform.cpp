@@ -2,6 +2,10 @@
 #include "ServerItem.h"
 #include "VemoJsonDocument.h"
 
+#include <QByteArray>
+#include <QJsonDocument>
+#include <QVariant>
+
 void ServerItem::setProperty(const QString& name, const QVariant& value) {
     calls.push_back(name.toStdString() + '=' + value.toString().toStdString());
 }
