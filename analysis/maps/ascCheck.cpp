@@ -2,8 +2,12 @@
 
 #include <rfUtils/geo/detail/plainDecimal.h>
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "analysis/maps/headerCheck.h"

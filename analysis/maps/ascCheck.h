@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include "analysis/support/finding.h"
 
 namespace rfu {

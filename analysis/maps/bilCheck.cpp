@@ -1,9 +1,12 @@
 #include "analysis/maps/bilCheck.h"
 
+#include <QFile>
 #include <QTextCodec>
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 

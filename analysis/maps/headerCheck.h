@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <map>
 #include <string_view>
-#include <vector>
 
 #include "analysis/maps/mapLines.h"
 

@@ -1,7 +1,12 @@
 #include "analysis/maps/mapSheet.h"
 
+#include <QColor>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPen>
+#include <QRect>
+#include <QRectF>
+#include <QSizeF>
 #include <algorithm>
 
 #include "analysis/plots/style.h"

@@ -1,5 +1,8 @@
 #include "analysis/plots/curves.h"
 
+#include <QPen>
+#include <QPointF>
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>

@@ -1,6 +1,8 @@
 #include "analysis/plots/plotFrame.h"
 
 #include <QFontMetricsF>
+#include <QPen>
+#include <QPointF>
 #include <algorithm>
 
 #include "analysis/plots/style.h"

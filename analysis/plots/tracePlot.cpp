@@ -1,9 +1,15 @@
 #include "analysis/plots/tracePlot.h"
 
+#include <QColor>
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPen>
+#include <QPointF>
+#include <QPolygonF>
+#include <QRectF>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 
 #include "analysis/plots/axis.h"

@@ -3,6 +3,7 @@
 #include <rfUtils/trace/traceRssiBuffer.h>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"

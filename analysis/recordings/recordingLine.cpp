@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <system_error>
 
 #include "analysis/recordings/timeStamp.h"
 #include "analysis/support/inputError.h"

@@ -2,8 +2,10 @@
 
 #include <rfUtils/trace/traceRssiBuffer.h>
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 #include <iterator>
+#include <string_view>
 #include <utility>
 
 #include "analysis/support/inputError.h"

@@ -3,6 +3,7 @@
 #include <rfUtils/detail/numberPrefix.h>
 #include <QDate>
 #include <algorithm>
+#include <cstddef>
 
 namespace rfu {
 

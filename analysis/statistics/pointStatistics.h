@@ -2,6 +2,7 @@
 
 #include <rfUtils/trace/traceRssiBuffer.h>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <optional>
 #include <vector>
@@ -50,7 +51,7 @@ private:
     double minimum_ = std::numeric_limits<double>::infinity();
 };
 
-/// What takes the single levels; missing where there is no measured one.
+/// Statistics that need every level of the point; missing where it was never measured.
 struct LevelDistribution {
     std::optional<double> powerMean;       // dBm: mean of the powers in mW
     std::optional<double> median;          // dBm; of an even count the mean of the middle two

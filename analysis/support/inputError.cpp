@@ -1,5 +1,7 @@
 #include "analysis/support/inputError.h"
 
+#include <cstddef>
+
 #include "analysis/support/words.h"
 
 namespace rfu {

@@ -3,7 +3,9 @@
 #include <rfUtils/detail/numberPrefix.h>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <iterator>
+#include <system_error>
 
 #include "analysis/support/words.h"
 

@@ -2,6 +2,7 @@
 
 #include "detail/tokenizer.h"
 
+#include <cstddef>
 #include <string_view>
 #include <type_traits>
 

@@ -6,8 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QByteArray>
+#include <QDir>
 #include <QFile>
-#include <QString>
 #include <QTemporaryDir>
 
 #include <cstring>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
+#include <string>
 
 #include "runCommand.h"
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "runCommand.h"
 
 // U[mV] = 10^((P + 46.9897)/20), P_W = 10^((P - 30)/10), K = 20 lg f - 29.8 - G.

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <cstddef>
 #include <sstream>
+#include <string>
+#include <vector>
 
 #include "runCommand.h"
 

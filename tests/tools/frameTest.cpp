@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QProcess>
 #include <sstream>
+#include <string>
 
 #include "runCommand.h"
 

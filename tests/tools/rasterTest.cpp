@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QImage>
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include "runCommand.h"
 

@@ -5,7 +5,9 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QTextCodec>
+#include <cstddef>
 #include <sstream>
 
 namespace {

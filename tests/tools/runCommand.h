@@ -1,6 +1,7 @@
 // Runs the real rfutils and compares everything it says.
 #pragma once
 
+#include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <string>

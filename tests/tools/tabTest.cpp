@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QImage>
+
+#include <string>
 
 #include "runCommand.h"
 

@@ -1,5 +1,6 @@
 #include <rfUtils/catalogues/subItemList.h>
 
+#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include <QImage>
 #include <QString>
 #include <cmath>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>

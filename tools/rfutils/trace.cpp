@@ -1,6 +1,7 @@
 #include <QFileInfo>
 #include <QString>
 #include <cmath>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>

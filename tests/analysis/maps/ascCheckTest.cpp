@@ -1,5 +1,9 @@
 #include "analysis/maps/ascCheck.h"
 
+#include <cstddef>
+#include <string>
+#include <vector>
+
 #include "mapFiles.h"
 
 namespace rfu::test {

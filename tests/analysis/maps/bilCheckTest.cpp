@@ -1,5 +1,8 @@
 #include "analysis/maps/bilCheck.h"
 
+#include <string>
+#include <vector>
+
 #include "mapFiles.h"
 
 namespace rfu::test {

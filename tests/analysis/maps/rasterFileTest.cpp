@@ -5,8 +5,10 @@
 #include <support/scopedCodec.h>
 
 #include <atomic>
+#include <cstddef>
 #include <filesystem>
 #include <limits>
+#include <string>
 #include <thread>
 
 namespace rfu::test {

@@ -1,5 +1,9 @@
 #include "analysis/maps/rasterImage.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "mapFiles.h"
 
 namespace rfu::test {

@@ -4,12 +4,24 @@
 #include <support/samples.h>
 #include <support/scopedCodec.h>
 
+#include <QPointF>
+
 #include <algorithm>
+#include <array>
+#include <cctype>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <map>
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <string>
+#include <tuple>
+#include <vector>
 
 #include "analysis/maps/rasterFile.h"
 #include "analysis/maps/tabFile.h"

@@ -1,5 +1,8 @@
 #include "analysis/maps/tabFile.h"
 
+#include <string>
+#include <vector>
+
 #include "mapFiles.h"
 
 namespace rfu::test {

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 #include <support/samples.h>
 
+#include <algorithm>
+#include <cmath>
 #include <set>
+#include <string>
 
 using rfu::Axis;
 using Ends = Axis::Ends;

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <sstream>
+#include <string>
 
 using rfu::ColumnPoints;
 using rfu::ColumnValues;

@@ -5,6 +5,7 @@
 #include <support/limits.h>
 #include <support/samples.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 

@@ -7,6 +7,7 @@
 
 #include <cmath>
 #include <iterator>
+#include <vector>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"

@@ -5,6 +5,7 @@
 #include <support/tempFiles.h>
 
 #include <cmath>
+#include <cstddef>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"

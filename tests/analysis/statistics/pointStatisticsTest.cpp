@@ -4,7 +4,7 @@
 #include <rfUtils/trace/traceRssiBuffer.h>
 #include <support/samples.h>
 
-#include <cmath>
+#include <cstddef>
 
 using rfu::distributionOf;
 using rfu::LevelDistribution;

@@ -4,6 +4,7 @@
 #include <support/tempFiles.h>
 
 #include <filesystem>
+#include <functional>
 
 #include "analysis/support/inputError.h"
 

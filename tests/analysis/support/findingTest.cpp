@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "analysis/support/inputError.h"
 
 namespace rfu {

@@ -1,6 +1,7 @@
 #include "support/help.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <vector>
 

@@ -1,6 +1,7 @@
 #include "support/kinds.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <optional>
 

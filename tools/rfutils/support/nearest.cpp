@@ -1,6 +1,7 @@
 #include "support/nearest.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace rfu::command {
 

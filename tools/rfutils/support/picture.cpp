@@ -1,6 +1,7 @@
 #include "support/picture.h"
 
 #include <QBuffer>
+#include <QByteArray>
 #include <QFile>
 #include <QSaveFile>
 #include <clocale>

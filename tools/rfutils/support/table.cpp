@@ -3,6 +3,7 @@
 #include <QString>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <iterator>
 #include <utility>
 

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QVector>
 
+#include <cstddef>
+
 #include "analysis/support/words.h"
 
 namespace rfu::command {

@@ -1,5 +1,6 @@
 #include "trace/traceTable.h"
 
+#include <cstddef>
 #include <string>
 
 namespace rfu::command {
