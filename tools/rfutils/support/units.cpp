@@ -24,7 +24,7 @@ constexpr double kBetweenOneAndKilo = 30.0;
 constexpr double kBetweenKiloAndMega = 30000.0;
 
 constexpr std::size_t kSuggestions = 3;
-constexpr int kLongestName = 30;  // beyond it nothing is near any unit
+constexpr int kMaxNameLength = 30;  // beyond it nothing is near any unit
 
 /// "a, b or c"
 std::string alternatives(const std::vector<std::string>& names) {
@@ -153,7 +153,7 @@ BadValue unknownUnit(const QString& name, Direction usable) {
     if (const RelatedUnit* const unit = findRelated(name)) {
         return {unknown + "use " + unit->known.toString().toStdString() + ": " + unit->relation};
     }
-    return {unknown + "the nearest are " + nearestNames(name.left(kLongestName), usable)};
+    return {unknown + "the nearest are " + nearestNames(name.left(kMaxNameLength), usable)};
 }
 
 /// The spelling of a known unit in the direction that wants other letter case; null where there is
