@@ -5,34 +5,15 @@
 #include <cmath>
 #include <cstddef>
 
+#include "analysis/recordings/bins.h"
 #include "analysis/support/inputError.h"
-#include "analysis/support/numbers.h"
 
 namespace rfu {
 
 namespace {
 
-std::string megahertz(double frequency) {
-    return std::string(ShortestText(frequency).view()) + " MHz";
-}
-
-using Band = FrequencyAxis::Band;
-
-/// "from 88 MHz to 108 MHz and from 400 MHz to 500 MHz"
-std::string describe(const std::vector<Band>& bands) {
-    constexpr std::size_t kMaxBands = 8;
-    std::string text;
-    for (std::size_t i = 0; i < std::min(bands.size(), kMaxBands); ++i) {
-        text += i == 0 ? "" : i + 1 == bands.size() ? " and " : ", ";
-        text += "from " + megahertz(bands[i].low) + " to " + megahertz(bands[i].high);
-    }
-    return bands.size() <= kMaxBands
-               ? text
-               : text + " and " + std::to_string(bands.size() - kMaxBands) + " more bands";
-}
-
 auto bandAt(const FrequencyAxis& axis, double frequency) {
-    return std::find_if(axis.bands.begin(), axis.bands.end(), [frequency](const Band& b) {
+    return std::find_if(axis.bands.begin(), axis.bands.end(), [frequency](const FrequencyAxis::Band& b) {
         return b.low <= frequency && frequency <= b.high;
     });
 }

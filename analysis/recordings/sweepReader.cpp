@@ -365,6 +365,7 @@ void SweepReader::addToAxis(const Hop& hop, double lastStep) {
         axis_.bands.push_back({axis_.points.size(), low, high});
     }
     axis_.bands.back().high = std::max(axis_.bands.back().high, high);
+    axis_.hops.push_back(hop);
     for (std::size_t i = 0; i < hop.points(); ++i) {
         axis_.points.push_back((hop.low + static_cast<double>(i) * hop.step) / kHertzPerMegahertz);
     }

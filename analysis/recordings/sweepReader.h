@@ -34,6 +34,7 @@ struct FrequencyAxis {
 
     std::vector<double> points;  // MHz, where the bin of each point begins
     std::vector<Band> bands;     // ascending
+    std::vector<Hop> hops;       // ascending; their bins are the points
 };
 
 /// Reads a recording sweep by sweep; holds a few sweeps, however long the recording is.

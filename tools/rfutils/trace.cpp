@@ -1,4 +1,3 @@
-#include <QFileInfo>
 #include <QString>
 #include <cmath>
 #include <cstddef>
@@ -12,8 +11,8 @@
 #include "analysis/statistics/pointStatistics.h"
 #include "analysis/statistics/sweepStore.h"
 #include "analysis/support/inputError.h"
-#include "analysis/support/lineReader.h"
 #include "analysis/support/numbers.h"
+#include "recordings/recordingTexts.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
@@ -34,8 +33,6 @@ namespace {
 constexpr int kMaxKept = 1000000;
 constexpr char kKeptByDefault[] = "1000";
 constexpr char kEverySweep[] = "all";
-// A hop that the first sweep lost must not make a recording unreadable.
-constexpr std::size_t kLearnedSweeps = 4;
 
 std::size_t capacityOf(const CommandLine& line) {
     const std::string text =
@@ -56,7 +53,7 @@ struct TraceOptions {
         : markers(line.values<MarkerRequest>("marker")),
           limit(line.find<double>("limit")),
           capacity(capacityOf(line)),
-          view{*line.value<const rfu::Unit*>("unit"), antennaOf(line)},
+          view(levelViewOf(line)),
           allPoints(line.isSet("all-points")),
           plot(line.isSet("plot")),
           follow(line.isSet("follow")),
@@ -83,12 +80,7 @@ struct TraceOptions {
         if (line.isSet("unit") && !showsLevels && !plot) {
             throw UsageError("--unit needs a --marker, --all-points or --plot");
         }
-        for (const char* antenna : {"center", "gain"}) {
-            if (line.isSet(antenna) && !view.unit.needsAntenna()) {
-                throw UsageError(std::string("--") + antenna +
-                                 " needs a --unit that depends on the antenna, such as dBuV/m");
-            }
-        }
+        requireAntennaUnit(line, view.unit);
     }
 
     std::vector<MarkerRequest> markers;
@@ -153,18 +145,6 @@ private:
     bool hasGrown_ = false;
 };
 
-/// "88:108 400:500", in MHz
-std::string bandsText(const FrequencyAxis& axis) {
-    std::string text;
-    for (const FrequencyAxis::Band& band : axis.bands) {
-        text += text.empty() ? "" : " ";
-        text += ShortestText(band.low).view();
-        text += ':';
-        text += ShortestText(band.high).view();
-    }
-    return text;
-}
-
 /// A recording while it is read and what came of it.
 class Trace {
 public:
@@ -196,18 +176,11 @@ public:
             }
         }
         notes_.tellCount(recording_);
-        if (recording_.cutLine() > 0) {
-            printNote(InputError(recording_.file(), recording_.cutLine(),
-                                 "the last line has no line end and may be cut; it is left out")
-                          .message());
-        }
         if (sweeps_.count() == 0 && interruptedStatus() != 0) {
             const InputError error(recording_.file(), "interrupted before a sweep was complete");
             throw Failure(error.message(), interruptedStatus());
         }
-        if (sweeps_.count() == 0) {
-            throw InputError(recording_.file(), "holds no sweep");
-        }
+        finishReading(recording_, sweeps_.count());
     }
 
     void print() {
@@ -234,11 +207,7 @@ public:
     TracePlot plot() const {
         TracePlot plot;
         const FrequencyAxis& axis = recording_.axis();
-        const std::string file = recording_.file() == kStandardInput
-                                     ? "standard input"
-                                     : QFileInfo(recording_.file()).fileName().toStdString();
-        plot.title = file + ", " + std::to_string(sweeps_.kept()) +
-                     (sweeps_.kept() == 1 ? " sweep" : " sweeps");
+        plot.title = titleOf(recording_.file(), static_cast<long long>(sweeps_.kept()));
         plot.placeName = recording_.hasFrequencies() ? "frequency in MHz" : "point";
         plot.end = recording_.hasFrequencies() ? axis.bands.back().high : points_ - 1;
         plot.isCounted = !recording_.hasFrequencies();

@@ -22,6 +22,21 @@ std::optional<struct stat> statusOf(const QString& file) {
                                                                      : std::nullopt;
 }
 
+/// A write may take the first part only; the next one then gives the reason.
+bool writeWhole(QIODevice& output, const QByteArray& bytes) {
+    qint64 done = 0;
+    while (done < bytes.size()) {
+        const qint64 written = output.write(bytes.constData() + done, bytes.size() - done);
+        if (written <= 0) {
+            return false;
+        }
+        done += written;
+    }
+    return true;
+}
+
+}  // namespace
+
 void requireReplaceable(const QString& file, const QStringList& inputs) {
     if (!file.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)) {
         throw InputError(file, "cannot be written: pictures are PNG and end in .png");
@@ -37,21 +52,6 @@ void requireReplaceable(const QString& file, const QStringList& inputs) {
         }
     }
 }
-
-/// A write may take the first part only; the next one then gives the reason.
-bool writeWhole(QIODevice& output, const QByteArray& bytes) {
-    qint64 done = 0;
-    while (done < bytes.size()) {
-        const qint64 written = output.write(bytes.constData() + done, bytes.size() - done);
-        if (written <= 0) {
-            return false;
-        }
-        done += written;
-    }
-    return true;
-}
-
-}  // namespace
 
 TextDrawing::TextDrawing() {
     qputenv("QT_QPA_PLATFORM", "minimal:enable_fonts");

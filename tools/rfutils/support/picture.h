@@ -21,6 +21,10 @@ private:
     std::unique_ptr<QGuiApplication> application_;
 };
 
+/// What savePicture() refuses by the names alone, before the picture is made.
+/// @throw InputError
+void requireReplaceable(const QString& file, const QStringList& inputs);
+
 /// Writes a picture as PNG. It replaces an older one, and no other file.
 /// @param inputs files of the same run, which it must not replace under any name
 /// @throw InputError if the file is no regular one, is one of the inputs, does not end in .png or

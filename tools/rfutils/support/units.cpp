@@ -240,6 +240,15 @@ Antenna antennaOf(const CommandLine& line) {
     return antenna;
 }
 
+void requireAntennaUnit(const CommandLine& line, const Unit& unit) {
+    for (const char* antenna : {"center", "gain"}) {
+        if (line.isSet(antenna) && !unit.needsAntenna()) {
+            throw UsageError(std::string("--") + antenna +
+                             " needs a --unit that depends on the antenna, such as dBuV/m");
+        }
+    }
+}
+
 const Unit& unitToRead(std::string_view name) {
     return usableUnit(name, &Unit::canBeRead, notReadable);
 }

@@ -27,6 +27,9 @@ inline constexpr double kUnusedCenter = 1.0;
 /// --center and --gain. @throw UsageError for a frequency that is not above zero
 Antenna antennaOf(const CommandLine& line);
 
+/// @throw UsageError for --center or --gain without a unit that depends on them
+void requireAntennaUnit(const CommandLine& line, const rfu::Unit& unit);
+
 /// A unit to read values in. @throw BadValue with the nearest names or the reason
 const rfu::Unit& unitToRead(std::string_view name);
 /// A unit to show levels in. @throw BadValue with the nearest names or the reason

@@ -7,7 +7,6 @@ namespace rfu::command {
 
 namespace {
 
-constexpr int kHertzDecimals = 6;      // of a number of MHz
 constexpr int kDeviationDecimals = 2;  // of dB
 
 Cell frequencyCell(const FrequencyAxis& axis, int point) {
@@ -18,25 +17,15 @@ Cell frequencyCell(const FrequencyAxis& axis, int point) {
 
 }  // namespace
 
-bool LevelView::isOfEachPoint() const {
-    return unit.needsAntenna() && !antenna.center;
-}
-
-Antenna LevelView::antennaAt(const FrequencyAxis& axis, int point) const {
-    Antenna used = antenna;
-    if (!used.center && !axis.points.empty()) {
-        used.center = axis.points[static_cast<std::size_t>(point)];
-    }
-    return used;
-}
-
 TraceTable::TraceTable(Format format, const TraceColumns& wanted, const LevelView& view,
                        const FrequencyAxis& axis, const SweepStore& sweeps, PrefixNote& note)
     : format_(format), wanted_(wanted), view_(view), axis_(axis), sweeps_(sweeps), note_(note) {}
 
 std::vector<Column<TraceTable::Row>> TraceTable::columns() {
     const auto level = [this](auto levelOf) {
-        return [this, levelOf](const Row& row) { return levelCell(levelOf(row), row.presenter); };
+        return [this, levelOf](const Row& row) {
+            return levelCell(levelOf(row), format_, row.presenter, note_);
+        };
     };
     const auto strongest = [](auto cellOf) {
         return [cellOf](const Row& row) {
@@ -78,19 +67,6 @@ void TraceTable::start() {
     if (!table_) {
         table_.emplace(format_, columns());
     }
-}
-
-Cell TraceTable::levelCell(const std::optional<double>& level, LevelPresenter& presenter) {
-    if (!level) {
-        return {};
-    }
-    if (format_ != Format::Text) {
-        return presenter.value(*level);
-    }
-    const std::string text = presenter.text(*level);
-    note_.check(*level, text, presenter);
-    // Without a text it is too small for a prefix.
-    return {*level, text.empty() ? std::string(kMissingText) : text};
 }
 
 void TraceTable::add(int point, std::size_t column, const PointStatistics& statistics,

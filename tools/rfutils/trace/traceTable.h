@@ -7,22 +7,12 @@
 #include "analysis/recordings/markers.h"
 #include "analysis/statistics/pointStatistics.h"
 #include "analysis/statistics/sweepStore.h"
+#include "recordings/levelView.h"
 #include "support/format.h"
 #include "support/prefixNote.h"
 #include "support/table.h"
-#include "support/units.h"
 
 namespace rfu::command {
-
-/// How the levels of a recording are shown.
-struct LevelView {
-    const rfu::Unit& unit;
-    Antenna antenna;  // without centre frequency every point is its own
-
-    /// Whether the unit takes the frequency of each point.
-    bool isOfEachPoint() const;
-    Antenna antennaAt(const FrequencyAxis& axis, int point) const;
-};
 
 /// The optional columns of a table.
 struct TraceColumns {
@@ -60,7 +50,6 @@ private:
     std::vector<Column<Row>> columns();
     void start();
     void add(int point, std::size_t column, const PointStatistics& statistics, const Marker* named);
-    Cell levelCell(const std::optional<double>& level, LevelPresenter& presenter);
 
     Format format_;
     TraceColumns wanted_;

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "analysis/recordings/sweepReader.h"
+
+namespace rfu {
+
+/// Where the bin of each point ends, in MHz: where the next one of its band begins, at the last one
+/// where the band ends. Ascending within a band, so that no two bins share a frequency: a bin that the
+/// next hop covers is empty.
+std::vector<double> binEnds(const FrequencyAxis& axis);
+
+/// "from 88 MHz to 108 MHz and from 400 MHz to 500 MHz"
+std::string describe(const std::vector<FrequencyAxis::Band>& bands);
+
+}  // namespace rfu
