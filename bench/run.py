@@ -44,7 +44,7 @@ SECONDS_A_REPETITION = 0.05
 RESAMPLINGS = 1000
 
 VERSIONS = {"GDAL": "libgdal-dev", "PROJ": "libproj-dev", "KDE Frameworks": "libkf5coreaddons-dev",
-            "Qt": "qtbase5-dev", "mawk": "mawk"}
+            "Qt": "qtbase5-dev", "nlohmann-json": "nlohmann-json3-dev", "mawk": "mawk"}
 
 
 def fail(text):

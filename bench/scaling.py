@@ -18,7 +18,7 @@ SMALLEST = {"grid": 256, "band": 256, "catalogue": 1000, "setups": 1000, "traces
 
 # The cost grows with the size to this power at most: to the first but for the caches of the
 # processor, which hold less and less of what is made.
-MAX_POWER = 1.2
+MOST_POWER = 1.2
 MEMORY_BESIDE = 16 << 20
 
 
@@ -79,7 +79,7 @@ def measure(build, quick):
 def missed(facts):
     """What misses its target, in words."""
     found = [f"the cost of {load} grows with the size to the power of {power_of(points):.2f}"
-             for load, points in facts["costs"].items() if power_of(points) > MAX_POWER]
+             for load, points in facts["costs"].items() if power_of(points) > MOST_POWER]
     found += [f"the memory peak of {load} is {told['peak']} bytes, more than {told['bound']}"
               for load, told in facts["memory"].items()
               if told["peak"] > told["bound"]]

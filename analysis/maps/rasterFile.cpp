@@ -37,11 +37,6 @@ private:
     QTextCodec* before_;
 };
 
-QString withExtension(const QString& file, const char* extension) {
-    return file.left(file.lastIndexOf(QLatin1Char('.'))) + QLatin1Char('.') +
-           QLatin1String(extension);
-}
-
 constexpr Rule kFileRules[] = {{"file-unreadable", Severity::Error}};
 
 /// Adds the findings that `check()` gives, or its InputError as one.
@@ -94,19 +89,22 @@ struct RasterFormat {
     void (*addFindings)(RasterCheck& result, const QString& name);
     bool (*load)(veltaGEO& map, const QString& name);
     bool (*hasCells)(const veltaGEO& map);
+    Origin origin;
 };
 
 const RasterFormat kFormats[] = {
     {{"asc"},
      addAsc,
      [](veltaGEO& map, const QString& name) { return map.loadASCFile(name); },
-     [](const veltaGEO&) { return true; }},
+     [](const veltaGEO&) { return true; },
+     Origin::LowerLeftCorner},
     {{"bil", "hdr"},
      addBil,
      [](veltaGEO& map, const QString& name) {
          return map.loadHDRFile(name) && map.loadBILFile(name);
      },
-     [](const veltaGEO& map) { return map.isFloat == 1; }}};
+     [](const veltaGEO& map) { return map.isFloat == 1; },
+     Origin::UpperLeftCentre}};
 
 /// ".asc, .bil or .hdr"
 std::string extensionList() {
@@ -139,6 +137,11 @@ const RasterFormat& formatOf(const QString& file) {
 }
 
 }  // namespace
+
+QString withExtension(const QString& file, const char* extension) {
+    return file.left(file.lastIndexOf(QLatin1Char('.'))) + QLatin1Char('.') +
+           QLatin1String(extension);
+}
 
 RasterCheck checkRaster(const QString& file) {
     requireReadable(file);
@@ -174,6 +177,7 @@ Raster loadRaster(const QString& file) {
     if (!isLoaded) {
         throw InputError(file, raster.map->errMsg.toStdString());
     }
+    raster.origin = format.origin;
     raster.hasCells = format.hasCells(*raster.map);
     raster.hasNoData = check.hasNoData;
     return raster;

@@ -12,9 +12,13 @@
 
 namespace rfu {
 
+/// What lies at the origin that a raster gives.
+enum class Origin { LowerLeftCorner, UpperLeftCentre };  // of the map; of a cell
+
 /// A raster map with its colours, as the library loads it, and what the library leaves open.
 struct Raster {
     std::unique_ptr<veltaGEO> map;
+    Origin origin = Origin::LowerLeftCorner;
     bool hasCells = true;   // false for a grid of integers, which the library does not read
     bool hasNoData = true;  // false where the file names no such value
 
@@ -42,6 +46,9 @@ QStringList filesOfRaster(const QString& file);
 /// Loads the files that checkRaster() checks.
 /// @throw InputError as checkRaster() does, and with the first error that it finds
 Raster loadRaster(const QString& file);
+
+/// The name of the file of the same family with another extension.
+QString withExtension(const QString& file, const char* extension);
 
 /// Why a raster has no cells.
 inline constexpr char kNoCells[] =

@@ -245,6 +245,14 @@ private:
 
 }  // namespace
 
+MapUnits TabFile::units() const {
+    constexpr int kDegree = 1;
+    constexpr int kConverted = 2;
+    return map->unitKind == kDegree      ? MapUnits::Degrees
+           : map->unitKind == kConverted ? MapUnits::Utm
+                                         : MapUnits::Unknown;
+}
+
 TabCheck checkTab(const QString& file) {
     return TabWalk(file).run();
 }

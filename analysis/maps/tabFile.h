@@ -26,10 +26,15 @@ struct TabCheck {
 /// @throw InputError where the file cannot be read
 TabCheck checkTab(const QString& file);
 
+/// What the coordinates of a georeference are.
+enum class MapUnits { Unknown, Degrees, Utm };
+
 /// A georeference file.
 struct TabFile {
     std::unique_ptr<veltaGEO> map;  // as the library reads it: points converted
     std::array<PointAsRead, 4> points;
+
+    MapUnits units() const;
 
     /// The raster beside the file.
     QString rasterFile;

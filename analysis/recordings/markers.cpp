@@ -13,9 +13,10 @@ namespace rfu {
 namespace {
 
 auto bandAt(const FrequencyAxis& axis, double frequency) {
-    return std::find_if(axis.bands.begin(), axis.bands.end(), [frequency](const FrequencyAxis::Band& b) {
-        return b.low <= frequency && frequency <= b.high;
-    });
+    return std::find_if(axis.bands.begin(), axis.bands.end(),
+                        [frequency](const FrequencyAxis::Band& b) {
+                            return b.low <= frequency && frequency <= b.high;
+                        });
 }
 
 /// @return nothing outside the bands

@@ -10,6 +10,7 @@
 #include <QJsonObject>
 
 #include <benchmark/benchmark.h>
+#include <nlohmann/json.hpp>
 
 #include <cstddef>
 #include <cstdint>
@@ -57,7 +58,16 @@ void qtDocument(benchmark::State& state) {
     countBytes(state);
 }
 
+void nlohmannDocument(benchmark::State& state) {
+    for (auto _ : state) {
+        const nlohmann::json document = nlohmann::json::parse(text());
+        benchmark::DoNotOptimize(document.is_object());
+    }
+    countBytes(state);
+}
+
 }  // namespace
 
 BENCHMARK(ours)->Name("catalogue_load/ours")->Unit(benchmark::kMicrosecond);
 BENCHMARK(qtDocument)->Name("catalogue_load/qjsondocument")->Unit(benchmark::kMicrosecond);
+BENCHMARK(nlohmannDocument)->Name("catalogue_load/nlohmann")->Unit(benchmark::kMicrosecond);

@@ -40,9 +40,9 @@ int sizeOf(std::uint8_t byte) {
 
 /// Limits the columns of a map with many rows.
 void limitCells(veltaGEO& map) {
-    constexpr int kMaxColumns = 4;
-    if (map.nCols > kMaxColumns && map.nRows > 32) {
-        map.nCols %= kMaxColumns;
+    constexpr int kFew = 4;
+    if (map.nCols > kFew && map.nRows > 32) {
+        map.nCols %= kFew;
     }
 }
 

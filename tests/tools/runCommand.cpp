@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kMaxWaitMs = 60000;
+constexpr int kPatienceMs = 60000;
 
 QProcessEnvironment environment() {
     QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
@@ -59,11 +59,11 @@ CommandResult runCommand(const QStringList& arguments, const std::string& input,
     process.setProcessEnvironment(environment());
     process.setWorkingDirectory(folder.path());
     process.start(QStringLiteral(RFUTILS_COMMAND), arguments);
-    EXPECT_TRUE(process.waitForStarted(kMaxWaitMs)) << "rfutils does not start";
+    EXPECT_TRUE(process.waitForStarted(kPatienceMs)) << "rfutils does not start";
     process.write(input.data(), static_cast<qint64>(input.size()));
     process.closeWriteChannel();
     CommandResult result;
-    if (process.waitForFinished(kMaxWaitMs) && process.exitStatus() == QProcess::NormalExit) {
+    if (process.waitForFinished(kPatienceMs) && process.exitStatus() == QProcess::NormalExit) {
         result.exitStatus = process.exitCode();
     } else {
         ADD_FAILURE() << "rfutils crashed or did not end";

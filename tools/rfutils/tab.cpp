@@ -22,29 +22,19 @@ namespace rfu::command {
 
 namespace {
 
-constexpr int kUnitsDegree = 1;
-constexpr int kUnitsConverted = 2;
-
-/// In degrees.
-struct Place {
-    float longitude;
-    float latitude;
-};
-
-/// Nothing where the file does not say what its coordinates are.
-std::optional<Place> placeOf(const veltaGEO& map, std::size_t point) {
-    if (map.unitKind != kUnitsDegree && map.unitKind != kUnitsConverted) {
-        return std::nullopt;
-    }
-    return Place{map.controlPoint[point].x, map.controlPoint[point].y};
+/// In degrees; nothing where the file does not say what its coordinates are.
+std::optional<veltaGEO::ControlPoint> placeOf(const TabFile& tab, std::size_t point) {
+    return tab.units() == MapUnits::Unknown ? std::nullopt
+                                            : std::optional(tab.map->controlPoint[point]);
 }
 
-void printProjection(const veltaGEO& map, Format format) {
-    const bool isUtm = map.unitKind == kUnitsConverted;
+void printProjection(const TabFile& tab, Format format) {
+    const veltaGEO& map = *tab.map;
+    const bool isUtm = tab.units() == MapUnits::Utm;
     writeObject(format, {{"raster", map.rasterFileName},
-                         {"units", isUtm                          ? Cell("UTM")
-                                   : map.unitKind == kUnitsDegree ? "degree"
-                                                                  : Cell()},
+                         {"units", isUtm                              ? Cell("UTM")
+                                   : tab.units() == MapUnits::Degrees ? "degree"
+                                                                      : Cell()},
                          {"utmZone", isUtm ? Cell(map.utmZone) : Cell()},
                          {"hemisphere",
                           isUtm ? Cell(map.southHemisphere != 0 ? "south" : "north") : Cell()},
@@ -58,19 +48,18 @@ void printPoints(const TabFile& tab, Format format) {
     struct Row {
         std::size_t index;
         const PointAsRead& read;
-        std::optional<Place> place;
+        std::optional<veltaGEO::ControlPoint> place;
     };
     Table<Row> table(
-        format,
-        {{"point", [](const Row& row) { return "Pt " + std::to_string(row.index + 1); }},
-         {"column", [](const Row& row) { return row.read.pixel.x(); }},
-         {"row", [](const Row& row) { return row.read.pixel.y(); }},
-         {"x", [](const Row& row) { return row.read.x; }},
-         {"y", [](const Row& row) { return row.read.y; }},
-         {"longitude", [](const Row& row) { return row.place ? row.place->longitude : Cell(); }},
-         {"latitude", [](const Row& row) { return row.place ? row.place->latitude : Cell(); }}});
+        format, {{"point", [](const Row& row) { return "Pt " + std::to_string(row.index + 1); }},
+                 {"column", [](const Row& row) { return row.read.pixel.x(); }},
+                 {"row", [](const Row& row) { return row.read.pixel.y(); }},
+                 {"x", [](const Row& row) { return row.read.x; }},
+                 {"y", [](const Row& row) { return row.read.y; }},
+                 {"longitude", [](const Row& row) { return row.place ? row.place->x : Cell(); }},
+                 {"latitude", [](const Row& row) { return row.place ? row.place->y : Cell(); }}});
     for (std::size_t i = 0; i < tab.points.size(); ++i) {
-        table.add({i, tab.points[i], placeOf(*tab.map, i)});
+        table.add({i, tab.points[i], placeOf(tab, i)});
     }
     table.finish();
 }
@@ -85,11 +74,11 @@ QImage drawMap(const TabFile& tab) {
     requireCells(raster, tab.rasterFile);
     std::vector<MapMark> marks;
     for (std::size_t i = 0; i < tab.points.size(); ++i) {
-        const auto place = placeOf(*tab.map, i);
-        marks.push_back({tab.points[i].pixel, QStringLiteral("Pt ") + QString::number(i + 1),
-                         place ? bearing(place->latitude, "N", "S") + QLatin1Char(' ') +
-                                     bearing(place->longitude, "E", "W")
-                               : QString()});
+        const auto place = placeOf(tab, i);
+        marks.push_back(
+            {tab.points[i].pixel, QStringLiteral("Pt ") + QString::number(i + 1),
+             place ? bearing(place->y, "N", "S") + QLatin1Char(' ') + bearing(place->x, "E", "W")
+                   : QString()});
     }
     return drawSheet(draw(raster), marks);
 }
@@ -98,7 +87,7 @@ void runTab(const CommandLine& line) {
     const TabFile tab = loadTab(line.text("FILE"));
     Sections sections(line.format());
     sections.begin("projection");
-    printProjection(*tab.map, line.format());
+    printProjection(tab, line.format());
     sections.begin("points");
     printPoints(tab, line.format());
     sections.finish();

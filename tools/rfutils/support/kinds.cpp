@@ -22,14 +22,16 @@ std::optional<Format> parseFormat(std::string_view text) {
                             : std::nullopt;
 }
 
-std::optional<QPoint> parseCell(std::string_view text) {
+/// Two numbers with a comma between them.
+template <typename Pair, auto parse>
+std::optional<Pair> parsePair(std::string_view text) {
     const std::size_t comma = text.find(',');
     if (comma == std::string_view::npos) {
         return std::nullopt;
     }
-    const auto column = parseInteger(text.substr(0, comma));
-    const auto row = parseInteger(text.substr(comma + 1));
-    return column && row ? std::optional(QPoint(*column, *row)) : std::nullopt;
+    const auto first = parse(text.substr(0, comma));
+    const auto second = parse(text.substr(comma + 1));
+    return first && second ? std::optional(Pair(*first, *second)) : std::nullopt;
 }
 
 std::optional<const rfu::Unit*> parseUnit(std::string_view text) {
@@ -66,7 +68,8 @@ constexpr Reader kReaders[] = {
     {Kind::Unit,      "a unit",                                               readBy<parseUnit>},
     {Kind::Format,    "text, csv or json",                                    readBy<parseFormat>},
     {Kind::Marker,    "a frequency such as 88.1MHz or the number of a point", readBy<parseMarker>},
-    {Kind::Cell,      "a column and a row such as 128,40",                    readBy<parseCell>},
+    {Kind::Cell,      "a column and a row such as 128,40",                    readBy<parsePair<QPoint, parseInteger>>},
+    {Kind::Pair,      "two numbers such as 47.5,8.2",                         readBy<parsePair<QPointF, parseNumber>>},
 };
 // clang-format on
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPoint>
+#include <QPointF>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -15,8 +16,9 @@ struct Unit;
 
 namespace rfu::command {
 
-/// A value by its kind: Number, Level, Gain and Frequency (MHz) are double, Integer is int, Cell is QPoint.
-using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint>;
+/// A value by its kind: Number, Level, Gain and Frequency (MHz) are double, Integer is int, Cell is
+/// QPoint, Pair is QPointF.
+using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint, QPointF>;
 
 /// Whether readValue() reads the kind; values of the others stay texts.
 bool isRead(Kind kind);

@@ -35,12 +35,7 @@ bool writeWhole(QIODevice& output, const QByteArray& bytes) {
     return true;
 }
 
-}  // namespace
-
-void requireReplaceable(const QString& file, const QStringList& inputs) {
-    if (!file.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)) {
-        throw InputError(file, "cannot be written: pictures are PNG and end in .png");
-    }
+void requireOwn(const QString& file, const QStringList& inputs) {
     const auto status = statusOf(file);
     if (status && !S_ISREG(status->st_mode)) {
         throw InputError(file, "cannot be written: it is not a regular file");
@@ -51,6 +46,24 @@ void requireReplaceable(const QString& file, const QStringList& inputs) {
             throw InputError(file, "cannot be written: it is the input " + input.toStdString());
         }
     }
+}
+
+/// Replaces an older file only once the new one is complete.
+void save(const QByteArray& bytes, const QString& file) {
+    QSaveFile output(file);
+    if (!output.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeWhole(output, bytes) ||
+        !output.commit()) {
+        throw InputError(file, "cannot be written: " + output.errorString().toStdString());
+    }
+}
+
+}  // namespace
+
+void requireReplaceable(const QString& file, const QStringList& inputs) {
+    if (!file.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)) {
+        throw InputError(file, "cannot be written: pictures are PNG and end in .png");
+    }
+    requireOwn(file, inputs);
 }
 
 TextDrawing::TextDrawing() {
@@ -67,12 +80,12 @@ void savePicture(const QImage& image, const QString& file, const QStringList& in
     if (!picture.open(QIODevice::WriteOnly) || !image.save(&picture, "PNG")) {
         throw InputError(file, "cannot be written: it cannot be encoded as PNG");
     }
-    // Replaces an older picture only once the new one is complete.
-    QSaveFile output(file);
-    if (!output.open(QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        !writeWhole(output, picture.data()) || !output.commit()) {
-        throw InputError(file, "cannot be written: " + output.errorString().toStdString());
-    }
+    save(picture.data(), file);
+}
+
+void saveText(const std::string& text, const QString& file, const QStringList& inputs) {
+    requireOwn(file, inputs);
+    save(QByteArray::fromStdString(text), file);
 }
 
 }  // namespace rfu::command

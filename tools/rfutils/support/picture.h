@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <string>
 
 namespace rfu::command {
 
@@ -30,5 +31,8 @@ void requireReplaceable(const QString& file, const QStringList& inputs);
 /// @throw InputError if the file is no regular one, is one of the inputs, does not end in .png or
 ///        cannot be written
 void savePicture(const QImage& image, const QString& file, const QStringList& inputs = {});
+
+/// The same for a text that goes with a picture, under any name.
+void saveText(const std::string& text, const QString& file, const QStringList& inputs);
 
 }  // namespace rfu::command

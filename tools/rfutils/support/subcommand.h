@@ -26,6 +26,7 @@ enum class Kind {
     Format,
     Marker,  ///< a frequency or the number of a point
     Cell,    ///< a column and a row
+    Pair,    ///< two numbers
 };
 
 struct Option {

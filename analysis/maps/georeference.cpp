@@ -1,0 +1,118 @@
+#include "analysis/maps/georeference.h"
+
+#include <rfUtils/geo/detail/utm.h>
+#include <QFileInfo>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+
+#include "analysis/maps/rasterFile.h"
+#include "analysis/support/inputError.h"
+
+namespace rfu {
+
+namespace {
+
+constexpr double kDegreesPerRadian = detail::utm::kDegreesPerRadian;
+
+/// As the library converts it, but not rounded.
+Place placeOf(QPointF point, const veltaGEO& map) {
+    const auto place =
+        detail::utm::placeOf(point.x(), point.y(), map.utmZone, map.southHemisphere != 0);
+    return {place.latitude * kDegreesPerRadian, place.longitude};
+}
+
+/// A longitude within half a turn of another one.
+double longitudeNear(double longitude, double other) {
+    return other + std::remainder(longitude - other, 360.0);
+}
+
+/// By Newton's method, with differences over a kilometre for the derivatives.
+std::optional<QPointF> utmPointAt(const Place& place, const veltaGEO& map, QPointF point) {
+    constexpr int kMaxSteps = 30;  // five are enough within a zone
+    constexpr double kStep = 1000.0;
+    constexpr double kTolerance = 1e-6;  // metres
+    const double longitude =
+        longitudeNear(place.longitude, detail::utm::centralMeridianOf(map.utmZone));
+    const auto change = [&](QPointF step) {
+        const Place before = placeOf(point - step, map);
+        const Place after = placeOf(point + step, map);
+        return QPointF(after.longitude - before.longitude, after.latitude - before.latitude) /
+               (2.0 * kStep);
+    };
+    for (int i = 0; i < kMaxSteps; ++i) {
+        const Place reached = placeOf(point, map);
+        const QPointF missing(longitude - reached.longitude, place.latitude - reached.latitude);
+        const QPointF perX = change({kStep, 0.0});
+        const QPointF perY = change({0.0, kStep});
+        const double determinant = perX.x() * perY.y() - perY.x() * perX.y();
+        const QPointF step((missing.x() * perY.y() - missing.y() * perY.x()) / determinant,
+                           (missing.y() * perX.x() - missing.x() * perX.y()) / determinant);
+        point += step;
+        if (std::hypot(step.x(), step.y()) < kTolerance) {
+            return point;
+        }
+    }
+    return std::nullopt;
+}
+
+/// Whether a georeference and the raster itself place a control point alike: within a cell, since
+/// some count pixels from the corner and some from the centre, and the library keeps singles.
+bool isAt(const PointAsRead& point, const CellGrid& grid) {
+    const auto isNear = [&](float given, double expected) {
+        const double rounding = 2.0 * static_cast<double>(std::numeric_limits<float>::epsilon());
+        return std::abs(static_cast<double>(given) - expected) <=
+               grid.cellSize + rounding * std::abs(expected);
+    };
+    return isNear(point.x, grid.west + point.pixel.x() * grid.cellSize) &&
+           isNear(point.y, grid.north - point.pixel.y() * grid.cellSize);
+}
+
+}  // namespace
+
+TabFile loadTabBeside(const QString& rasterFile, const CellGrid& grid) {
+    const QString name = withExtension(rasterFile, "tab");
+    if (!QFileInfo::exists(name)) {
+        throw InputError(rasterFile, "has no georeference beside it: there is no " +
+                                         QFileInfo(name).fileName().toStdString());
+    }
+    TabFile tab = loadTab(name);
+    if (QFileInfo(tab.rasterFile).completeBaseName() != QFileInfo(name).completeBaseName()) {
+        throw InputError(name, "is the georeference of another raster, " +
+                                   quoted(QFileInfo(tab.rasterFile).fileName().toStdString()));
+    }
+    if (tab.units() == MapUnits::Unknown) {
+        throw InputError(name, "does not say what its coordinates are: it has no Units");
+    }
+    for (std::size_t i = 0; i < tab.points.size(); ++i) {
+        if (!isAt(tab.points[i], grid)) {
+            throw InputError(name, "places Pt " + std::to_string(i + 1) +
+                                       " more than a cell from where " +
+                                       QFileInfo(rasterFile).fileName().toStdString() + " has it");
+        }
+    }
+    return tab;
+}
+
+std::optional<QPointF> pointAt(const Place& place, const TabFile& tab, QPointF near) {
+    if (tab.units() == MapUnits::Degrees) {
+        return QPointF(longitudeNear(place.longitude, near.x()), place.latitude);
+    }
+    return utmPointAt(place, *tab.map, near);
+}
+
+bool isInDegrees(const CellGrid& grid, const QString& rasterFile) {
+    try {
+        const MapUnits units = loadTab(withExtension(rasterFile, "tab")).units();
+        if (units != MapUnits::Unknown) {
+            return units == MapUnits::Degrees;
+        }
+    } catch (const InputError&) {  // none that says anything
+    }
+    // Grids of the whole Earth may have the centres of cells at its edges.
+    return grid.west >= -180.0 - grid.cellSize && grid.east <= 360.0 + grid.cellSize &&
+           grid.south >= -90.0 - grid.cellSize && grid.north <= 90.0 + grid.cellSize;
+}
+
+}  // namespace rfu

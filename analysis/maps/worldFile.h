@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <string>
+
+#include "analysis/maps/cellGrid.h"
+
+namespace rfu {
+
+/// The world file of a picture with one pixel per cell: six lines that tell programs for maps where
+/// the picture lies (the width of a pixel, two rotations, its height, the centre of the upper left
+/// pixel).
+std::string worldFileOf(const CellGrid& grid);
+
+/// Its name, by which those programs find it: "map.png" has "map.pgw".
+QString worldFileName(const QString& picture);
+
+}  // namespace rfu
