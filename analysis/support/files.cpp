@@ -6,7 +6,9 @@
 #include "analysis/support/inputError.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 
 namespace rfu {
 
@@ -16,6 +18,16 @@ void refuseUnlessRegular(const QString& name, const struct stat& status) {
     if (!S_ISREG(status.st_mode)) {
         throw InputError(name,
                          S_ISDIR(status.st_mode) ? "Is a directory" : "is not a regular file");
+    }
+}
+
+/// Files of these systems claim to be regular, with a size that is not theirs, and change without a
+/// new time: what has been checked need not be what is read next.
+void refuseIfMadeUp(const QString& name, int descriptor) {
+    struct statfs system {};
+    if (::fstatfs(descriptor, &system) == 0 &&
+        (system.f_type == PROC_SUPER_MAGIC || system.f_type == SYSFS_MAGIC)) {
+        throw InputError(name, "is made up by the system as it is read; copy it first");
     }
 }
 
@@ -45,6 +57,7 @@ void openRegular(QFile& file, const QString& name) {
     }
     // Again, on the open descriptor: the name may refer to another file meanwhile.
     refuseUnlessRegular(name, status);
+    refuseIfMadeUp(name, descriptor);
 }
 
 void requireReadable(const QString& name) {

@@ -11,7 +11,7 @@ namespace rfu {
 int openForReading(const QString& name, int flags);
 
 /// Opens a regular file for reading. Anything else is refused without blocking, such as a FIFO that
-/// has no writer.
+/// has no writer, and so are files below /proc and /sys.
 /// @throw InputError where no regular file opens
 void openRegular(QFile& file, const QString& name);
 

@@ -3,10 +3,17 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <atomic>
 #include <sstream>
 #include <string>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include "runCommand.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -368,6 +375,109 @@ TEST(Frame, picturesReplaceOnlyPictures) {
         },
         folder);
     EXPECT_EQ(folder.read("in.png"), recording);
+}
+
+namespace {
+
+/// Puts files in turn into the place of another one, as fast as possible.
+class Replacing {
+public:
+    Replacing(std::string place, std::vector<std::string> files)
+        : place_(std::move(place)), files_(std::move(files)), thread_([this] { run(); }) {}
+    ~Replacing() {
+        isOver_ = true;
+        thread_.join();
+    }
+
+private:
+    void run() {
+        const std::string next = place_ + ".next";
+        while (!isOver_) {
+            for (const std::string& file : files_) {
+                EXPECT_EQ(::link(file.c_str(), next.c_str()), 0);
+                EXPECT_EQ(::rename(next.c_str(), place_.c_str()), 0);
+                ::unlink(next.c_str());  // which rename() leaves where both are the same file
+            }
+        }
+    }
+
+    std::string place_;
+    std::vector<std::string> files_;
+    std::atomic<bool> isOver_{false};
+    std::thread thread_;  // last: uses the others
+};
+
+}  // namespace
+
+// Neither a mixture of two files, nor waiting for the writer of a FIFO.
+TEST(Frame, filesThatAreReplacedAreReadWholeOrRefused) {
+    const auto entries = [](const std::string& group, int count) {
+        std::string list;
+        for (int i = 0; i < count; ++i) {
+            list += (i == 0 ? "" : ", ") + (R"({"id": ")" + group + std::to_string(i)) +
+                    R"(", "label": "x", "enum": 1, "dispSeq": 1})";
+        }
+        return "{\"" + group + "\": [" + list + "]}";
+    };
+    const auto grid = [](const std::string& cells) {
+        return "ncols 3\nnrows 1\nNODATA_value 0\n" + cells + "\n";
+    };
+    const auto georeference = [](const std::string& x) {
+        return "Type RASTER\nFile m.asc\n(" + x +
+               ",1) (0,0) Label \"Pt 1\"\n(2,1) (3,0) Label \"Pt 2\"\n(2,0) (3,1) Label \"Pt 3\"\n"
+               "(1,0) (0,1) Label \"Pt 4\"\nUnits degree\n";
+    };
+    const struct {
+        const char* command;
+        const char* file;
+        std::string one;
+        std::string other;
+    } kRows[] = {
+        {"catalogue", "m.json", entries("a", 300), entries("b", 200)},
+        {"setups", "m.json", entries("a", 300), entries("b", 200)},
+        {"raster", "m.asc", grid("1 2 3"), grid("4 5 6")},
+        {"tab", "m.tab", georeference("1"), georeference("0.5")},
+    };
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(row.command);
+        const SampleFolder folder;
+        const QStringList command = {row.command, row.file, "--format", "csv"};
+        folder.add(row.file, row.one);
+        const std::string one = runCommand(command, "", folder).output;
+        folder.add(row.file, row.other);
+        const std::string other = runCommand(command, "", folder).output;
+        ASSERT_NE(one, other);
+        const std::string path = folder.path().toStdString() + '/';
+        folder.add("one", row.one);
+        folder.add("other", row.other);
+        ASSERT_EQ(::mkfifo((path + "fifo").c_str(), 0600), 0);
+        const Replacing replacing(path + row.file, {path + "one", path + "fifo", path + "other"});
+        const std::string start = std::string("rfutils: ") + row.file;
+        for (int i = 0; i < 20; ++i) {
+            const CommandResult result = runCommand(command, "", folder);
+            if (result.exitStatus == 0) {
+                EXPECT_TRUE(result.output == one || result.output == other) << result.output;
+            } else {
+                EXPECT_TRUE(result.errors == start + ": changed while it was read\n" ||
+                            result.errors == start + ": is not a regular file\n")
+                    << result.errors;
+            }
+        }
+    }
+}
+
+TEST(Frame, filesThatTheSystemMakesUpAreRefused) {
+    const SampleFolder folder;
+    const QString link = folder.path() + "/map.asc";
+    ASSERT_TRUE(QFile::link("/proc/self/status", link));
+    const std::string reason = ": is made up by the system as it is read; copy it first";
+    expectCommands({fails("JSON", "catalogue /proc/self/status", "/proc/self/status" + reason),
+                    fails("behind a link", "raster map.asc", "map.asc" + reason)},
+                   folder);
+    if (QFile::exists("/sys/kernel/uevent_seqnum")) {
+        expectCommands({fails("of the other system", "setups /sys/kernel/uevent_seqnum",
+                              "/sys/kernel/uevent_seqnum" + reason)});
+    }
 }
 
 // The files that lie beside a raster are inputs too.
