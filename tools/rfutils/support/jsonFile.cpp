@@ -11,9 +11,7 @@
 
 namespace rfu::command {
 
-namespace {
-
-QJsonObject objectOf(const QString& file) {
+QJsonObject readJsonObject(const QString& file) {
     const QByteArray bytes = readWhole(file);
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
@@ -30,11 +28,9 @@ QJsonObject objectOf(const QString& file) {
     return document.object();
 }
 
-}  // namespace
-
 QJsonObject loadJsonObject(const QString& file, const std::function<bool()>& load) {
     const FileWatch watch({file});  // the library opens the name itself
-    QJsonObject object = objectOf(file);
+    QJsonObject object = readJsonObject(file);
     const bool isLoaded = load();
     watch.requireUnchanged();
     if (!isLoaded) {
