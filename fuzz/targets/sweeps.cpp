@@ -80,7 +80,8 @@ Recording read(const QString& file, std::size_t learned) {
 }
 
 void requireAxis(const Recording& recording) {
-    const auto& [points, bands] = recording.axis;
+    const std::vector<double>& points = recording.axis.points;
+    const std::vector<FrequencyAxis::Band>& bands = recording.axis.bands;
     for (const double point : points) {
         REQUIRE(std::isfinite(point) && point >= 0.0);
     }
