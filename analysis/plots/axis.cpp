@@ -8,7 +8,6 @@ namespace rfu {
 
 namespace {
 
-constexpr int kWantedTicks = 10;
 constexpr double kMinSpan = 1e-250;  // its ticks are still normal doubles
 constexpr double kRounding = 1e-3;   // of a step: a tick this far outside is still at the end
 
@@ -25,7 +24,7 @@ double roundStep(double step) {
 
 }  // namespace
 
-Axis::Axis(double low, double high, Ends ends, int maxDigits, double minStep)
+Axis::Axis(double low, double high, Ends ends, int maxDigits, double minStep, int wantedTicks)
     : low_(low), high_(high), maxDigits_(maxDigits) {
     const double magnitude = std::max(std::abs(low), std::abs(high));
     const double minLabelledStep = magnitude * std::pow(10.0, 1 - maxDigits);
@@ -34,7 +33,7 @@ Axis::Axis(double low, double high, Ends ends, int maxDigits, double minStep)
         low_ -= margin;
         high_ += margin;
     }
-    step_ = std::max(roundStep((high_ - low_) / kWantedTicks), minStep);
+    step_ = std::max(roundStep((high_ - low_) / wantedTicks), minStep);
     if (ends == Ends::Rounded) {
         low_ = std::floor(low_ / step_) * step_;
         high_ = std::ceil(high_ / step_) * step_;

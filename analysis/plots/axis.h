@@ -6,7 +6,7 @@
 namespace rfu {
 
 /// The range of values along an axis and the round numbers (ticks) on it: multiples of 1, 2 or 5
-/// times a power of ten, about ten of them.
+/// times a power of ten, not many more of them than wanted.
 class Axis {
 public:
     enum class Ends {
@@ -14,12 +14,16 @@ public:
         Rounded  // moved out to the next tick
     };
 
+    static constexpr int kWantedTicks = 10;
+
     /// A range that is empty, or so narrow that neighbouring ticks would have the same label, is
     /// widened by 1 % of its lower end to both sides, by 0.5 at least.
     /// @param low, high finite, as is their difference
     /// @param maxDigits significant digits of a label, at most 13
     /// @param minStep from tick to tick
-    Axis(double low, double high, Ends ends, int maxDigits, double minStep = 0.0);
+    /// @param wantedTicks at most kWantedTicks
+    Axis(double low, double high, Ends ends, int maxDigits, double minStep = 0.0,
+         int wantedTicks = kWantedTicks);
 
     double low() const { return low_; }
     double high() const { return high_; }

@@ -32,12 +32,7 @@ PlotFrame::PlotFrame(QSize size, const Axis& across, const Axis& up)
       area_(kLeft, kTop, size.width() - kLeft - kRight, size.height() - kTop - kBottom) {}
 
 void PlotFrame::drawTitle(QPainter& painter, const QString& title) const {
-    painter.setPen(kInk);
-    painter.setFont(fontOf(19, true));
-    const QRectF line(area_.left(), 14, area_.width(), 28);
-    const QFontMetricsF metrics(painter.font());
-    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
-                     metrics.elidedText(title, Qt::ElideMiddle, line.width()));
+    rfu::drawTitle(painter, QRectF(area_.left(), 14, area_.width(), 28), title);
 }
 
 void PlotFrame::drawLegend(QPainter& painter, const std::vector<CurveStyle>& styles) const {

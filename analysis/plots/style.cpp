@@ -1,5 +1,6 @@
 #include "analysis/plots/style.h"
 
+#include <QFontMetricsF>
 #include <cmath>
 
 namespace rfu {
@@ -14,6 +15,14 @@ QFont fontOf(int pixels, bool bold) {
 
 QString qtText(const std::string& utf8) {
     return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+}
+
+void drawTitle(QPainter& painter, const QRectF& line, const QString& title) {
+    painter.setPen(kInk);
+    painter.setFont(fontOf(19, true));
+    const QFontMetricsF metrics(painter.font());
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
+                     metrics.elidedText(title, Qt::ElideMiddle, line.width()));
 }
 
 double sharp(double position) {

@@ -2,6 +2,8 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPainter>
+#include <QRectF>
 #include <QString>
 #include <string>
 
@@ -19,6 +21,9 @@ inline const QColor kFrame(0xa9, 0xb2, 0xbb);
 QFont fontOf(int pixels, bool bold = false);
 
 QString qtText(const std::string& utf8);
+
+/// Shortened in its middle where it is too long for the line.
+void drawTitle(QPainter& painter, const QRectF& line, const QString& title);
 
 /// The middle of a pixel, where a thin upright or level line stays sharp.
 double sharp(double position);

@@ -31,6 +31,10 @@ QDate dateOf(std::string_view text) {
     return {digitsAt(text, 0, 4), digitsAt(text, 5, 2), digitsAt(text, 8, 2)};
 }
 
+std::string twoDigits(int number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
+}
+
 }  // namespace
 
 bool looksLikeDate(std::string_view text) {
@@ -63,7 +67,31 @@ std::int64_t microsecondsOf(std::string_view date, std::string_view time) {
     for (std::size_t i = kTime.size() + 1; i < time.size() && weight > 0; ++i, weight /= 10) {
         fraction += digitsAt(time, i, 1) * weight;
     }
-    return (days * 86400 + seconds) * 1000000 + fraction;
+    return days * kMicrosecondsPerDay + seconds * kMicrosecondsPerSecond + fraction;
+}
+
+std::int64_t microsecondsOf(std::string_view stamp) {
+    return microsecondsOf(stamp.substr(0, kDate.size()), stamp.substr(kDate.size() + 1));
+}
+
+std::string dateText(std::int64_t microseconds) {
+    return QDate::fromJulianDay(microseconds / kMicrosecondsPerDay)
+        .toString(Qt::ISODate)
+        .toStdString();
+}
+
+std::string timeText(std::int64_t microseconds, int decimals) {
+    const std::int64_t ofDay = microseconds % kMicrosecondsPerDay;
+    const auto seconds = static_cast<int>(ofDay / kMicrosecondsPerSecond);
+    std::string text = twoDigits(seconds / 3600) + ':' + twoDigits(seconds / 60 % 60) + ':' +
+                       twoDigits(seconds % 60);
+    if (decimals > 0) {
+        // A leading 1 keeps the zeros in front.
+        const std::string fraction =
+            std::to_string(kMicrosecondsPerSecond + ofDay % kMicrosecondsPerSecond);
+        text += '.' + fraction.substr(1, static_cast<std::size_t>(decimals));
+    }
+    return text;
 }
 
 }  // namespace rfu

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace rfu {
@@ -19,5 +20,18 @@ bool isTime(std::string_view text);
 /// Microseconds from a fixed day to a date and time, which isDate() and isTime() accept. Further
 /// decimals are cut.
 std::int64_t microsecondsOf(std::string_view date, std::string_view time);
+
+/// The same of a date and a time with a blank between them, as a Sweep has them.
+std::int64_t microsecondsOf(std::string_view stamp);
+
+inline constexpr std::int64_t kMicrosecondsPerSecond = 1000000;
+inline constexpr std::int64_t kMicrosecondsPerDay = 86400 * kMicrosecondsPerSecond;
+
+/// "2024-05-04", of a time from the fixed day.
+std::string dateText(std::int64_t microseconds);
+
+/// "21:15:00", or "21:15:00.30" with two decimals, which are cut.
+/// @param decimals of the seconds, at most 6
+std::string timeText(std::int64_t microseconds, int decimals = 0);
 
 }  // namespace rfu

@@ -17,11 +17,12 @@ extern const Subcommand kSetups;
 extern const Subcommand kTab;
 extern const Subcommand kTrace;
 extern const Subcommand kUnits;
+extern const Subcommand kWaterfall;
 extern const Subcommand kWidth;
 
 /// In the order of the overview.
 inline constexpr const Subcommand* kSubcommands[] = {
-    &kConvert, &kUnits, &kScale,  &kFreq, &kWidth, &kRange, &kCatalogue,
-    &kSetups,  &kTrace, &kRaster, &kTab,  &kDms,   &kDd};
+    &kConvert, &kUnits, &kScale,     &kFreq,   &kWidth, &kRange, &kCatalogue,
+    &kSetups,  &kTrace, &kWaterfall, &kRaster, &kTab,   &kDms,   &kDd};
 
 }  // namespace rfu::command

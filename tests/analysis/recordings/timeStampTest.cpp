@@ -55,3 +55,14 @@ TEST(TimeStamp, CountsMicroseconds) {
             << row.date << ' ' << row.time;
     }
 }
+
+TEST(TimeStamp, IsWrittenAsItWasRead) {
+    const std::int64_t time = rfu::microsecondsOf("2024-05-04 21:05:09.308551");
+    EXPECT_EQ(time, rfu::microsecondsOf("2024-05-04", "21:05:09.308551"));
+    EXPECT_EQ(rfu::dateText(time), "2024-05-04");
+    EXPECT_EQ(rfu::timeText(time), "21:05:09");
+    EXPECT_EQ(rfu::timeText(time, 2), "21:05:09.30");
+    EXPECT_EQ(rfu::timeText(time, 6), "21:05:09.308551");
+    EXPECT_EQ(rfu::timeText(rfu::microsecondsOf("2024-05-04 00:00:00.000007"), 6),
+              "00:00:00.000007");
+}

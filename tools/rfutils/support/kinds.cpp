@@ -22,16 +22,22 @@ std::optional<Format> parseFormat(std::string_view text) {
                             : std::nullopt;
 }
 
-/// Two numbers with a comma between them.
-template <typename Pair, auto parse>
+/// Two numbers with a separator between them.
+template <typename Pair, auto parse, char separator = ','>
 std::optional<Pair> parsePair(std::string_view text) {
-    const std::size_t comma = text.find(',');
-    if (comma == std::string_view::npos) {
+    const std::size_t at = text.find(separator);
+    if (at == std::string_view::npos) {
         return std::nullopt;
     }
-    const auto first = parse(text.substr(0, comma));
-    const auto second = parse(text.substr(comma + 1));
+    const auto first = parse(text.substr(0, at));
+    const auto second = parse(text.substr(at + 1));
     return first && second ? std::optional(Pair(*first, *second)) : std::nullopt;
+}
+
+std::optional<NumberRange> parseRange(std::string_view text) {
+    const auto ends = parsePair<QPointF, parseNumber, ':'>(text);
+    return ends && ends->x() < ends->y() ? std::optional(NumberRange{ends->x(), ends->y()})
+                                         : std::nullopt;
 }
 
 std::optional<const rfu::Unit*> parseUnit(std::string_view text) {
@@ -70,6 +76,7 @@ constexpr Reader kReaders[] = {
     {Kind::Marker,    "a frequency such as 88.1MHz or the number of a point", readBy<parseMarker>},
     {Kind::Cell,      "a column and a row such as 128,40",                    readBy<parsePair<QPoint, parseInteger>>},
     {Kind::Pair,      "two numbers such as 47.5,8.2",                         readBy<parsePair<QPointF, parseNumber>>},
+    {Kind::Range,     "a number and a larger one such as -100:-30",           readBy<parseRange>},
 };
 // clang-format on
 

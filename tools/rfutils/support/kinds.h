@@ -16,9 +16,15 @@ struct Unit;
 
 namespace rfu::command {
 
+struct NumberRange {
+    double low;
+    double high;
+};
+
 /// A value by its kind: Number, Level, Gain and Frequency (MHz) are double, Integer is int, Cell is
-/// QPoint, Pair is QPointF.
-using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint, QPointF>;
+/// QPoint, Pair is QPointF, Range is NumberRange.
+using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint, QPointF,
+                           NumberRange>;
 
 /// Whether readValue() reads the kind; values of the others stay texts.
 bool isRead(Kind kind);

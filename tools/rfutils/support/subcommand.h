@@ -27,6 +27,7 @@ enum class Kind {
     Marker,  ///< a frequency or the number of a point
     Cell,    ///< a column and a row
     Pair,    ///< two numbers
+    Range,   ///< a number and a larger one
 };
 
 struct Option {

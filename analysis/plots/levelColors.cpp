@@ -1,0 +1,40 @@
+#include "analysis/plots/levelColors.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace rfu {
+
+namespace {
+
+constexpr double kLowShare = 0.01;
+constexpr double kHighShare = 0.999;
+constexpr double kRounding = 1e-9;  // of an entry: a level this far below it has its colour
+constexpr double kMargin = 0.5;     // dB, around levels that are all alike
+
+}  // namespace
+
+LevelRange usualRange(const LevelHistogram& levels) {
+    LevelRange range = {unpacked(levels.percentile(kLowShare).value_or(0)),
+                        unpacked(levels.percentile(kHighShare).value_or(0))};
+    if (range.high - range.low < kNarrowestRange) {
+        range.low -= kMargin;
+        range.high += kMargin;
+    }
+    return range;
+}
+
+LevelColors::LevelColors(const Palette& palette, const LevelRange& range) : palette_(palette) {
+    constexpr int kMost = std::numeric_limits<PackedLevel>::max();
+    for (int level = -kMost; level <= kMost; ++level) {
+        const auto packed = static_cast<PackedLevel>(level);
+        const double part = (unpacked(packed) - range.low) / (range.high - range.low);
+        const double entry = std::floor(part * Palette::kEntries + kRounding);
+        entries_[static_cast<std::uint16_t>(packed)] =
+            static_cast<std::uint8_t>(std::clamp(entry, 0.0, Palette::kEntries - 1.0));
+    }
+    entries_[static_cast<std::uint16_t>(kNotMeasured)] = 0;
+}
+
+}  // namespace rfu

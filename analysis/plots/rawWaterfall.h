@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QImage>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "analysis/plots/levelColors.h"
+#include "analysis/recordings/sweepReader.h"
+#include "analysis/statistics/levelHistogram.h"
+
+namespace rfu {
+
+/// One pixel for each cell, a column for each point and a row for each sweep, the first on top. A
+/// gap in time is one transparent row.
+///
+/// The colours are known when all sweeps are: their cells are held until then, two bytes each. Where
+/// that takes more than kMostHeld, they are let go, and the sweeps are needed a second time.
+class RawWaterfall {
+public:
+    static constexpr std::size_t kMostHeld = 256U << 20;  // bytes
+    static constexpr std::size_t kMostSide = 1000000;     // pixels, that readers of PNG accept
+
+    /// @param points at most kMostSide
+    /// @param mostHeld another limit than kMostHeld, for tests
+    RawWaterfall(WaterfallColors colors, bool showsGaps, std::size_t points,
+                 std::size_t mostHeld = kMostHeld);
+
+    void add(const Sweep& sweep);
+    /// Whether the cells of all sweeps so far are held.
+    bool holdsCells() const { return holdsCells_; }
+
+    const LevelHistogram& levels() const { return histogram_; }
+    /// Of the sweeps so far.
+    LevelRange range() const { return colors_.rangeOf(histogram_); }
+
+    /// Of the picture, in pixels.
+    std::size_t height() const { return rowOfEachSweep().back() + 1; }
+
+    /// The picture. Lets the cells go. @pre height() is at most kMostSide
+    /// @param next gives the sweeps once more where their cells are not held; false, where they end
+    /// early, leaves the rest blank
+    QImage draw(const std::function<bool(Sweep&)>& next);
+
+private:
+    PackedLevel* cellsOf(std::size_t sweep);
+    void pack(const Sweep& sweep, PackedLevel* cells) const;
+    void hold();
+    std::vector<std::size_t> rowOfEachSweep() const;
+
+    WaterfallColors colors_;
+    bool showsGaps_;
+    std::size_t points_;
+    std::size_t mostHeld_;
+    std::size_t sweepsOfBlock_;
+    bool holdsCells_ = true;
+    std::vector<std::unique_ptr<PackedLevel[]>> blocks_;
+    std::vector<PackedLevel> packed_;  // of one sweep
+    std::vector<std::int64_t> times_;
+    std::size_t sweeps_ = 0;
+    LevelHistogram histogram_;
+};
+
+}  // namespace rfu

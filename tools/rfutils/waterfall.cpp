@@ -1,0 +1,319 @@
+#include <QImage>
+#include <QString>
+#include <cmath>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "analysis/plots/rawWaterfall.h"
+#include "analysis/plots/waterfall.h"
+#include "analysis/support/fileWatch.h"
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
+#include "recordings/levelView.h"
+#include "recordings/recordingTexts.h"
+#include "subcommands.h"
+#include "support/commandLine.h"
+#include "support/errors.h"
+#include "support/format.h"
+#include "support/interruption.h"
+#include "support/picture.h"
+#include "support/table.h"
+#include "support/units.h"
+
+namespace rfu::command {
+
+namespace {
+
+constexpr int kLevelDecimals = 2;
+
+struct NamedReduction {
+    const char* name;
+    Reduction reduction;
+};
+
+constexpr NamedReduction kReductions[] = {
+    {"max", Reduction::Maximum}, {"mean", Reduction::Mean}, {"min", Reduction::Minimum}};
+
+Reduction reductionOf(const CommandLine& line) {
+    const std::string name =
+        line.isSet("reduce") ? line.text("reduce").toStdString() : kReductions[0].name;
+    for (const NamedReduction& known : kReductions) {
+        if (name == known.name) {
+            return known.reduction;
+        }
+    }
+    throw UsageError("--reduce: " + quoted(name) + " is not max, mean or min");
+}
+
+const Palette* paletteOf(const CommandLine& line) {
+    const std::string name =
+        line.isSet("palette") ? line.text("palette").toStdString() : kPalettes[0].name;
+    const Palette* const palette = findPalette(name);
+    if (palette == nullptr) {
+        std::string names;
+        for (const Palette& known : kPalettes) {
+            const bool isLast = &known == &kPalettes[std::size(kPalettes) - 1];
+            names += names.empty() ? "" : isLast ? " or " : ", ";
+            names += known.name;
+        }
+        throw UsageError("--palette: " + quoted(name) + " is not " + names);
+    }
+    return palette;
+}
+
+int sideOf(const CommandLine& line, const char* option, int smallest, int largest) {
+    const int side = line.value<int>(option);
+    if (side < smallest || side > largest) {
+        throw UsageError(std::string("--") + option + " takes " + std::to_string(smallest) +
+                         " to " + std::to_string(largest) + " pixels");
+    }
+    return side;
+}
+
+QSize sizeOf(const CommandLine& line) {
+    const QSize smallest = Waterfall::kSmallest;
+    const QSize largest = Waterfall::kLargest;
+    return {sideOf(line, "width", smallest.width(), largest.width()),
+            sideOf(line, "height", smallest.height(), largest.height())};
+}
+
+/// The levels of a recording in the unit that they are shown in. Where that depends on the
+/// frequency, each point has its own offset to a scale that they share.
+struct ShownLevels {
+    ShownLevels(const LevelView& view, const FrequencyAxis& axis)
+        : unit(view.unit), presenter(unit, sharedAntenna(view, axis)) {
+        scale.unit = nameOf(unit);
+        scale.atZero = presenter.value(0.0);
+        if (unit.isLinear()) {
+            scale.decibelsPerDecade =
+                std::round(20.0 / std::log10(presenter.value(20.0) / scale.atZero));
+        }
+        if (view.isOfEachPoint()) {
+            for (const double frequency : axis.points) {
+                const LevelPresenter ofPoint(unit, view.antennaAt(frequency));
+                offsets.push_back(scale.dBm(ofPoint.value(0.0)));
+            }
+        }
+    }
+
+    static Antenna sharedAntenna(const LevelView& view, const FrequencyAxis& axis) {
+        // The end is the only place that is surely above zero.
+        return axis.bands.empty() ? view.antenna : view.antennaAt(axis.bands.back().high);
+    }
+
+    /// --levels in dBm.
+    std::optional<LevelRange> rangeOf(const CommandLine& line) const {
+        const auto shown = line.find<NumberRange>("levels");
+        if (!shown) {
+            return std::nullopt;
+        }
+        if (scale.isLinear() && shown->low <= 0.0) {
+            throw UsageError("--levels: " + scale.unit + " begin above zero");
+        }
+        const LevelRange range = {scale.dBm(shown->low), scale.dBm(shown->high)};
+        if (!(range.high - range.low >= kNarrowestRange)) {
+            throw UsageError("--levels: the two are less than " +
+                             std::string(ShortestText(kNarrowestRange).view()) + " dB apart");
+        }
+        return range;
+    }
+
+    Cell cell(double dBm) {
+        return unit.isLinear() ? Cell(scale.shown(dBm), presenter.text(dBm))
+                               : withDecimals(scale.shown(dBm), kLevelDecimals);
+    }
+
+    const rfu::Unit& unit;
+    LevelPresenter presenter;
+    LevelScale scale;
+    std::vector<double> offsets;
+};
+
+/// A recording of which the first sweep is read, so that its axis is known.
+class Recording {
+public:
+    explicit Recording(const QString& file)
+        : reader_(file, kLearnedSweeps, {{}, stopDescriptor()}) {
+        if (!reader_.next(sweep_)) {
+            if (interruptedStatus() != 0) {
+                const InputError error(file, "interrupted before a sweep was complete");
+                throw Failure(error.message(), interruptedStatus());
+            }
+            finishReading(reader_, 0);
+        }
+        points_ = sweep_.levels.size();
+        firstTime_ = sweep_.time;
+    }
+
+    const FrequencyAxis& axis() const { return reader_.axis(); }
+    std::size_t points() const { return points_; }
+    long long sweeps() const { return sweeps_; }
+
+    /// Calls use(sweep) with each sweep.
+    template <typename Use>
+    void forEachSweep(Use use) {
+        do {
+            ++sweeps_;
+            lastTime_ = sweep_.time;
+            use(std::as_const(sweep_));
+        } while (reader_.next(sweep_));
+        finishReading(reader_, sweeps_);
+    }
+
+    void printSummary(Format format, const QImage& image, bool isMeasured, const LevelRange& range,
+                      ShownLevels& shown) const {
+        const bool hasAxis = reader_.hasFrequencies();
+        writeObject(format, {{"sweeps", sweeps_},
+                             {"points", points_},
+                             {"fromMHz", hasAxis ? Cell(axis().points.front()) : Cell()},
+                             {"toMHz", hasAxis ? Cell(axis().bands.back().high) : Cell()},
+                             {"bands", hasAxis ? Cell(bandsText(axis())) : Cell()},
+                             {"firstTime", textOrNone(firstTime_)},
+                             {"lastTime", textOrNone(lastTime_)},
+                             {"width", image.width()},
+                             {"height", image.height()},
+                             {"levelsMin", isMeasured ? shown.cell(range.low) : Cell()},
+                             {"levelsMax", isMeasured ? shown.cell(range.high) : Cell()},
+                             {"unit", shown.scale.unit}});
+    }
+
+private:
+    const Interruption interruption_;
+    SweepReader reader_;
+    Sweep sweep_;
+    std::size_t points_ = 0;
+    long long sweeps_ = 0;
+    std::string firstTime_;
+    std::string lastTime_;
+};
+
+void requireSide(const QString& file, std::size_t pixels, const char* what) {
+    if (pixels > RawWaterfall::kMostSide) {
+        throw InputError(file, "has too many " + std::string(what) + " for --raw, " +
+                                   std::to_string(RawWaterfall::kMostSide) +
+                                   " at most; without --raw they share pixels");
+    }
+}
+
+QImage drawRaw(const QString& file, Recording& recording, RawWaterfall& raw) {
+    const bool isStandardInput = file == kStandardInput;
+    const FileWatch watch(isStandardInput ? QStringList() : QStringList(file));
+    recording.forEachSweep([&](const Sweep& sweep) {
+        raw.add(sweep);
+        if (isStandardInput && !raw.holdsCells()) {
+            throw InputError(file, "--raw holds " + std::to_string(RawWaterfall::kMostHeld >> 20) +
+                                       " MB of cells of standard input at most; give it a file, "
+                                       "which is read twice, or leave --raw out");
+        }
+    });
+    requireSide(file, raw.height(), "sweeps");
+    if (raw.holdsCells()) {
+        return raw.draw([](Sweep&) { return false; });
+    }
+    SweepReader again(file, kLearnedSweeps);
+    QImage image = raw.draw([&](Sweep& sweep) { return again.next(sweep); });
+    watch.requireUnchanged();
+    return image;
+}
+
+void runWaterfall(const CommandLine& line) {
+    const QString file = line.text("FILE");
+    const QString picture = line.text("png");
+    const bool isRaw = line.isSet("raw");
+    for (const char* option : {"width", "height", "reduce"}) {
+        if (isRaw && line.isSet(option)) {
+            throw UsageError(std::string("--") + option + " and --raw exclude each other");
+        }
+    }
+    const LevelView view = levelViewOf(line);
+    requireAntennaUnit(line, view.unit);
+    WaterfallOptions options;
+    options.size = sizeOf(line);
+    options.reduction = reductionOf(line);
+    options.showsGaps = !line.isSet("no-gaps");
+    options.colors.palette = paletteOf(line);
+    requireReplaceable(picture, {file});
+
+    Recording recording(file);
+    ShownLevels shown(view, recording.axis());
+    options.scale = shown.scale;
+    options.colors.range = shown.rangeOf(line);
+    options.colors.offsets = std::move(shown.offsets);
+    QImage image;
+    LevelRange range = {};
+    bool isMeasured = false;
+    if (isRaw) {
+        requireSide(file, recording.points(), "points");
+        RawWaterfall raw(std::move(options.colors), options.showsGaps, recording.points());
+        image = drawRaw(file, recording, raw);
+        range = raw.range();
+        isMeasured = raw.levels().measured() > 0;
+    } else {
+        Waterfall waterfall(std::move(options), recording.axis(), recording.points());
+        recording.forEachSweep([&](const Sweep& sweep) { waterfall.add(sweep); });
+        const TextDrawing drawing;
+        image = waterfall.draw(titleOf(file, recording.sweeps()));
+        range = waterfall.range();
+        isMeasured = waterfall.levels().measured() > 0;
+    }
+    recording.printSummary(line.format(), image, isMeasured || line.isSet("levels"), range, shown);
+    savePicture(image, picture, {file});
+    throwIfInterrupted();
+}
+
+}  // namespace
+
+// clang-format off
+constexpr Subcommand kWaterfall = {
+    "waterfall", "Picture of a recording: frequency across, time down",
+    "Draws a recording with frequency across, time down and level as colour, and shows what it "
+    "drew.\n"
+    "FILE holds sweeps as rfutils trace reads them; - reads standard input. It is read once, in "
+    "memory that does not grow with it.\n"
+    "\n"
+    "A pixel that stands for several cells shows their maximum, so that a burst of one sweep on "
+    "one point stays visible. Cells that were not measured are transparent. The time axis is true "
+    "to scale: times without sweeps are transparent too. A sweep reaches to the next one, or for "
+    "the usual time from sweep to sweep where the next one comes more than one and a half times "
+    "later. Without frequencies and times, points and sweeps are counted.\n"
+    "\n"
+    "The colours reach from the 1st to the 99.9th percentile of the levels of all cells. The "
+    "palettes are perceptually uniform, equal steps of the level look alike; turbo is not, but "
+    "has the most colours.\n"
+    "\n"
+    "Ctrl-C ends the reading: what was read is drawn.\n"
+    "\n"
+    "A live recording:\n"
+    "  rtl_power -f 88M:108M:50k -i 1 -e 1h - | rfutils waterfall - --png fm.png",
+    {{"FILE", Kind::File}},
+    {{"png", "OUT.png", Kind::Picture, "The picture.", nullptr, 1},
+     {"palette", "NAME", Kind::Text,
+      "viridis, magma, cividis (made for colour-blind readers too), grey; or turbo, which is not "
+      "uniform.",
+      kPalettes[0].name},
+     {"levels", "MIN:MAX", Kind::Range,
+      "The levels of the first and the last colour, in the shown unit."},
+     {"width", "PIXELS", Kind::Integer, "Of the whole picture, 320 to 10000.", "1920"},
+     {"height", "PIXELS", Kind::Integer, "Of the whole picture, 200 to 10000.", "1080"},
+     {"reduce", "HOW", Kind::Text,
+      "What a pixel shows of its cells: max, mean (of the dBm numbers) or min.",
+      kReductions[0].name},
+     {"raw", "", Kind::Flag,
+      "One pixel per cell, without axes; a gap in time is one transparent row."},
+     {"no-gaps", "", Kind::Flag, "Leave times without sweeps out; every sweep is as high."},
+     {"unit", "UNIT", Kind::Unit,
+      "Unit of the colour bar (rfutils units lists them); linear ones are on a logarithmic axis. A "
+      "field unit takes the frequency of each point unless --center is given.",
+      "dBm"},
+     kCenterOption,
+     kGainOption},
+    {"rfutils waterfall fm_band.csv --png fm_waterfall.png",
+     "rfutils waterfall fm_band.csv --png grey.png --palette grey --levels -100:-40",
+     "rfutils waterfall wifi_band.csv --png wifi_cells.png --raw",
+     "rfutils waterfall fm_band.csv --png small.png --width 640 --height 480"},
+    runWaterfall};
+// clang-format on
+
+}  // namespace rfu::command
