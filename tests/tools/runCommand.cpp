@@ -9,6 +9,7 @@
 #include <QTextCodec>
 #include <cstddef>
 #include <sstream>
+#include <utility>
 
 namespace {
 
@@ -126,8 +127,16 @@ std::vector<std::string> examplesOf(const std::string& help) {
         return examples;
     }
     std::istringstream lines(help.substr(start + heading.size()));
+    bool isContinued = false;
     for (std::string line; std::getline(lines, line);) {
-        examples.push_back(line.substr(line.find_first_not_of(' ')));
+        line.erase(0, line.find_first_not_of(' '));
+        if (isContinued) {
+            examples.back().back() = ' ';
+            line.insert(0, std::exchange(examples.back(), {}));
+            examples.pop_back();
+        }
+        isContinued = line.back() == '\\';
+        examples.push_back(line);
     }
     return examples;
 }

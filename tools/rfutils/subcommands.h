@@ -10,6 +10,7 @@ extern const Subcommand kConvert;
 extern const Subcommand kDd;
 extern const Subcommand kDms;
 extern const Subcommand kFreq;
+extern const Subcommand kProfile;
 extern const Subcommand kRange;
 extern const Subcommand kRaster;
 extern const Subcommand kScale;
@@ -22,7 +23,7 @@ extern const Subcommand kWidth;
 
 /// In the order of the overview.
 inline constexpr const Subcommand* kSubcommands[] = {
-    &kConvert, &kUnits, &kScale,     &kFreq,   &kWidth, &kRange, &kCatalogue,
-    &kSetups,  &kTrace, &kWaterfall, &kRaster, &kTab,   &kDms,   &kDd};
+    &kConvert, &kUnits,     &kScale,  &kFreq,    &kWidth, &kRange, &kCatalogue, &kSetups,
+    &kTrace,   &kWaterfall, &kRaster, &kProfile, &kTab,   &kDms,   &kDd};
 
 }  // namespace rfu::command

@@ -98,6 +98,21 @@ void appendOptions(std::string& text, const Subcommand& subcommand) {
     }
 }
 
+/// A command as a shell takes it over several lines, broken between options.
+std::string continued(std::string_view command) {
+    constexpr std::size_t kWidth = kMaxColumns - 2 - 2;  // indented, and " \\" at the end
+    std::string text;
+    while (command.size() > kWidth) {
+        const std::size_t option = command.rfind(" --", kWidth);
+        if (option == std::string_view::npos || option == 0) {
+            break;
+        }
+        text.append(command.substr(0, option)) += " \\\n     ";
+        command.remove_prefix(option);
+    }
+    return text.append(command);
+}
+
 }  // namespace
 
 std::string overview() {
@@ -124,7 +139,7 @@ std::string helpOf(const Subcommand& subcommand) {
     appendOptions(text, subcommand);
     text += "\nExamples:\n";
     for (const char* example : subcommand.examples) {
-        text += std::string("  ") + example + "\n";
+        text += "  " + continued(example) + "\n";
     }
     return text;
 }
