@@ -60,8 +60,8 @@ void addCrossings(std::vector<double>& shares, double from, double to) {
     if (from == to) {
         return;
     }
-    const double last = std::floor(std::max(from, to));
-    for (double whole = std::ceil(std::min(from, to)); whole <= last; whole += 1.0) {
+    const int last = static_cast<int>(std::floor(std::max(from, to)));
+    for (int whole = static_cast<int>(std::ceil(std::min(from, to))); whole <= last; ++whole) {
         shares.push_back((whole - from) / (to - from));
     }
 }

@@ -19,7 +19,7 @@ constexpr double kMarkRow = 20.0;
 constexpr int kZonePoints = 500;
 constexpr int kHeightDigits = 7;
 constexpr int kDistanceDigits = 10;
-constexpr double kPi = 3.14159265358979323846;
+constexpr double kHalfTurn = 3.14159265358979323846;
 
 const CurveStyle kGround = {"terrain with the Earth's bulge", QColor(0x6f, 0x5a, 0x3c), 1.6};
 const CurveStyle kSight = {"line of sight", QColor(0xc8, 0x55, 0x3d), 1.6};
@@ -36,7 +36,7 @@ struct Zone {
     explicit Zone(const ProfilePlot& plot) {
         const double length = plot.distances.back();
         for (int i = 0; i <= kZonePoints; ++i) {
-            const double angle = kPi * i / kZonePoints;
+            const double angle = kHalfTurn * i / kZonePoints;
             const double share = (1.0 - std::cos(angle)) / 2.0;
             const double sight = plot.startAntenna + (plot.endAntenna - plot.startAntenna) * share;
             const double radius = plot.fresnelRadius * std::sin(angle);
