@@ -259,7 +259,7 @@ void runWaterfall(const CommandLine& line) {
         isMeasured = waterfall.levels().measured() > 0;
     }
     recording.printSummary(line.format(), image, isMeasured || line.isSet("levels"), range, shown);
-    savePicture(image, picture, {file});
+    savePicture(image, picture, {file}, Encoding::Fast);
     throwIfInterrupted();
 }
 

@@ -73,11 +73,14 @@ TextDrawing::TextDrawing() {
     std::setlocale(LC_ALL, "C");
 }
 
-void savePicture(const QImage& image, const QString& file, const QStringList& inputs) {
+void savePicture(const QImage& image, const QString& file, const QStringList& inputs,
+                 Encoding encoding) {
+    constexpr int kFastest = 89;  // the largest at which Qt compresses
+    const int quality = encoding == Encoding::Fast ? kFastest : -1;
     requireReplaceable(file, inputs);
     // Into memory, so that what fails below is the file, with the system's reason.
     QBuffer picture;
-    if (!picture.open(QIODevice::WriteOnly) || !image.save(&picture, "PNG")) {
+    if (!picture.open(QIODevice::WriteOnly) || !image.save(&picture, "PNG", quality)) {
         throw InputError(file, "cannot be written: it cannot be encoded as PNG");
     }
     save(picture.data(), file);

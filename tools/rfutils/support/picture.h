@@ -26,11 +26,15 @@ private:
 /// @throw InputError
 void requireReplaceable(const QString& file, const QStringList& inputs);
 
+/// How hard the encoder tries: noise, of which waterfalls are made, hardly gets smaller by it.
+enum class Encoding { Usual, Fast };
+
 /// Writes a picture as PNG. It replaces an older one, and no other file.
 /// @param inputs files of the same run, which it must not replace under any name
 /// @throw InputError if the file is no regular one, is one of the inputs, does not end in .png or
 ///        cannot be written
-void savePicture(const QImage& image, const QString& file, const QStringList& inputs = {});
+void savePicture(const QImage& image, const QString& file, const QStringList& inputs = {},
+                 Encoding encoding = Encoding::Usual);
 
 /// The same for a text that goes with a picture, under any name.
 void saveText(const std::string& text, const QString& file, const QStringList& inputs);
