@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstddef>
 
+#include "analysis/statistics/milliwatts.h"
+
 namespace rfu {
 
 namespace {
@@ -42,14 +44,14 @@ LevelDistribution distributionOf(std::vector<double> levels) {
     double power = 0.0;
     double sum = 0.0;
     for (const double level : levels) {
-        power += std::pow(10.0, level / 10.0);
+        power += milliwattsOf(level);
         sum += level;
     }
     double squares = 0.0;
     for (const double level : levels) {
         squares += (level - sum / count) * (level - sum / count);
     }
-    result.powerMean = 10.0 * std::log10(power / count);
+    result.powerMean = dBmOf(power / count);
     result.median = medianOf(levels);
     result.deviation = std::sqrt(squares / count);
     return result;

@@ -135,6 +135,17 @@ std::string readableText(double value) {
                : formatted(value, std::chars_format::general, kDigits);
 }
 
+std::optional<FrequencyRange> parseFrequencyRange(std::string_view text) {
+    const std::size_t colon = text.find(':');
+    if (colon == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const auto low = parseFrequency(text.substr(0, colon));
+    const auto high = parseFrequency(text.substr(colon + 1));
+    const bool isRange = low && high && *low >= 0.0 && *high > *low && std::isfinite(*high);
+    return isRange ? std::optional(FrequencyRange{*low, *high}) : std::nullopt;
+}
+
 std::string fixedText(double value, int decimals) {
     return formatted(value, std::chars_format::fixed, decimals);
 }

@@ -40,6 +40,16 @@ std::optional<SplitValue> splitValue(std::string_view text);
 /// @return MHz
 std::optional<double> parseFrequency(std::string_view text);
 
+/// A range of frequencies.
+struct FrequencyRange {
+    double low;   // MHz
+    double high;  // MHz
+};
+
+/// "88MHz:108MHz", two frequencies as parseFrequency() reads them, neither below 0; the second is
+/// higher.
+std::optional<FrequencyRange> parseFrequencyRange(std::string_view text);
+
 /// The shortest text that reads back to the same number.
 class ShortestText {
 public:

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <utility>
 
 using rfu::parseFrequency;
 using rfu::parseInteger;
@@ -84,6 +85,35 @@ TEST(Numbers, ReadsFrequenciesAsMegahertz) {
     };
     for (const auto& row : kRows) {
         EXPECT_EQ(parseFrequency(row.text), row.megahertz) << row.text;
+    }
+}
+
+TEST(Numbers, ReadsRangesOfFrequencies) {
+    const struct {
+        const char* text;
+        std::optional<std::pair<double, double>> megahertz;
+    } kRows[] = {
+        {"88:108", {{88, 108}}},
+        {"88M:0.108 GHz", {{88, 108}}},
+        {" 100kHz : 1 ", {{0.1, 1}}},
+        {"0:1", {{0, 1}}},
+        {"88", {}},
+        {"88:", {}},
+        {":88", {}},
+        {"108:88", {}},
+        {"88:88", {}},
+        {"100:200k", {}},
+        {"-1:1", {}},
+        {"88:108:110", {}},
+        {"88:1e308G", {}},
+        {"88-108", {}},
+    };
+    for (const auto& row : kRows) {
+        const auto range = rfu::parseFrequencyRange(row.text);
+        ASSERT_EQ(range.has_value(), row.megahertz.has_value()) << row.text;
+        if (range) {
+            EXPECT_EQ(std::pair(range->low, range->high), *row.megahertz) << row.text;
+        }
     }
 }
 

@@ -48,6 +48,10 @@ std::optional<double> parseLevel(std::string_view text) {
     return parseNumberOf("dBm", text);
 }
 
+std::optional<double> parsePercent(std::string_view text) {
+    return parseNumberOf("%", text);
+}
+
 std::optional<double> parseGain(std::string_view text) {
     return parseNumberOf("dBi", text);
 }
@@ -71,6 +75,8 @@ constexpr Reader kReaders[] = {
     {Kind::Gain,      "a gain such as 3dBi or a number of dBi",               readBy<parseGain>},
     {Kind::Integer,   "a whole number",                                       readBy<parseInteger>},
     {Kind::Frequency, "a frequency such as 88.1MHz or a number of MHz",       readBy<parseFrequency>},
+    {Kind::FrequencyRange, "a frequency and a higher one such as 88MHz:108MHz", readBy<parseFrequencyRange>},
+    {Kind::Percent,   "a percentage such as 99% or 99",                       readBy<parsePercent>},
     {Kind::Unit,      "a unit",                                               readBy<parseUnit>},
     {Kind::Format,    "text, csv or json",                                    readBy<parseFormat>},
     {Kind::Marker,    "a frequency such as 88.1MHz or the number of a point", readBy<parseMarker>},

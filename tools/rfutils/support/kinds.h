@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "analysis/recordings/markers.h"
+#include "analysis/support/numbers.h"
 #include "support/format.h"
 #include "support/subcommand.h"
 
@@ -21,10 +22,10 @@ struct NumberRange {
     double high;
 };
 
-/// A value by its kind: Number, Level, Gain and Frequency (MHz) are double, Integer is int, Cell is
-/// QPoint, Pair is QPointF, Range is NumberRange.
+/// A value by its kind: Number, Level, Gain, Percent and Frequency (MHz) are double, Integer is int, Cell
+/// is QPoint, Pair is QPointF, Range is NumberRange.
 using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint, QPointF,
-                           NumberRange>;
+                           NumberRange, FrequencyRange>;
 
 /// Whether readValue() reads the kind; values of the others stay texts.
 bool isRead(Kind kind);

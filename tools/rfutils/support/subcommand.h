@@ -22,6 +22,8 @@ enum class Kind {
     Gain,   ///< in dBi
     Integer,
     Frequency,
+    FrequencyRange,  ///< a frequency and a higher one
+    Percent,
     Unit,  ///< a unit that levels can be shown in
     Format,
     Marker,  ///< a frequency or the number of a point

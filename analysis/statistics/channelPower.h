@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "analysis/recordings/sweepReader.h"
+#include "analysis/statistics/milliwatts.h"
+#include "analysis/support/numbers.h"
+
+namespace rfu {
+
+/// The power in a channel, and the band in it that all but a small rest of that power occupies.
+struct ChannelFigures {
+    double power;  // dBm
+    FrequencyRange occupied;
+};
+
+struct ChannelOptions {
+    double share =
+        0.99;  // of the power that lies in the occupied band; half of the rest to each side
+    double enbw = 1.0;  // noise bandwidth of the receiver's window, in bins
+};
+
+/// The power in channels of a recording. Of a bin at the edge of a channel that part of the power
+/// counts that the channel takes of its width; all power sums are in milliwatts, plain sums in the
+/// order of the bins and of the sweeps. A sweep that lacks a level within a channel counts nowhere for
+/// that channel.
+class ChannelPowers {
+public:
+    /// @param axis of the recording, with frequencies
+    ChannelPowers(const FrequencyAxis& axis, const std::vector<FrequencyRange>& channels,
+                  const ChannelOptions& options);
+
+    /// Whether the recording reaches over the whole channel, within one of its bands.
+    bool isCovered(std::size_t channel) const { return !channels_[channel].parts.empty(); }
+    /// Whether a border between two hops lies within the channel.
+    bool hasHopBorder(std::size_t channel) const { return channels_[channel].hasHopBorder; }
+
+    void add(const Sweep& sweep);
+
+    /// Of the sweep added last; nothing if it does not count for the channel.
+    std::optional<ChannelFigures> ofLastSweep(std::size_t channel) const;
+    /// Of the mean power of every bin over the sweeps that count; nothing if there is none.
+    std::optional<ChannelFigures> mean(std::size_t channel) const;
+
+private:
+    struct Channel {
+        std::size_t firstPoint = 0;
+        std::vector<double>
+            parts;  // of each bin, from 0 to 1; none where the channel is not covered
+        std::vector<double> edges;  // MHz: where each bin begins, and where the last one ends
+        bool hasHopBorder = false;
+        std::vector<double> powers;  // mW, of the last sweep
+        std::vector<double> sums;    // mW, over the sweeps that count
+        bool isMeasured = false;     // in the last sweep
+        long long sweeps = 0;        // that count
+    };
+
+    static Channel placed(const FrequencyRange& range, const FrequencyAxis& axis,
+                          const std::vector<double>& ends);
+    ChannelFigures figures(const Channel& channel, const std::vector<double>& powers,
+                           long long sweeps) const;
+
+    ChannelOptions options_;
+    MilliwattTable milliwatts_;
+    std::vector<Channel> channels_;
+};
+
+}  // namespace rfu

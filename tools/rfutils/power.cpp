@@ -1,0 +1,324 @@
+#include <QString>
+#include <cmath>
+#include <deque>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "analysis/recordings/bins.h"
+#include "analysis/statistics/channelPower.h"
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
+#include "recordings/levelView.h"
+#include "recordings/recordingTexts.h"
+#include "subcommands.h"
+#include "support/commandLine.h"
+#include "support/errors.h"
+#include "support/format.h"
+#include "support/interruption.h"
+#include "support/output.h"
+#include "support/prefixNote.h"
+#include "support/table.h"
+#include "support/units.h"
+
+namespace rfu::command {
+
+namespace {
+
+constexpr int kMegahertzDecimals = 4;  // six would make the table wider than 80 columns
+constexpr int kRelativeDecimals = 2;   // of dB
+constexpr double kLeastPercent = 50.0;
+constexpr double kWholePercent = 100.0;
+constexpr int kNeighbours = 2;  // to each side
+// Text is written in pieces, so that a long series takes little memory.
+constexpr long long kSweepsAtOnce = 1000;
+constexpr std::size_t kMaxNamed = 4;  // channels in a note
+
+double shareOf(const CommandLine& line) {
+    const double percent = line.value<double>("share");
+    if (!(percent >= kLeastPercent && percent < kWholePercent)) {
+        throw UsageError("--share takes 50 to less than 100 percent");
+    }
+    return percent / kWholePercent;
+}
+
+double enbwOf(const CommandLine& line) {
+    const double bins = line.value<double>("enbw");
+    if (!(bins > 0.0)) {
+        throw UsageError("--enbw has to be above zero");
+    }
+    return bins;
+}
+
+std::optional<double> spacingOf(const CommandLine& line) {
+    const auto spacing = line.find<double>("spacing");
+    if (spacing && !(*spacing > 0.0)) {
+        throw UsageError("--spacing has to be above zero");
+    }
+    return spacing;
+}
+
+struct PowerOptions {
+    explicit PowerOptions(const CommandLine& line)
+        : asked(line.values<FrequencyRange>("channel")),
+          spacing(spacingOf(line)),
+          figures{shareOf(line), enbwOf(line)},
+          isSeries(line.isSet("series")),
+          view(levelViewOf(line)),
+          format(line.format()) {
+        requireAntennaUnit(line, view.unit);
+    }
+
+    std::vector<FrequencyRange> asked;
+    std::optional<double> spacing;
+    ChannelOptions figures;
+    bool isSeries;
+    LevelView view;
+    Format format;
+};
+
+/// A channel of the table. Its neighbours stand around one that was asked for.
+struct ShownChannel {
+    ShownChannel(const FrequencyRange& itsRange, std::size_t placeOfAsked, const LevelView& view)
+        : range(itsRange),
+          asked(placeOfAsked),
+          presenter(view.unit, view.antennaAt((itsRange.low + itsRange.high) / 2.0)) {}
+
+    FrequencyRange range;
+    std::size_t asked;  // place of the one that it is compared with
+    LevelPresenter presenter;
+};
+
+struct PowerRow {
+    long long sweep;
+    const std::string& time;
+    ShownChannel& channel;
+    std::optional<ChannelFigures> figures;
+    std::optional<double> relative;  // dB
+};
+
+/// The sum of two frequencies in MHz, without the last digits that the addition makes.
+double shifted(double frequency, double shift) {
+    constexpr double kMillihertz = 1e9;  // a MHz
+    return std::round((frequency + shift) * kMillihertz) / kMillihertz;
+}
+
+std::string nameOf(const FrequencyRange& range) {
+    return std::string(ShortestText(range.low).view()) + " to " +
+           std::string(ShortestText(range.high).view()) + " MHz";
+}
+
+/// The names of the channels that are meant; empty where none is.
+template <typename IsMeant>
+std::string namesOf(const std::deque<ShownChannel>& channels, IsMeant isMeant) {
+    std::string names;
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < channels.size(); ++i) {
+        if (isMeant(i) && ++count <= kMaxNamed) {
+            names += (names.empty() ? "" : ", ") + nameOf(channels[i].range);
+        }
+    }
+    return count > kMaxNamed
+               ? names + " and " + std::to_string(count - kMaxNamed) + " more channels"
+               : names;
+}
+
+/// The channels of a recording while it is read.
+class Power {
+public:
+    Power(const QString& file, const PowerOptions& options)
+        : options_(options),
+          recording_(file, kLearnedSweeps, {[] { standardOutput().flush(); }, stopDescriptor()}),
+          note_(options.view.unit, true) {}
+
+    void run() {
+        const Interruption interruption;
+        Sweep sweep;
+        while (recording_.next(sweep)) {
+            if (++sweeps_ == 1) {
+                begin();
+            }
+            powers_->add(sweep);
+            if (options_.isSeries) {
+                addRows(sweep.time, &ChannelPowers::ofLastSweep);
+                if (sweeps_ % kSweepsAtOnce == 0) {
+                    table_->writeRows();
+                }
+            }
+        }
+        finishReading(recording_, sweeps_);
+        if (!options_.isSeries) {
+            addRows({}, &ChannelPowers::mean);
+        }
+        table_->finish();
+        note_.print();
+        printNotes();
+    }
+
+private:
+    void begin() {
+        if (!recording_.hasFrequencies()) {
+            throw InputError(recording_.file(), "holds no frequencies, so that it has no channels");
+        }
+        for (const FrequencyRange& asked : options_.asked) {
+            addChannels(asked);
+        }
+        std::vector<FrequencyRange> ranges;
+        for (const ShownChannel& channel : channels_) {
+            ranges.push_back(channel.range);
+        }
+        powers_.emplace(recording_.axis(), ranges, options_.figures);
+        for (std::size_t i = 0; i < channels_.size(); ++i) {
+            if (channels_[i].asked == i && !powers_->isCovered(i)) {
+                throw InputError(recording_.file(), "channel " + nameOf(channels_[i].range) +
+                                                        ": the recording reaches " +
+                                                        describe(recording_.axis().bands));
+            }
+        }
+        table_.emplace(options_.format, columns());
+    }
+
+    void addChannels(const FrequencyRange& asked) {
+        const int neighbours = options_.spacing ? kNeighbours : 0;
+        const std::size_t place = channels_.size() + static_cast<std::size_t>(neighbours);
+        for (int i = -neighbours; i <= neighbours; ++i) {
+            const double shift = i == 0 ? 0.0 : i * *options_.spacing;
+            const FrequencyRange range = {shifted(asked.low, shift), shifted(asked.high, shift)};
+            channels_.emplace_back(i == 0 ? asked : range, place, options_.view);
+        }
+    }
+
+    /// In text, what would make the table wider than 80 columns is left out.
+    std::vector<Column<PowerRow>> columns() {
+        const bool isText = options_.format == Format::Text;
+        const bool hasBounds = !isText || !(options_.isSeries || options_.spacing);
+        const bool hasWidth = !isText || !options_.isSeries;
+        const auto megahertz = [](auto frequencyOf) {
+            return [frequencyOf](const PowerRow& row) {
+                return row.figures ? withDecimals(frequencyOf(*row.figures), kMegahertzDecimals)
+                                   : Cell();
+            };
+        };
+        return {
+            {"sweep", [](const PowerRow& row) { return row.sweep; }, options_.isSeries},
+            {"time", [](const PowerRow& row) { return textOrNone(row.time); }, options_.isSeries},
+            {"fromMHz",
+             [](const PowerRow& row) {
+                 return withDecimals(row.channel.range.low, kMegahertzDecimals);
+             }},
+            {"toMHz",
+             [](const PowerRow& row) {
+                 return withDecimals(row.channel.range.high, kMegahertzDecimals);
+             }},
+            {"power",
+             [this](const PowerRow& row) {
+                 const auto power = row.figures ? std::optional(row.figures->power) : std::nullopt;
+                 return levelCell(power, options_.format, row.channel.presenter, note_);
+             }},
+            {"unit", [](const PowerRow& row) { return row.channel.presenter.unitName(); }, !isText},
+            {"occupiedFromMHz",
+             megahertz([](const ChannelFigures& figures) { return figures.occupied.low; }),
+             hasBounds},
+            {"occupiedToMHz",
+             megahertz([](const ChannelFigures& figures) { return figures.occupied.high; }),
+             hasBounds},
+            {"occupiedMHz", megahertz([](const ChannelFigures& figures) {
+                 return figures.occupied.high - figures.occupied.low;
+             }),
+             hasWidth},
+            {"relativeDb",
+             [](const PowerRow& row) { return withDecimals(row.relative, kRelativeDecimals); },
+             options_.spacing.has_value()},
+        };
+    }
+
+    using Figures = std::optional<ChannelFigures> (ChannelPowers::*)(std::size_t channel) const;
+
+    void addRows(const std::string& time, Figures figures) {
+        for (std::size_t i = 0; i < channels_.size(); ++i) {
+            const auto own = ((*powers_).*figures)(i);
+            const auto asked = ((*powers_).*figures)(channels_[i].asked);
+            table_->add({sweeps_, time, channels_[i], own,
+                         own && asked ? std::optional(own->power - asked->power) : std::nullopt});
+        }
+    }
+
+    void printNotes() const {
+        standardOutput().flush();  // the notes follow the table
+        const auto notes = [this](const std::string& names, const std::string& what) {
+            if (!names.empty()) {
+                printNote(recording_.file().toStdString() + ": " + names + ": " + what);
+            }
+        };
+        notes(namesOf(channels_, [this](std::size_t i) { return !powers_->isCovered(i); }),
+              "the recording reaches " + describe(recording_.axis().bands));
+        notes(namesOf(channels_,
+                      [this](std::size_t i) {
+                          return powers_->isCovered(i) && !powers_->mean(i).has_value();
+                      }),
+              "no sweep measured all points there");
+        notes(namesOf(channels_, [this](std::size_t i) { return powers_->hasHopBorder(i); }),
+              "the receiver's hops meet within, and its roll-off there is not corrected");
+        if (options_.format == Format::Text && (options_.isSeries || options_.spacing)) {
+            printNote(std::string("the occupied band") + (options_.isSeries ? "" : "'s bounds") +
+                      " would make the table too wide; --format csv has " +
+                      (options_.isSeries ? "it" : "them"));
+        }
+    }
+
+    const PowerOptions& options_;
+    SweepReader recording_;
+    PrefixNote note_;
+    std::deque<ShownChannel> channels_;
+    std::optional<ChannelPowers> powers_;
+    std::optional<Table<PowerRow>> table_;
+    long long sweeps_ = 0;
+};
+
+void runPower(const CommandLine& line) {
+    const PowerOptions options(line);
+    Power(line.text("FILE"), options).run();
+    throwIfInterrupted();
+}
+
+}  // namespace
+
+// clang-format off
+constexpr Subcommand kPower = {
+    "power", "Channel power and occupied bandwidth of a recording",
+    "Power in channels of a recording, and the bandwidth that it occupies.\n"
+    "FILE holds sweeps with frequencies as rfutils trace reads them; - reads standard input.\n"
+    "\n"
+    "The power of a channel is the sum of the powers of its bins in milliwatts, of which the mean "
+    "over all sweeps is taken; of a bin at an edge that part counts which the channel takes of its "
+    "width. A sweep in which a point of the channel was not measured counts nowhere for it. Where "
+    "the window of the receiver is wider than a bin, neighbouring bins share power: give its noise "
+    "bandwidth as --enbw, such as 1.5 for a Hann window.\n"
+    "\n"
+    "The occupied bandwidth holds 99 % of the channel's power, noise included; half of the rest "
+    "lies below it and half above. Within a bin the power counts as evenly spread.",
+    {{"FILE", Kind::File}},
+    {{"channel", "LOW:HIGH", Kind::FrequencyRange,
+      "The channel, such as 98.2M:98.4M; may be given several times.", nullptr, 1, kAnyCount},
+     {"spacing", "FREQ", Kind::Frequency,
+      "Add the two channels of the same width to each side, at this distance and twice as far, and "
+      "their power relative to the channel."},
+     {"share", "PERCENT", Kind::Percent, "Share of the power in the occupied bandwidth.", "99"},
+     {"enbw", "BINS", Kind::Number,
+      "Noise bandwidth of the receiver's window in bins; the sum is divided by it.", "1"},
+     {"series", "", Kind::Flag, "One row for each sweep instead of the mean."},
+     {"unit", "UNIT", Kind::Unit,
+      "Show powers in this unit (rfutils units lists them); a field unit takes the middle of the "
+      "channel unless --center is given.",
+      "dBm"},
+     kCenterOption,
+     kGainOption},
+    {"rfutils power fm_band.csv --channel 98.2M:98.4M",
+     "rfutils power fm_band.csv --channel 98.2M:98.4M --channel 92.7M:92.9M",
+     "rfutils power fm_band.csv --channel 98.2M:98.4M --spacing 400k --format csv",
+     "rfutils power fm_band.csv --channel 98.2M:98.4M --series --format csv"},
+    runPower};
+// clang-format on
+
+}  // namespace rfu::command
