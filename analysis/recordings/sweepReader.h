@@ -92,6 +92,8 @@ public:
     /// Number of the last line if it may be cut and was therefore left out, else 0; known at the
     /// end. A last line without line end counts when it has all its levels, with equal decimals.
     long long cutLine() const { return cutLine_; }
+    /// Whether a compressed file was cut, so that it has no whole last line; known at the end.
+    bool endsEarly() const { return lines_.endsEarly(); }
 
 private:
     enum class Shape { Unknown, Hops, Traces };

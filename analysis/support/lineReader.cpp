@@ -41,12 +41,6 @@ LineReader::~LineReader() {
     }
 }
 
-void LineReader::refuseCompressed() const {
-    if (const char* const unpacker = unpackerOf(held_)) {
-        throw CompressedInput(file_, unpacker);
-    }
-}
-
 /// Waits for both at once: a stop that came just before a read would not end it.
 /// @return false where reading is to stop
 bool LineReader::waitForInput() {
@@ -63,6 +57,42 @@ bool LineReader::waitForInput() {
     return !isStopped_;
 }
 
+/// Appends what is there, or waits for it.
+/// @return false at the end
+bool LineReader::read(std::string& bytes) {
+    if (waiting_.before) {
+        waiting_.before();
+    }
+    const std::size_t before = bytes.size();
+    bytes.resize(before + kBlock);
+    ssize_t got = 0;
+    do {
+        got = waitForInput() ? ::read(descriptor_, bytes.data() + before, kBlock) : 0;
+    } while (got < 0 && errno == EINTR);
+    bytes.resize(before + (got > 0 ? static_cast<std::size_t>(got) : 0));
+    if (got < 0) {
+        throw InputError(file_, std::strerror(errno));
+    }
+    return got > 0;
+}
+
+/// Unpacks what is there, or reads more.
+/// @return false at the end
+bool LineReader::unpack() {
+    const std::size_t before = held_.size();
+    held_.resize(before + kBlock);
+    std::size_t got = 0;
+    bool isMore = true;
+    while ((got = unpacker_->unpack(unread_, held_.data() + before, kBlock)) == 0 && isMore) {
+        packed_.clear();
+        isMore = read(packed_);
+        unread_ = packed_;
+    }
+    held_.resize(before + got);
+    endsEarly_ = got == 0 && !isStopped_ && !unpacker_->isComplete();
+    return got > 0;
+}
+
 bool LineReader::fill() {
     if (begin_ > 0) {
         held_.erase(0, begin_);
@@ -72,23 +102,22 @@ bool LineReader::fill() {
     if (held_.size() > kMaxLine) {
         throw InputError(file_, number_ + 1, "the line is longer than 1 MiB");
     }
-    if (waiting_.before) {
-        waiting_.before();
+    if (unpacker_) {
+        return unpack();
     }
-    const std::size_t before = held_.size();
-    held_.resize(before + kBlock);
-    ssize_t got = 0;
-    do {
-        got = waitForInput() ? ::read(descriptor_, held_.data() + before, kBlock) : 0;
-    } while (got < 0 && errno == EINTR);
-    held_.resize(before + (got > 0 ? static_cast<std::size_t>(got) : 0));
-    if (got < 0) {
-        throw InputError(file_, std::strerror(errno));
+    const bool isMore = read(held_);
+    const Packing* const packing = number_ == 0 ? packingOf(held_) : nullptr;
+    if (packing == nullptr) {
+        return isMore;
     }
-    if (number_ == 0) {
-        refuseCompressed();
+    if (packing->makeUnpacker == nullptr) {
+        throw CompressedInput(file_, packing->name);
     }
-    return got > 0;
+    unpacker_ = packing->makeUnpacker(file_);
+    packed_.swap(held_);
+    unread_ = packed_;
+    scanned_ = 0;
+    return unpack();
 }
 
 bool LineReader::next(std::string_view& line) {
@@ -100,7 +129,7 @@ bool LineReader::next(std::string_view& line) {
             atEnd_ = !fill();
             continue;
         }
-        if (!found && (begin_ == held_.size() || isStopped_)) {
+        if (!found && (begin_ == held_.size() || isStopped_ || endsEarly_)) {
             return false;
         }
         const std::size_t stop = found ? end : held_.size();

@@ -20,6 +20,8 @@
 using rfu::test::hopLine;
 using rfu::test::hopLines;
 
+using namespace std::string_literals;
+
 namespace {
 
 /// Two hops of two points; the second sweep has them the other way round, the third lacks one.
@@ -287,21 +289,61 @@ TEST(Trace, skipsWhatHoldsNoData) {
         "0,0,100,1,-50,-50,-50,dBm\n")});
 }
 
-TEST(Trace, saysHowToReadACompressedRecording) {
-    SampleFolder folder;
-    folder.add("night.csv.gz", "\x1F\x8B\x08");
-    expectCommands(
-        {fails("a file", "trace night.csv.gz --all-points",
-               "night.csv.gz: is compressed; unpack it: gzip -dc night.csv.gz | rfutils trace -"),
-         fails("standard input", "trace -",
-               "-: is compressed; unpack it: xz -dc - | rfutils trace -")
-             .given(std::string("\xFD"
-                                "7zXZ\0",
-                                6)),
-         fails("values", "convert --to V",
-               "-: is compressed; unpack it: zstd -dc - | rfutils convert")
-             .given("\x28\xB5\x2F\xFD")},
-        folder);
+TEST(Trace, readsCompressedRecordings) {
+    // "-50", "-60" and "-70.5", each a line, as gzip -n, xz --check=crc32 and zstd --check write them.
+    const struct {
+        const char* name;
+        std::string bytes;
+    } kSamples[] = {
+        {"gzip",
+         "\x1F\x8B\x08\x00\x00\x00\x00\x00\x00\x03\xD3\x35\x35\xE0\xD2\x35\x03\x62\x73\x03"
+         "\x3D\x53\x2E\x00\x6E\xB6\xEF\xA9\x0E\x00\x00\x00"s},
+        {"xz",
+         "\xFD\x37\x7A\x58\x5A\x00\x00\x01\x69\x22\xDE\x36\x02\x00\x21\x01\x16\x00\x00\x00"
+         "\x74\x2F\xE5\xA3\x01\x00\x0D\x2D\x35\x30\x0A\x2D\x36\x30\x0A\x2D\x37\x30\x2E\x35"
+         "\x0A\x00\x00\x00\x6E\xB6\xEF\xA9\x00\x01\x22\x0E\x0C\xDE\x8C\x60\x90\x42\x99\x0D"
+         "\x01\x00\x00\x00\x00\x01\x59\x5A"s},
+        {"zstd",
+         "\x28\xB5\x2F\xFD\x24\x0E\x71\x00\x00\x2D\x35\x30\x0A\x2D\x36\x30\x0A\x2D\x37\x30"
+         "\x2E\x35\x0A\x48\x63\x94\x8E"s},
+    };
+    const std::string header = "marker,point,frequencyMHz,count,average,maximum,minimum,unit\n";
+    for (const auto& sample : kSamples) {
+        const std::string name = sample.name;
+        SampleFolder folder;
+        folder.add("night.csv.packed", sample.bytes);
+        if (std::string(RFUTILS_UNPACKED).find(name + ' ') == std::string::npos) {
+            expectCommands(
+                {fails(sample.name, "trace night.csv.packed",
+                       "night.csv.packed: is compressed; unpack it: " + name +
+                           " -dc night.csv.packed | rfutils trace -"),
+                 fails(sample.name, "trace -",
+                       "-: is compressed; unpack it: " + name + " -dc - | rfutils trace -")
+                     .given(sample.bytes),
+                 fails(sample.name, "convert --to V",
+                       "-: is compressed; unpack it: " + name + " -dc - | rfutils convert")
+                     .given(sample.bytes)},
+                folder);
+            continue;
+        }
+        const std::string twice = sample.bytes + sample.bytes;
+        expectCommands(
+            {shows(sample.name, "trace night.csv.packed --marker 0 --format csv",
+                   header + "0,0,,3,-60.166666666666664,-50,-70.5,dBm\n"),
+             shows("standard input, cut within its second stream",
+                   "trace - --marker 0 --format csv",
+                   header + "0,0,,3,-60.166666666666664,-50,-70.5,dBm\n")
+                 .given(twice.substr(0, sample.bytes.size() + 7))
+                 .noting("-: the compressed data ends early; a line that it cuts is left out"),
+             fails("damaged", "trace -", "-: the compressed data is damaged")
+                 .given(sample.bytes + "text of other lines\n"),
+             shows("values", "convert --to dBm", "-50.0 dBm\n-60.0 dBm\n-70.5 dBm\n")
+                 .given(sample.bytes),
+             fails("values that end early", "convert --to dBm", "-: the compressed data ends early")
+                 .given(twice.substr(0, sample.bytes.size() + 7))
+                 .after("-50.0 dBm\n-60.0 dBm\n-70.5 dBm\n")},
+            folder);
+    }
 }
 
 TEST(Trace, notesALastLineThatMayBeCut) {

@@ -105,13 +105,6 @@ TEST(LineReader, RefusesWhatItCannotRead) {
     EXPECT_EQ(problemOf(files.makeFolder("folder")), "0: " + std::string(std::strerror(EISDIR)));
 }
 
-TEST(LineReader, RefusesCompressedFiles) {
-    const TempFiles files;
-    const std::string zstd = files.write("lines.zst", "\x28\xB5\x2F\xFD no line end");
-    EXPECT_EQ(problemOf(zstd), "0: is compressed; unpack it: zstd -dc " + zstd);
-    EXPECT_EQ(problemOf(files.write("lines.csv", "a\n\x1F\x8B\n")), "none");
-}
-
 TEST(LineReader, TellsBeforeItMayWait) {
     const TempFiles files;
     const QString file = pathOf(files.write("lines.csv", "a\nb\n"));

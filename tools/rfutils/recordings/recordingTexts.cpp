@@ -31,6 +31,11 @@ void noteCutLine(const SweepReader& recording) {
                              "the last line has no line end and may be cut; it is left out")
                       .message());
     }
+    if (recording.endsEarly()) {
+        printNote(InputError(recording.file(),
+                             "the compressed data ends early; a line that it cuts is left out")
+                      .message());
+    }
 }
 
 void finishReading(const SweepReader& recording, long long sweeps) {

@@ -37,6 +37,9 @@ void forEachValue(const QStringList& arguments, Use use) {
             throw InputError(lines.file(), lines.number(), bad.message);
         }
     }
+    if (lines.endsEarly()) {
+        throw InputError(lines.file(), "the compressed data ends early");
+    }
 }
 
 /// Answers each value as it is read: in text format by show(row), else by a row of a table.
