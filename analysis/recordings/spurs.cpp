@@ -1,0 +1,30 @@
+#include "analysis/recordings/spurs.h"
+
+namespace rfu {
+
+namespace {
+
+constexpr double kHertzPerMegahertz = 1e6;
+
+}  // namespace
+
+std::vector<bool> pointsInSpurs(const FrequencyAxis& axis, const std::vector<Spur>& spurs) {
+    std::vector<bool> isInSpur;
+    isInSpur.reserve(axis.points.size());
+    for (const Hop& hop : axis.hops) {
+        for (std::size_t i = 0; i < hop.points(); ++i) {
+            const double low = hop.low + static_cast<double>(i) * hop.step;
+            bool isIn = false;
+            for (const Spur& spur : spurs) {
+                const double middle = spur.frequency ? *spur.frequency * kHertzPerMegahertz
+                                                     : (hop.low + hop.high) / 2.0;
+                const double half = spur.width / 2.0 * kHertzPerMegahertz;
+                isIn = isIn || (low < middle + half && low + hop.step > middle - half);
+            }
+            isInSpur.push_back(isIn);
+        }
+    }
+    return isInSpur;
+}
+
+}  // namespace rfu

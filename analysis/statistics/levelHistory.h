@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "analysis/recordings/sweepReader.h"
+#include "analysis/statistics/pointHistogram.h"
+
+namespace rfu {
+
+/// The levels of all sweeps, for what depends on their distribution. Levels count in hundredths of a
+/// dB. As long as they fit the memory, every answer is exact; beyond that the levels become
+/// histograms, which take the same memory however many sweeps follow.
+class LevelHistory {
+public:
+    static constexpr std::size_t kMaxBytes = 200000000;
+
+    /// @param maxBytes of memory, but for at least a few bytes a point
+    explicit LevelHistory(std::size_t maxBytes = kMaxBytes);
+
+    /// @param sweep as many levels in every one
+    void add(const Sweep& sweep);
+
+    std::size_t points() const { return points_; }
+    std::size_t sweeps() const { return sweeps_; }
+
+    /// The smallest level not below this one that above() tells apart: a multiple of 0.05 dB.
+    static double onGrid(double level);
+
+    /// A measured level as it is held.
+    static double rounded(double level);
+
+    /// Within how many dB medians and the levels of forEachLevel() lie: 0 where the levels are held.
+    double resolution() const;
+
+    /// Of the levels of each point; of an even count the mean of the middle two. NaN for a point that
+    /// was never measured.
+    std::vector<double> medians();
+
+    /// Calls use(level, count) for levels of a point in any order; each level may come several times.
+    void forEachLevel(std::size_t point,
+                      const std::function<void(double level, long long count)>& use);
+
+    struct Exceeding {
+        long long count;
+        std::string first;  // times of the sweeps
+        std::string last;
+    };
+    /// The sweeps in which a point lies above a level of the grid.
+    Exceeding above(std::size_t point, double level);
+
+private:
+    /// A few neighbouring points. Its levels stand sweep by sweep, in pieces that all panels begin
+    /// and end at the same sweeps.
+    struct Panel {
+        std::size_t points;
+        std::vector<std::unique_ptr<PackedLevel[]>> pieces;
+    };
+    struct Piece {
+        std::size_t room;
+        std::size_t sweeps;
+    };
+    struct Stamp {
+        std::uint32_t sweep;
+        std::string time;
+    };
+
+    void begin(std::size_t points);
+    void beginPiece();
+    std::size_t bytesHeld() const;
+    void drain();
+    void drain(std::size_t panel);
+    void settle();
+    void dropUnusedTimes();
+    const std::string& timeOf(std::uint32_t sweep) const;
+    void copyPoint(std::size_t point, std::size_t piece, PackedLevel* codes) const;
+    void addMedians(const Panel& panel, std::vector<double>& medians) const;
+    double medianOf(const PointHistogram& histogram) const;
+
+    std::size_t maxBytes_;
+    std::size_t points_ = 0;
+    std::size_t sweeps_ = 0;
+    std::vector<Panel> panels_;
+    std::vector<Piece> pieces_;
+    std::size_t sweepsHeld_ = 0;              // in the pieces: the newest
+    std::vector<PointHistogram> histograms_;  // of the sweeps before; empty where all are held
+    int binWidth_ = PointHistogram::kFinest;  // in codes
+    std::vector<Stamp> times_;                // ascending
+};
+
+}  // namespace rfu

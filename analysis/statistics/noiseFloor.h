@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+namespace rfu {
+
+class LevelHistory;
+
+struct NoiseFloor {
+    std::vector<double> levels;  // dBm, of each point
+    std::vector<bool> isQuiet;   // of each point: whether its median is one of noise
+    double uncertainty = 0.0;    // standard deviation of a level, dB
+};
+
+/// The level of noise at each point: the straight line through the quiet points of a window around
+/// it. A signal that is steady counts as noise where it takes more than half of the window.
+/// @param medians  of the levels of each point in dBm, NaN where there is none
+/// @param bands    first point of each band, ascending; a window stays within its band
+/// @param window   points, at least kMinWindow
+NoiseFloor noiseFloor(const std::vector<double>& medians, const std::vector<std::size_t>& bands,
+                      std::size_t window);
+
+inline constexpr std::size_t kMinWindow = 5;
+
+/// The shape of the noise of a recording, from the spread of the levels of its quiet points: the
+/// smallest one that they allow.
+double noiseShape(LevelHistory& history, const NoiseFloor& floor);
+
+}  // namespace rfu
