@@ -7,6 +7,7 @@
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "recordings/parseSpur.h"
 #include "support/errors.h"
 #include "support/units.h"
 #include "trace/parseMarker.h"
@@ -56,6 +57,10 @@ std::optional<double> parseGain(std::string_view text) {
     return parseNumberOf("dBi", text);
 }
 
+std::optional<double> parseDecibels(std::string_view text) {
+    return parseNumberOf("dB", text);
+}
+
 template <auto parse>
 std::optional<Value> readBy(std::string_view text) {
     const auto value = parse(text);
@@ -73,6 +78,7 @@ constexpr Reader kReaders[] = {
     {Kind::Number,    "a number",                                             readBy<parseNumber>},
     {Kind::Level,     "a level such as -60dBm or a number of dBm",            readBy<parseLevel>},
     {Kind::Gain,      "a gain such as 3dBi or a number of dBi",               readBy<parseGain>},
+    {Kind::Decibels,  "a difference such as 6dB or a number of dB",           readBy<parseDecibels>},
     {Kind::Integer,   "a whole number",                                       readBy<parseInteger>},
     {Kind::Frequency, "a frequency such as 88.1MHz or a number of MHz",       readBy<parseFrequency>},
     {Kind::FrequencyRange, "a frequency and a higher one such as 88MHz:108MHz", readBy<parseFrequencyRange>},
@@ -83,6 +89,7 @@ constexpr Reader kReaders[] = {
     {Kind::Cell,      "a column and a row such as 128,40",                    readBy<parsePair<QPoint, parseInteger>>},
     {Kind::Pair,      "two numbers such as 47.5,8.2",                         readBy<parsePair<QPointF, parseNumber>>},
     {Kind::Range,     "a number and a larger one such as -100:-30",           readBy<parseRange>},
+    {Kind::Spur,      "a range such as 98.3MHz:50kHz or hops:50kHz",          readBy<parseSpur>},
 };
 // clang-format on
 

@@ -7,6 +7,7 @@
 #include <variant>
 
 #include "analysis/recordings/markers.h"
+#include "analysis/recordings/spurs.h"
 #include "analysis/support/numbers.h"
 #include "support/format.h"
 #include "support/subcommand.h"
@@ -22,10 +23,10 @@ struct NumberRange {
     double high;
 };
 
-/// A value by its kind: Number, Level, Gain, Percent and Frequency (MHz) are double, Integer is int, Cell
-/// is QPoint, Pair is QPointF, Range is NumberRange.
+/// A value by its kind: Number, Level, Gain, Decibels, Percent and Frequency (MHz) are double, Integer
+/// is int, Cell is QPoint, Pair is QPointF, Range is NumberRange.
 using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint, QPointF,
-                           NumberRange, FrequencyRange>;
+                           NumberRange, FrequencyRange, Spur>;
 
 /// Whether readValue() reads the kind; values of the others stay texts.
 bool isRead(Kind kind);

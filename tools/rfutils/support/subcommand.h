@@ -18,8 +18,9 @@ enum class Kind {
     File,     ///< a file to read
     Picture,  ///< a PNG file to write
     Number,
-    Level,  ///< in dBm
-    Gain,   ///< in dBi
+    Level,     ///< in dBm
+    Gain,      ///< in dBi
+    Decibels,  ///< a difference of levels
     Integer,
     Frequency,
     FrequencyRange,  ///< a frequency and a higher one
@@ -30,6 +31,7 @@ enum class Kind {
     Cell,    ///< a column and a row
     Pair,    ///< two numbers
     Range,   ///< a number and a larger one
+    Spur,    ///< a frequency or the hops, and a width
 };
 
 struct Option {

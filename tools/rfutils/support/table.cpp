@@ -99,8 +99,10 @@ Cell textOrNone(std::string text) {
     return text.empty() ? Cell() : Cell(std::move(text));
 }
 
-RowWriter::RowWriter(Format format, std::vector<std::string> names)
-    : format_(format), names_(std::move(names)) {
+RowWriter::RowWriter(Format format, std::vector<std::string> names, std::vector<int> spare)
+    : format_(format), names_(std::move(names)), spare_(std::move(spare)) {
+    spare_.resize(names_.size(), 0);
+    isLeftOut_.resize(names_.size(), false);
     if (format_ == Format::Csv) {
         writeCsvRow({names_.begin(), names_.end()});
     } else if (format_ == Format::Json) {
@@ -126,6 +128,23 @@ void RowWriter::add(const std::vector<Cell>& cells) {
     }
 }
 
+void RowWriter::leaveOutSpareColumns() {
+    const auto width = [this] {
+        std::size_t sum = 0;
+        for (std::size_t i = 0; i < names_.size(); ++i) {
+            sum += isLeftOut_[i] ? 0 : widths_[i] + kColumnGap.size();
+        }
+        return sum - kColumnGap.size();
+    };
+    for (int place = 1; width() > kMaxWidth; ++place) {
+        const auto next = std::find(spare_.begin(), spare_.end(), place);
+        if (next == spare_.end()) {
+            return;
+        }
+        isLeftOut_[static_cast<std::size_t>(next - spare_.begin())] = true;
+    }
+}
+
 void RowWriter::writeRows() {
     if (format_ != Format::Text) {
         return;  // they are out already
@@ -143,12 +162,16 @@ void RowWriter::writeRows() {
             alignRight_[column] = true;
         }
     }
+    if (needsHeading) {
+        leaveOutSpareColumns();
+    }
     std::string line;
     const auto addCell = [&](std::size_t column, std::string_view text) {
-        line += padded(text, widths_[column], alignRight_[column]);
-        if (column + 1 < names_.size()) {
+        if (!isLeftOut_[column]) {
+            line += padded(text, widths_[column], alignRight_[column]);
             line += kColumnGap;
-        } else {
+        }
+        if (column + 1 == names_.size()) {
             writeTrimmed(line);
             line.clear();
         }
@@ -171,6 +194,15 @@ void RowWriter::finish() {
             standardOutput().flush();  // the note follows the table
             printNote("cells of more than " + std::to_string(kMaxCellWidth) +
                       " characters are shortened; --format csv has them whole");
+        }
+        std::string leftOut;
+        for (std::size_t i = 0; i < names_.size(); ++i) {
+            leftOut += isLeftOut_[i] ? (leftOut.empty() ? "" : ", ") + names_[i] : "";
+        }
+        if (!leftOut.empty()) {
+            standardOutput().flush();
+            printNote("left out to fit " + std::to_string(kMaxWidth) + " columns: " + leftOut +
+                      "; --format csv has all");
         }
     }
 }

@@ -63,15 +63,18 @@ Cell textOrNone(std::string text);
 
 /// Writes rows of cells to standardOutput():
 ///  - text: columns aligned, a heading line first; cells of more than kMaxCellWidth columns are
-///    shortened with a note, so that one of them does not widen every row;
+///    shortened with a note, so that one of them does not widen every row. Spare columns are left
+///    out with a note where the table would be wider than kMaxWidth;
 ///  - CSV: a header line;
 ///  - JSON: an array with one object per line, keys in column order.
 /// CSV and JSON rows are written as they come, text at the end, when all widths are known.
 class RowWriter {
 public:
     static constexpr std::size_t kMaxCellWidth = 80;
+    static constexpr std::size_t kMaxWidth = 80;
 
-    RowWriter(Format format, std::vector<std::string> names);
+    /// @param spare of each column 0, or its place in the order in which columns are left out
+    RowWriter(Format format, std::vector<std::string> names, std::vector<int> spare = {});
 
     /// @param cells as many as there are names
     void add(const std::vector<Cell>& cells);
@@ -83,6 +86,8 @@ public:
     void finish();
 
 private:
+    void leaveOutSpareColumns();
+
     struct ShownCell {
         std::string text;
         bool alignRight;
@@ -90,12 +95,14 @@ private:
 
     Format format_;
     std::vector<std::string> names_;
+    std::vector<int> spare_;
     bool firstRow_ = true;
     bool hasShortened_ = false;
     // Text format only.
     std::vector<ShownCell> cells_;
     std::vector<std::size_t> widths_;
     std::vector<bool> alignRight_;
+    std::vector<bool> isLeftOut_;
 };
 
 /// A column of a table: its name, and its cell of a row.
@@ -104,13 +111,15 @@ struct Column {
     const char* name;
     std::function<Cell(const Row& row)> cell;
     bool isShown = true;
+    int spare = 0;  // see RowWriter
 };
 
 template <typename Row>
 class Table {
 public:
     Table(Format format, std::vector<Column<Row>> columns)
-        : columns_(shown(std::move(columns))), writer_(format, namesOf(columns_)) {}
+        : columns_(shown(std::move(columns))),
+          writer_(format, namesOf(columns_), spareOf(columns_)) {}
 
     void add(const Row& row) {
         cells_.clear();
@@ -139,6 +148,14 @@ private:
             names.emplace_back(column.name);
         }
         return names;
+    }
+    static std::vector<int> spareOf(const std::vector<Column<Row>>& columns) {
+        std::vector<int> spare;
+        spare.reserve(columns.size());
+        for (const Column<Row>& column : columns) {
+            spare.push_back(column.spare);
+        }
+        return spare;
     }
 
     std::vector<Column<Row>> columns_;

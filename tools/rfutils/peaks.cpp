@@ -1,0 +1,221 @@
+#include <QString>
+#include <algorithm>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "analysis/recordings/spurs.h"
+#include "analysis/statistics/noiseFloor.h"
+#include "analysis/statistics/peaks.h"
+#include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
+#include "recordings/levelView.h"
+#include "recordings/recordingTexts.h"
+#include "subcommands.h"
+#include "support/commandLine.h"
+#include "support/errors.h"
+#include "support/format.h"
+#include "support/prefixNote.h"
+#include "support/table.h"
+
+namespace rfu::command {
+
+namespace {
+
+constexpr int kMaxWindow = 1000000;
+
+double positive(const CommandLine& line, const char* name) {
+    const double value = line.value<double>(name);
+    if (value <= 0.0) {
+        throw UsageError(std::string("--") + name + " has to be above zero");
+    }
+    return value;
+}
+
+PeakOptions optionsOf(const CommandLine& line) {
+    PeakOptions options;
+    if (line.isSet("above")) {
+        options.above = positive(line, "above");
+    }
+    options.widthAt = positive(line, "width-at");
+    const int window = line.value<int>("window");
+    if (window < static_cast<int>(kMinWindow) || window > kMaxWindow) {
+        throw UsageError("--window takes " + std::to_string(kMinWindow) + " to " +
+                         std::to_string(kMaxWindow) + " points");
+    }
+    options.window = static_cast<std::size_t>(window);
+    return options;
+}
+
+/// @throw InputError for a spur without effect
+std::vector<bool> leftOutBy(const CommandLine& line, const SweepReader& recording) {
+    const std::vector<Spur> spurs = line.values<Spur>("spur");
+    for (std::size_t i = 0; i < spurs.size(); ++i) {
+        const std::vector<bool> isIn = pointsInSpurs(recording.axis(), {spurs[i]});
+        if (std::none_of(isIn.begin(), isIn.end(), [](bool is) { return is; })) {
+            throw InputError(recording.file(),
+                             "no point lies in the spur " +
+                                 quoted(line.texts("spur")[static_cast<int>(i)].toStdString()));
+        }
+    }
+    return pointsInSpurs(recording.axis(), spurs);
+}
+
+/// Times in text format: without their day where all have the same one, without seconds otherwise.
+class ShownTimes {
+public:
+    explicit ShownTimes(const std::vector<Signal>& signals) {
+        for (const Signal& signal : signals) {
+            for (const std::string& time : {signal.first, signal.last}) {
+                isOneDay_ = isOneDay_ && time.compare(0, kDay, signals.front().first, 0, kDay) == 0;
+            }
+        }
+    }
+
+    /// @param time "2024-05-04 21:15:00.308551"
+    std::string operator()(const std::string& time) const {
+        return isOneDay_ ? time.substr(kDay + 1, 8) : time.substr(kYear, 11);
+    }
+
+private:
+    static constexpr std::size_t kYear = 5;  // "2024-"
+    static constexpr std::size_t kDay = 10;  // "2024-05-04"
+
+    bool isOneDay_ = true;
+};
+
+class PeakTable {
+public:
+    PeakTable(const CommandLine& line, const LevelView& view, const FrequencyAxis& axis)
+        : format_(line.format()), view_(view), axis_(axis), note_(view.unit, true) {}
+
+    void print(const std::vector<Signal>& signals) {
+        Table<Row> table(format_, columns(ShownTimes(signals)));
+        for (const Signal& signal : signals) {
+            LevelPresenter presenter(view_.unit,
+                                     view_.antennaAt(axis_, static_cast<int>(signal.point)));
+            table.add({signal, presenter});
+        }
+        table.finish();
+        note_.print();
+    }
+
+private:
+    struct Row {
+        const Signal& signal;
+        LevelPresenter& presenter;
+    };
+
+    std::vector<Column<Row>> columns(const ShownTimes& shown) {
+        constexpr int kDecibelDecimals = 1;
+        constexpr int kShareDecimals = 3;
+        const auto level = [this](double Signal::*levelOf) {
+            return [this, levelOf](const Row& row) {
+                return levelCell(row.signal.*levelOf, format_, row.presenter, note_);
+            };
+        };
+        const auto number = [](double Signal::*numberOf, int decimals) {
+            return [numberOf, decimals](const Row& row) {
+                return withDecimals(row.signal.*numberOf, decimals);
+            };
+        };
+        const auto time = [this, shown](std::string Signal::*timeOf) {
+            return [this, shown, timeOf](const Row& row) {
+                const std::string& found = row.signal.*timeOf;
+                return Cell(format_ == Format::Text ? shown(found) : found);
+            };
+        };
+        const bool hasUnitColumn = format_ != Format::Text;  // a text has it beside each number
+        return {{"frequencyMHz", number(&Signal::frequency, kHertzDecimals)},
+                {"widthMHz",
+                 [](const Row& row) {
+                     // Eight characters, as the heading.
+                     const double width = row.signal.width;
+                     return withDecimals(width, width < 10.0     ? kHertzDecimals
+                                                : width < 100.0  ? kHertzDecimals - 1
+                                                : width < 1000.0 ? kHertzDecimals - 2
+                                                                 : kHertzDecimals - 3);
+                 }},
+                {"maximum", level(&Signal::maximum)},
+                {"average", level(&Signal::average), true, 1},
+                {"floor", level(&Signal::floor), true, 2},
+                {"above",
+                 [](const Row& row) {
+                     return withDecimals(row.signal.maximum - row.signal.floor, kDecibelDecimals);
+                 }},
+                {"present", number(&Signal::present, kShareDecimals)},
+                {"first", time(&Signal::first)},
+                {"last", time(&Signal::last)},
+                {"unit", [](const Row& row) { return row.presenter.unitName(); }, hasUnitColumn}};
+    }
+
+    Format format_;
+    const LevelView& view_;
+    const FrequencyAxis& axis_;
+    PrefixNote note_;
+};
+
+void runPeaks(const CommandLine& line) {
+    const PeakOptions options = optionsOf(line);
+    const LevelView view = levelViewOf(line);
+    requireAntennaUnit(line, view.unit);
+    SweepReader recording(line.text("FILE"), kLearnedSweeps);
+    PeakFinder finder;
+    long long sweeps = 0;
+    for (Sweep sweep; recording.next(sweep); ++sweeps) {
+        if (!recording.hasFrequencies()) {
+            throw InputError(recording.file(), "the recording holds no frequencies");
+        }
+        finder.add(sweep);
+    }
+    finishReading(recording, sweeps);
+    const std::vector<Signal> signals =
+        finder.find(recording.axis(), leftOutBy(line, recording), options);
+    PeakTable(line, view, recording.axis()).print(signals);
+    if (finder.resolution() > 0.0) {
+        printNote("the levels do not fit " + std::to_string(LevelHistory::kMaxBytes / 1000000) +
+                  " MB; medians are within " + fixedText(finder.resolution(), 2) + " dB");
+    }
+}
+
+}  // namespace
+
+// clang-format off
+constexpr Subcommand kPeaks = {
+    "peaks", "Signals in recorded sweeps",
+    "The signals of a recording, one row each: the middle of its width; the width, between the "
+    "points 6 dB below the maximum; its highest and mean level; the noise floor there and how far "
+    "above it the maximum is; the share of the sweeps in which it was present; the times when it "
+    "was first and last seen. FILE holds sweeps as rtl_power and hackrf_sweep write them; - reads "
+    "standard input. All sweeps count. No signal is an empty table.\n"
+    "\n"
+    "The floor is the median level of the noise: a straight line through the quiet points of a "
+    "window around each point. A steady signal wider than half the window counts as floor.\n"
+    "\n"
+    "A signal is a run of points whose maximum exceeds the threshold; a single point below it does "
+    "not end the run. Unless --above is given, the threshold is the level that noise as spread as "
+    "that of the recording would exceed in one cell of one recording in a hundred, at least 6 dB "
+    "above the floor.",
+    {{"FILE", Kind::File}},
+    {{"above", "DB", Kind::Decibels, "Take signals that rise this far above the floor."},
+     {"width-at", "DB", Kind::Decibels, "How far below the maximum the width is measured.", "6"},
+     {"window", "POINTS", Kind::Integer, "How many points the floor follows from.", "101"},
+     {"spur", "FREQ:WIDTH", Kind::Spur,
+      "Leave out a range that holds a spur, such as 98.3MHz:50kHz; hops:WIDTH is the middle of "
+      "every hop, where many receivers have a line of their own.",
+      nullptr, 0, kAnyCount},
+     {"unit", "UNIT", Kind::Unit,
+      "Show levels in this unit (rfutils units lists them); a field unit takes the frequency of "
+      "each signal unless --center is given.",
+      "dBm"},
+     kCenterOption,
+     kGainOption},
+    {"rfutils peaks fm_band.csv",
+     "rfutils peaks fm_band.csv --above 20 --unit dBuV",
+     "rfutils peaks fm_band.csv --spur hops:80kHz --format csv",
+     "rfutils peaks wifi_band.csv --window 51 --width-at 20"},
+    runPeaks};
+// clang-format on
+
+}  // namespace rfu::command
