@@ -15,7 +15,7 @@ namespace rfu {
 
 namespace {
 
-constexpr int kMargin = 64;
+constexpr int kSheetMargin = 64;
 constexpr int kLabelSize = 14;
 constexpr int kWantedSide = 960;     // of the longer side of the map
 constexpr int kMinSheetWidth = 360;  // room for two labels side by side
@@ -60,7 +60,7 @@ void drawLabel(QPainter& painter, QPointF at, const MapMark& mark, QSizeF sheet)
 QImage drawSheet(const QImage& map, const std::vector<MapMark>& marks) {
     const int factor = std::max(1, kWantedSide / std::max(map.width(), map.height()));
     const QRect area(
-        QPoint(std::max(kMargin, (kMinSheetWidth - factor * map.width()) / 2), kMargin),
+        QPoint(std::max(kSheetMargin, (kMinSheetWidth - factor * map.width()) / 2), kSheetMargin),
         map.size() * factor);
     QImage sheet(2 * area.left() + area.width(), 2 * area.top() + area.height(),
                  QImage::Format_RGB32);

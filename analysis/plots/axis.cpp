@@ -8,8 +8,8 @@ namespace rfu {
 
 namespace {
 
-constexpr double kMinSpan = 1e-250;  // its ticks are still normal doubles
-constexpr double kRounding = 1e-3;   // of a step: a tick this far outside is still at the end
+constexpr double kMinSpan = 1e-250;     // its ticks are still normal doubles
+constexpr double kStepRounding = 1e-3;  // of a step: a tick this far outside is still at the end
 
 /// The smallest of 1, 2, 5, 10, 20, ... that is not below a step.
 double roundStep(double step) {
@@ -41,8 +41,8 @@ Axis::Axis(double low, double high, Ends ends, int maxDigits, double minStep, in
 }
 
 std::vector<double> Axis::ticks() const {
-    const double first = std::ceil(low_ / step_ - kRounding);
-    const double last = std::floor(high_ / step_ + kRounding);
+    const double first = std::ceil(low_ / step_ - kStepRounding);
+    const double last = std::floor(high_ / step_ + kStepRounding);
     // Counted by an int: a double beyond 2^53 does not move when 1 is added.
     const int count = static_cast<int>(last - first) + 1;
     std::vector<double> result;

@@ -15,6 +15,9 @@ public:
     };
 
     static constexpr int kWantedTicks = 10;
+    // Significant digits of labels that have room
+    static constexpr int kPlaceDigits = 12;  // between two ticks
+    static constexpr int kLevelDigits = 7;   // at the left
 
     /// A range that is empty, or so narrow that neighbouring ticks would have the same label, is
     /// widened by 1 % of its lower end to both sides, by 0.5 at least.

@@ -13,13 +13,12 @@ namespace {
 
 constexpr int kCut = 14;        // columns between two panels
 constexpr int kNarrowest = 40;  // columns of a panel, where there is room
-constexpr int kPlaceDigits = 12;
 constexpr double kBetweenLabels = 14.0;
-constexpr double kRounding = 1e-6;  // of a column
+constexpr double kColumnRounding = 1e-6;  // of a column
 
 Axis axisOf(const BandPanel& panel, bool isCounted, int wantedTicks) {
-    return {panel.axis.low(), panel.axis.high(),     Axis::Ends::Exact,
-            kPlaceDigits,     isCounted ? 1.0 : 0.0, wantedTicks};
+    return {panel.axis.low(),   panel.axis.high(),     Axis::Ends::Exact,
+            Axis::kPlaceDigits, isCounted ? 1.0 : 0.0, wantedTicks};
 }
 
 /// The ticks of as many as wanted whose labels do not touch; the low end where there is no tick.
@@ -109,7 +108,7 @@ void BandPanels::addPanels(const FrequencyAxis& axis, std::size_t points, int le
             narrowest + (columns - narrowest * count) * (band.high - band.low) / span;
         panels_.push_back({static_cast<int>(std::lround(at)),
                            static_cast<int>(std::lround(at + width)),
-                           {band.low, band.high, Axis::Ends::Exact, kPlaceDigits}});
+                           {band.low, band.high, Axis::Ends::Exact, Axis::kPlaceDigits}});
         at += width + cut;
     }
 }
@@ -126,7 +125,7 @@ void BandPanels::addColumns(const FrequencyAxis& axis, std::size_t points) {
         const double x = shown.x(axis.points.empty() ? static_cast<double>(i) : axis.points[i]);
         panelOf[i] = panel;
         const int last = std::min(std::max(shown.left, shown.right - 1), panels_.back().right - 1);
-        places[i] = std::clamp<double>(x + kRounding, std::min(shown.left, last), last);
+        places[i] = std::clamp<double>(x + kColumnRounding, std::min(shown.left, last), last);
         // The last bin of a hop may overlap the first of the next.
         places[i] = i > 0 ? std::max(places[i], places[i - 1]) : places[i];
     }

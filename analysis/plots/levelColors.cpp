@@ -8,19 +8,19 @@ namespace rfu {
 
 namespace {
 
-constexpr double kLowShare = 0.01;
-constexpr double kHighShare = 0.999;
-constexpr double kRounding = 1e-9;  // of an entry: a level this far below it has its colour
-constexpr double kMargin = 0.5;     // dB, around levels that are all alike
+constexpr double kLowestShare = 0.01;
+constexpr double kHighestShare = 0.999;
+constexpr double kEntryRounding = 1e-9;  // of an entry: a level this far below it has its colour
+constexpr double kLevelMargin = 0.5;     // dB, around levels that are all alike
 
 }  // namespace
 
 LevelRange usualRange(const LevelHistogram& levels) {
-    LevelRange range = {unpacked(levels.percentile(kLowShare).value_or(0)),
-                        unpacked(levels.percentile(kHighShare).value_or(0))};
+    LevelRange range = {unpacked(levels.percentile(kLowestShare).value_or(0)),
+                        unpacked(levels.percentile(kHighestShare).value_or(0))};
     if (range.high - range.low < kNarrowestRange) {
-        range.low -= kMargin;
-        range.high += kMargin;
+        range.low -= kLevelMargin;
+        range.high += kLevelMargin;
     }
     return range;
 }
@@ -30,7 +30,7 @@ LevelColors::LevelColors(const Palette& palette, const LevelRange& range) : pale
     for (int level = -kMost; level <= kMost; ++level) {
         const auto packed = static_cast<PackedLevel>(level);
         const double part = (unpacked(packed) - range.low) / (range.high - range.low);
-        const double entry = std::floor(part * Palette::kEntries + kRounding);
+        const double entry = std::floor(part * Palette::kEntries + kEntryRounding);
         entries_[static_cast<std::uint16_t>(packed)] =
             static_cast<std::uint8_t>(std::clamp(entry, 0.0, Palette::kEntries - 1.0));
     }

@@ -11,8 +11,6 @@ namespace rfu {
 
 namespace {
 
-constexpr int kLevelDigits = 7;
-
 /// digit times ten to the power of decade, as "20 uV".
 QString prefixedLabel(int digit, int decade, const std::string& unit) {
     const auto prefix =
@@ -20,7 +18,7 @@ QString prefixedLabel(int digit, int decade, const std::string& unit) {
                      [decade](const Prefix& known) { return -known.decades <= decade; });
     const Prefix& used = prefix == std::end(kPrefixes) ? *std::prev(prefix) : *prefix;
     const double number = digit * std::pow(10.0, decade + used.decades);
-    QString label = QString::number(number, 'g', kLevelDigits) + QLatin1Char(' ');
+    QString label = QString::number(number, 'g', Axis::kLevelDigits) + QLatin1Char(' ');
     if (used.letter == 'u') {
         label += QChar(0xB5);
     } else if (used.letter != 0) {
@@ -64,7 +62,7 @@ std::vector<LevelTick> levelTicks(const LevelScale& scale, const LevelRange& ran
         return linearTicks(scale, range, wanted);
     }
     const Axis axis(scale.shown(range.low), scale.shown(range.high), Axis::Ends::Exact,
-                    kLevelDigits, 0.0, wanted);
+                    Axis::kLevelDigits, 0.0, wanted);
     std::vector<LevelTick> ticks;
     for (const double tick : axis.ticks()) {
         ticks.push_back({scale.dBm(tick), axis.label(tick)});

@@ -14,7 +14,6 @@ namespace {
 constexpr double kLeft = 84.0;
 constexpr double kRight = 28.0;
 constexpr double kBottom = 62.0;
-constexpr double kTick = 5.0;
 constexpr double kLegend = 56.0;  // the row in which it stands
 
 void drawGridLine(QPainter& painter, QPointF from, QPointF to) {
@@ -56,7 +55,7 @@ void PlotFrame::drawAxes(QPainter& painter, const QString& acrossName,
     const QFontMetricsF metrics(painter.font());
     for (const double tick : up_.ticks()) {
         drawGridLine(painter, {area_.left(), sharp(y(tick))}, {area_.right(), sharp(y(tick))});
-        painter.drawText(QRectF(0, y(tick) - 10, area_.left() - kTick - 5, 20),
+        painter.drawText(QRectF(0, y(tick) - 10, area_.left() - kTickLength - 5, 20),
                          Qt::AlignRight | Qt::AlignVCenter, up_.label(tick));
     }
     for (const double tick : across_.ticks()) {
@@ -64,7 +63,7 @@ void PlotFrame::drawAxes(QPainter& painter, const QString& acrossName,
         const QString label = across_.label(tick);
         const double mostRight = size_.width() - 4 - metrics.horizontalAdvance(label) / 2;
         painter.drawText(
-            QRectF(std::min(x(tick), mostRight) - 60, area_.bottom() + kTick + 1, 120, 20),
+            QRectF(std::min(x(tick), mostRight) - 60, area_.bottom() + kTickLength + 1, 120, 20),
             Qt::AlignHCenter | Qt::AlignTop, label);
     }
     painter.setPen(QPen(kFrame, 1));

@@ -17,6 +17,8 @@ inline const QColor kFaint(0x6b, 0x75, 0x80);
 inline const QColor kGrid(0xe2, 0xe6, 0xea);
 inline const QColor kFrame(0xa9, 0xb2, 0xbb);
 
+inline constexpr double kTickLength = 5.0;  // pixels
+
 /// Sans serif. Needs a QGuiApplication.
 QFont fontOf(int pixels, bool bold = false);
 

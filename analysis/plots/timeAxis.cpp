@@ -27,7 +27,7 @@ constexpr std::int64_t kSteps[] = {
     kHour,   2 * kHour,   3 * kHour,   6 * kHour,    12 * kHour,   kMicrosecondsPerDay};
 
 /// The first round step that is not below a step.
-std::int64_t roundStep(double step) {
+std::int64_t roundTimeStep(double step) {
     const auto found =
         std::find_if(std::begin(kSteps), std::end(kSteps),
                      [step](std::int64_t known) { return static_cast<double>(known) >= step; });
@@ -57,7 +57,7 @@ std::int64_t stepOf(const std::vector<TimeStretch>& stretches) {
         time += static_cast<double>(stretch.time.end - stretch.time.begin);
         pixels += stretch.bottom - stretch.top;
     }
-    return roundStep(pixels > 0.0 ? time / pixels * kWantedDistance : 1.0);
+    return roundTimeStep(pixels > 0.0 ? time / pixels * kWantedDistance : 1.0);
 }
 
 class Ticks {

@@ -23,8 +23,6 @@ namespace {
 
 constexpr QSize kSize(1280, 680);
 constexpr double kLabelRow = 20.0;
-constexpr int kLevelDigits = 7;   // have room at the left
-constexpr int kPlaceDigits = 12;  // have room between two ticks
 
 const CurveStyle kMaximum = {"maximum", QColor(0xc8, 0x55, 0x3d), 1.2};
 const CurveStyle kAverage = {"average", QColor(0x1f, 0x4e, 0x79), 1.8};
@@ -47,11 +45,11 @@ Axis levelAxis(const TracePlot& plot) {
         low = 0.0;
         high = 1.0;
     }
-    return {low, high, Axis::Ends::Rounded, kLevelDigits};
+    return {low, high, Axis::Ends::Rounded, Axis::kLevelDigits};
 }
 
 Axis placeAxis(const TracePlot& plot) {
-    return {plot.places.front(), plot.end, Axis::Ends::Exact, kPlaceDigits,
+    return {plot.places.front(), plot.end, Axis::Ends::Exact, Axis::kPlaceDigits,
             plot.isCounted ? 1.0 : 0.0};
 }
 

@@ -12,26 +12,24 @@ namespace rfu {
 
 namespace {
 
-constexpr int kLeft = 100;
-constexpr int kTop = 66;
-constexpr int kBottom = 58;
+constexpr int kLeftRoom = 100;
+constexpr int kTopRoom = 66;
+constexpr int kBottomRoom = 58;
 constexpr int kBeforeBar = 16;
 constexpr int kBarWidth = 16;
 constexpr int kLevelLabels = 64;   // columns right of the bar
 constexpr int kLinearLabels = 96;  // the same with prefix and unit
-constexpr double kTick = 5.0;
 constexpr int kPixelsPerTick = 40;
-constexpr int kCountDigits = 12;
 // Rows held for each of the picture: those of a long recording are less than a pixel high.
 constexpr std::size_t kRowsPerPixel = 4;
-constexpr double kRounding = 1e-6;  // of a pixel
+constexpr double kPixelRounding = 1e-6;  // of a pixel
 
 int wantedTicks(int pixels) {
     return std::clamp(pixels / kPixelsPerTick, 1, Axis::kWantedTicks);
 }
 
 int pixelOf(double position) {
-    return static_cast<int>(std::floor(position + kRounding));
+    return static_cast<int>(std::floor(position + kPixelRounding));
 }
 
 int bottomOf(const QRect& rectangle) {
@@ -40,7 +38,8 @@ int bottomOf(const QRect& rectangle) {
 
 QRect areaOf(QSize size, bool isLinear) {
     const int right = kBeforeBar + kBarWidth + (isLinear ? kLinearLabels : kLevelLabels);
-    return {kLeft, kTop, size.width() - kLeft - right, size.height() - kTop - kBottom};
+    return {kLeftRoom, kTopRoom, size.width() - kLeftRoom - right,
+            size.height() - kTopRoom - kBottomRoom};
 }
 
 /// A thin frame around pixels, which it leaves free.
@@ -65,9 +64,9 @@ void drawPlaces(QPainter& painter, const WaterfallLayout& layout) {
     }
     for (const PlaceTick& tick : layout.places) {
         const double x = sharp(tick.at);
-        drawTick(painter, {x, bottom}, {x, bottom + kTick});
+        drawTick(painter, {x, bottom}, {x, bottom + kTickLength});
         const double half = metrics.horizontalAdvance(tick.label) / 2 + 1;
-        painter.drawText(QRectF(x - half, bottom + kTick + 1, 2 * half, 20),
+        painter.drawText(QRectF(x - half, bottom + kTickLength + 1, 2 * half, 20),
                          Qt::AlignHCenter | Qt::AlignTop, tick.label);
     }
     painter.drawText(QRectF(layout.area.left(), bottom + 28, layout.area.width(), 22),
@@ -78,8 +77,8 @@ void drawRows(QPainter& painter, const WaterfallLayout& layout) {
     const double left = layout.area.left();
     for (const TimeTick& tick : layout.rows) {
         const double y = sharp(tick.at);
-        drawTick(painter, {left - kTick, y}, {left, y});
-        const QRectF label(20, y - 10, left - kTick - 5 - 20, 20);
+        drawTick(painter, {left - kTickLength, y}, {left, y});
+        const QRectF label(20, y - 10, left - kTickLength - 5 - 20, 20);
         painter.drawText(label, Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip, tick.label);
         painter.drawText(label.translated(0, -16),
                          Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip, tick.date);
@@ -104,8 +103,8 @@ void drawBar(QPainter& painter, const WaterfallLayout& layout, const Palette& pa
     const double right = bar.left() + bar.width();
     for (const LevelTick& tick : layout.levels) {
         const double y = std::min(sharp(layout.barY(tick.level)), bottomOf(bar) - 0.5);
-        drawTick(painter, {right, y}, {right + kTick, y});
-        painter.drawText(QRectF(right + kTick + 4, y - 10, kLinearLabels, 20),
+        drawTick(painter, {right, y}, {right + kTickLength, y});
+        painter.drawText(QRectF(right + kTickLength + 4, y - 10, kLinearLabels, 20),
                          Qt::AlignLeft | Qt::AlignVCenter, tick.label);
     }
     painter.setPen(kInk);
@@ -172,7 +171,7 @@ std::vector<TimeTick> Waterfall::rowTicks() const {
     if (!hasTimes_) {
         std::vector<TimeTick> ticks;
         const auto sweeps = static_cast<double>(sweeps_);
-        const Axis axis(1.0, sweeps + 1.0, Axis::Ends::Exact, kCountDigits, 1.0,
+        const Axis axis(1.0, sweeps + 1.0, Axis::Ends::Exact, Axis::kPlaceDigits, 1.0,
                         wantedTicks(area_.height()));
         for (const double sweep : axis.ticks()) {
             if (sweep <= sweeps) {

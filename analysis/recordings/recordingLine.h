@@ -17,6 +17,8 @@ class LineReader;
 // Lines that hold no data are skipped: blank ones, comments, and a header before all others.
 // A line that cannot be read ends in an InputError with file and line.
 
+inline constexpr double kHertzPerMegahertz = 1e6;
+
 /// The range that one tuning of the receiver covers, and the bins in it.
 struct Hop {
     double low;   // Hz

@@ -2,12 +2,6 @@
 
 namespace rfu {
 
-namespace {
-
-constexpr double kHertzPerMegahertz = 1e6;
-
-}  // namespace
-
 std::vector<bool> pointsInSpurs(const FrequencyAxis& axis, const std::vector<Spur>& spurs) {
     std::vector<bool> isInSpur;
     isInSpur.reserve(axis.points.size());

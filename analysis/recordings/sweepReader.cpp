@@ -15,7 +15,6 @@ namespace rfu {
 
 namespace {
 
-constexpr double kHertzPerMegahertz = 1e6;
 constexpr std::size_t kMaxPoints = 4000000;
 
 /// @param source of each level

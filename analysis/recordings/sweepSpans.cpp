@@ -14,13 +14,13 @@ constexpr std::int64_t kJitter = kMicrosecondsPerSecond;
 constexpr std::int64_t kUnknownStep = kMicrosecondsPerSecond;
 
 /// Sweeps of one time.
-struct Run {
+struct SameTime {
     std::int64_t begin;
     std::size_t sweeps;
 };
 
-std::vector<Run> runsOf(const std::vector<std::int64_t>& begins) {
-    std::vector<Run> runs;
+std::vector<SameTime> runsOf(const std::vector<std::int64_t>& begins) {
+    std::vector<SameTime> runs;
     for (const std::int64_t begin : begins) {
         if (!runs.empty() && begin <= runs.back().begin && begin >= runs.back().begin - kJitter) {
             ++runs.back().sweeps;
@@ -32,7 +32,7 @@ std::vector<Run> runsOf(const std::vector<std::int64_t>& begins) {
 }
 
 /// The smaller middle one of the steps around a run; steps back do not count.
-std::int64_t usualStep(const std::vector<Run>& runs, std::size_t run) {
+std::int64_t usualStep(const std::vector<SameTime>& runs, std::size_t run) {
     std::vector<std::int64_t> steps;
     const std::size_t first = run > kNeighbours ? run - kNeighbours : 0;
     const std::size_t last = std::min(run + kNeighbours + 1, runs.size() - 1);
@@ -53,8 +53,8 @@ std::int64_t usualStep(const std::vector<Run>& runs, std::size_t run) {
 }  // namespace
 
 std::vector<TimeSpan> spansOf(const std::vector<std::int64_t>& begins) {
-    const std::vector<Run> runs = runsOf(begins);
-    const bool areCut = std::all_of(runs.begin(), runs.end(), [](const Run& run) {
+    const std::vector<SameTime> runs = runsOf(begins);
+    const bool areCut = std::all_of(runs.begin(), runs.end(), [](const SameTime& run) {
         return run.begin % kMicrosecondsPerSecond == 0;
     });
     const std::int64_t resolution = areCut ? kMicrosecondsPerSecond : 0;

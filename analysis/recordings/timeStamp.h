@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -26,6 +27,9 @@ std::int64_t microsecondsOf(std::string_view stamp);
 
 inline constexpr std::int64_t kMicrosecondsPerSecond = 1000000;
 inline constexpr std::int64_t kMicrosecondsPerDay = 86400 * kMicrosecondsPerSecond;
+
+/// Memory of a stamp that is kept, as "2024-05-04 21:15:00.308551", and of its place.
+inline constexpr std::size_t kBytesOfTime = 64;
 
 /// "2024-05-04", of a time from the fixed day.
 std::string dateText(std::int64_t microseconds);

@@ -10,20 +10,19 @@ namespace rfu {
 
 namespace {
 
-constexpr double kHertzPerMegahertz = 1e6;
 // Frequencies nearer to each other are the same but for rounding.
 constexpr double kSameFrequency = 1e-9;  // MHz
 
 /// How far into the bins, from either end, the power reaches a sum: the number of the bin there and
 /// the part of it.
-struct Reach {
+struct BinEdge {
     std::size_t bin;
     double part;
 };
 
 template <typename Iterator>
-Reach reachOf(Iterator begin, Iterator end, double sum) {
-    Reach reach = {0, 0.0};
+BinEdge reachOf(Iterator begin, Iterator end, double sum) {
+    BinEdge reach = {0, 0.0};
     double before = 0.0;
     for (Iterator power = begin; power != end; ++power) {
         reach.bin = static_cast<std::size_t>(power - begin);
@@ -119,8 +118,8 @@ ChannelFigures ChannelPowers::figures(const Channel& channel, const std::vector<
                                       long long sweeps) const {
     const double sum = std::accumulate(powers.begin(), powers.end(), 0.0);
     const double rest = sum * (1.0 - options_.share) / 2.0;
-    const Reach low = reachOf(powers.begin(), powers.end(), rest);
-    const Reach high = reachOf(powers.rbegin(), powers.rend(), rest);
+    const BinEdge low = reachOf(powers.begin(), powers.end(), rest);
+    const BinEdge high = reachOf(powers.rbegin(), powers.rend(), rest);
     const std::size_t last = powers.size() - 1 - high.bin;
     return {dBmOf(sum / static_cast<double>(sweeps) / options_.enbw),
             {between(channel.edges[low.bin], channel.edges[low.bin + 1], low.part),

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+#include "analysis/recordings/timeStamp.h"
+
 namespace rfu {
 
 namespace {
@@ -13,7 +15,6 @@ constexpr std::size_t kPanel = 64;    // points
 constexpr std::size_t kMinPiece = 4;  // sweeps
 constexpr std::size_t kMaxPiece =
     256;  // a point's levels of a piece fit the processor's nearest cache
-constexpr std::size_t kBytesOfTime = 64;
 constexpr std::size_t kShareOfPieces = 8;  // of the memory, once there are histograms
 constexpr double kStepsPerDb = kPackedPerDecibel / PointHistogram::kFinest;  // of the grid
 

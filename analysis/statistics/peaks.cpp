@@ -12,7 +12,7 @@ namespace rfu {
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 constexpr double kFalseAlarms = 0.01;  // expected in a recording of noise
 
 /// The traces in which signals are sought: a recording without the points that are left out.
@@ -96,7 +96,7 @@ std::vector<Signal> PeakFinder::find(const FrequencyAxis& axis, const std::vecto
     long long cells = 0;
     for (std::size_t i = 0; i < medians.size(); ++i) {
         statistics.push_back(tallies_[i].statistics());
-        medians[i] = isLeftOut[i] ? kNaN : medians[i];
+        medians[i] = isLeftOut[i] ? kUnknown : medians[i];
         cells += isLeftOut[i] ? 0 : statistics[i].count;
     }
     if (cells == 0) {
@@ -119,7 +119,7 @@ std::vector<Signal> PeakFinder::find(const FrequencyAxis& axis, const std::vecto
             traces.points.push_back(i);
             traces.places.push_back(axis.points[i]);
             const std::optional<double>& maximum = statistics[i].maximum;
-            traces.maxima.push_back(maximum ? LevelHistory::rounded(*maximum) : kNaN);
+            traces.maxima.push_back(maximum ? LevelHistory::rounded(*maximum) : kUnknown);
             traces.thresholds.push_back(LevelHistory::onGrid(floor.levels[i] + excess));
         }
     }

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "analysis/recordings/timeStamp.h"
+
 namespace rfu {
 
 namespace {
-
-constexpr std::size_t kBytesOfTime = 64;  // "2024-05-04 21:15:00.308551" and its place
 
 template <typename Item, typename Items>
 std::vector<Item> rearranged(const Items& items, const std::vector<std::size_t>& former,

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "runCommand.h"
+#include "support/relatedUnits.h"
 
 TEST(Units, takesNoArgument) {
     expectCommands({
@@ -56,5 +57,16 @@ TEST(Units, listAgreesWithConversion) {
             cells[3] == "true" ? 0 : 1);
         EXPECT_EQ(runCommand(QStringList{"convert", "1", "--to", cells[0]} + antenna).exitStatus,
                   cells[2] == "name" ? 0 : 1);
+    }
+}
+
+TEST(Units, relatedOnesFollowFromUnitsThatAreShownAndRead) {
+    for (const rfu::command::RelatedUnit& unit : rfu::command::kRelatedUnits) {
+        SCOPED_TRACE(unit.relation);
+        EXPECT_EQ(rfu::findUnit(unit.name), nullptr);
+        const rfu::Unit* const known = rfu::findUnit(unit.known);
+        ASSERT_NE(known, nullptr);
+        EXPECT_TRUE(known->canBeShown());
+        EXPECT_TRUE(known->canBeRead());
     }
 }

@@ -104,7 +104,7 @@ double shifted(double frequency, double shift) {
     return std::round((frequency + shift) * kMillihertz) / kMillihertz;
 }
 
-std::string nameOf(const FrequencyRange& range) {
+std::string rangeText(const FrequencyRange& range) {
     return std::string(ShortestText(range.low).view()) + " to " +
            std::string(ShortestText(range.high).view()) + " MHz";
 }
@@ -116,7 +116,7 @@ std::string namesOf(const std::deque<ShownChannel>& channels, IsMeant isMeant) {
     std::size_t count = 0;
     for (std::size_t i = 0; i < channels.size(); ++i) {
         if (isMeant(i) && ++count <= kMaxNamed) {
-            names += (names.empty() ? "" : ", ") + nameOf(channels[i].range);
+            names += (names.empty() ? "" : ", ") + rangeText(channels[i].range);
         }
     }
     return count > kMaxNamed
@@ -171,7 +171,7 @@ private:
         powers_.emplace(recording_.axis(), ranges, options_.figures);
         for (std::size_t i = 0; i < channels_.size(); ++i) {
             if (channels_[i].asked == i && !powers_->isCovered(i)) {
-                throw InputError(recording_.file(), "channel " + nameOf(channels_[i].range) +
+                throw InputError(recording_.file(), "channel " + rangeText(channels_[i].range) +
                                                         ": the recording reaches " +
                                                         describe(recording_.axis().bands));
             }

@@ -13,9 +13,9 @@ struct Wording {
     const char* remedy;
 };
 
-constexpr Wording kVoltage = {"above 100 V the instrument shows kilovolts under the label V",
-                              "; --format csv has volts"};
-constexpr Wording kPower = {
+constexpr Wording kVoltageWording = {"above 100 V the instrument shows kilovolts under the label V",
+                                     "; --format csv has volts"};
+constexpr Wording kPowerWording = {
     "from 1 kW the instrument shows kilowatts, from 1 MW megawatts, under the label W",
     "; --format csv has watts"};
 
@@ -40,7 +40,7 @@ void PrefixNote::print() {
     if (text_.empty() || printed_) {
         return;
     }
-    const Wording& wording = isVoltage_ ? kVoltage : kPower;
+    const Wording& wording = isVoltage_ ? kVoltageWording : kPowerWording;
     standardOutput().flush();  // the note follows the line that it is about
     printNote(quoted(text_) + " means " + meant_ + ": " + wording.reason +
               (csvHasValues_ ? wording.remedy : ""));

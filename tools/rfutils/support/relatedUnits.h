@@ -42,16 +42,4 @@ inline constexpr RelatedUnit kRelatedUnits[] = {
     {u"nT",     u"A/m",   "1 nT = 0.0007958 A/m"}};
 // clang-format on
 
-constexpr bool areKnown() {
-    for (const RelatedUnit& unit : kRelatedUnits) {
-        const rfu::Unit* const known = rfu::findUnit(unit.known);
-        if (known == nullptr || !known->canBeShown() || !known->canBeRead() ||
-            rfu::findUnit(unit.name) != nullptr) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(areKnown(), "a unit follows from one that is shown and read, and is none itself");
-
 }  // namespace rfu::command
