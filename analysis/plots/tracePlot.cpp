@@ -11,6 +11,7 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
+#include <vector>
 
 #include "analysis/plots/axis.h"
 #include "analysis/plots/curves.h"
@@ -27,18 +28,49 @@ constexpr double kLabelRow = 20.0;
 const CurveStyle kMaximum = {"maximum", QColor(0xc8, 0x55, 0x3d), 1.2};
 const CurveStyle kAverage = {"average", QColor(0x1f, 0x4e, 0x79), 1.8};
 const CurveStyle kMinimum = {"minimum", QColor(0x4f, 0x9d, 0x8f), 1.2};
+const CurveStyle kLimit = {"limit", kInk, 1.6, Qt::DashLine};
 const QColor kBand(0x1f, 0x4e, 0x79, 26);
 const QColor kMark(0x7a, 0x3e, 0x9d);
+
+/// Where a line is at a place between two of its points.
+QPointF between(const QPointF& from, const QPointF& to, double place) {
+    const double part = (place - from.x()) / (to.x() - from.x());
+    return {place, from.y() + part * (to.y() - from.y())};
+}
+
+/// The part of a line between two places.
+QPolygonF cut(const std::vector<QPointF>& line, double low, double high) {
+    QPolygonF part;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        for (const double end : {low, high}) {
+            if (i > 0 && line[i - 1].x() < end && line[i].x() > end) {
+                part += between(line[i - 1], line[i], end);
+            }
+        }
+        if (line[i].x() >= low && line[i].x() <= high) {
+            part += line[i];
+        }
+    }
+    return part;
+}
 
 Axis levelAxis(const TracePlot& plot) {
     double low = std::numeric_limits<double>::infinity();
     double high = -low;
+    const auto include = [&](double level) {
+        if (std::isfinite(level)) {
+            low = std::min(low, level);
+            high = std::max(high, level);
+        }
+    };
     for (const auto* curve : {&plot.maximum, &plot.minimum}) {
         for (const double level : *curve) {
-            if (std::isfinite(level)) {
-                low = std::min(low, level);
-                high = std::max(high, level);
-            }
+            include(level);
+        }
+    }
+    for (const auto& limit : plot.limits) {
+        for (const QPointF& point : cut(limit, plot.places.front(), plot.end)) {
+            include(point.y());
         }
     }
     if (low > high) {  // nothing was measured
@@ -63,7 +95,11 @@ public:
 
     void run() {
         frame_.drawTitle(painter_, qtText(plot_.title));
-        frame_.drawLegend(painter_, {kMaximum, kAverage, kMinimum});
+        std::vector<CurveStyle> legend = {kMaximum, kAverage, kMinimum};
+        if (!plot_.limits.empty()) {
+            legend.push_back(kLimit);
+        }
+        frame_.drawLegend(painter_, legend);
         frame_.drawAxes(painter_, qtText(plot_.placeName),
                         QStringLiteral("level in ") + qtText(plot_.levelUnit));
         const Curves curves(plot_.places, plot_.breaks, frame_);
@@ -73,6 +109,9 @@ public:
         curves.drawLine(painter_, plot_.minimum, kMinimum);
         curves.drawLine(painter_, plot_.maximum, kMaximum);
         curves.drawLine(painter_, plot_.average, kAverage);
+        for (const auto& limit : plot_.limits) {
+            drawLimit(limit);
+        }
         painter_.restore();
         for (std::size_t i = 0; i < plot_.marks.size(); ++i) {
             mark(i);
@@ -111,6 +150,16 @@ private:
             labels_[i] = QRectF(left, PlotFrame::kTop + kLabelRow * static_cast<double>(row), width,
                                 kLabelRow);
         }
+    }
+
+    void drawLimit(const std::vector<QPointF>& limit) {
+        QPolygonF line = cut(limit, plot_.places.front(), plot_.end);
+        for (QPointF& point : line) {
+            point = QPointF(frame_.x(point.x()), frame_.y(point.y()));
+        }
+        painter_.setPen(QPen(kLimit.color, kLimit.width, kLimit.stroke));
+        painter_.setBrush(Qt::NoBrush);
+        painter_.drawPolyline(line);
     }
 
     void mark(std::size_t index) {

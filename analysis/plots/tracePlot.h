@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPointF>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -26,6 +27,7 @@ struct TracePlot {
     std::vector<double> average;
     std::vector<double> minimum;
     std::vector<Mark> marks;
+    std::vector<std::vector<QPointF>> limits;  // lines of place and level, their places ascending
 };
 
 /// Needs a QGuiApplication for its fonts.

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "analysis/recordings/timeStamp.h"
+#include "analysis/support/csvLine.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
 #include "analysis/support/numbers.h"
@@ -23,31 +24,7 @@ InputError badLine(const LineReader& where, const std::string& what) {
     return InputError(where.file(), where.number(), what);
 }
 
-/// The next comma separated field without the blanks around it.
-class Fields {
-public:
-    explicit Fields(std::string_view line) : rest_(line) {}
-
-    bool next(std::string_view& field) {
-        if (atEnd_) {
-            return false;
-        }
-        const std::size_t comma = rest_.find(',');
-        field = trimmed(rest_.substr(0, comma));
-        atEnd_ = comma == std::string_view::npos;
-        rest_.remove_prefix(atEnd_ ? rest_.size() : comma + 1);
-        return true;
-    }
-
-    std::string_view rest() const { return rest_; }
-    bool atEnd() const { return atEnd_; }
-
-private:
-    std::string_view rest_;
-    bool atEnd_ = false;
-};
-
-double nextNumber(Fields& fields, const char* name, const LineReader& where) {
+double nextNumber(CsvFields& fields, const char* name, const LineReader& where) {
     std::string_view field;
     if (!fields.next(field)) {
         throw badLine(where, std::string("the line ends before ") + name);
@@ -72,15 +49,6 @@ bool looksLikeLevel(std::string_view field) {
     double level = 0.0;
     const char* const end = field.data() + field.size();
     return field.empty() || std::from_chars(withoutPlus(field).data(), end, level).ptr == end;
-}
-
-std::string_view withoutQuote(std::string_view field) {
-    return field.substr(!field.empty() && field.front() == '"' ? 1 : 0);
-}
-
-bool beginsWithLetter(std::string_view text) {
-    const char first = text.empty() ? '\0' : text.front();
-    return (first >= 'a' && first <= 'z') || (first >= 'A' && first <= 'Z');
 }
 
 const char* skipBlanks(const char* at, const char* end) {
@@ -171,17 +139,12 @@ std::string describe(const Hop& hop) {
     return text(hop.low) + " to " + text(hop.high) + " Hz in steps of " + text(hop.step) + " Hz";
 }
 
-bool isBlankOrComment(std::string_view line) {
-    const std::string_view text = trimmed(line);
-    return text.empty() || text.front() == '#';
-}
-
 bool looksLikeHeader(std::string_view line) {
-    Fields fields(line);
+    CsvFields fields(line);
     std::string_view field;
     bool isFirst = true;
     while (fields.next(field)) {
-        if (looksLikeLevel(field) || (isFirst && !beginsWithLetter(withoutQuote(field)))) {
+        if (looksLikeLevel(field) || (isFirst && !looksLikeName(field))) {
             return false;
         }
         isFirst = false;
@@ -191,17 +154,17 @@ bool looksLikeHeader(std::string_view line) {
 
 bool looksLikeHop(std::string_view line) {
     std::string_view date;
-    return Fields(line).next(date) && looksLikeDate(date);
+    return CsvFields(line).next(date) && looksLikeDate(date);
 }
 
 bool looksLikeTrace(std::string_view line) {
     std::string_view field;
-    Fields(line).next(field);
+    CsvFields(line).next(field);
     return looksLikeLevel(field);
 }
 
 HopLine readHopLine(std::string_view line, const LineReader& where) {
-    Fields fields(line);
+    CsvFields fields(line);
     std::string_view date;
     std::string_view time;
     fields.next(date);
@@ -238,7 +201,7 @@ std::optional<std::size_t> decimalsOf(std::string_view level) {
 
 bool haveSameDecimals(std::string_view fields, std::optional<std::size_t> decimals) {
     bool isFirst = true;
-    Fields levels(fields);
+    CsvFields levels(fields);
     std::string_view level;
     while (levels.next(level)) {
         const auto found = decimalsOf(level);

@@ -41,9 +41,6 @@ struct HopLine {
     std::string_view levels;  // the fields after the head, within the line
 };
 
-/// Whether the line is blank or a comment, which begins with "#".
-bool isBlankOrComment(std::string_view line);
-
 /// Whether the line names columns, as "date,time,Hz low,...": its first field begins with a letter, and
 /// no field is a level, measured or not. Fields may be quoted.
 bool looksLikeHeader(std::string_view line);

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "analysis/support/csvLine.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 

@@ -250,6 +250,22 @@ def wifi_band():
     return "\n".join(lines) + "\n"
 
 
+# limits for the three channels above; the last limit is one that the hopping signal breaks
+WIFI_MASK = """\
+frequencyMHz,upper,lower
+2400,-60,
+2402,-40,-95
+2422,-40,-95
+2426,-65,
+2426,-52,-95
+2448,-52,-95
+2450,-45,
+2474,-45,
+2476,-70,
+2500,-70,
+"""
+
+
 # ---- terrain ---------------------------------------------------------------------------------
 
 NO_DATA = -9999.0
@@ -418,6 +434,7 @@ SAMPLES = {
     "setups.json": setups,
     "fm_band.csv": fm_band,
     "wifi_band.csv": wifi_band,
+    "wifi_mask.csv": lambda: WIFI_MASK,
     "terrain.asc": terrain_asc,
     "terrain.clr": lambda: TERRAIN_COLOURS,
     "terrain.tab": terrain_tab,

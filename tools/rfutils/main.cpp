@@ -98,13 +98,13 @@ void run(int argc, char** argv) {
     standardOutput().flush();
 }
 
-/// Prints one line about the exception in flight, unless that is an interruption.
+/// Prints one line about the exception in flight, unless that is no error.
 /// @return the exit status
 int report() {
     try {
         throw;
-    } catch (const Interrupted& interrupted) {
-        return interrupted.exitStatus;
+    } catch (const Ended& ended) {
+        return ended.exitStatus;
     } catch (const InputError& error) {
         printError(error.message());
     } catch (const Failure& failure) {

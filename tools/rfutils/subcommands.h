@@ -10,6 +10,7 @@ extern const Subcommand kConvert;
 extern const Subcommand kDd;
 extern const Subcommand kDms;
 extern const Subcommand kFreq;
+extern const Subcommand kMask;
 extern const Subcommand kPeaks;
 extern const Subcommand kPower;
 extern const Subcommand kProfile;
@@ -25,7 +26,7 @@ extern const Subcommand kWidth;
 
 /// In the order of the overview.
 inline constexpr const Subcommand* kSubcommands[] = {
-    &kConvert,   &kUnits, &kScale, &kFreq,   &kWidth,   &kRange, &kCatalogue, &kSetups, &kTrace,
-    &kWaterfall, &kPeaks, &kPower, &kRaster, &kProfile, &kTab,   &kDms,       &kDd};
+    &kConvert,   &kUnits, &kScale, &kFreq, &kWidth,  &kRange,   &kCatalogue, &kSetups, &kTrace,
+    &kWaterfall, &kPeaks, &kPower, &kMask, &kRaster, &kProfile, &kTab,       &kDms,    &kDd};
 
 }  // namespace rfu::command

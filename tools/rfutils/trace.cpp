@@ -12,6 +12,7 @@
 #include "analysis/statistics/sweepStore.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "recordings/plotOf.h"
 #include "recordings/recordingTexts.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -205,33 +206,8 @@ public:
     }
 
     TracePlot plot() const {
-        TracePlot plot;
-        const FrequencyAxis& axis = recording_.axis();
+        TracePlot plot = plotOf(recording_.axis(), sweeps_.tallies(), options_.view);
         plot.title = titleOf(recording_.file(), static_cast<long long>(sweeps_.kept()));
-        plot.placeName = recording_.hasFrequencies() ? "frequency in MHz" : "point";
-        plot.end = recording_.hasFrequencies() ? axis.bands.back().high : points_ - 1;
-        plot.isCounted = !recording_.hasFrequencies();
-        plot.levelUnit = nameOf(options_.view.unit);
-        std::optional<LevelPresenter> presenter;
-        const std::vector<PointTally> tallies = sweeps_.tallies();
-        for (int point = 0; point < points_; ++point) {
-            const PointStatistics statistics =
-                tallies[static_cast<std::size_t>(point)].statistics();
-            if (!presenter || options_.view.isOfEachPoint()) {
-                presenter.emplace(options_.view.unit, options_.view.antennaAt(axis, point));
-            }
-            const auto shown = [&](const std::optional<double>& level) {
-                return level ? presenter->value(*level) : std::nan("");
-            };
-            plot.places.push_back(
-                recording_.hasFrequencies() ? axis.points[static_cast<std::size_t>(point)] : point);
-            plot.maximum.push_back(shown(statistics.maximum));
-            plot.average.push_back(shown(statistics.average));
-            plot.minimum.push_back(shown(statistics.minimum));
-        }
-        for (const FrequencyAxis::Band& band : axis.bands) {
-            plot.breaks.push_back(band.firstPoint);
-        }
         for (const Marker& marker : markers_) {
             plot.marks.push_back({marker.name, static_cast<std::size_t>(marker.point)});
         }

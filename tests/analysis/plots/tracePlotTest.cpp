@@ -225,6 +225,29 @@ TEST(TracePlot, DrawsMarkers) {
     EXPECT_FALSE(isMarked(image, 668));
 }
 
+TEST(TracePlot, DrawsLimitsWithinTheRange) {
+    TracePlot plot = bandOf({-50, -50, -50, -50});
+    // From -10 dBm at 100 MHz to -30 dBm at 102 MHz, and a step to -40 dBm; -60 dBm at 101 MHz only.
+    plot.limits = {{{98, 10}, {102, -30}, {102, -40}, {200, -40}}, {{101, -60}, {101.5, -60}}};
+    const QImage image = draw(plot);  // -10 dBm lies at row 74, -60 dBm at row 618
+    const QRgb ink = qRgb(0x2b, 0x33, 0x3d);
+    const auto hasInk = [&](int left, int right, int top, int bottom) {
+        int found = 0;
+        for (int x = left; x < right; ++x) {
+            for (int y = top; y < bottom; ++y) {
+                found += int{distance(image.pixel(x, y), ink) < 200};
+            }
+        }
+        return found > 0;
+    };
+    EXPECT_TRUE(hasInk(90, 110, 76, 90)) << "at the left, cut from the line that begins at 98 MHz";
+    EXPECT_TRUE(hasInk(370, 382, 178, 188)) << "-20 dBm at 101 MHz";
+    EXPECT_TRUE(hasInk(666, 671, 295, 398)) << "the step";
+    EXPECT_TRUE(hasInk(1200, 1250, 398, 404)) << "-40 dBm to the right end";
+    EXPECT_TRUE(hasInk(380, 500, 614, 618)) << "-60 dBm";
+    EXPECT_FALSE(hasInk(540, 660, 610, 616)) << "no limit behind its last point";
+}
+
 TEST(TracePlot, KeepsLabelsOfMarkersOffTheLevels) {
     TracePlot plot = bandOf({-50, -60, -70, -80});
     plot.marks = {{"100MHz", 0}, {"100.1MHz", 0}, {"100.2MHz", 0}};

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <vector>
 
+#include "analysis/support/csvLine.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
 

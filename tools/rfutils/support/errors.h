@@ -7,6 +7,7 @@ namespace rfu::command {
 
 inline constexpr int kExitBadInput = 1;
 inline constexpr int kExitBadUsage = 2;
+inline constexpr int kExitViolated = 3;
 
 /// Ends a subcommand early with one line on standard error and the exit status. For errors in a
 /// file there is rfu::InputError, which names it.
@@ -15,6 +16,11 @@ struct Failure {
         : message(std::move(what)), exitStatus(status) {}
 
     std::string message;
+    int exitStatus;
+};
+
+/// Ends a subcommand after its output with an exit status, without a further line.
+struct Ended {
     int exitStatus;
 };
 

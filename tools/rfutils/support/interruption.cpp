@@ -72,7 +72,7 @@ int interruptedStatus() {
 
 void throwIfInterrupted() {
     if (const int status = interruptedStatus()) {
-        throw Interrupted{status};
+        throw Ended{status};
     }
 }
 

@@ -17,12 +17,8 @@ public:
 /// @throw Failure where the system gives no descriptor
 int stopDescriptor();
 
-/// Ends a subcommand that an Interruption stopped, after its output, without a further line.
-struct Interrupted {
-    int exitStatus;
-};
-
-/// @throw Interrupted if a signal came
+/// Ends a subcommand that an Interruption stopped, after its output.
+/// @throw Ended if a signal came
 void throwIfInterrupted();
 
 /// The status of an interrupted command, as shells give it: 130 or 143; 0 if no signal came.

@@ -1,0 +1,40 @@
+#include "recordings/plotOf.h"
+
+#include <cmath>
+#include <optional>
+
+#include "support/units.h"
+
+namespace rfu::command {
+
+TracePlot plotOf(const FrequencyAxis& axis, const std::vector<PointTally>& tallies,
+                 const LevelView& view) {
+    TracePlot plot;
+    const bool hasFrequencies = !axis.points.empty();
+    const auto points = static_cast<int>(tallies.size());
+    plot.placeName = hasFrequencies ? "frequency in MHz" : "point";
+    plot.end = hasFrequencies ? axis.bands.back().high : points - 1;
+    plot.isCounted = !hasFrequencies;
+    plot.levelUnit = nameOf(view.unit);
+    std::optional<LevelPresenter> presenter;
+    for (int point = 0; point < points; ++point) {
+        const auto index = static_cast<std::size_t>(point);
+        const PointStatistics statistics = tallies[index].statistics();
+        if (!presenter || view.isOfEachPoint()) {
+            presenter.emplace(view.unit, view.antennaAt(axis, point));
+        }
+        const auto shown = [&](const std::optional<double>& level) {
+            return level ? presenter->value(*level) : std::nan("");
+        };
+        plot.places.push_back(hasFrequencies ? axis.points[index] : point);
+        plot.maximum.push_back(shown(statistics.maximum));
+        plot.average.push_back(shown(statistics.average));
+        plot.minimum.push_back(shown(statistics.minimum));
+    }
+    for (const FrequencyAxis::Band& band : axis.bands) {
+        plot.breaks.push_back(band.firstPoint);
+    }
+    return plot;
+}
+
+}  // namespace rfu::command
