@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 #include <vector>
 
 namespace rfu {
@@ -22,7 +23,8 @@ public:
         if (std::abs(hundredths) < kLargest) {
             const int rounded = static_cast<int>(hundredths + (hundredths < 0.0 ? -0.5 : 0.5));
             if (rounded / 100.0 == dBm) {
-                double& power = powers_[static_cast<std::size_t>(rounded + kLargest)];
+                double& power =
+                    powers_[static_cast<std::size_t>(std::ptrdiff_t{rounded} + kLargest)];
                 if (power == 0.0) {
                     power = milliwattsOf(dBm);
                 }
