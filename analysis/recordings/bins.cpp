@@ -6,14 +6,6 @@
 
 namespace rfu {
 
-namespace {
-
-std::string megahertz(double frequency) {
-    return std::string(ShortestText(frequency).view()) + " MHz";
-}
-
-}  // namespace
-
 std::vector<double> binEnds(const FrequencyAxis& axis) {
     std::vector<double> ends(axis.points.size());
     std::size_t point = axis.points.size();
@@ -33,7 +25,7 @@ std::string describe(const std::vector<FrequencyAxis::Band>& bands) {
     std::string text;
     for (std::size_t i = 0; i < std::min(bands.size(), kMaxBands); ++i) {
         text += i == 0 ? "" : i + 1 == bands.size() ? " and " : ", ";
-        text += "from " + megahertz(bands[i].low) + " to " + megahertz(bands[i].high);
+        text += "from " + megahertzText(bands[i].low) + " to " + megahertzText(bands[i].high);
     }
     return bands.size() <= kMaxBands
                ? text

@@ -18,10 +18,6 @@ namespace {
 // Sums and differences of numbers within these bounds are finite.
 constexpr double kLargest = 1e15;
 
-std::string megahertz(double frequency) {
-    return std::string(ShortestText(frequency).view()) + " MHz";
-}
-
 class TableReader {
 public:
     TableReader(const QString& file, const std::vector<std::string>& columns)
@@ -101,11 +97,11 @@ private:
     void requireAscending(double frequency) const {
         const std::size_t count = rows_.size();
         if (count > 0 && frequency < rows_[count - 1].frequency) {
-            throw bad(megahertz(frequency) + " comes after " +
-                      megahertz(rows_[count - 1].frequency));
+            throw bad(megahertzText(frequency) + " comes after " +
+                      megahertzText(rows_[count - 1].frequency));
         }
         if (count > 1 && frequency == rows_[count - 2].frequency) {
-            throw bad(megahertz(frequency) + " comes a third time");
+            throw bad(megahertzText(frequency) + " comes a third time");
         }
     }
 

@@ -69,6 +69,11 @@ private:
 /// ten beyond them and below 0.0001.
 std::string readableText(double value);
 
+/// "88.1 MHz"
+inline std::string megahertzText(double frequency) {
+    return std::string(ShortestText(frequency).view()) + " MHz";
+}
+
 /// A number with a fixed count of decimals, rounded to nearest, ties to even.
 std::string fixedText(double value, int decimals);
 

@@ -105,8 +105,7 @@ double shifted(double frequency, double shift) {
 }
 
 std::string rangeText(const FrequencyRange& range) {
-    return std::string(ShortestText(range.low).view()) + " to " +
-           std::string(ShortestText(range.high).view()) + " MHz";
+    return std::string(ShortestText(range.low).view()) + " to " + megahertzText(range.high);
 }
 
 /// The names of the channels that are meant; empty where none is.
