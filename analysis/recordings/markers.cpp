@@ -37,9 +37,9 @@ std::optional<int> nearestPoint(const FrequencyAxis& axis, double frequency) {
     return static_cast<int>(nearest - axis.points.begin());
 }
 
-int pointOf(const MarkerRequest& request, const SweepReader& recording, std::size_t points) {
+int pointOf(const MarkerRequest& request, const Recording& recording, std::size_t points) {
     const auto fail = [&](const std::string& what) {
-        return InputError(recording.file(), "marker " + request.name + ": " + what);
+        return recording.error("marker " + request.name + ": " + what);
     };
     if (request.point) {
         if (static_cast<std::size_t>(*request.point) >= points) {
@@ -68,7 +68,7 @@ bool isAlsoFrequency(const MarkerRequest& request, const FrequencyAxis& axis) {
 }
 
 std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
-                                 const SweepReader& recording, std::size_t points) {
+                                 const Recording& recording, std::size_t points) {
     std::vector<Marker> markers;
     markers.reserve(requests.size());
     for (const MarkerRequest& request : requests) {
@@ -78,7 +78,7 @@ std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
 }
 
 std::vector<Marker> moveMarkers(const std::vector<MarkerRequest>& requests,
-                                const std::vector<Marker>& placed, const SweepReader& recording) {
+                                const std::vector<Marker>& placed, const Recording& recording) {
     const std::vector<std::size_t>& former = recording.formerPoints();
     std::vector<Marker> markers = placeMarkers(requests, recording, former.size());
     for (std::size_t i = 0; i < requests.size(); ++i) {

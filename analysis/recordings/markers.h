@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "analysis/recordings/sweepReader.h"
+#include "analysis/recordings/recording.h"
 
 namespace rfu {
 
@@ -31,12 +31,12 @@ bool isAlsoFrequency(const MarkerRequest& request, const FrequencyAxis& axis);
 /// @param points number of points, also of a recording without frequencies
 /// @throw InputError for a marker outside the bands of the recording
 std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
-                                 const SweepReader& recording, std::size_t points);
+                                 const Recording& recording, std::size_t points);
 
 /// The markers on a recording that hasGrown(): those by frequency as placeMarkers() puts them, those by
 /// number on the point that had it.
 /// @param placed where they were
 std::vector<Marker> moveMarkers(const std::vector<MarkerRequest>& requests,
-                                const std::vector<Marker>& placed, const SweepReader& recording);
+                                const std::vector<Marker>& placed, const Recording& recording);
 
 }  // namespace rfu

@@ -30,16 +30,19 @@ void arrangeLevels(std::vector<double>& levels, const std::vector<std::size_t>& 
 }  // namespace
 
 SweepReader::SweepReader(const QString& file, std::size_t learned, Waiting waiting,
-                         std::function<void(const InputError&)> onBrokenLine)
-    : lines_(file, std::move(waiting)), onBrokenLine_(std::move(onBrokenLine)), learned_(learned) {}
+                         std::function<void(const InputError&)> onBrokenLine, bool isLive)
+    : lines_(file, std::move(waiting)),
+      onBrokenLine_(std::move(onBrokenLine)),
+      isLive_(isLive),
+      learned_(learned) {}
 
 void SweepReader::fail(const std::string& what) const {
     throw InputError(lines_.file(), lines_.number(), what);
 }
 
-/// Tells a live source's line that makes no sense; that of a recording is an error.
+/// Tells of a line that makes no sense.
 void SweepReader::passOver(const InputError& error) {
-    if (!isLive()) {
+    if (!onBrokenLine_) {
         throw error;
     }
     onBrokenLine_(error);
@@ -270,9 +273,12 @@ bool SweepReader::beginsSweep(const Place* place) const {
 bool SweepReader::readSweep() {
     while (nextHopLine()) {
         Place* place = find(pending_->hop);
-        if (place == nullptr && !isLearning_ && !isLive()) {
-            fail("the hop " + describe(pending_->hop) + " is not one of the first " +
-                 (learned_ == 1 ? "sweep" : std::to_string(learned_) + " sweeps"));
+        if (place == nullptr && !isLearning_ && !isLive_) {
+            passOver({lines_.file(), lines_.number(),
+                      "the hop " + describe(pending_->hop) + " is not one of the first " +
+                          (learned_ == 1 ? "sweep" : std::to_string(learned_) + " sweeps")});
+            pending_.reset();
+            continue;
         }
         if (openHops_ > 0 && beginsSweep(place)) {
             return true;

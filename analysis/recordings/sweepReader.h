@@ -55,23 +55,24 @@ struct FrequencyAxis {
 /// there, the recording began in the middle of a sweep, and the longest step ends that sweep.
 ///
 /// The hops of the learned sweeps, sorted by frequency, are the points of all sweeps. A hop missing
-/// from a sweep was not measured; a new hop after the learned sweeps is an error, except in a live
-/// source, where it makes the axis grow. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
+/// from a sweep was not measured; the line of a new hop after the learned sweeps makes no sense, except
+/// in a live source, where it makes the axis grow. Levels that stand at Hz high or above are ignored, because rtl_power repeats the last
 /// level of a line. Hops make one band unless at least half a bin is missing between them.
 class SweepReader {
 public:
     /// @param learned how many sweeps are read before the first is handed out, to learn their
     /// hops; one where nobody may wait
-    /// @param onBrokenLine where there is one, the source is live: a line that makes no sense is told
-    /// here and skipped as if it were not there, and the axis grows with new hops
+    /// @param onBrokenLine told of each line that makes no sense, which is skipped as if it were not
+    /// there; without it such a line is an error
+    /// @param isLive whether the axis grows with new hops
     /// @throw InputError when the file cannot be read
     SweepReader(const QString& file, std::size_t learned, Waiting waiting = {},
-                std::function<void(const InputError&)> onBrokenLine = {});
+                std::function<void(const InputError&)> onBrokenLine = {}, bool isLive = false);
 
     /// Once the hops are learned it returns as soon as a sweep is known to be complete, without
     /// waiting for more input than that takes.
     /// @return false at the end
-    /// @throw InputError at the first line that makes no sense, unless the source is live
+    /// @throw InputError where reading fails, and at a line that makes no sense without onBrokenLine
     bool next(Sweep& sweep);
 
     /// In formerPoints(): not among the points before.
@@ -92,6 +93,8 @@ public:
     /// Number of the last line if it may be cut and was therefore left out, else 0; known at the
     /// end. A last line without line end counts when it has all its levels, with equal decimals.
     long long cutLine() const { return cutLine_; }
+    /// Whether reading was stopped; see Waiting.
+    bool isStopped() const { return lines_.isStopped(); }
     /// Whether a compressed file was cut, so that it has no whole last line; known at the end.
     bool endsEarly() const { return lines_.endsEarly(); }
 
@@ -105,7 +108,6 @@ private:
         long long sweep;         // the last one that has it
     };
 
-    bool isLive() const { return static_cast<bool>(onBrokenLine_); }
     void passOver(const InputError& error);
     bool nextLine(std::string_view& line);
     bool isWhole(std::string_view line) const;
@@ -133,6 +135,7 @@ private:
 
     LineReader lines_;
     std::function<void(const InputError&)> onBrokenLine_;
+    bool isLive_;
     Shape shape_ = Shape::Unknown;
     bool mayBeHeader_ = true;                    // the next line with text
     std::optional<std::string_view> firstLine_;  // until it is read as its shape

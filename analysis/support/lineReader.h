@@ -45,6 +45,8 @@ public:
     long long number() const { return number_; }
     /// Whether the line read last has a line end; the last one of a file may have none.
     bool hasLineEnd() const { return hasLineEnd_; }
+    /// Whether reading was stopped before the end; see Waiting.
+    bool isStopped() const { return isStopped_; }
     /// Whether compressed data was cut; known at the end.
     bool endsEarly() const { return endsEarly_; }
     const QString& file() const { return file_; }

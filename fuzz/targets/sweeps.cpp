@@ -343,10 +343,13 @@ void requireLive(const QString& file, const Recording& recording) {
     bool isSpecial = false;
     Recording live;
     try {
-        SweepReader reader(file, 1, {}, [&](const rfu::InputError& error) {
-            REQUIRE(error.file() == file && error.line() > 0);
-            isSpecial = true;
-        });
+        SweepReader reader(
+            file, 1, {},
+            [&](const rfu::InputError& error) {
+                REQUIRE(error.file() == file && error.line() > 0);
+                isSpecial = true;
+            },
+            true);
         std::vector<double> points;
         for (Sweep sweep; reader.next(sweep); points = reader.axis().points) {
             require(sweep, reader,

@@ -165,7 +165,7 @@ TEST(Power, refusesWhatItCannotAnswer) {
         bad("no frequencies", "--channel 1:2", "-50,-60\n",
             "-: holds no frequencies, so that it has no channels"),
         bad("no sweep", "--channel 1:2", "", "-: holds no sweep"),
-        bad("a broken line", "--channel 100:101", kBands + std::string("2024-01-01, x\n"),
+        bad("a broken line", "--strict --channel 100:101", kBands + std::string("2024-01-01, x\n"),
             "-:5: \"x\" is not a time (21:15:00)"),
         misused("no channel", "", "--channel LOW:HIGH is missing"),
         misused("one frequency", "--channel 100",

@@ -346,6 +346,40 @@ TEST(Trace, readsCompressedRecordings) {
     }
 }
 
+TEST(Trace, readsSeveralFilesAsOne) {
+    SampleFolder folder;
+    folder.add("late.csv", hopLine('a', "30", "-3") + hopLine('a', "40", "-4"));
+    folder.add("early.csv", onePoint({"-1"}));
+    const std::string both =
+        "marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+        "0,0,100,3,-2.6666666666666665,-1,-4,dBm\n";
+    expectCommands(
+        {shows("files", "trace late.csv early.csv --marker 0 --format csv", both),
+         shows("one of them as standard input", "trace late.csv - --marker 0 --format csv", both)
+             .given(onePoint({"-1"})),
+         misuses("standard input twice", "trace - late.csv -",
+                 "standard input, -, can be read only once"),
+         misuses("live", "trace - late.csv --follow --marker 0", "--follow takes one FILE"),
+         fails("the same time", "trace late.csv late.csv",
+               "late.csv: begins at 2024-01-01 10:00:30, before late.csv ends at 2024-01-01 "
+               "10:00:40")},
+        folder);
+}
+
+TEST(Trace, skipsBrokenLinesUnlessItIsStrict) {
+    expectCommands({
+        good("skipped", "--marker 0 --format csv", "-1\n-2x\n-3\n-4x\n",
+             "marker,point,frequencyMHz,count,average,maximum,minimum,unit\n"
+             "0,0,,2,-2,-1,-3,dBm\n")
+            .noting("-:2: \"-2x\" is not a level in dBm; the line is skipped\n"
+                    "rfutils: note: -: 2 lines in all made no sense and were skipped"),
+        bad("strict", "--strict", "-1\n-2x\n", "-:2: \"-2x\" is not a level in dBm"),
+        bad("no other line", "", "-2x\n",
+            "-:1: neither a line of a sweep (date, time, Hz low, Hz "
+            "high, Hz step, samples, dB, ...) nor a trace of levels in dBm"),
+    });
+}
+
 TEST(Trace, notesALastLineThatMayBeCut) {
     const std::string note = ": the last line has no line end and may be cut; it is left out\n";
     expectCommands({
@@ -641,7 +675,6 @@ TEST(Trace, saysWhatIsWrong) {
     const std::string first = hopLine('a', "0", "-1");
     expectCommands({
         bad("nothing", "", "", "-: holds no sweep"),
-        bad("a word among levels", "", "-1\n-2x\n", "-:2: \"-2x\" is not a level in dBm"),
         bad("unit unknown", "--unit dbuv", kBand,
             "there is no unit \"dbuv\"; the nearest are dBuV, dBmV or dBV"),
     });
@@ -649,7 +682,7 @@ TEST(Trace, saysWhatIsWrong) {
     folder.add("band.csv", first + "2024-01-01, 10:00:10, 100000000\n");
     expectCommands(
         {{"a file",
-          {"trace", "band.csv"},
+          {"trace", "band.csv", "--strict"},
           "",
           1,
           "",

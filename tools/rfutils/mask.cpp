@@ -1,5 +1,6 @@
 #include <QPointF>
 #include <QString>
+#include <QStringList>
 #include <cmath>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "analysis/support/inputError.h"
 #include "recordings/levelView.h"
 #include "recordings/plotOf.h"
+#include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -51,7 +53,7 @@ double decibelsPerDecadeOf(const rfu::Unit& unit) {
 
 struct MaskOptions {
     explicit MaskOptions(const CommandLine& line)
-        : file(line.text("FILE")),
+        : source(recordingOf(line)),
           mask(line.text("mask")),
           plot(line.text("plot")),
           ofMaximum(judgesMaximum(line)),
@@ -59,11 +61,13 @@ struct MaskOptions {
           format(line.format()) {
         requireAntennaUnit(line, view.unit);
         if (!plot.isEmpty()) {
-            requireReplaceable(plot, {file, mask});
+            requireReplaceable(plot, inputs());
         }
     }
 
-    QString file;
+    QStringList inputs() const { return source.files + QStringList(mask); }
+
+    RecordingSource source;
     QString mask;
     QString plot;  // empty for none
     bool ofMaximum;
@@ -83,8 +87,7 @@ public:
     explicit MaskRun(const MaskOptions& options)
         : options_(options),
           mask_(readLimitMask(options.mask, options.view.unit.isLinear())),
-          recording_(options.file, kLearnedSweeps,
-                     {[] { standardOutput().flush(); }, stopDescriptor()}),
+          recording_(options.source),
           sweeps_(SweepStore::kAll, false, 0.0),
           note_(options.view.unit, true) {}
 
@@ -93,12 +96,11 @@ public:
         Sweep sweep;
         while (recording_.next(sweep)) {
             if (!recording_.hasFrequencies()) {
-                throw InputError(recording_.file(),
-                                 "holds no frequencies, so that no mask applies");
+                throw recording_.error("holds no frequencies, so that no mask applies");
             }
             sweeps_.add(sweep.time, sweep.levels);
         }
-        finishReading(recording_, sweeps_.count());
+        requireSweeps(recording_, sweeps_.count());
         tallies_ = sweeps_.tallies();
         plot_ = plotOf(recording_.axis(), tallies_, options_.view);
         result_ =
@@ -126,7 +128,7 @@ public:
     }
 
     TracePlot plot() {
-        plot_.title = titleOf(recording_.file(), sweeps_.count());
+        plot_.title = titleOf(recording_.files(), sweeps_.count());
         for (const LimitLine* line : {&mask_.upper, &mask_.lower}) {
             std::vector<QPointF> points;
             for (const LimitLine::Point& point : line->points()) {
@@ -182,7 +184,7 @@ private:
 
     const MaskOptions& options_;
     LimitMask mask_;
-    SweepReader recording_;
+    Recording recording_;
     SweepStore sweeps_;
     PrefixNote note_;
     std::vector<PointTally> tallies_;
@@ -197,7 +199,7 @@ void runMask(const CommandLine& line) {
     run.print();
     if (!options.plot.isEmpty()) {
         const TextDrawing drawing;
-        savePicture(draw(run.plot()), options.plot, {options.file, options.mask});
+        savePicture(draw(run.plot()), options.plot, options.inputs());
     }
     throwIfInterrupted();
     if (run.isViolated()) {
@@ -212,7 +214,7 @@ constexpr Subcommand kMask = {
     "mask", "Whether a recording stays within limits over frequency",
     "Compares the points of a recording with a mask and shows where they lie beyond it. The exit "
     "status is 0 if none does and 3 if one does.\n"
-    "FILE holds sweeps with frequencies as rfutils trace reads them; - reads standard input.\n"
+    "FILE holds sweeps with frequencies as rfutils trace reads them, several files as one recording; - reads standard input.\n"
     "\n"
     "The mask is CSV: lines of frequency, upper limit, lower limit, such as 88.1MHz,-40,-90. A bare "
     "frequency is in MHz, a limit may be left empty, and the limits are in --unit. A limit goes "
@@ -222,7 +224,7 @@ constexpr Subcommand kMask = {
     "Each point is judged at its frequency; one at the limit is within it. Neighbours beyond a "
     "limit make one row, also if a single point between them is not. The row shows the point with "
     "the smallest margin, that is the distance to the limit in dB, below 0 beyond it.",
-    {{"FILE", Kind::File}},
+    {kRecordingArgument},
     {{"mask", "MASK.csv", Kind::File, "The limits.", nullptr, 1},
      {"of", "STATISTIC", Kind::Text, "What is judged of each point: maximum or average.", "maximum"},
      {"unit", "UNIT", Kind::Unit,
@@ -235,7 +237,9 @@ constexpr Subcommand kMask = {
       "Draw the mask with maximum, average and minimum over frequency."}},
     {"rfutils mask wifi_band.csv --mask wifi_mask.csv --of average",
      "rfutils mask wifi_band.csv --mask wifi_mask.csv --of average --plot wifi.png"},
-    runMask};
+    runMask,
+    nullptr,
+    &kRecordingOptions};
 // clang-format on
 
 }  // namespace rfu::command

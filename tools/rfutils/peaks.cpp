@@ -11,6 +11,7 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "recordings/levelView.h"
+#include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -49,14 +50,13 @@ PeakOptions optionsOf(const CommandLine& line) {
 }
 
 /// @throw InputError for a spur without effect
-std::vector<bool> leftOutBy(const CommandLine& line, const SweepReader& recording) {
+std::vector<bool> leftOutBy(const CommandLine& line, const Recording& recording) {
     const std::vector<Spur> spurs = line.values<Spur>("spur");
     for (std::size_t i = 0; i < spurs.size(); ++i) {
         const std::vector<bool> isIn = pointsInSpurs(recording.axis(), {spurs[i]});
         if (std::none_of(isIn.begin(), isIn.end(), [](bool is) { return is; })) {
-            throw InputError(recording.file(),
-                             "no point lies in the spur " +
-                                 quoted(line.texts("spur")[static_cast<int>(i)].toStdString()));
+            throw recording.error("no point lies in the spur " +
+                                  quoted(line.texts("spur")[static_cast<int>(i)].toStdString()));
         }
     }
     return pointsInSpurs(recording.axis(), spurs);
@@ -160,16 +160,16 @@ void runPeaks(const CommandLine& line) {
     const PeakOptions options = optionsOf(line);
     const LevelView view = levelViewOf(line);
     requireAntennaUnit(line, view.unit);
-    SweepReader recording(line.text("FILE"), kLearnedSweeps);
+    Recording recording(recordingOf(line));
     PeakFinder finder;
     long long sweeps = 0;
     for (Sweep sweep; recording.next(sweep); ++sweeps) {
         if (!recording.hasFrequencies()) {
-            throw InputError(recording.file(), "the recording holds no frequencies");
+            throw recording.error("the recording holds no frequencies");
         }
         finder.add(sweep);
     }
-    finishReading(recording, sweeps);
+    requireSweeps(recording, sweeps);
     const std::vector<Signal> signals =
         finder.find(recording.axis(), leftOutBy(line, recording), options);
     PeakTable(line, view, recording.axis()).print(signals);
@@ -187,7 +187,7 @@ constexpr Subcommand kPeaks = {
     "The signals of a recording, one row each: the middle of its width; the width, between the "
     "points 6 dB below the maximum; its highest and mean level; the noise floor there and how far "
     "above it the maximum is; the share of the sweeps in which it was present; the times when it "
-    "was first and last seen. FILE holds sweeps as rtl_power and hackrf_sweep write them; - reads "
+    "was first and last seen. FILE holds sweeps as rtl_power and hackrf_sweep write them, several files are one recording; - reads "
     "standard input. All sweeps count. No signal is an empty table.\n"
     "\n"
     "The floor is the median level of the noise: a straight line through the quiet points of a "
@@ -197,7 +197,7 @@ constexpr Subcommand kPeaks = {
     "not end the run. Unless --above is given, the threshold is the level that noise as spread as "
     "that of the recording would exceed in one cell of one recording in a hundred, at least 6 dB "
     "above the floor.",
-    {{"FILE", Kind::File}},
+    {kRecordingArgument},
     {{"above", "DB", Kind::Decibels, "Take signals that rise this far above the floor."},
      {"width-at", "DB", Kind::Decibels, "How far below the maximum the width is measured.", "6"},
      {"window", "POINTS", Kind::Integer, "How many points the floor follows from.", "101"},
@@ -215,7 +215,9 @@ constexpr Subcommand kPeaks = {
      "rfutils peaks fm_band.csv --above 20 --unit dBuV",
      "rfutils peaks fm_band.csv --spur hops:80kHz --format csv",
      "rfutils peaks wifi_band.csv --window 51 --width-at 20"},
-    runPeaks};
+    runPeaks,
+    nullptr,
+    &kRecordingOptions};
 // clang-format on
 
 }  // namespace rfu::command

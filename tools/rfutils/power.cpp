@@ -11,6 +11,7 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "recordings/levelView.h"
+#include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -61,7 +62,8 @@ std::optional<double> spacingOf(const CommandLine& line) {
 
 struct PowerOptions {
     explicit PowerOptions(const CommandLine& line)
-        : asked(line.values<FrequencyRange>("channel")),
+        : source(recordingOf(line)),
+          asked(line.values<FrequencyRange>("channel")),
           spacing(spacingOf(line)),
           figures{shareOf(line), enbwOf(line)},
           isSeries(line.isSet("series")),
@@ -70,6 +72,7 @@ struct PowerOptions {
         requireAntennaUnit(line, view.unit);
     }
 
+    RecordingSource source;
     std::vector<FrequencyRange> asked;
     std::optional<double> spacing;
     ChannelOptions figures;
@@ -126,10 +129,8 @@ std::string namesOf(const std::deque<ShownChannel>& channels, IsMeant isMeant) {
 /// The channels of a recording while it is read.
 class Power {
 public:
-    Power(const QString& file, const PowerOptions& options)
-        : options_(options),
-          recording_(file, kLearnedSweeps, {[] { standardOutput().flush(); }, stopDescriptor()}),
-          note_(options.view.unit, true) {}
+    explicit Power(const PowerOptions& options)
+        : options_(options), recording_(options.source), note_(options.view.unit, true) {}
 
     void run() {
         const Interruption interruption;
@@ -146,7 +147,7 @@ public:
                 }
             }
         }
-        finishReading(recording_, sweeps_);
+        requireSweeps(recording_, sweeps_);
         if (!options_.isSeries) {
             addRows({}, &ChannelPowers::mean);
         }
@@ -158,7 +159,7 @@ public:
 private:
     void begin() {
         if (!recording_.hasFrequencies()) {
-            throw InputError(recording_.file(), "holds no frequencies, so that it has no channels");
+            throw recording_.error("holds no frequencies, so that it has no channels");
         }
         for (const FrequencyRange& asked : options_.asked) {
             addChannels(asked);
@@ -170,9 +171,9 @@ private:
         powers_.emplace(recording_.axis(), ranges, options_.figures);
         for (std::size_t i = 0; i < channels_.size(); ++i) {
             if (channels_[i].asked == i && !powers_->isCovered(i)) {
-                throw InputError(recording_.file(), "channel " + rangeText(channels_[i].range) +
-                                                        ": the recording reaches " +
-                                                        describe(recording_.axis().bands));
+                throw recording_.error("channel " + rangeText(channels_[i].range) +
+                                       ": the recording reaches " +
+                                       describe(recording_.axis().bands));
             }
         }
         table_.emplace(options_.format, columns());
@@ -247,7 +248,7 @@ private:
         standardOutput().flush();  // the notes follow the table
         const auto notes = [this](const std::string& names, const std::string& what) {
             if (!names.empty()) {
-                printNote(recording_.file().toStdString() + ": " + names + ": " + what);
+                printNote(recording_.error(names + ": " + what).message());
             }
         };
         notes(namesOf(channels_, [this](std::size_t i) { return !powers_->isCovered(i); }),
@@ -267,7 +268,7 @@ private:
     }
 
     const PowerOptions& options_;
-    SweepReader recording_;
+    Recording recording_;
     PrefixNote note_;
     std::deque<ShownChannel> channels_;
     std::optional<ChannelPowers> powers_;
@@ -277,7 +278,7 @@ private:
 
 void runPower(const CommandLine& line) {
     const PowerOptions options(line);
-    Power(line.text("FILE"), options).run();
+    Power(options).run();
     throwIfInterrupted();
 }
 
@@ -287,7 +288,7 @@ void runPower(const CommandLine& line) {
 constexpr Subcommand kPower = {
     "power", "Channel power and occupied bandwidth of a recording",
     "Power in channels of a recording, and the bandwidth that it occupies.\n"
-    "FILE holds sweeps with frequencies as rfutils trace reads them; - reads standard input.\n"
+    "FILE holds sweeps with frequencies as rfutils trace reads them, several files as one recording; - reads standard input.\n"
     "\n"
     "The power of a channel is the sum of the powers of its bins in milliwatts, of which the mean "
     "over all sweeps is taken; of a bin at an edge that part counts which the channel takes of its "
@@ -297,7 +298,7 @@ constexpr Subcommand kPower = {
     "\n"
     "The occupied bandwidth holds 99 % of the channel's power, noise included; half of the rest "
     "lies below it and half above. Within a bin the power counts as evenly spread.",
-    {{"FILE", Kind::File}},
+    {kRecordingArgument},
     {{"channel", "LOW:HIGH", Kind::FrequencyRange,
       "The channel, such as 98.2M:98.4M; may be given several times.", nullptr, 1, kAnyCount},
      {"spacing", "FREQ", Kind::Frequency,
@@ -317,7 +318,9 @@ constexpr Subcommand kPower = {
      "rfutils power fm_band.csv --channel 98.2M:98.4M --channel 92.7M:92.9M",
      "rfutils power fm_band.csv --channel 98.2M:98.4M --spacing 400k --format csv",
      "rfutils power fm_band.csv --channel 98.2M:98.4M --series --format csv"},
-    runPower};
+    runPower,
+    nullptr,
+    &kRecordingOptions};
 // clang-format on
 
 }  // namespace rfu::command

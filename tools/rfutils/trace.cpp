@@ -1,7 +1,6 @@
 #include <QString>
 #include <cmath>
 #include <cstddef>
-#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -13,6 +12,7 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "recordings/plotOf.h"
+#include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -51,7 +51,8 @@ std::size_t capacityOf(const CommandLine& line) {
 
 struct TraceOptions {
     explicit TraceOptions(const CommandLine& line)
-        : markers(line.values<MarkerRequest>("marker")),
+        : source(recordingOf(line)),
+          markers(line.values<MarkerRequest>("marker")),
           limit(line.find<double>("limit")),
           capacity(capacityOf(line)),
           view(levelViewOf(line)),
@@ -60,6 +61,10 @@ struct TraceOptions {
           follow(line.isSet("follow")),
           more(line.isSet("more")),
           format(line.format()) {
+        source.isLive = follow;
+        if (follow && source.files.size() > 1) {
+            throw UsageError("--follow takes one FILE");
+        }
         if (follow && markers.empty()) {
             throw UsageError("--follow needs a --marker");
         }
@@ -84,6 +89,7 @@ struct TraceOptions {
         requireAntennaUnit(line, view.unit);
     }
 
+    RecordingSource source;
     std::vector<MarkerRequest> markers;
     std::optional<double> limit;
     std::size_t capacity;
@@ -111,49 +117,12 @@ TraceColumns pointColumns(const TraceOptions& options) {
     return columns;
 }
 
-/// Notes on a live source, each of which is printed once.
-class LiveNotes {
-public:
-    void tellBrokenLine(const InputError& error) {
-        if (++brokenLines_ == 1) {
-            print(error.message() + "; the line is skipped");
-        }
-    }
-
-    void tellGrowth(const SweepReader& recording) {
-        if (!std::exchange(hasGrown_, true)) {
-            print(InputError(recording.file(),
-                             "a sweep has hops that the first one lacked; their points are added")
-                      .message());
-        }
-    }
-
-    void tellCount(const SweepReader& recording) const {
-        if (brokenLines_ > 1) {
-            print(InputError(recording.file(), std::to_string(brokenLines_) +
-                                                   " lines in all made no sense and were skipped")
-                      .message());
-        }
-    }
-
-private:
-    static void print(const std::string& what) {
-        standardOutput().flush();  // the note follows what came before
-        printNote(what);
-    }
-
-    long long brokenLines_ = 0;
-    bool hasGrown_ = false;
-};
-
 /// A recording while it is read and what came of it.
 class Trace {
 public:
-    Trace(const QString& file, const TraceOptions& options)
+    explicit Trace(const TraceOptions& options)
         : options_(options),
-          recording_(file, options.follow ? 1 : kLearnedSweeps,
-                     {[] { standardOutput().flush(); }, stopDescriptor()},
-                     options.follow ? brokenLineTeller() : nullptr),
+          recording_(options.source),
           sweeps_(options.capacity, options.more, options.limit.value_or(0.0)),
           note_(options.view.unit, true),
           markerTable_(options.format, markerColumns(options), options.view, recording_.axis(),
@@ -176,12 +145,7 @@ public:
                 markerTable_.show();
             }
         }
-        notes_.tellCount(recording_);
-        if (sweeps_.count() == 0 && interruptedStatus() != 0) {
-            const InputError error(recording_.file(), "interrupted before a sweep was complete");
-            throw Failure(error.message(), interruptedStatus());
-        }
-        finishReading(recording_, sweeps_.count());
+        requireSweeps(recording_, sweeps_.count());
     }
 
     void print() {
@@ -207,7 +171,7 @@ public:
 
     TracePlot plot() const {
         TracePlot plot = plotOf(recording_.axis(), sweeps_.tallies(), options_.view);
-        plot.title = titleOf(recording_.file(), static_cast<long long>(sweeps_.kept()));
+        plot.title = titleOf(recording_.files(), static_cast<long long>(sweeps_.kept()));
         for (const Marker& marker : markers_) {
             plot.marks.push_back({marker.name, static_cast<std::size_t>(marker.point)});
         }
@@ -226,10 +190,6 @@ private:
                           request.name + "MHz");
             }
         }
-    }
-
-    std::function<void(const InputError&)> brokenLineTeller() {
-        return [this](const InputError& error) { notes_.tellBrokenLine(error); };
     }
 
     /// Whether all levels of a sweep are kept; else those of the markers.
@@ -254,7 +214,10 @@ private:
     }
 
     void grow() {
-        notes_.tellGrowth(recording_);
+        if (!std::exchange(hasGrown_, true)) {
+            options_.source.onNote(recording_.error(
+                "a sweep has hops that the first one lacked; their points are added"));
+        }
         const std::vector<std::size_t>& former = recording_.formerPoints();
         const std::vector<Marker> moved = moveMarkers(options_.markers, markers_, recording_);
         std::vector<std::size_t> formerColumns;
@@ -269,10 +232,9 @@ private:
 
     void requireRoom(bool isThere) const {
         if (!isThere) {
-            throw InputError(recording_.file(),
-                             "the levels of " + std::to_string(sweeps_.kept()) +
-                                 " sweeps take 1 GiB, the most that is held; use a smaller --keep, "
-                                 "or --keep all without --more");
+            throw recording_.error("the levels of " + std::to_string(sweeps_.kept()) +
+                                   " sweeps take 1 GiB, the most that is held; use a smaller "
+                                   "--keep, or --keep all without --more");
         }
     }
 
@@ -304,24 +266,24 @@ private:
     }
 
     const TraceOptions& options_;
-    LiveNotes notes_;
-    SweepReader recording_;
+    Recording recording_;
     SweepStore sweeps_;
     PrefixNote note_;
     TraceTable markerTable_;
     std::vector<Marker> markers_;
     std::vector<double> levelsOfMarkers_;
     int points_ = 0;
+    bool hasGrown_ = false;
 };
 
 void runTrace(const CommandLine& line) {
     const TraceOptions options(line);
-    Trace trace(line.text("FILE"), options);
+    Trace trace(options);
     trace.read();
     trace.print();
     if (options.plot) {
         const TextDrawing drawing;
-        savePicture(draw(trace.plot()), line.text("plot"), {line.text("FILE")});
+        savePicture(draw(trace.plot()), line.text("plot"), options.source.files);
     }
     throwIfInterrupted();
 }
@@ -332,9 +294,9 @@ void runTrace(const CommandLine& line) {
 constexpr Subcommand kTrace = {
     "trace", "Statistics of markers and points over recorded sweeps",
     "Statistics over the most recent sweeps of a recording, per marker or per point.\n"
-    "FILE holds sweeps as rtl_power and hackrf_sweep write them (lines of date, time, Hz low, Hz "
+    "Each FILE holds sweeps as rtl_power and hackrf_sweep write them (lines of date, time, Hz low, Hz "
     "high, Hz step, samples, dB, dB, ...) or plain CSV with one trace of levels per line; - reads "
-    "standard input. Levels are taken as dBm. An empty level, nan and -inf mean that a point was "
+    "standard input. Several files are one recording, in order of time. Levels are taken as dBm. An empty level, nan and -inf mean that a point was "
     "not measured; it counts nowhere. Points count from 0; the frequency of a point is that at "
     "which its bin begins. Without --marker and --all-points a summary of the recording is shown.\n"
     "\n"
@@ -353,7 +315,7 @@ constexpr Subcommand kTrace = {
     "\n"
     "A live read-out:\n"
     "  rtl_power -f 88M:108M:50k -i 1 - | rfutils trace - --follow --marker 88.1MHz",
-    {{"FILE", Kind::File}},
+    {kRecordingArgument},
     {{"marker", "FREQ", Kind::Marker,
       "Show this point, up to six times: the one nearest to a frequency such as 88.1MHz or 2.4GHz, "
       "or the number of a point.",
@@ -361,7 +323,7 @@ constexpr Subcommand kTrace = {
      {"limit", "DBM", Kind::Level, "Count how often a level was above this one."},
      {"all-points", "", Kind::Flag, "Show all points."},
      {"keep", "N", Kind::Text, "How many recent sweeps count, or all.", kKeptByDefault},
-     {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete. A line that cannot be read is skipped."},
+     {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete."},
      {"unit", "UNIT", Kind::Unit,
       "Show levels in this unit (rfutils units lists them); a field unit takes the frequency of "
       "each point unless --center is given.",
@@ -378,7 +340,9 @@ constexpr Subcommand kTrace = {
      "rfutils trace fm_band.csv --all-points --keep 100 --format csv",
      "rfutils trace fm_band.csv --marker 98.3MHz --unit V/m --gain 2",
      "rfutils trace wifi_band.csv --marker 2.437GHz --plot wifi.png"},
-    runTrace};
+    runTrace,
+    nullptr,
+    &kRecordingOptions};
 // clang-format on
 
 }  // namespace rfu::command

@@ -12,6 +12,7 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "recordings/levelView.h"
+#include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -132,22 +133,15 @@ struct ShownLevels {
 };
 
 /// A recording of which the first sweep is read, so that its axis is known.
-class Recording {
+class BegunRecording {
 public:
-    explicit Recording(const QString& file)
-        : reader_(file, kLearnedSweeps, {{}, stopDescriptor()}) {
-        if (!reader_.next(sweep_)) {
-            if (interruptedStatus() != 0) {
-                const InputError error(file, "interrupted before a sweep was complete");
-                throw Failure(error.message(), interruptedStatus());
-            }
-            finishReading(reader_, 0);
-        }
+    explicit BegunRecording(const RecordingSource& source) : recording_(source) {
+        requireSweeps(recording_, recording_.next(sweep_) ? 1 : 0);
         points_ = sweep_.levels.size();
         firstTime_ = sweep_.time;
     }
 
-    const FrequencyAxis& axis() const { return reader_.axis(); }
+    const FrequencyAxis& axis() const { return recording_.axis(); }
     std::size_t points() const { return points_; }
     long long sweeps() const { return sweeps_; }
 
@@ -158,13 +152,12 @@ public:
             ++sweeps_;
             lastTime_ = sweep_.time;
             use(std::as_const(sweep_));
-        } while (reader_.next(sweep_));
-        finishReading(reader_, sweeps_);
+        } while (recording_.next(sweep_));
     }
 
     void printSummary(Format format, const QImage& image, bool isMeasured, const LevelRange& range,
                       ShownLevels& shown) const {
-        const bool hasAxis = reader_.hasFrequencies();
+        const bool hasAxis = recording_.hasFrequencies();
         writeObject(format, {{"sweeps", sweeps_},
                              {"points", points_},
                              {"fromMHz", hasAxis ? Cell(axis().points.front()) : Cell()},
@@ -181,7 +174,7 @@ public:
 
 private:
     const Interruption interruption_;
-    SweepReader reader_;
+    Recording recording_;
     Sweep sweep_;
     std::size_t points_ = 0;
     long long sweeps_ = 0;
@@ -189,37 +182,41 @@ private:
     std::string lastTime_;
 };
 
-void requireSide(const QString& file, std::size_t pixels, const char* what) {
+void requireSide(const RecordingSource& source, std::size_t pixels, const char* what) {
     if (pixels > RawWaterfall::kMostSide) {
-        throw InputError(file, "has too many " + std::string(what) + " for --raw, " +
-                                   std::to_string(RawWaterfall::kMostSide) +
-                                   " at most; without --raw they share pixels");
+        throw InputError(source.files.first(), "has too many " + std::string(what) +
+                                                   " for --raw, " +
+                                                   std::to_string(RawWaterfall::kMostSide) +
+                                                   " at most; without --raw they share pixels");
     }
 }
 
-QImage drawRaw(const QString& file, Recording& recording, RawWaterfall& raw) {
-    const bool isStandardInput = file == kStandardInput;
-    const FileWatch watch(isStandardInput ? QStringList() : QStringList(file));
+QImage drawRaw(RecordingSource source, BegunRecording& recording, RawWaterfall& raw) {
+    const bool hasStandardInput = source.files.contains(kStandardInput);
+    const FileWatch watch(hasStandardInput ? QStringList() : source.files);
     recording.forEachSweep([&](const Sweep& sweep) {
         raw.add(sweep);
-        if (isStandardInput && !raw.holdsCells()) {
-            throw InputError(file, "--raw holds " + std::to_string(RawWaterfall::kMostHeld >> 20) +
-                                       " MB of cells of standard input at most; give it a file, "
-                                       "which is read twice, or leave --raw out");
+        if (hasStandardInput && !raw.holdsCells()) {
+            throw InputError(kStandardInput,
+                             "--raw holds " + std::to_string(RawWaterfall::kMostHeld >> 20) +
+                                 " MB of cells of standard input at most; give it a file, "
+                                 "which is read twice, or leave --raw out");
         }
     });
-    requireSide(file, raw.height(), "sweeps");
+    requireSide(source, raw.height(), "sweeps");
     if (raw.holdsCells()) {
         return raw.draw([](Sweep&) { return false; });
     }
-    SweepReader again(file, kLearnedSweeps);
+    source.waiting = {};
+    source.onNote = [](const InputError&) {};  // told once
+    Recording again(source);
     QImage image = raw.draw([&](Sweep& sweep) { return again.next(sweep); });
     watch.requireUnchanged();
     return image;
 }
 
 void runWaterfall(const CommandLine& line) {
-    const QString file = line.text("FILE");
+    const RecordingSource source = recordingOf(line);
     const QString picture = line.text("png");
     const bool isRaw = line.isSet("raw");
     for (const char* option : {"width", "height", "reduce"}) {
@@ -234,9 +231,9 @@ void runWaterfall(const CommandLine& line) {
     options.reduction = reductionOf(line);
     options.showsGaps = !line.isSet("no-gaps");
     options.colors.palette = paletteOf(line);
-    requireReplaceable(picture, {file});
+    requireReplaceable(picture, source.files);
 
-    Recording recording(file);
+    BegunRecording recording(source);
     ShownLevels shown(view, recording.axis());
     options.scale = shown.scale;
     options.colors.range = shown.rangeOf(line);
@@ -245,21 +242,21 @@ void runWaterfall(const CommandLine& line) {
     LevelRange range = {};
     bool isMeasured = false;
     if (isRaw) {
-        requireSide(file, recording.points(), "points");
+        requireSide(source, recording.points(), "points");
         RawWaterfall raw(std::move(options.colors), options.showsGaps, recording.points());
-        image = drawRaw(file, recording, raw);
+        image = drawRaw(source, recording, raw);
         range = raw.range();
         isMeasured = raw.levels().measured() > 0;
     } else {
         Waterfall waterfall(std::move(options), recording.axis(), recording.points());
         recording.forEachSweep([&](const Sweep& sweep) { waterfall.add(sweep); });
         const TextDrawing drawing;
-        image = waterfall.draw(titleOf(file, recording.sweeps()));
+        image = waterfall.draw(titleOf(source.files, recording.sweeps()));
         range = waterfall.range();
         isMeasured = waterfall.levels().measured() > 0;
     }
     recording.printSummary(line.format(), image, isMeasured || line.isSet("levels"), range, shown);
-    savePicture(image, picture, {file}, Encoding::Fast);
+    savePicture(image, picture, source.files, Encoding::Fast);
     throwIfInterrupted();
 }
 
@@ -270,7 +267,7 @@ constexpr Subcommand kWaterfall = {
     "waterfall", "Picture of a recording: frequency across, time down",
     "Draws a recording with frequency across, time down and level as colour, and shows what it "
     "drew.\n"
-    "FILE holds sweeps as rfutils trace reads them; - reads standard input. It is read once, in "
+    "FILE holds sweeps as rfutils trace reads them, several files as one recording; - reads standard input. It is read once, in "
     "memory that does not grow with it.\n"
     "\n"
     "A pixel that stands for several cells shows their maximum, so that a burst of one sweep on "
@@ -287,7 +284,7 @@ constexpr Subcommand kWaterfall = {
     "\n"
     "A live recording:\n"
     "  rtl_power -f 88M:108M:50k -i 1 -e 1h - | rfutils waterfall - --png fm.png",
-    {{"FILE", Kind::File}},
+    {kRecordingArgument},
     {{"png", "OUT.png", Kind::Picture, "The picture.", nullptr, 1},
      {"palette", "NAME", Kind::Text,
       "viridis, magma, cividis (made for colour-blind readers too), grey; or turbo, which is not "
@@ -313,7 +310,9 @@ constexpr Subcommand kWaterfall = {
      "rfutils waterfall fm_band.csv --png grey.png --palette grey --levels -100:-40",
      "rfutils waterfall wifi_band.csv --png wifi_cells.png --raw",
      "rfutils waterfall fm_band.csv --png small.png --width 640 --height 480"},
-    runWaterfall};
+    runWaterfall,
+    nullptr,
+    &kRecordingOptions};
 // clang-format on
 
 }  // namespace rfu::command

@@ -7,14 +7,14 @@
 #include "hopLines.h"
 
 using rfu::MarkerRequest;
-using rfu::SweepReader;
+using rfu::Recording;
 
 namespace {
 
 /// The point of a marker, or the problem.
 std::string placed(const std::string& bytes, const MarkerRequest& request) {
     const TempFiles files;
-    SweepReader reader(QString::fromStdString(files.write("sweeps.csv", bytes)), 1);
+    Recording reader({{QString::fromStdString(files.write("sweeps.csv", bytes))}});
     rfu::Sweep sweep;
     EXPECT_TRUE(reader.next(sweep));
     try {

@@ -165,9 +165,12 @@ std::string follow(const std::string& bytes) {
     const TempFiles files;
     const QString file = QString::fromStdString(files.write("sweeps.csv", bytes));
     std::string skipped;
-    SweepReader reader(file, 1, {}, [&](const InputError& error) {
-        skipped += " (" + std::to_string(error.line()) + ": " + error.problem() + ")";
-    });
+    SweepReader reader(
+        file, 1, {},
+        [&](const InputError& error) {
+            skipped += " (" + std::to_string(error.line()) + ": " + error.problem() + ")";
+        },
+        true);
     std::string text;
     std::vector<double> points;
     for (Sweep sweep; reader.next(sweep);) {

@@ -5,6 +5,7 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "support/errors.h"
+#include "support/interruption.h"
 
 namespace rfu::command {
 
@@ -19,29 +20,19 @@ std::string bandsText(const FrequencyAxis& axis) {
     return text;
 }
 
-std::string titleOf(const QString& file, long long sweeps) {
+std::string titleOf(const QStringList& files, long long sweeps) {
+    const QString& file = files.first();
     const std::string name =
         file == kStandardInput ? "standard input" : QFileInfo(file).fileName().toStdString();
-    return name + ", " + std::to_string(sweeps) + (sweeps == 1 ? " sweep" : " sweeps");
+    const std::string others =
+        files.size() > 1 ? " and " + std::to_string(files.size() - 1) + " more" : "";
+    return name + others + ", " + std::to_string(sweeps) + (sweeps == 1 ? " sweep" : " sweeps");
 }
 
-void noteCutLine(const SweepReader& recording) {
-    if (recording.cutLine() > 0) {
-        printNote(InputError(recording.file(), recording.cutLine(),
-                             "the last line has no line end and may be cut; it is left out")
-                      .message());
-    }
-    if (recording.endsEarly()) {
-        printNote(InputError(recording.file(),
-                             "the compressed data ends early; a line that it cuts is left out")
-                      .message());
-    }
-}
-
-void finishReading(const SweepReader& recording, long long sweeps) {
-    noteCutLine(recording);
+void requireSweeps(const Recording& recording, long long sweeps) {
     if (sweeps == 0) {
-        throw InputError(recording.file(), "holds no sweep");
+        const InputError error = recording.error("interrupted before a sweep was complete");
+        throw Failure(error.message(), interruptedStatus());
     }
 }
 

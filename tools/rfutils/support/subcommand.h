@@ -65,6 +65,8 @@ struct Subcommand {
     void (*run)(const CommandLine& line);
     /// The values that an option or argument may have, shown behind the description.
     std::vector<std::string> (*choices)() = nullptr;
+    /// Options that it has in common with others, behind its own.
+    const std::initializer_list<Option>* shared = nullptr;
 };
 
 // clang-format off
@@ -85,6 +87,11 @@ inline std::vector<const Option*> optionsOf(const Subcommand& subcommand) {
     std::vector<const Option*> options;
     for (const Option& option : subcommand.options) {
         options.push_back(&option);
+    }
+    if (subcommand.shared != nullptr) {
+        for (const Option& option : *subcommand.shared) {
+            options.push_back(&option);
+        }
     }
     for (const Option& option : kCommonOptions) {
         options.push_back(&option);

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <initializer_list>
+
+#include "analysis/recordings/recording.h"
+#include "support/commandLine.h"
+#include "support/subcommand.h"
+
+namespace rfu::command {
+
+// What every command on recordings takes: the files, and how they are read.
+
+inline constexpr Argument kRecordingArgument = {"FILE", Kind::File, 1, kAnyCount};
+
+/// See Subcommand::shared.
+extern const std::initializer_list<Option> kRecordingOptions;
+
+/// The recording that the command line names. Notes on it are printed behind what was written so far.
+RecordingSource recordingOf(const CommandLine& line);
+
+}  // namespace rfu::command
