@@ -17,7 +17,6 @@
 #include "support/require.h"
 #include "support/scratchFile.h"
 
-#include <tests/support/mapModel.h>
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/support/compression.h"
 #include "analysis/support/inputError.h"
@@ -134,7 +133,11 @@ std::vector<std::string> dataLinesOf(std::string_view file) {
     std::vector<std::string> lines;
     const bool isMarked = file.substr(0, 3) == "\xEF\xBB\xBF";
     bool isFirst = true;
-    for (const std::string& line : rfu::test::linesOf(file.substr(isMarked ? 3 : 0), file.size())) {
+    file.remove_prefix(isMarked ? 3 : 0);
+    while (!file.empty()) {
+        const std::size_t length = std::min(file.find('\n'), file.size());
+        const std::string line(file.substr(0, length));
+        file.remove_prefix(std::min(length + 1, file.size()));
         const std::string text = trimmedText(line);
         if (text.empty() || text[0] == '#') {
             continue;
