@@ -175,7 +175,7 @@ HopLine readHopLine(std::string_view line, const LineReader& where) {
         throw badLine(where, quoted(time) + " is not a time (21:15:00)");
     }
     Hop hop;
-    hop.low = nextNumber(fields, "Hz low", where);
+    hop.low = nextNumber(fields, "Hz low", where) + 0.0;  // -0 is 0
     hop.high = nextNumber(fields, "Hz high", where);
     hop.step = nextNumber(fields, "Hz step", where);
     check(hop, where);

@@ -1,7 +1,7 @@
 // The readers of compressed data behind the lines of a file. Holds for any bytes:
 // - unpacking ends, at the end of the bytes or with an InputError that names the file;
 // - no more than `room` bytes come at once, and none before bytes were given;
-// - what comes does not depend on how the bytes are cut, nor on the room;
+// - what comes of undamaged data does not depend on how the bytes are cut, nor on the room;
 // - LineReader gives the lines of it, but for one that the end of the data cuts.
 #include "support/input.h"
 #include "support/require.h"
@@ -32,9 +32,10 @@ struct Unpacked {
     bool failed = false;
 };
 
-bool operator==(const Unpacked& a, const Unpacked& b) {
-    // How much precedes damage depends on the portions.
-    return a.failed == b.failed && (a.failed || (a.text == b.text && a.isComplete == b.isComplete));
+/// Of damaged data it depends on the portions how much precedes the damage, and even whether the
+/// library notices it: zstd checks the size that a frame names only where it has the whole frame.
+bool isEqual(const Unpacked& a, const Unpacked& b) {
+    return a.failed || b.failed || (a.text == b.text && a.isComplete == b.isComplete);
 }
 
 /// At most kEnough bytes.
@@ -79,8 +80,8 @@ void requireLines(const QString& file, const Unpacked& whole) {
         REQUIRE(error.file() == file);
         failed = true;
     }
-    if (whole.text.size() == kEnough) {
-        return;  // neither has seen the end
+    if (whole.text.size() == kEnough || text.size() >= kEnough) {
+        return;  // not both have seen the end
     }
     REQUIRE(failed == whole.failed);
     REQUIRE(failed || reader.endsEarly() != whole.isComplete);
@@ -109,8 +110,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static ScratchFile file("packed");
     file.write(data, size);
     const Unpacked whole = unpack(file.path(), bytes, size, kMaxRoom);
-    REQUIRE(whole == unpack(file.path(), bytes, 1, kMaxRoom));
-    REQUIRE(whole == unpack(file.path(), bytes, 7, 1024));
+    REQUIRE(isEqual(whole, unpack(file.path(), bytes, 1, kMaxRoom)));
+    REQUIRE(isEqual(whole, unpack(file.path(), bytes, 7, 1024)));
     requireLines(file.path(), whole);
     return 0;
 }
