@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "analysis/recordings/bins.h"
 #include "analysis/recordings/timeStamp.h"
+#include "analysis/support/files.h"
 
 namespace rfu {
 
@@ -41,16 +43,17 @@ const Hop& hopBeyond(const FrequencyAxis& axis, const FrequencyAxis& other) {
 
 }  // namespace
 
-Recording::Recording(RecordingSource source) : source_(std::move(source)) {
+Recording::Recording(RecordingSource source) : source_(std::move(source)), window_(source_.window) {
     if (source_.files.size() > 1) {
         look();
     } else {
-        reader_ = open(files().first(), true);
+        reader_ = openToRead(files().first());
     }
 }
 
 /// @param isTold whether broken lines count; the others are those of a file that is looked into
-std::unique_ptr<SweepReader> Recording::open(const QString& file, bool isTold) {
+std::unique_ptr<SweepReader> Recording::open(const QString& file, bool isTold,
+                                             SweepChoice* choice) {
     std::function<void(const InputError&)> onBrokenLine;
     if (!source_.isStrict) {
         onBrokenLine = [this, isTold](const InputError& error) {
@@ -60,7 +63,13 @@ std::unique_ptr<SweepReader> Recording::open(const QString& file, bool isTold) {
         };
     }
     return std::make_unique<SweepReader>(file, source_.isLive ? 1 : kLearnedSweeps, source_.waiting,
-                                         std::move(onBrokenLine), source_.isLive);
+                                         std::move(onBrokenLine), source_.isLive, choice);
+}
+
+/// Opens a file whose sweeps come next.
+std::unique_ptr<SweepReader> Recording::openToRead(const QString& file) {
+    isChosen_ = !source_.isLive && !window_.options().takesAll();
+    return open(file, true, isChosen_ ? &window_ : nullptr);
 }
 
 void Recording::tellBrokenLine(const InputError& error) {
@@ -81,6 +90,9 @@ void Recording::tellFirstBrokenLine() {
 
 void Recording::finishFile() {
     const QString& file = reader_->file();
+    if (reader_->hasSweeps()) {
+        tellFirstBrokenLine();
+    }
     if (brokenLines_ > 1 && !firstBrokenLine_) {
         source_.onNote(
             {file, std::to_string(brokenLines_) + " lines in all made no sense and were skipped"});
@@ -92,9 +104,14 @@ void Recording::finishFile() {
     if (reader_->endsEarly()) {
         source_.onNote({file, "the compressed data ends early; a line that it cuts is left out"});
     }
-    if (sweeps_ == 0 && !reader_->isStopped()) {
+    isStopped_ = reader_->isStopped();
+    if (!reader_->hasSweeps() && !isStopped_) {
         throw firstBrokenLine_.value_or(InputError(file, "holds no sweep"));
     }
+    if (firstTime_.empty()) {
+        firstTime_ = reader_->firstTime();
+    }
+    lastTime_ = reader_->lastTime();
 }
 
 /// Reads the beginning of each of several files.
@@ -116,7 +133,7 @@ void Recording::look() {
 /// @return nothing where reading is stopped
 std::optional<Recording::Part> Recording::lookInto(const QString& file) {
     const bool isOpenedOnce = file == kStandardInput;
-    auto reader = open(file, isOpenedOnce);
+    auto reader = open(file, isOpenedOnce, nullptr);
     Sweep sweep;
     if (!reader->next(sweep)) {
         reader_ = std::move(reader);
@@ -153,7 +170,7 @@ void Recording::requireOneSetting() {
                                             describe(hopBeyond(part.axis, most.axis)));
         }
     }
-    axis_ = most.axis;
+    whole_ = most.axis;
 }
 
 /// Opens the next of several files.
@@ -163,8 +180,10 @@ bool Recording::openNext() {
         return false;
     }
     Part& part = parts_[part_++];
+    requireOrder(part);
     const bool isOpen = part.reader != nullptr;
-    reader_ = isOpen ? std::move(part.reader) : open(part.file, true);
+    isChosen_ = false;
+    reader_ = isOpen ? std::move(part.reader) : openToRead(part.file);
     firstSweep_ = std::move(part.first);
     if (!isOpen) {
         brokenLines_ = 0;
@@ -174,11 +193,11 @@ bool Recording::openNext() {
 }
 
 /// A file's first sweep may not be earlier than the last one of the file before.
-void Recording::requireOrder(const std::string& time) const {
-    if (!lastTime_.empty() && microsecondsOf(time) < microsecondsOf(lastTime_)) {
-        throw InputError(reader_->file(), "begins at " + time + ", before " +
-                                              parts_[part_ - 2].file.toStdString() + " ends at " +
-                                              lastTime_);
+void Recording::requireOrder(const Part& part) const {
+    if (!lastTime_.empty() && microsecondsOf(part.time) < microsecondsOf(lastTime_)) {
+        throw InputError(part.file, "begins at " + part.time + ", before " +
+                                        parts_[part_ - 2].file.toStdString() + " ends at " +
+                                        lastTime_);
     }
 }
 
@@ -193,54 +212,241 @@ bool Recording::nextOfFile(Sweep& sweep) {
     return true;
 }
 
-/// Puts the levels where the axis of all files has them.
+/// Puts the levels where the axis has them.
 void Recording::arrange(Sweep& sweep) const {
-    if (places_.empty()) {
+    if (!places_.empty()) {
+        std::vector<double> levels(whole_.points.size(), traceRssiBuffer::kNoMeasurement);
+        for (std::size_t i = 0; i < places_.size(); ++i) {
+            levels[places_[i]] = sweep.levels[i];
+        }
+        sweep.levels = std::move(levels);
+    }
+    if (!points_.empty()) {
+        for (std::size_t i = 0; i < points_.size(); ++i) {
+            sweep.levels[i] = sweep.levels[points_[i]];  // points_[i] >= i
+        }
+        sweep.levels.resize(points_.size());
+    }
+}
+
+/// Makes the axis that of the window, which may have no point of a live source yet.
+void Recording::setAxis() {
+    if (window_.options().bands.empty() || whole_.points.empty()) {
+        axis_ = whole_;
         return;
     }
-    std::vector<double> levels(axis_.points.size(), traceRssiBuffer::kNoMeasurement);
-    for (std::size_t i = 0; i < places_.size(); ++i) {
-        levels[places_[i]] = sweep.levels[i];
+    points_ = window_.pointsOf(whole_);
+    if (points_.empty() && !source_.isLive) {
+        throw error("has no point in the band; it reaches " + describe(whole_.bands));
     }
-    sweep.levels = std::move(levels);
+    axis_ = axisOf(whole_, points_);
 }
 
 /// Learns where the points of a file lie in the recording from its first sweep.
 void Recording::beginFile(const Sweep& sweep) {
     if (parts_.empty()) {
-        axis_ = reader_->axis();
-        return;
+        whole_ = reader_->axis();
+        shown_.assign(whole_.points.size(), SweepReader::kNewPoint);
+    } else {
+        const auto places = placesOf(reader_->axis(), whole_);
+        if (!places || sweep.time.empty() != whole_.points.empty() ||
+            sweep.levels.size() != parts_[part_ - 1].levels) {
+            throw InputError(reader_->file(), "changed while it was read");
+        }
+        places_ = places->size() == whole_.points.size() ? std::vector<std::size_t>() : *places;
     }
-    requireOrder(sweep.time);
-    const auto places = placesOf(reader_->axis(), axis_);
-    if (!places || sweep.time.empty() != axis_.points.empty() ||
-        sweep.levels.size() != parts_[part_ - 1].levels) {
-        throw InputError(reader_->file(), "changed while it was read");
+    if (handedOut_ == 0) {
+        setAxis();
     }
-    places_ = places->size() == axis_.points.size() ? std::vector<std::size_t>() : *places;
 }
 
-bool Recording::next(Sweep& sweep) {
+/// Follows a live source that has new points.
+void Recording::grow() {
+    std::vector<std::size_t> shown;
+    for (const std::size_t former : reader_->formerPoints()) {
+        shown.push_back(former == SweepReader::kNewPoint ? former : shown_[former]);
+    }
+    shown_ = std::move(shown);
+    whole_ = reader_->axis();
+    isGrown_ = true;
+}
+
+/// Makes the axis that of a sweep of a live source that is about to be handed out.
+/// @return false where it has no point
+bool Recording::followAxis() {
+    if (handedOut_ > 0 && !isGrown_) {
+        return true;
+    }
+    isGrown_ = false;
+    setAxis();
+    if (axis_.points.empty() && !whole_.points.empty()) {
+        return false;
+    }
+    const auto wholePoint = [this](std::size_t point) {
+        return points_.empty() ? point : points_[point];
+    };
+    std::vector<std::size_t> former(axis_.points.size());
+    for (std::size_t i = 0; i < former.size(); ++i) {
+        former[i] = std::exchange(shown_[wholePoint(i)], i);
+    }
+    if (handedOut_ > 0 &&
+        std::find(former.begin(), former.end(), SweepReader::kNewPoint) != former.end()) {
+        formerPoints_ = std::move(former);
+    }
+    return true;
+}
+
+/// The next sweep of the files that the readers hand out.
+bool Recording::nextOfAll(Sweep& sweep) {
     while (reader_ || openNext()) {
         if (nextOfFile(sweep)) {
             if (sweeps_ == 1) {
                 beginFile(sweep);
             } else if (reader_->hasGrown()) {
-                axis_ = reader_->axis();
-            }
-            if (!parts_.empty()) {
-                lastTime_ = sweep.time;
-                arrange(sweep);
+                grow();
             }
             return true;
         }
         finishFile();
-        if (parts_.empty() || reader_->isStopped() || part_ == parts_.size()) {
+        if (parts_.empty() || isStopped_ || part_ == parts_.size()) {
             return false;
         }
         reader_.reset();
     }
     return false;
+}
+
+bool Recording::isWanted(const Sweep& sweep) {
+    const WindowOptions& options = window_.options();
+    const bool isTrace = sweep.time.empty();
+    if (isTrace && options.limitsTime()) {
+        throw InputError(reader_->file(), "holds no times to choose sweeps by");
+    }
+    if (isTrace && !options.bands.empty()) {
+        throw InputError(reader_->file(), "holds no frequencies to choose points by");
+    }
+    if (isChosen_ && !isTrace) {
+        return true;  // the reader has asked
+    }
+    const std::int64_t time = isTrace ? 0 : microsecondsOf(sweep.time);
+    const bool isWanted = window_.wantsSweep(time);
+    window_.begin(time);
+    return isWanted;
+}
+
+bool Recording::nextOfWindow(Sweep& sweep) {
+    while (nextOfAll(sweep)) {
+        if (isWanted(sweep) && (!source_.isLive || followAxis())) {
+            arrange(sweep);
+            ++handedOut_;
+            return true;
+        }
+    }
+    if (!isStopped_) {
+        requireSweep();
+    }
+    return false;
+}
+
+/// @throw InputError where the window has left nothing
+void Recording::requireSweep() const {
+    if (handedOut_ > 0) {
+        return;
+    }
+    if (source_.isLive && !window_.options().bands.empty() && window_.pointsOf(whole_).empty()) {
+        throw error("has no point in the band; it reaches " + describe(whole_.bands));
+    }
+    if (window_.options().limitsTime()) {
+        throw error("has no sweep between these times; it reaches from " + firstTime_ + " to " +
+                    lastTime_);
+    }
+}
+
+/// Reads the heads of the lines of a file.
+/// @param lastTime of its last sweep
+/// @return false where reading is stopped
+bool Recording::readHeads(const QString& file, Window& window, std::string& lastTime) {
+    const auto reader = open(file, false, &window);
+    Sweep sweep;
+    while (reader->next(sweep)) {
+        window.begin(0);  // of a trace; those without times are handed out
+    }
+    lastTime = reader->lastTime();
+    isStopped_ = reader->isStopped();
+    return !isStopped_;
+}
+
+/// Finds what the window counts from the end.
+/// @return false where reading is stopped
+bool Recording::begin() {
+    const WindowOptions& options = window_.options();
+    QStringList inOrder = files();
+    if (!parts_.empty()) {
+        std::transform(parts_.begin(), parts_.end(), inOrder.begin(),
+                       [](const Part& part) { return part.file; });
+    }
+    std::string lastTime;
+    if (options.countsFromEnd()) {
+        if (!isRegularFile(inOrder.last())) {
+            throw InputError(inOrder.last(),
+                             "a time before the end needs a regular file, which is read twice");
+        }
+        Window none = window_;
+        none.skipAll();
+        if (!readHeads(inOrder.last(), none, lastTime)) {
+            return false;
+        }
+        if (!lastTime.empty()) {
+            window_.setEnd(microsecondsOf(lastTime));
+        }
+    }
+    if (options.last == 0) {
+        return true;
+    }
+    holdsLast_ = !std::all_of(inOrder.begin(), inOrder.end(), isRegularFile);
+    if (holdsLast_) {
+        return true;
+    }
+    Window none = window_;
+    none.skipAll();
+    for (const QString& file : inOrder) {
+        if (!readHeads(file, none, lastTime)) {
+            return false;
+        }
+    }
+    window_.skip(std::max(0LL, none.sweeps() - options.last));
+    return true;
+}
+
+/// The next of the last sweeps, which are held from the first call on.
+bool Recording::nextOfLast(Sweep& sweep) {
+    while (!areHeld_ && nextOfWindow(sweep)) {
+        last_.push_back(std::move(sweep));
+        if (last_.size() > static_cast<std::size_t>(window_.options().last)) {
+            last_.pop_front();
+        }
+        const std::size_t bytes = last_.back().levels.size() * sizeof(double) + kBytesOfTime;
+        if (last_.size() * bytes > kMostHeld) {
+            throw error("that many sweeps at the end take more than " +
+                        std::to_string(kMostHeld >> 20) +
+                        " MB; give a regular file, which is read twice");
+        }
+    }
+    areHeld_ = true;
+    if (last_.empty()) {
+        return false;
+    }
+    sweep = std::move(last_.front());
+    last_.pop_front();
+    return true;
+}
+
+bool Recording::next(Sweep& sweep) {
+    formerPoints_.clear();
+    if (!std::exchange(isBegun_, true) && !begin()) {
+        return false;
+    }
+    return holdsLast_ ? nextOfLast(sweep) : nextOfWindow(sweep);
 }
 
 }  // namespace rfu

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "analysis/recordings/sweepReader.h"
+#include "analysis/recordings/window.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
 
@@ -25,8 +27,9 @@ struct RecordingSource {
     Waiting waiting = {};
     /// Told what was left out of a file, and that it ends early. Never null.
     std::function<void(const InputError&)> onNote = [](const InputError&) {};
-    bool isLive = false;    // one source: no sweep waits for the next, and the axis grows
-    bool isStrict = false;  // a line that makes no sense is an error
+    bool isLive = false;        // one source: no sweep waits for the next, and the axis grows
+    bool isStrict = false;      // a line that makes no sense is an error
+    WindowOptions window = {};  // what is not live: also so many at the end
 };
 
 /// One recording in one file or several, sweep by sweep; see SweepReader for a single file.
@@ -36,22 +39,28 @@ struct RecordingSource {
 /// some of them; traces are of one length. No file begins before the one ahead of it has ended.
 ///
 /// A line that makes no sense is skipped as if it were not there, unless the source is strict; each
-/// file's first one is told, and how many there were.
+/// file's first one is told, and how many there were. Levels outside the window are not read, so that
+/// what is wrong with them stays unknown.
+///
+/// What a window counts from the end is found by reading the heads of regular files before. From other
+/// sources the last sweeps are held, up to kMostHeld bytes of them.
 class Recording {
 public:
+    static constexpr std::size_t kMostHeld = 256u << 20;
+
     /// @throw InputError when a file cannot be read; several files: also where they do not go together
     explicit Recording(RecordingSource source);
     Recording(const Recording&) = delete;
     Recording& operator=(const Recording&) = delete;
 
     /// @return false at the end
-    /// @throw InputError for a file without any sweep, for one that begins too early, and as
-    ///        SweepReader does
+    /// @throw InputError for a file without any sweep, for one that begins too early, for a window
+    ///        without any, and as SweepReader does
     bool next(Sweep& sweep);
 
     /// See SweepReader.
-    bool hasGrown() const { return reader_ && reader_->hasGrown(); }
-    const std::vector<std::size_t>& formerPoints() const { return reader_->formerPoints(); }
+    bool hasGrown() const { return !formerPoints_.empty(); }
+    const std::vector<std::size_t>& formerPoints() const { return formerPoints_; }
 
     /// Both known after the first sweep.
     bool hasFrequencies() const { return !axis_.points.empty(); }
@@ -71,32 +80,60 @@ private:
         FrequencyAxis axis;
     };
 
-    std::unique_ptr<SweepReader> open(const QString& file, bool isTold);
+    std::unique_ptr<SweepReader> open(const QString& file, bool isTold, SweepChoice* choice);
+    std::unique_ptr<SweepReader> openToRead(const QString& file);
     void tellBrokenLine(const InputError& error);
     void tellFirstBrokenLine();
     void finishFile();
     void look();
     std::optional<Part> lookInto(const QString& file);
     void requireOneSetting();
+    bool begin();
+    bool readHeads(const QString& file, Window& window, std::string& lastTime);
     bool openNext();
     void beginFile(const Sweep& sweep);
     bool nextOfFile(Sweep& sweep);
-    void requireOrder(const std::string& time) const;
+    bool nextOfAll(Sweep& sweep);
+    bool nextOfWindow(Sweep& sweep);
+    bool nextOfLast(Sweep& sweep);
+    void requireOrder(const Part& part) const;
     void arrange(Sweep& sweep) const;
+    bool isWanted(const Sweep& sweep);
+    void setAxis();
+    void grow();
+    bool followAxis();
+    void requireSweep() const;
 
     RecordingSource source_;
     std::vector<Part> parts_;  // of several files, in their order
     std::size_t part_ = 0;     // how many files were opened
     std::unique_ptr<SweepReader> reader_;
     std::optional<Sweep> firstSweep_;  // that was read when the files were looked into
-    FrequencyAxis axis_;
+    FrequencyAxis whole_;
+    FrequencyAxis axis_;  // of the window
     std::vector<std::size_t>
-        places_;  // of the file's points; empty where they are those of the axis
+        places_;  // of the file's points; empty where they are those of the whole axis
+
+    Window window_;
+    bool isBegun_ = false;
+    bool isChosen_ = false;            // whether the reader hands out what the window wants
+    std::vector<std::size_t> points_;  // of the whole axis, where the window has bands
+    long long handedOut_ = 0;
+    bool holdsLast_ = false;
+    bool areHeld_ = false;
+    std::deque<Sweep> last_;
+    // Of a live source:
+    std::vector<std::size_t>
+        shown_;             // of the points of the whole axis, in the sweep handed out last
+    bool isGrown_ = false;  // since then
+    std::vector<std::size_t> formerPoints_;
 
     std::optional<InputError> firstBrokenLine_;  // of the file, until it is told
     long long brokenLines_ = 0;                  // of the file
-    long long sweeps_ = 0;                       // of the file
-    std::string lastTime_;                       // of several files
+    long long sweeps_ = 0;                       // of the file, that its reader handed out
+    bool isStopped_ = false;
+    std::string firstTime_;
+    std::string lastTime_;  // of the files that were read
 };
 
 }  // namespace rfu

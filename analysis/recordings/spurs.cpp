@@ -5,8 +5,8 @@ namespace rfu {
 std::vector<bool> pointsInSpurs(const FrequencyAxis& axis, const std::vector<Spur>& spurs) {
     std::vector<bool> isInSpur;
     isInSpur.reserve(axis.points.size());
-    for (const Hop& hop : axis.hops) {
-        for (std::size_t i = 0; i < hop.points(); ++i) {
+    for (const AxisHop& hop : axis.hops) {
+        for (std::size_t i = hop.firstBin; i < hop.firstBin + hop.bins; ++i) {
             const double low = hop.low + static_cast<double>(i) * hop.step;
             bool isIn = false;
             for (const Spur& spur : spurs) {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "analysis/recordings/timeStamp.h"
 #include "analysis/support/csvLine.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
@@ -30,10 +31,12 @@ void arrangeLevels(std::vector<double>& levels, const std::vector<std::size_t>& 
 }  // namespace
 
 SweepReader::SweepReader(const QString& file, std::size_t learned, Waiting waiting,
-                         std::function<void(const InputError&)> onBrokenLine, bool isLive)
+                         std::function<void(const InputError&)> onBrokenLine, bool isLive,
+                         SweepChoice* choice)
     : lines_(file, std::move(waiting)),
       onBrokenLine_(std::move(onBrokenLine)),
       isLive_(isLive),
+      choice_(choice),
       learned_(learned) {}
 
 void SweepReader::fail(const std::string& what) const {
@@ -130,10 +133,14 @@ bool SweepReader::next(Sweep& sweep) {
         learnedSweeps_.pop_front();
         return true;
     }
-    if (!readSweep()) {
-        return false;
+    bool isWanted = false;
+    while (!isWanted) {
+        if (!readSweep()) {
+            return false;
+        }
+        isWanted = isOpenWanted_;
+        closeSweep(sweep);
     }
-    closeSweep(sweep);
     if (axis_.points.size() < points_) {
         grow(sweep);
     }
@@ -172,24 +179,62 @@ bool SweepReader::nextHopLine() {
         try {
             readHop(line);
         } catch (const InputError& error) {
+            pending_.reset();
             passOver(error);
         }
     }
     return pending_.has_value();
 }
 
-/// Reads a line whole, so that one that makes no sense changes nothing.
+/// Reads a line as far as it is wanted; one that makes no sense changes nothing else.
 void SweepReader::readHop(std::string_view line) {
-    HopLine hop = readHopLine(line, lines_);
-    requirePlace(hop.hop);
-    const std::size_t points = hop.hop.points();
+    pending_ = readHopLine(line, lines_);
+    requirePlace(pending_->hop);
+    isPendingRead_ = wantsPending();
+    if (!isPendingRead_) {
+        return;
+    }
+    const std::size_t points = pending_->hop.points();
     pendingLevels_.resize(std::max(pendingLevels_.size(), points));
-    const std::size_t found = readLevels(hop.levels, pendingLevels_.data(), points, lines_);
+    const std::size_t found = readLevels(pending_->levels, pendingLevels_.data(), points, lines_);
     if (found < points) {
         fail(std::to_string(found) + " levels, while " + std::to_string(points) +
              " fit between Hz low and Hz high");
     }
-    pending_ = std::move(hop);
+}
+
+bool SweepReader::wantsPending() {
+    if (choice_ == nullptr || isLearning_) {
+        return true;
+    }
+    const bool begins = openHops_ == 0 || beginsSweep(find(pending_->hop));
+    return choice_->wantsHop(pending_->hop) &&
+           (begins ? choice_->wantsSweep(pending_->microseconds) : isOpenWanted_);
+}
+
+/// Of the open sweep, which begins.
+void SweepReader::choose(std::int64_t time) {
+    if (choice_ != nullptr && !isLearning_) {
+        isOpenWanted_ = choice_->wantsSweep(time);
+        choice_->begin(time);
+    }
+}
+
+void SweepReader::chooseLearned() {
+    if (choice_ == nullptr) {
+        return;
+    }
+    std::deque<Sweep> wanted;
+    for (Sweep& sweep : learnedSweeps_) {
+        choose(microsecondsOf(sweep.time));
+        if (isOpenWanted_) {
+            wanted.push_back(std::move(sweep));
+        }
+    }
+    learnedSweeps_ = std::move(wanted);
+    if (openHops_ > 0) {
+        choose(microsecondsOf(open_.time));
+    }
 }
 
 /// Time from the last line of the open sweep to the pending one.
@@ -235,12 +280,17 @@ SweepReader::Place* SweepReader::add(const Hop& hop) {
 /// Takes the pending line into the open sweep.
 void SweepReader::take(Place& place) {
     if (openHops_ == 0) {
+        choose(pending_->microseconds);
         open_.time = pending_->time;
-        open_.levels.assign(points_, traceRssiBuffer::kNoMeasurement);
+        open_.levels.assign(isOpenWanted_ ? points_ : 0, traceRssiBuffer::kNoMeasurement);
     }
-    open_.levels.resize(points_, traceRssiBuffer::kNoMeasurement);
-    std::copy_n(pendingLevels_.begin(), place.hop.points(),
-                open_.levels.begin() + static_cast<std::ptrdiff_t>(place.firstLevel));
+    if (isOpenWanted_) {
+        open_.levels.resize(points_, traceRssiBuffer::kNoMeasurement);
+        if (isPendingRead_) {
+            std::copy_n(pendingLevels_.begin(), place.hop.points(),
+                        open_.levels.begin() + static_cast<std::ptrdiff_t>(place.firstLevel));
+        }
+    }
     place.sweep = sweep_;
     last_ = &place;
     lastTurn_ = place.turn;
@@ -252,6 +302,10 @@ void SweepReader::take(Place& place) {
 /// Hands the open sweep out and opens the next.
 void SweepReader::closeSweep(Sweep& sweep) {
     std::swap(sweep, open_);
+    lastSweepTime_ = sweep.time;
+    if (firstTime_.empty()) {
+        firstTime_ = sweep.time;
+    }
     ++sweep_;
     openHops_ = 0;
     lastTurn_ = -1;
@@ -303,6 +357,7 @@ void SweepReader::learn() {
     }
     learnPlaces();
     isLearning_ = false;
+    chooseLearned();
 }
 
 /// Puts new hops behind those that they followed.
@@ -371,7 +426,7 @@ void SweepReader::addToAxis(const Hop& hop, double lastStep) {
         axis_.bands.push_back({axis_.points.size(), low, high});
     }
     axis_.bands.back().high = std::max(axis_.bands.back().high, high);
-    axis_.hops.push_back(hop);
+    axis_.hops.push_back({hop, 0, hop.points()});
     for (std::size_t i = 0; i < hop.points(); ++i) {
         axis_.points.push_back((hop.low + static_cast<double>(i) * hop.step) / kHertzPerMegahertz);
     }

@@ -23,6 +23,12 @@ struct Sweep {
     std::vector<double> levels;  // dBm, one per point; traceRssiBuffer::kNoMeasurement for none
 };
 
+/// A hop, and those of its bins that are points.
+struct AxisHop : Hop {
+    std::size_t firstBin;
+    std::size_t bins;
+};
+
 /// Where the points of a sweep lie; empty for a recording without frequencies.
 struct FrequencyAxis {
     /// Points without a gap between their bins.
@@ -34,7 +40,20 @@ struct FrequencyAxis {
 
     std::vector<double> points;  // MHz, where the bin of each point begins
     std::vector<Band> bands;     // ascending
-    std::vector<Hop> hops;       // ascending; their bins are the points
+    std::vector<AxisHop> hops;   // ascending; their bins are the points
+};
+
+/// Which hops and sweeps of a recording are read. The levels of the others are not.
+class SweepChoice {
+public:
+    virtual ~SweepChoice() = default;
+
+    virtual bool wantsHop(const Hop& hop) const = 0;
+    /// Of a sweep that would be the next.
+    /// @param time in microseconds from a fixed day
+    virtual bool wantsSweep(std::int64_t time) const = 0;
+    /// That sweep comes. Called once for each, in their order.
+    virtual void begin(std::int64_t time) = 0;
 };
 
 /// Reads a recording sweep by sweep; holds a few sweeps, however long the recording is.
@@ -65,9 +84,12 @@ public:
     /// @param onBrokenLine told of each line that makes no sense, which is skipped as if it were not
     /// there; without it such a line is an error
     /// @param isLive whether the axis grows with new hops
+    /// @param choice of the sweeps to hand out, and of the hops in them that are measured; without it
+    /// all. Levels that are not chosen are not checked either. Not asked for a live source and of traces
     /// @throw InputError when the file cannot be read
     SweepReader(const QString& file, std::size_t learned, Waiting waiting = {},
-                std::function<void(const InputError&)> onBrokenLine = {}, bool isLive = false);
+                std::function<void(const InputError&)> onBrokenLine = {}, bool isLive = false,
+                SweepChoice* choice = nullptr);
 
     /// Once the hops are learned it returns as soon as a sweep is known to be complete, without
     /// waiting for more input than that takes.
@@ -93,6 +115,11 @@ public:
     /// Number of the last line if it may be cut and was therefore left out, else 0; known at the
     /// end. A last line without line end counts when it has all its levels, with equal decimals.
     long long cutLine() const { return cutLine_; }
+    /// Whether a sweep was read, handed out or not.
+    bool hasSweeps() const { return sweep_ > 1 || traceLength_ > 0; }
+    /// Of the first and the last sweep that were read, handed out or not; empty for traces.
+    const std::string& firstTime() const { return firstTime_; }
+    const std::string& lastTime() const { return lastSweepTime_; }
     /// Whether reading was stopped; see Waiting.
     bool isStopped() const { return lines_.isStopped(); }
     /// Whether a compressed file was cut, so that it has no whole last line; known at the end.
@@ -117,6 +144,9 @@ private:
     bool nextHopLine();
     void readHop(std::string_view line);
     void requirePlace(const Hop& hop);
+    bool wantsPending();
+    void choose(std::int64_t time);
+    void chooseLearned();
     void learn();
     void learnFirstLines();
     void numberTurns();
@@ -136,6 +166,7 @@ private:
     LineReader lines_;
     std::function<void(const InputError&)> onBrokenLine_;
     bool isLive_;
+    SweepChoice* choice_;
     Shape shape_ = Shape::Unknown;
     bool mayBeHeader_ = true;                    // the next line with text
     std::optional<std::string_view> firstLine_;  // until it is read as its shape
@@ -147,6 +178,7 @@ private:
     bool isLearning_ = true;
     std::optional<HopLine> pending_;     // read, but not yet taken into a sweep
     std::vector<double> pendingLevels_;  // at least as many as its hop has
+    bool isPendingRead_ = false;         // whether they are its levels
     std::map<double, Place> places_;     // by Hz low
     std::vector<Place*> order_;          // by turn; those new in the open sweep behind
     std::size_t points_ = 0;             // of all places
@@ -157,7 +189,10 @@ private:
     std::deque<Sweep> learnedSweeps_;
     // The sweep that is being read.
     Sweep open_;
-    long long sweep_ = 1;          // its number, from 1
+    bool isOpenWanted_ = true;
+    long long sweep_ = 1;  // its number, from 1
+    std::string firstTime_;
+    std::string lastSweepTime_;
     std::size_t openHops_ = 0;     // that it has
     const Place* last_ = nullptr;  // of its last line
     long long lastTurn_ = -1;      // of its last hop that was not new

@@ -42,6 +42,11 @@ int openForReading(const QString& name, int flags) {
     return descriptor;
 }
 
+bool isRegularFile(const QString& name) {
+    struct stat status {};
+    return ::stat(QFile::encodeName(name).constData(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
 void openRegular(QFile& file, const QString& name) {
     struct stat status {};
     // Opening a device may have side effects.

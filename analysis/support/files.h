@@ -10,6 +10,9 @@ namespace rfu {
 /// @return a descriptor, negative with the system's error
 int openForReading(const QString& name, int flags);
 
+/// Whether a name is that of a regular file, or of a link to one.
+bool isRegularFile(const QString& name);
+
 /// Opens a regular file for reading. Anything else is refused without blocking, such as a FIFO that
 /// has no writer, and so are files below /proc and /sys.
 /// @throw InputError where no regular file opens

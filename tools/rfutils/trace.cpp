@@ -35,16 +35,21 @@ constexpr int kMaxKept = 1000000;
 constexpr char kKeptByDefault[] = "1000";
 constexpr char kEverySweep[] = "all";
 
+/// --keep or, by its name in all commands on recordings, --last.
 std::size_t capacityOf(const CommandLine& line) {
+    if (line.isSet("keep") && line.isSet("last")) {
+        throw UsageError("--keep and --last are the same; give one");
+    }
+    const char* const option = line.isSet("last") ? "last" : "keep";
     const std::string text =
-        line.isSet("keep") ? line.text("keep").toStdString() : std::string(kKeptByDefault);
+        line.isSet(option) ? line.text(option).toStdString() : std::string(kKeptByDefault);
     if (text == kEverySweep) {
         return SweepStore::kAll;
     }
     const int kept = parseInteger(text).value_or(0);
     if (kept < 1 || kept > kMaxKept) {
-        throw UsageError("--keep takes 1 to " + std::to_string(kMaxKept) + " sweeps, or " +
-                         kEverySweep);
+        throw UsageError(std::string("--") + option + " takes 1 to " + std::to_string(kMaxKept) +
+                         " sweeps, or " + kEverySweep);
     }
     return static_cast<std::size_t>(kept);
 }
@@ -62,8 +67,12 @@ struct TraceOptions {
           more(line.isSet("more")),
           format(line.format()) {
         source.isLive = follow;
+        source.window.last = 0;  // the statistics keep them
         if (follow && source.files.size() > 1) {
             throw UsageError("--follow takes one FILE");
+        }
+        if (follow && source.window.countsFromEnd()) {
+            throw UsageError("--follow has no end that --from and --to could count from");
         }
         if (follow && markers.empty()) {
             throw UsageError("--follow needs a --marker");

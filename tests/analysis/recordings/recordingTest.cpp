@@ -4,7 +4,9 @@
 #include <support/tempFiles.h>
 
 #include <cmath>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hopLines.h"
@@ -13,6 +15,8 @@ using rfu::InputError;
 using rfu::Recording;
 using rfu::RecordingSource;
 using rfu::Sweep;
+using rfu::WindowOptions;
+using rfu::WindowTime;
 using rfu::test::hopLine;
 using rfu::test::hopLines;
 
@@ -20,9 +24,8 @@ namespace {
 
 /// Files as a recording: its sweeps as the levels of hopLines() without their sign, "_" for none:
 /// "1 2|3 _"; behind it the notes and what ended it, in brackets, with "f1", "f2" for the files.
-std::string readingOf(const std::vector<std::string>& files, bool isStrict = false) {
+std::string readingOf(const std::vector<std::string>& files, RecordingSource source = {}) {
     const TempFiles folder;
-    RecordingSource source;
     for (const std::string& bytes : files) {
         const std::string name = "f" + std::to_string(source.files.size() + 1);
         source.files += QString::fromStdString(folder.write(name, bytes));
@@ -38,12 +41,16 @@ std::string readingOf(const std::vector<std::string>& files, bool isStrict = fal
         text += " [" + message + "]";
     };
     source.onNote = tell;
-    source.isStrict = isStrict;
     try {
         Recording recording(source);
         std::size_t levels = 0;
         for (Sweep sweep; recording.next(sweep);) {
             text += text.empty() ? "" : "|";
+            if (recording.hasGrown()) {
+                text += "+";
+                EXPECT_EQ(recording.formerPoints().size(), sweep.levels.size());
+                levels = sweep.levels.size();
+            }
             for (std::size_t i = 0; i < sweep.levels.size(); ++i) {
                 const long level = std::lround(-sweep.levels[i]);
                 text += (i == 0 ? "" : " ") + (level == 999 ? "_" : std::to_string(level));
@@ -56,6 +63,22 @@ std::string readingOf(const std::vector<std::string>& files, bool isStrict = fal
         tell(error);
     }
     return text;
+}
+
+RecordingSource strict() {
+    RecordingSource source;
+    source.isStrict = true;
+    return source;
+}
+
+RecordingSource windowOf(WindowOptions window) {
+    RecordingSource source;
+    source.window = std::move(window);
+    return source;
+}
+
+std::optional<WindowTime> at(const char* text) {
+    return rfu::parseWindowTime(text);
 }
 
 }  // namespace
@@ -118,7 +141,7 @@ TEST(Recording, SkipsBrokenLinesUnlessItIsStrict) {
         readingOf({hopLines("a0 a1 a2 a3 a4 c5 a6")}),
         "1|2|3|4|5 [f1:6: the hop 102000000 to 103000000 Hz in steps of 1000000 Hz is not one "
         "of the first 4 sweeps; the line is skipped]|7");
-    EXPECT_EQ(readingOf({good + broken}, true), " [f1:5: " + problem + "]");
+    EXPECT_EQ(readingOf({good + broken}, strict()), " [f1:5: " + problem + "]");
     EXPECT_EQ(readingOf({broken + broken}), " [f1:1: " + problem + "]");
 }
 
@@ -135,4 +158,163 @@ TEST(Recording, TellsOfEachFileWhatWasLeftOut) {
 TEST(Recording, RefusesAFileWithoutASweep) {
     EXPECT_EQ(readingOf({""}), " [f1: holds no sweep]");
     EXPECT_EQ(readingOf({hopLines("a0 a1"), "# nothing\n"}), " [f2: holds no sweep]");
+}
+
+TEST(Recording, HandsOutTheSweepsOfAWindow) {
+    const std::string six = hopLines("a0 b0 a1 b1 a2 b2 a3 b3 a4 b4 a5 b5");
+    const std::string late = hopLine('a', "20", "-21") + hopLine('b', "20", "-22") +
+                             hopLine('a', "21", "-23") + hopLine('b', "21", "-24");
+    WindowOptions everySecond;
+    everySecond.every = 2;
+    WindowOptions lastTwo;
+    lastTwo.last = 2;
+    WindowOptions lastTwoOfEverySecond = everySecond;
+    lastTwoOfEverySecond.last = 2;
+    WindowOptions everySecondUntil4 = everySecond;
+    everySecondUntil4.from = at("10:00:01");
+    everySecondUntil4.to = at("10:00:04");
+    WindowOptions lastUntil4 = lastTwo;
+    lastUntil4.to = at("10:00:04");
+    WindowOptions more;
+    more.last = 100;
+    const struct {
+        const char* name;
+        std::vector<std::string> files;
+        WindowOptions window;
+        const char* reading;
+    } kRows[] = {
+        {"both times included",
+         {six},
+         {{}, at("10:00:01"), at("2024-01-01 10:00:03")},
+         "3 4|5 6|7 8"},
+        {"between two sweeps", {six}, {{}, at("10:00:00.5"), at("10:00:02.999")}, "3 4|5 6"},
+        {"from", {six}, {{}, at("10:00:04"), {}}, "9 10|11 12"},
+        {"to", {six}, {{}, {}, at("10:00:00")}, "1 2"},
+        {"before the end", {six}, {{}, at("-2s"), at("-1s")}, "7 8|9 10"},
+        {"no sweep",
+         {six},
+         {{}, at("10:00:06"), {}},
+         " [f1: has no sweep between these times; it reaches from 2024-01-01 10:00:00 to "
+         "2024-01-01 10:00:05]"},
+        {"no sweep of several files",
+         {late, six},
+         {{}, at("10:00:06"), at("10:00:19")},
+         " [f1: has no sweep between these times; it reaches from 2024-01-01 10:00:00 to "
+         "2024-01-01 10:00:21]"},
+        {"every second", {six}, everySecond, "1 2|5 6|9 10"},
+        {"every second between the times", {six}, everySecondUntil4, "3 4|7 8"},
+        {"the last two", {six}, lastTwo, "9 10|11 12"},
+        {"the last two of every second", {six}, lastTwoOfEverySecond, "5 6|9 10"},
+        {"the last two before a time", {six}, lastUntil4, "7 8|9 10"},
+        {"more than there are", {hopLines("a0 b0 a1 b1")}, more, "1 2|3 4"},
+        {"the last two of several files", {late, six}, lastTwo, "21 22|23 24"},
+        {"across files", {late, six}, {{}, at("10:00:05"), at("10:00:20")}, "11 12|21 22"},
+        {"every second across files",
+         {hopLines("a0 b0 a1 b1 a2 b2"), late},
+         everySecond,
+         "1 2|5 6|23 24"},
+        {"before the end of the last file", {late, six}, {{}, at("-16s"), {}}, "11 12|21 22|23 24"},
+        {"a hop that a sweep lost",
+         {hopLines("a0 b0 a1 b1 a2 b2 a3 b3 b4 a5 b5")},
+         {{}, at("10:00:04"), {}},
+         "_ 9|10 11"},
+        {"traces", {"-1,-2\n-3,-4\n-5,-6\n"}, everySecond, "1 2|5 6"},
+        {"the last traces", {"-1,-2\n-3,-4\n-5,-6\n"}, lastTwo, "3 4|5 6"},
+        {"times of traces",
+         {"-1,-2\n"},
+         {{}, at("-2s"), {}},
+         " [f1: holds no times to choose sweeps by]"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(readingOf(row.files, windowOf(row.window)), row.reading) << row.name;
+    }
+}
+
+TEST(Recording, HandsOutThePointsOfAWindow) {
+    const std::string two = hopLines("a0 b0 c0 d0 a1 b1 c1 d1");
+    // Bins of 1 MHz: their middles are 100.5, 101.5, 102.5 and 103.5 MHz.
+    const struct {
+        const char* name;
+        std::vector<std::string> files;
+        WindowOptions window;
+        const char* reading;
+    } kRows[] = {
+        {"all", {two}, {{{0, 1000}}, {}, {}}, "1 2 3 4|5 6 7 8"},
+        {"the middles of two", {two}, {{{100.6, 102.6}}, {}, {}}, "2 3|6 7"},
+        {"a middle at the low end is in it", {two}, {{{101.5, 102.5}}, {}, {}}, "2|6"},
+        {"two bands in any order", {two}, {{{103, 104}, {100, 101}}, {}, {}}, "1 4|5 8"},
+        {"bands that overlap", {two}, {{{100, 102}, {101, 103}}, {}, {}}, "1 2 3|5 6 7"},
+        {"between two middles",
+         {two},
+         {{{100.6, 101.4}}, {}, {}},
+         " [f1: has no point in the band; it reaches from 100 MHz to 104 MHz]"},
+        {"a file that lost hops",
+         {two, hopLine('d', "5", "-9")},
+         {{{101, 104}}, {}, {}},
+         "2 3 4|6 7 8|_ _ 9"},
+        {"a band in a time", {two}, {{{102, 103}}, at("10:00:01"), {}}, "7"},
+        {"traces",
+         {"-1,-2\n"},
+         {{{100, 104}}, {}, {}},
+         " [f1: holds no frequencies to choose points by]"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(readingOf(row.files, windowOf(row.window)), row.reading) << row.name;
+    }
+}
+
+TEST(Recording, LeavesLevelsOutsideTheWindowUnread) {
+    const std::string learned = hopLines("a0 b0 a1 b1 a2 b2 a3 b3 a4 b4");
+    const std::string broken = hopLine('a', "5", "x") + hopLine('b', "5", "-12");
+    const std::string last = hopLine('a', "6", "-13") + hopLine('b', "6", "-14");
+    const std::string bytes = learned + broken + last;
+    EXPECT_EQ(readingOf({bytes}, windowOf({{}, at("10:00:05"), {}})),
+              " [f1:11: \"x\" is not a level in dBm; the line is skipped]|_ 12|13 14")
+        << "the window has the line";
+    EXPECT_EQ(readingOf({bytes}, windowOf({{{101, 102}}, at("10:00:05"), {}})), "12|14");
+    EXPECT_EQ(readingOf({bytes}, windowOf({{}, at("10:00:06"), {}})), "13 14");
+    EXPECT_EQ(readingOf({bytes}, windowOf({{}, {}, at("10:00:00")})), "1 2");
+    EXPECT_EQ(readingOf({learned + "2024-01-01, 10h\n" + last}, windowOf({{}, at("10:00:05"), {}})),
+              " [f1:11: \"10h\" is not a time (21:15:00); the line is skipped]|13 14")
+        << "heads are read";
+    EXPECT_EQ(readingOf({learned + last + "2024-01-01, 10h\n"}, windowOf({{}, {}, at("10:00:00")})),
+              "1 2 [f1:13: \"10h\" is not a time (21:15:00); the line is skipped]");
+}
+
+TEST(Recording, RefusesFilesThatOverlapOutsideTheWindow) {
+    const std::string early = hopLines("a0 b0 a2 b2");
+    EXPECT_EQ(readingOf({early, hopLine('a', "1", "-5") + hopLine('b', "1", "-6")},
+                        windowOf({{}, {}, at("10:00:00")})),
+              "1 2 [f2: begins at 2024-01-01 10:00:01, before f1 ends at 2024-01-01 10:00:02]");
+}
+
+TEST(Recording, ChoosesFromALiveSource) {
+    const auto live = [](WindowOptions window) {
+        RecordingSource source = windowOf(std::move(window));
+        source.isLive = true;
+        return source;
+    };
+    const std::string grows = hopLines("a0 c0 a10 b10 c10 a20 b20 c20 a30 b30 c30");
+    WindowOptions everyThird;
+    everyThird.every = 3;
+    WindowOptions bandOfEveryThird = everyThird;
+    bandOfEveryThird.bands = {{100, 102}};
+    const struct {
+        const char* name;
+        WindowOptions window;
+        const char* reading;
+    } kRows[] = {
+        {"all", {}, "1 2|+3 4 5|6 7 8|9 10 11"},
+        {"points come in a sweep that is left out", everyThird, "1 2|+9 10 11"},
+        {"in a band", bandOfEveryThird, "1|+9 10"},
+        {"a band that has none of them", {{{102, 103}}, {}, {}}, "2|5|8|11"},
+        {"a band that has no point before", {{{101, 102}}, {}, {}}, "4|7|10"},
+        {"from a time", {{}, at("10:00:20"), {}}, "6 7 8|9 10 11"},
+        {"another band",
+         {{{200, 201}}, {}, {}},
+         " [f1: has no point in the band; it reaches from 100 MHz to 103 MHz]"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(readingOf({grows}, live(row.window)), row.reading) << row.name;
+    }
 }

@@ -10,7 +10,7 @@ using rfu::Spur;
 TEST(Spurs, TakeTheBinsThatTheyReachInto) {
     // Hops 100 to 104 and 104 to 108 MHz in bins of 1 MHz.
     FrequencyAxis axis;
-    axis.hops = {{100e6, 104e6, 1e6}, {104e6, 108e6, 1e6}};
+    axis.hops = {{{100e6, 104e6, 1e6}, 0, 4}, {{104e6, 108e6, 1e6}, 0, 4}};
     axis.points.resize(8);
     const struct {
         const char* name;
@@ -33,4 +33,12 @@ TEST(Spurs, TakeTheBinsThatTheyReachInto) {
         }
         EXPECT_EQ(points, row.points) << row.name;
     }
+}
+
+TEST(Spurs, LieInTheMiddleOfAHopOfWhichSomeBinsArePoints) {
+    FrequencyAxis axis;
+    axis.hops = {{{100e6, 104e6, 1e6}, 1, 3}, {{104e6, 108e6, 1e6}, 3, 1}};
+    axis.points.resize(4);
+    EXPECT_EQ(pointsInSpurs(axis, {{std::nullopt, 0.1}}),
+              (std::vector<bool>{true, true, false, false}));
 }

@@ -18,9 +18,10 @@ constexpr double kWithin = 1e-9;
 
 /// Bins of 1 MHz from 100 to 104 MHz and from 110 to 112 MHz; two hops meet at 102 MHz.
 FrequencyAxis twoBands() {
-    return {{100, 101, 102, 103, 110, 111},
-            {{0, 100, 104}, {4, 110, 112}},
-            {{100e6, 102e6, 1e6}, {102e6, 104e6, 1e6}, {110e6, 112e6, 1e6}}};
+    return {
+        {100, 101, 102, 103, 110, 111},
+        {{0, 100, 104}, {4, 110, 112}},
+        {{{100e6, 102e6, 1e6}, 0, 2}, {{102e6, 104e6, 1e6}, 0, 2}, {{110e6, 112e6, 1e6}, 0, 2}}};
 }
 
 /// A sweep from powers in mW; 0 for none.
@@ -130,8 +131,9 @@ TEST(ChannelPower, CountsNoSweepThatLacksALevelOfTheChannel) {
 
 TEST(ChannelPower, LeavesOutBinsThatTheNextHopCovers) {
     // The second bin of the first hop begins with the second hop.
-    const FrequencyAxis axis = {
-        {100, 101, 101, 102}, {{0, 100, 103}}, {{100e6, 101.6e6, 1e6}, {101e6, 103e6, 1e6}}};
+    const FrequencyAxis axis = {{100, 101, 101, 102},
+                                {{0, 100, 103}},
+                                {{{100e6, 101.6e6, 1e6}, 0, 2}, {{101e6, 103e6, 1e6}, 0, 2}}};
     ChannelPowers powers(axis, {{100, 103}}, {});
     powers.add(sweepOf({1, 50, 2, 3}));
     powers.add(sweepOf({1, 0, 2, 3}));

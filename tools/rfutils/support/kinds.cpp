@@ -82,6 +82,7 @@ constexpr Reader kReaders[] = {
     {Kind::Integer,   "a whole number",                                       readBy<parseInteger>},
     {Kind::Frequency, "a frequency such as 88.1MHz or a number of MHz",       readBy<parseFrequency>},
     {Kind::FrequencyRange, "a frequency and a higher one such as 88MHz:108MHz", readBy<parseFrequencyRange>},
+    {Kind::WindowTime, "a time such as \"2024-05-04 21:15\", 21:15:30 or, before the end, -10m", readBy<parseWindowTime>},
     {Kind::Percent,   "a percentage such as 99% or 99",                       readBy<parsePercent>},
     {Kind::Unit,      "a unit",                                               readBy<parseUnit>},
     {Kind::Format,    "text, csv or json",                                    readBy<parseFormat>},

@@ -8,6 +8,7 @@
 
 #include "analysis/recordings/markers.h"
 #include "analysis/recordings/spurs.h"
+#include "analysis/recordings/window.h"
 #include "analysis/support/numbers.h"
 #include "support/format.h"
 #include "support/subcommand.h"
@@ -26,7 +27,7 @@ struct NumberRange {
 /// A value by its kind: Number, Level, Gain, Decibels, Percent and Frequency (MHz) are double, Integer
 /// is int, Cell is QPoint, Pair is QPointF, Range is NumberRange.
 using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint, QPointF,
-                           NumberRange, FrequencyRange, Spur>;
+                           NumberRange, FrequencyRange, Spur, WindowTime>;
 
 /// Whether readValue() reads the kind; values of the others stay texts.
 bool isRead(Kind kind);

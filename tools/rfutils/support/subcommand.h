@@ -24,6 +24,7 @@ enum class Kind {
     Integer,
     Frequency,
     FrequencyRange,  ///< a frequency and a higher one
+    WindowTime,      ///< a time, of a day or before the end
     Percent,
     Unit,  ///< a unit that levels can be shown in
     Format,
