@@ -138,4 +138,8 @@ TEST(Window, HasAnAxisOfItsPoints) {
             EXPECT_EQ(part.points[i], axis.points[row.points[i]]) << row.name;
         }
     }
+    const FrequencyAxis part = axisOf(axisOf(axis, {1, 2, 3}), {1, 2});
+    EXPECT_EQ(part.points, (std::vector<double>{102, 103}));
+    ASSERT_EQ(part.hops.size(), 1U);
+    EXPECT_EQ(part.hops[0].firstBin, 2U);
 }
