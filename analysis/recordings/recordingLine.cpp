@@ -8,6 +8,7 @@
 #include <cmath>
 #include <system_error>
 
+#include "analysis/recordings/hundredths.h"
 #include "analysis/recordings/timeStamp.h"
 #include "analysis/support/csvLine.h"
 #include "analysis/support/inputError.h"
@@ -108,6 +109,10 @@ double readLevel(const char*& at, const char* end, const LineReader& where) {
         return traceRssiBuffer::kNoMeasurement;
     }
     double level = 0.0;
+    at = end - begin < 8 ? nullptr : readHundredths(begin, level);
+    if (at != nullptr) {
+        return level;
+    }
     at = readShortLevel(begin, end, level);
     if (at == nullptr) {
         at = readAnyLevel(begin, end, level, where);
