@@ -1,21 +1,13 @@
 #include <analysis/recordings/hopLines.h>
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QImage>
 #include <QProcess>
-#include <chrono>
-#include <csignal>
 #include <cstdlib>
-#include <thread>
 #include <utility>
 
+#include "liveCommand.h"
 #include "runCommand.h"
-
-#include <fcntl.h>
-#include <sys/ioctl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using rfu::test::hopLine;
 using rfu::test::hopLines;
@@ -555,75 +547,10 @@ TEST(Trace, followsWithoutWaiting) {
     EXPECT_EQ(process.exitCode(), 0);
 }
 
-namespace {
-
-/// A FIFO that the test holds open at both ends.
-struct Fifo {
-    explicit Fifo(const QString& path) : name(path) {
-        const QByteArray native = QFile::encodeName(path);
-        EXPECT_EQ(::mkfifo(native.constData(), 0600), 0);
-        descriptor = ::open(native.constData(), O_RDWR | O_CLOEXEC);
-        EXPECT_GE(descriptor, 0);
-    }
-    ~Fifo() { ::close(descriptor); }
-
-    int held() const {
-        int bytes = 0;
-        EXPECT_EQ(::ioctl(descriptor, FIONREAD, &bytes), 0);
-        return bytes;
-    }
-
-    QString name;
-    int descriptor;
-};
-
-/// The command with a live source that goes on for ever.
-class LiveTrace {
-public:
-    /// Returns once the command has read the lines.
-    /// @param output a file in place of result()
-    LiveTrace(const char* options, const std::string& lines, const QString& output = {}) {
-        process.setWorkingDirectory(folder.path());
-        process.setStandardInputFile(input_.name);
-        if (!output.isEmpty()) {
-            process.setStandardOutputFile(output);
-        }
-        process.start(QStringLiteral(RFUTILS_COMMAND), trace(options));
-        EXPECT_TRUE(process.waitForStarted());
-        EXPECT_EQ(::write(input_.descriptor, lines.data(), lines.size()),
-                  static_cast<ssize_t>(lines.size()));
-        for (int patience = 0; input_.held() > 0 && patience < 3000; ++patience) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        EXPECT_EQ(input_.held(), 0) << "the command does not read";
-    }
-
-    void send(int signal) { ::kill(static_cast<pid_t>(process.processId()), signal); }
-
-    CommandResult result() {
-        EXPECT_TRUE(process.waitForFinished());
-        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-        return {process.exitCode(), process.readAllStandardOutput().toStdString(),
-                process.readAllStandardError().toStdString()};
-    }
-
-    SampleFolder folder;
-    QProcess process;
-
-private:
-    Fifo input_{folder.path() + QStringLiteral("/input")};
-};
-
-}  // namespace
-
 TEST(Trace, finishesWithWhatWasReadWhenItIsInterrupted) {
     const std::string header = "marker,point,frequencyMHz,count,average,maximum,minimum,unit\n";
-    const struct {
-        int signal;
-        int exitStatus;
-    } kRows[] = {{SIGINT, 130}, {SIGTERM, 143}};
-    for (const auto& row : kRows) {
-        LiveTrace whole("--marker 0 --format csv --plot plot.png", "-1,-2\n-3,-4\n-9,-");
+    for (const SignalStatus& row : kSignalStatus) {
+        LiveCommand whole(trace("--marker 0 --format csv --plot plot.png"), "-1,-2\n-3,-4\n-9,-");
         whole.send(row.signal);
         const CommandResult shown = whole.result();
         EXPECT_EQ(shown.exitStatus, row.exitStatus);
@@ -631,13 +558,13 @@ TEST(Trace, finishesWithWhatWasReadWhenItIsInterrupted) {
         EXPECT_EQ(shown.errors, "");
         EXPECT_FALSE(QImage(whole.folder.path() + QStringLiteral("/plot.png")).isNull());
 
-        LiveTrace followed("--follow --marker 0 --format json --keep all", "-1\n");
+        LiveCommand followed(trace("--follow --marker 0 --format json --keep all"), "-1\n");
         followed.send(row.signal);
         const CommandResult rows = followed.result();
         EXPECT_EQ(rows.exitStatus, row.exitStatus);
         EXPECT_EQ(rows.output.substr(0, 2) + rows.output.substr(rows.output.size() - 2), "[\n]\n");
 
-        LiveTrace early("", hopLine('a', "0", "-1").substr(0, 40));
+        LiveCommand early(trace(""), hopLine('a', "0", "-1").substr(0, 40));
         early.send(row.signal);
         const CommandResult none = early.result();
         EXPECT_EQ(none.exitStatus, row.exitStatus);
@@ -657,17 +584,17 @@ TEST(Trace, endsAtOnceWithASecondSignal) {
     for (const auto& [options, lines] : kRuns) {
         const SampleFolder folder;
         const Fifo output(folder.path() + QStringLiteral("/output"));
-        LiveTrace trace(options, lines, output.name);
+        LiveCommand live(trace(options), lines, output.name);
         int sent = 0;
         do {
-            trace.send(SIGINT);
+            live.send(SIGINT);
             ++sent;
-        } while (!trace.process.waitForFinished(500) && sent < 100);
-        EXPECT_EQ(trace.process.state(), QProcess::NotRunning);
+        } while (!live.process.waitForFinished(500) && sent < 100);
+        EXPECT_EQ(live.process.state(), QProcess::NotRunning);
         EXPECT_GE(sent, 2) << options;
         // Behind the reading a signal ends the command as it does others.
-        EXPECT_EQ(trace.process.exitCode(),
-                  trace.process.exitStatus() == QProcess::NormalExit ? 130 : SIGINT);
+        EXPECT_EQ(live.process.exitCode(),
+                  live.process.exitStatus() == QProcess::NormalExit ? 130 : SIGINT);
     }
 }
 

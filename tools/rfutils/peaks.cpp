@@ -17,6 +17,7 @@
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/format.h"
+#include "support/interruption.h"
 #include "support/prefixNote.h"
 #include "support/table.h"
 
@@ -156,12 +157,8 @@ private:
     PrefixNote note_;
 };
 
-void runPeaks(const CommandLine& line) {
-    const PeakOptions options = optionsOf(line);
-    const LevelView view = levelViewOf(line);
-    requireAntennaUnit(line, view.unit);
-    Recording recording(recordingOf(line));
-    PeakFinder finder;
+void read(Recording& recording, PeakFinder& finder) {
+    const Interruption interruption;
     long long sweeps = 0;
     for (Sweep sweep; recording.next(sweep); ++sweeps) {
         if (!recording.hasFrequencies()) {
@@ -170,6 +167,15 @@ void runPeaks(const CommandLine& line) {
         finder.add(sweep);
     }
     requireSweeps(recording, sweeps);
+}
+
+void runPeaks(const CommandLine& line) {
+    const PeakOptions options = optionsOf(line);
+    const LevelView view = levelViewOf(line);
+    requireAntennaUnit(line, view.unit);
+    Recording recording(recordingOf(line));
+    PeakFinder finder;
+    read(recording, finder);
     const std::vector<Signal> signals =
         finder.find(recording.axis(), leftOutBy(line, recording), options);
     PeakTable(line, view, recording.axis()).print(signals);
@@ -177,6 +183,7 @@ void runPeaks(const CommandLine& line) {
         printNote("the levels do not fit " + std::to_string(LevelHistory::kMaxBytes / 1000000) +
                   " MB; medians are within " + fixedText(finder.resolution(), 2) + " dB");
     }
+    throwIfInterrupted();
 }
 
 }  // namespace
