@@ -22,13 +22,23 @@ double roundStep(double step) {
     return 10.0 * decade;
 }
 
+constexpr double kPixelsPerTick = 40.0;
+
 }  // namespace
+
+int uprightTicks(double pixels) {
+    return static_cast<int>(std::clamp(pixels / kPixelsPerTick, 1.0, 1.0 * Axis::kWantedTicks));
+}
+
+bool Axis::isWide(const ValueRange& range, int maxDigits) {
+    const double magnitude = std::max(std::abs(range.low), std::abs(range.high));
+    const double minLabelledStep = magnitude * std::pow(10.0, 1 - maxDigits);
+    return range.high - range.low > std::max(kWantedTicks * minLabelledStep, kMinSpan);
+}
 
 Axis::Axis(double low, double high, Ends ends, int maxDigits, double minStep, int wantedTicks)
     : low_(low), high_(high), maxDigits_(maxDigits) {
-    const double magnitude = std::max(std::abs(low), std::abs(high));
-    const double minLabelledStep = magnitude * std::pow(10.0, 1 - maxDigits);
-    if (!(high - low > std::max(kWantedTicks * minLabelledStep, kMinSpan))) {
+    if (!isWide({low, high}, maxDigits)) {
         const double margin = std::max(std::abs(low) * 0.01, 0.5);
         low_ -= margin;
         high_ += margin;

@@ -5,6 +5,15 @@
 
 namespace rfu {
 
+/// From the lowest to the highest value.
+struct ValueRange {
+    double low;
+    double high;
+};
+
+/// How many ticks, 40 pixels or more apart, an upright axis has room for, up to Axis::kWantedTicks.
+int uprightTicks(double pixels);
+
 /// The range of values along an axis and the round numbers (ticks) on it: multiples of 1, 2 or 5
 /// times a power of ten, not many more of them than wanted.
 class Axis {
@@ -15,9 +24,9 @@ public:
     };
 
     static constexpr int kWantedTicks = 10;
-    // Significant digits of labels that have room
-    static constexpr int kPlaceDigits = 12;  // between two ticks
-    static constexpr int kLevelDigits = 7;   // at the left
+    // The significant digits of the longest labels that fit
+    static constexpr int kPlaceDigits = 12;  // between the ticks of a horizontal axis
+    static constexpr int kLevelDigits = 7;   // beside an upright axis
 
     /// A range that is empty, or so narrow that neighbouring ticks would have the same label, is
     /// widened by 1 % of its lower end to both sides, by 0.5 at least.
@@ -27,6 +36,9 @@ public:
     /// @param wantedTicks at most kWantedTicks
     Axis(double low, double high, Ends ends, int maxDigits, double minStep = 0.0,
          int wantedTicks = kWantedTicks);
+
+    /// Whether neighbouring ticks of a range have different labels, so that it is not widened.
+    static bool isWide(const ValueRange& range, int maxDigits);
 
     double low() const { return low_; }
     double high() const { return high_; }

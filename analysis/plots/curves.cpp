@@ -2,7 +2,7 @@
 
 #include <QPen>
 #include <QPointF>
-
+#include <QRectF>
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -15,6 +15,8 @@ namespace {
 constexpr double kDotRadius = 3.0;
 // A pixel column with more points shows their range instead.
 constexpr std::size_t kMaxPointsPerColumn = 2;
+// Lines and areas are painted in pieces: the cost of a piece grows with the square of its points.
+constexpr int kPointsOfPiece = 100;
 
 bool isCrowded(const ColumnValues& column) {
     return column.measured > kMaxPointsPerColumn;
@@ -33,6 +35,70 @@ void forEachRun(const std::vector<ColumnValues>& columns, Use use) {
     }
 }
 
+// What lies above or below the plotting area is left out here, because SVG knows no clip.
+
+/// Where a line that is not level reaches a height.
+QPointF reaching(const QPointF& from, const QPointF& to, double y) {
+    const double part = (y - from.y()) / (to.y() - from.y());
+    return {from.x() + part * (to.x() - from.x()), y};
+}
+
+/// A point of a line at the height nearest to its end that is in the area.
+QPointF endInside(const QPointF& end, const QPointF& other, const QRectF& area) {
+    const double y = std::clamp(end.y(), area.top(), area.bottom());
+    return y == end.y() ? end : reaching(end, other, y);
+}
+
+/// Draws the parts of a line that are in the area, together with those in the path, once there are
+/// enough of them.
+void addInside(QPainter& painter, QPainterPath& path, const QPolygonF& line, const QRectF& area) {
+    for (int i = 1; i < line.size(); ++i) {
+        const QPointF& from = line[i - 1];
+        const QPointF& to = line[i];
+        if (std::max(from.y(), to.y()) < area.top() || std::min(from.y(), to.y()) > area.bottom()) {
+            continue;
+        }
+        const QPointF begin = endInside(from, to, area);
+        if (path.elementCount() == 0 || path.currentPosition() != begin) {
+            path.moveTo(begin);
+        }
+        path.lineTo(endInside(to, from, area));
+        if (path.elementCount() >= kPointsOfPiece) {
+            painter.drawPath(path);
+            const QPointF end = path.currentPosition();
+            path = QPainterPath(end);
+        }
+    }
+}
+
+/// The line with its parts outside the area moved to the edge of the area.
+QPolygonF movedInside(const QPolygonF& line, const QRectF& area) {
+    QPolygonF moved;
+    for (int i = 0; i < line.size(); ++i) {
+        const QPointF& to = line[i];
+        if (i > 0) {
+            const QPointF& from = line[i - 1];
+            const bool isFalling = from.y() < to.y();
+            for (const double edge :
+                 {isFalling ? area.top() : area.bottom(), isFalling ? area.bottom() : area.top()}) {
+                if ((from.y() < edge) != (to.y() < edge)) {
+                    moved << reaching(from, to, edge);
+                }
+            }
+        }
+        moved << QPointF(to.x(), std::clamp(to.y(), area.top(), area.bottom()));
+    }
+    return moved;
+}
+
+void drawArea(QPainter& painter, const QPolygonF& top, const QPolygonF& bottom,
+              const QRectF& area) {
+    QPolygonF outline = movedInside(top, area);
+    const QPolygonF back = movedInside(bottom, area);
+    std::reverse_copy(back.begin(), back.end(), std::back_inserter(outline));
+    painter.drawPolygon(outline);
+}
+
 }  // namespace
 
 Curves::Curves(const std::vector<double>& places, std::vector<std::size_t> breaks,
@@ -45,16 +111,16 @@ Curves::Curves(const std::vector<double>& places, std::vector<std::size_t> break
     columns_ = groupByColumn(x_.data(), x_.size());
 }
 
-void Curves::clip(QPainter& painter) const {
-    constexpr double kRoom = kDotRadius + 1;
-    painter.setClipRect(frame_.area().adjusted(-kRoom, -kRoom, kRoom, kRoom));
+double Curves::y(double value) const {
+    constexpr double kFar = 1e6;  // pixels: finite, and far enough to keep the slope of a line
+    return std::clamp(frame_.y(value), -kFar, kFar);
 }
 
 void Curves::appendPoints(QPolygonF& line, const std::vector<double>& values,
                           std::size_t column) const {
     for (std::size_t i = columns_[column].begin; i < columns_[column].end; ++i) {
         if (std::isfinite(values[i])) {
-            line << QPointF(x_[i], frame_.y(values[i]));
+            line << QPointF(x_[i], y(values[i]));
         }
     }
 }
@@ -66,46 +132,59 @@ void Curves::fillBetween(QPainter& painter, const std::vector<double>& upper,
     const auto maxima = decimate(upper.data(), columns_, breaks_);
     const auto minima = decimate(lower.data(), columns_, breaks_);
     forEachRun(maxima, [&](std::size_t first, std::size_t end) {
-        QPolygonF outline;
-        QPolygonF back;
+        QPolygonF top;
+        QPolygonF bottom;
         for (std::size_t i = first; i < end; ++i) {
             if (isCrowded(maxima[i])) {
-                outline << QPointF(middleOf(i), frame_.y(maxima[i].maximum));
-                back << QPointF(middleOf(i), frame_.y(minima[i].minimum));
+                top << QPointF(middleOf(i), y(maxima[i].maximum));
+                bottom << QPointF(middleOf(i), y(minima[i].minimum));
             } else {
-                appendPoints(outline, upper, i);
-                appendPoints(back, lower, i);
+                appendPoints(top, upper, i);
+                appendPoints(bottom, lower, i);
+            }
+            if (top.size() >= kPointsOfPiece) {
+                drawArea(painter, top, bottom, frame_.area());
+                top = QPolygonF() << top.last();
+                bottom = QPolygonF() << bottom.last();
             }
         }
-        std::reverse_copy(back.begin(), back.end(), std::back_inserter(outline));
-        painter.drawPolygon(outline);
+        drawArea(painter, top, bottom, frame_.area());
     });
 }
 
 void Curves::drawLine(QPainter& painter, const std::vector<double>& values,
                       const CurveStyle& style) const {
-    painter.setPen(QPen(style.color, style.width, style.stroke, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(style.color);
     const auto columns = decimate(values.data(), columns_, breaks_);
-    QVector<QLineF> strokes;
+    painter.setPen(QPen(style.color, style.width, style.stroke, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(Qt::NoBrush);
+    QPainterPath path;
+    QPolygonF dots;
     forEachRun(columns, [&](std::size_t first, std::size_t end) {
         if (end - first == 1 && columns[first].minimum == columns[first].maximum) {
-            QPolygonF dot;  // without neighbours, which a line needs
-            appendPoints(dot, values, first);
-            painter.drawEllipse(dot.first(), kDotRadius, kDotRadius);
+            QPolygonF points;  // without neighbours, which a line needs
+            appendPoints(points, values, first);
+            if (!points.isEmpty() && frame_.shows(columns[first].first)) {
+                dots << points.first();
+            }
         } else {
-            drawRun(painter, values, columns, first, end, strokes);
+            drawRun(painter, path, values, columns, first, end);
         }
     });
-    painter.setPen(QPen(style.color, style.width, Qt::SolidLine, Qt::SquareCap));
-    painter.drawLines(strokes);
+    if (!path.isEmpty()) {
+        painter.drawPath(path);
+    }
+    painter.setPen(QPen(style.color, style.width));
+    painter.setBrush(style.color);
+    for (const QPointF& dot : dots) {
+        painter.drawEllipse(dot, kDotRadius, kDotRadius);
+    }
 }
 
-/// Draws lines between the columns with few points and collects those of the crowded ones, which
-/// are drawn one by one: the cost of a long line grows with the square of its crossings.
-void Curves::drawRun(QPainter& painter, const std::vector<double>& values,
-                     const std::vector<ColumnValues>& columns, std::size_t first, std::size_t end,
-                     QVector<QLineF>& strokes) const {
+/// A line through the columns. A crowded one is an upright stroke.
+/// @param path what is not drawn yet
+void Curves::drawRun(QPainter& painter, QPainterPath& path, const std::vector<double>& values,
+                     const std::vector<ColumnValues>& columns, std::size_t first,
+                     std::size_t end) const {
     QPolygonF line;
     for (std::size_t i = first; i < end; ++i) {
         if (!isCrowded(columns[i])) {
@@ -113,16 +192,14 @@ void Curves::drawRun(QPainter& painter, const std::vector<double>& values,
             continue;
         }
         const double x = middleOf(i);
-        line << QPointF(x, frame_.y(columns[i].first));
-        if (line.size() == 2) {
-            strokes << QLineF(line[0], line[1]);
-        } else {
-            painter.drawPolyline(line);
-        }
-        strokes << QLineF(x, frame_.y(columns[i].minimum), x, frame_.y(columns[i].maximum));
-        line = QPolygonF({QPointF(x, frame_.y(columns[i].last))});
+        line << QPointF(x, y(columns[i].first));
+        addInside(painter, path, line, frame_.area());
+        QPolygonF range;
+        range << QPointF(x, y(columns[i].minimum)) << QPointF(x, y(columns[i].maximum));
+        addInside(painter, path, range, frame_.area());
+        line = QPolygonF({QPointF(x, y(columns[i].last))});
     }
-    painter.drawPolyline(line);
+    addInside(painter, path, line, frame_.area());
 }
 
 }  // namespace rfu

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <QColor>
-#include <QLineF>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPolygonF>
-#include <QVector>
 #include <cstddef>
 #include <vector>
 
@@ -15,16 +14,13 @@ namespace rfu {
 
 /// Draws series of values over the same places, in time linear in the points: a pixel column of
 /// many points shows their range. A value that is not finite was not measured and breaks a line.
+/// What lies above or below the plotting area is left out.
 class Curves {
 public:
     /// @param places of the points, ascending, on the frame's axis
     /// @param breaks points to which no line leads from the one before, ascending
     Curves(const std::vector<double>& places, std::vector<std::size_t> breaks,
            const PlotFrame& frame);
-
-    /// Keeps what follows inside the plotting area until the painter is restored. A dot at its
-    /// border is whole.
-    void clip(QPainter& painter) const;
 
     /// A line. A point without neighbours is a dot.
     void drawLine(QPainter& painter, const std::vector<double>& values,
@@ -35,11 +31,12 @@ public:
                      const std::vector<double>& lower, const QColor& color) const;
 
 private:
+    double y(double value) const;
     double middleOf(std::size_t column) const { return columns_[column].column + 0.5; }
     void appendPoints(QPolygonF& line, const std::vector<double>& values, std::size_t column) const;
-    void drawRun(QPainter& painter, const std::vector<double>& values,
-                 const std::vector<ColumnValues>& columns, std::size_t first, std::size_t end,
-                 QVector<QLineF>& strokes) const;
+    void drawRun(QPainter& painter, QPainterPath& path, const std::vector<double>& values,
+                 const std::vector<ColumnValues>& columns, std::size_t first,
+                 std::size_t end) const;
 
     PlotFrame frame_;
     std::vector<double> x_;  // of each point

@@ -14,7 +14,25 @@ namespace {
 constexpr double kLeft = 84.0;
 constexpr double kRight = 28.0;
 constexpr double kBottom = 62.0;
-constexpr double kLegend = 56.0;  // the row in which it stands
+constexpr double kTop = 74.0;           // below a legend of one row
+constexpr double kLegendMiddle = 56.0;  // of its first row
+constexpr double kLegendRow = 20.0;
+constexpr double kLegendLine = 26.0;
+constexpr double kBeforeName = 33.0;  // from the beginning of the line
+constexpr double kBetweenEntries = 28.0;
+constexpr double kPixelsPerPlace = 110.0;  // a label of the horizontal axis and the blank behind it
+
+Axis acrossAxis(const AxisRange& range, double pixels) {
+    const double ticks = std::clamp(pixels / kPixelsPerPlace, 1.0, 1.0 * Axis::kWantedTicks);
+    return {range.values.low, range.values.high, Axis::Ends::Exact,
+            range.maxDigits,  range.minStep,     static_cast<int>(ticks)};
+}
+
+Axis uprightAxis(const AxisRange& range, const std::optional<ValueRange>& wanted, double pixels) {
+    const ValueRange& values = wanted ? *wanted : range.values;
+    return {values.low,      values.high,   wanted ? Axis::Ends::Exact : Axis::Ends::Rounded,
+            range.maxDigits, range.minStep, uprightTicks(pixels)};
+}
 
 void drawGridLine(QPainter& painter, QPointF from, QPointF to) {
     painter.setPen(QPen(kGrid, 1));
@@ -24,27 +42,46 @@ void drawGridLine(QPainter& painter, QPointF from, QPointF to) {
 
 }  // namespace
 
-PlotFrame::PlotFrame(QSize size, const Axis& across, const Axis& up)
-    : size_(size),
-      across_(across),
-      up_(up),
-      area_(kLeft, kTop, size.width() - kLeft - kRight, size.height() - kTop - kBottom) {}
+PlotFrame::PlotFrame(const PlotShape& shape, const AxisRange& across, const AxisRange& up,
+                     std::vector<CurveStyle> legend)
+    : size_(shape.size),
+      across_(acrossAxis(across, size_.width() - kLeft - kRight)),
+      up_(uprightAxis(up, shape.values, size_.height() - kTop - kBottom)) {
+    arrangeLegend(legend);
+    area_ = QRectF(kLeft, top_, size_.width() - kLeft - kRight, size_.height() - top_ - kBottom);
+}
+
+void PlotFrame::arrangeLegend(const std::vector<CurveStyle>& legend) {
+    const QFontMetricsF metrics(fontOf(13));
+    double left = kLeft;
+    double middle = kLegendMiddle;
+    for (const CurveStyle& style : legend) {
+        const double width = kBeforeName + metrics.horizontalAdvance(QString::fromUtf8(style.name));
+        if (left > kLeft && left + width > size_.width() - kRight) {
+            left = kLeft;
+            middle += kLegendRow;
+        }
+        legend_.push_back({style, left, middle});
+        left += width + kBetweenEntries;
+    }
+    top_ = kTop + middle - kLegendMiddle;
+}
 
 void PlotFrame::drawTitle(QPainter& painter, const QString& title) const {
     rfu::drawTitle(painter, QRectF(area_.left(), 14, area_.width(), 28), title);
 }
 
-void PlotFrame::drawLegend(QPainter& painter, const std::vector<CurveStyle>& styles) const {
+void PlotFrame::drawLegend(QPainter& painter) const {
     painter.setFont(fontOf(13));
     const QFontMetricsF metrics(painter.font());
-    double left = area_.left();
-    for (const CurveStyle& style : styles) {
+    for (const LegendEntry& entry : legend_) {
+        const CurveStyle& style = entry.style;
         painter.setPen(QPen(style.color, style.width + 1.0, style.stroke));
-        painter.drawLine(QPointF(left, kLegend), QPointF(left + 26, kLegend));
+        painter.drawLine(QPointF(entry.left, entry.middle),
+                         QPointF(entry.left + kLegendLine, entry.middle));
         painter.setPen(kInk);
-        const QString name = QString::fromUtf8(style.name);
-        painter.drawText(QPointF(left + 33, kLegend + metrics.capHeight() / 2), name);
-        left += 33 + metrics.horizontalAdvance(name) + 28;
+        painter.drawText(QPointF(entry.left + kBeforeName, entry.middle + metrics.capHeight() / 2),
+                         QString::fromUtf8(style.name));
     }
 }
 

@@ -1,20 +1,18 @@
 #include "analysis/plots/profilePlot.h"
 
 #include <QFontMetricsF>
-#include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "analysis/plots/axis.h"
 #include "analysis/plots/curves.h"
-#include "analysis/plots/plotFrame.h"
 #include "analysis/plots/style.h"
 
 namespace rfu {
 
 namespace {
 
-constexpr QSize kProfileSize(1280, 680);
 constexpr double kMarkRow = 20.0;
 constexpr int kZonePoints = 500;
 constexpr int kHeightDigits = 7;
@@ -55,7 +53,7 @@ struct Zone {
     std::vector<double> clear;  // the lower border of what has to be clear
 };
 
-Axis heightAxis(const ProfilePlot& plot, const Zone& zone) {
+ValueRange heightsOf(const ProfilePlot& plot, const Zone& zone) {
     double low = *std::min_element(zone.lower.begin(), zone.lower.end());
     double high = *std::max_element(zone.upper.begin(), zone.upper.end());
     for (const double height : plot.ground) {
@@ -64,15 +62,17 @@ Axis heightAxis(const ProfilePlot& plot, const Zone& zone) {
             high = std::max(high, height);
         }
     }
-    return {low, high, Axis::Ends::Rounded, kHeightDigits};
+    return {low, high};
 }
 
-/// From the antenna down to the ground.
+/// From the antenna down to the ground, where that was measured.
 void drawMast(QPainter& painter, const PlotFrame& frame, double distance, double ground,
               double antenna) {
     const QPointF top(frame.x(distance), frame.y(antenna));
     painter.setPen(QPen(kMast, 2.0));
-    painter.drawLine(top, QPointF(top.x(), frame.y(ground)));
+    if (std::isfinite(ground)) {
+        painter.drawLine(top, QPointF(top.x(), frame.y(ground)));
+    }
     painter.setBrush(kMast);
     painter.drawEllipse(top, 3.0, 3.0);
 }
@@ -90,34 +90,23 @@ void drawMark(QPainter& painter, const PlotFrame& frame, const ProfilePlot::Mark
     const double left =
         std::clamp(x - width / 2.0, frame.area().left(),
                    std::max(frame.area().left(), frame.size().width() - 4.0 - width));
-    painter.drawText(QRectF(left, PlotFrame::kTop, width, kMarkRow), Qt::AlignCenter, label);
+    painter.drawText(QRectF(left, frame.top(), width, kMarkRow), Qt::AlignCenter, label);
 }
 
-}  // namespace
-
-QImage draw(const ProfilePlot& plot) {
+void paint(QPainter& painter, const ProfilePlot& plot) {
     const Zone zone(plot);
-    const Axis heights = heightAxis(plot, zone);
-    PlotFrame frame(kProfileSize,
-                    Axis(0.0, plot.distances.back(), Axis::Ends::Exact, kDistanceDigits), heights);
+    PlotFrame frame({plot.size, std::nullopt}, {{0.0, plot.distances.back()}, kDistanceDigits},
+                    {heightsOf(plot, zone), kHeightDigits}, {kGround, kSight, kZone, kClear});
     frame.leaveAbove(kMarkRow);
-
-    QImage image(kProfileSize, QImage::Format_RGB32);
-    image.fill(kPaper);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::TextAntialiasing);
     frame.drawTitle(painter, qtText(plot.title));
-    frame.drawLegend(painter, {kGround, kSight, kZone, kClear});
+    frame.drawLegend(painter);
     frame.drawAxes(painter, QStringLiteral("distance in m"), QStringLiteral("height in m"));
 
     const Curves ground(plot.distances, {}, frame);
     const Curves sight(zone.distances, {}, frame);
-    painter.save();
-    ground.clip(painter);
     std::vector<double> bottom(plot.ground);
     for (double& height : bottom) {
-        height = std::isfinite(height) ? heights.low() : height;
+        height = std::isfinite(height) ? frame.lowest() : height;
     }
     ground.fillBetween(painter, plot.ground, bottom, kGroundFill);
     sight.fillBetween(painter, zone.upper, zone.lower, kZoneFill);
@@ -128,11 +117,17 @@ QImage draw(const ProfilePlot& plot) {
     sight.drawLine(painter, zone.middle, kSight);
     drawMast(painter, frame, 0.0, plot.ground.front(), plot.startAntenna);
     drawMast(painter, frame, plot.distances.back(), plot.ground.back(), plot.endAntenna);
-    painter.restore();
     if (plot.mark) {
         drawMark(painter, frame, *plot.mark);
     }
-    return image;
+}
+
+}  // namespace
+
+Drawing drawingOf(ProfilePlot plot) {
+    Drawing drawing = {plot.size, plot.title, {}};
+    drawing.paint = [plot = std::move(plot)](QPainter& painter) { paint(painter, plot); };
+    return drawing;
 }
 
 }  // namespace rfu

@@ -1,9 +1,11 @@
 #pragma once
 
-#include <QImage>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "analysis/plots/drawing.h"
+#include "analysis/plots/plotFrame.h"
 
 namespace rfu {
 
@@ -17,6 +19,7 @@ struct ProfilePlot {
         double lineOfSight;
     };
 
+    QSize size = PlotShape::kUsual;
     std::string title;
     std::vector<double> distances;  // ascending, from one end to the other
     std::vector<double> ground;     // with the Earth's bulge; NaN where it was not measured
@@ -27,7 +30,6 @@ struct ProfilePlot {
     std::optional<Mark> mark;
 };
 
-/// Needs a QGuiApplication for its fonts.
-QImage draw(const ProfilePlot& plot);
+Drawing drawingOf(ProfilePlot plot);
 
 }  // namespace rfu

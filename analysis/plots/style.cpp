@@ -14,7 +14,14 @@ QFont fontOf(int pixels, bool bold) {
 }
 
 QString qtText(const std::string& utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+    QString text = QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
+    for (QChar& character : text) {
+        const ushort code = character.unicode();
+        if (code < 0x20 || code == 0x7f || code >= 0xfffe) {
+            character = QChar::ReplacementCharacter;
+        }
+    }
+    return text;
 }
 
 void drawTitle(QPainter& painter, const QRectF& line, const QString& title) {

@@ -22,6 +22,7 @@ inline constexpr double kTickLength = 5.0;  // pixels
 /// Sans serif. Needs a QGuiApplication.
 QFont fontOf(int pixels, bool bold = false);
 
+/// Control characters, which neither a font nor XML has, are replaced.
 QString qtText(const std::string& utf8);
 
 /// Shortened in its middle where it is too long for the line.

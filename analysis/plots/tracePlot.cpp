@@ -2,117 +2,89 @@
 
 #include <QColor>
 #include <QFontMetricsF>
-#include <QPainter>
 #include <QPen>
 #include <QPointF>
 #include <QPolygonF>
 #include <QRectF>
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 #include <limits>
-#include <vector>
+#include <utility>
 
 #include "analysis/plots/axis.h"
 #include "analysis/plots/curves.h"
-#include "analysis/plots/plotFrame.h"
 #include "analysis/plots/style.h"
 
 namespace rfu {
 
 namespace {
 
-constexpr QSize kSize(1280, 680);
 constexpr double kLabelRow = 20.0;
 
 const CurveStyle kMaximum = {"maximum", QColor(0xc8, 0x55, 0x3d), 1.2};
 const CurveStyle kAverage = {"average", QColor(0x1f, 0x4e, 0x79), 1.8};
 const CurveStyle kMinimum = {"minimum", QColor(0x4f, 0x9d, 0x8f), 1.2};
 const CurveStyle kLimit = {"limit", kInk, 1.6, Qt::DashLine};
+const CurveStyle kMask = {"mask", QColor(0xb8, 0x86, 0x0b), 2.0};
 const QColor kBand(0x1f, 0x4e, 0x79, 26);
 const QColor kMark(0x7a, 0x3e, 0x9d);
 
-/// Where a line is at a place between two of its points.
-QPointF between(const QPointF& from, const QPointF& to, double place) {
-    const double part = (place - from.x()) / (to.x() - from.x());
-    return {place, from.y() + part * (to.y() - from.y())};
-}
-
-/// The part of a line between two places.
-QPolygonF cut(const std::vector<QPointF>& line, double low, double high) {
-    QPolygonF part;
-    for (std::size_t i = 0; i < line.size(); ++i) {
+/// The part of a line from one place to another.
+TracePlot::Line cut(const TracePlot::Line& line, double low, double high) {
+    TracePlot::Line part;
+    const auto add = [&part](double place, double level) {
+        part.places.push_back(place);
+        part.levels.push_back(level);
+    };
+    for (std::size_t i = 0; i < line.places.size(); ++i) {
         for (const double end : {low, high}) {
-            if (i > 0 && line[i - 1].x() < end && line[i].x() > end) {
-                part += between(line[i - 1], line[i], end);
+            if (i > 0 && line.places[i - 1] < end && line.places[i] > end) {
+                const double share =
+                    (end - line.places[i - 1]) / (line.places[i] - line.places[i - 1]);
+                add(end, line.levels[i - 1] + share * (line.levels[i] - line.levels[i - 1]));
             }
         }
-        if (line[i].x() >= low && line[i].x() <= high) {
-            part += line[i];
+        if (line.places[i] >= low && line.places[i] <= high) {
+            add(line.places[i], line.levels[i]);
         }
     }
     return part;
 }
 
-Axis levelAxis(const TracePlot& plot) {
-    double low = std::numeric_limits<double>::infinity();
-    double high = -low;
-    const auto include = [&](double level) {
-        if (std::isfinite(level)) {
-            low = std::min(low, level);
-            high = std::max(high, level);
-        }
-    };
-    for (const auto* curve : {&plot.maximum, &plot.minimum}) {
-        for (const double level : *curve) {
-            include(level);
-        }
+/// What the axis shows of the lines.
+std::vector<TracePlot::Line> shownOf(const std::vector<TracePlot::Line>& lines,
+                                     const TracePlot& plot) {
+    std::vector<TracePlot::Line> shown;
+    for (const TracePlot::Line& line : lines) {
+        shown.push_back(cut(line, plot.places.front(), plot.end));
     }
-    for (const auto& limit : plot.limits) {
-        for (const QPointF& point : cut(limit, plot.places.front(), plot.end)) {
-            include(point.y());
-        }
-    }
-    if (low > high) {  // nothing was measured
-        low = 0.0;
-        high = 1.0;
-    }
-    return {low, high, Axis::Ends::Rounded, Axis::kLevelDigits};
+    return shown;
 }
 
-Axis placeAxis(const TracePlot& plot) {
-    return {plot.places.front(), plot.end, Axis::Ends::Exact, Axis::kPlaceDigits,
-            plot.isCounted ? 1.0 : 0.0};
-}
-
-class Drawing {
+class TraceDrawing {
 public:
-    Drawing(QPainter& painter, const TracePlot& plot)
-        : painter_(painter), plot_(plot), frame_(kSize, placeAxis(plot), levelAxis(plot)) {
+    TraceDrawing(QPainter& painter, const TracePlot& plot)
+        : painter_(painter),
+          plot_(plot),
+          limits_(shownOf(plot.limits, plot)),
+          mask_(shownOf(plot.mask, plot)),
+          frame_(plot.shape, places(), levels(), legend()) {
         arrangeLabels();
         frame_.leaveAbove(kLabelRow * static_cast<double>(labelRows_.size()));
     }
 
     void run() {
         frame_.drawTitle(painter_, qtText(plot_.title));
-        std::vector<CurveStyle> legend = {kMaximum, kAverage, kMinimum};
-        if (!plot_.limits.empty()) {
-            legend.push_back(kLimit);
-        }
-        frame_.drawLegend(painter_, legend);
+        frame_.drawLegend(painter_);
         frame_.drawAxes(painter_, qtText(plot_.placeName),
                         QStringLiteral("level in ") + qtText(plot_.levelUnit));
         const Curves curves(plot_.places, plot_.breaks, frame_);
-        painter_.save();
-        curves.clip(painter_);
         curves.fillBetween(painter_, plot_.maximum, plot_.minimum, kBand);
         curves.drawLine(painter_, plot_.minimum, kMinimum);
         curves.drawLine(painter_, plot_.maximum, kMaximum);
         curves.drawLine(painter_, plot_.average, kAverage);
-        for (const auto& limit : plot_.limits) {
-            drawLimit(limit);
-        }
-        painter_.restore();
+        drawLines(mask_, kMask);
+        drawLines(limits_, kLimit);
         for (std::size_t i = 0; i < plot_.marks.size(); ++i) {
             mark(i);
         }
@@ -120,6 +92,49 @@ public:
     }
 
 private:
+    AxisRange places() const {
+        return {{plot_.places.front(), plot_.end}, Axis::kPlaceDigits, plot_.isCounted ? 1.0 : 0.0};
+    }
+
+    AxisRange levels() const {
+        double low = std::numeric_limits<double>::infinity();
+        double high = -low;
+        const auto include = [&](const std::vector<double>& levels) {
+            for (const double level : levels) {
+                if (std::isfinite(level)) {
+                    low = std::min(low, level);
+                    high = std::max(high, level);
+                }
+            }
+        };
+        include(plot_.maximum);
+        include(plot_.minimum);
+        for (const auto* lines : {&limits_, &mask_}) {
+            for (const TracePlot::Line& line : *lines) {
+                include(line.levels);
+            }
+        }
+        const bool isMeasured = low <= high;
+        return {isMeasured ? ValueRange{low, high} : ValueRange{0.0, 1.0}, Axis::kLevelDigits};
+    }
+
+    std::vector<CurveStyle> legend() const {
+        std::vector<CurveStyle> styles = {kMaximum, kAverage, kMinimum};
+        if (!mask_.empty()) {
+            styles.push_back(kMask);
+        }
+        if (!limits_.empty()) {
+            styles.push_back(kLimit);
+        }
+        return styles;
+    }
+
+    void drawLines(const std::vector<TracePlot::Line>& lines, const CurveStyle& style) {
+        for (const TracePlot::Line& line : lines) {
+            Curves(line.places, {}, frame_).drawLine(painter_, line.levels, style);
+        }
+    }
+
     double xOf(std::size_t point) const { return frame_.x(plot_.places[point]); }
 
     /// Labels stand above the plot, in a further row where they would touch. None reaches out to
@@ -136,7 +151,7 @@ private:
         labels_.resize(plot_.marks.size());
         for (const std::size_t i : order) {
             const double width = metrics.horizontalAdvance(qtText(plot_.marks[i].label)) + 4.0;
-            const double highest = kSize.width() - 4.0 - width;
+            const double highest = frame_.size().width() - 4.0 - width;
             const double left = std::min(
                 std::max(frame_.area().left(), xOf(plot_.marks[i].point) - width / 2), highest);
             std::size_t row = 0;
@@ -147,19 +162,9 @@ private:
                 labelRows_.push_back(0.0);
             }
             labelRows_[row] = left + width;
-            labels_[i] = QRectF(left, PlotFrame::kTop + kLabelRow * static_cast<double>(row), width,
-                                kLabelRow);
+            labels_[i] =
+                QRectF(left, frame_.top() + kLabelRow * static_cast<double>(row), width, kLabelRow);
         }
-    }
-
-    void drawLimit(const std::vector<QPointF>& limit) {
-        QPolygonF line = cut(limit, plot_.places.front(), plot_.end);
-        for (QPointF& point : line) {
-            point = QPointF(frame_.x(point.x()), frame_.y(point.y()));
-        }
-        painter_.setPen(QPen(kLimit.color, kLimit.width, kLimit.stroke));
-        painter_.setBrush(Qt::NoBrush);
-        painter_.drawPolyline(line);
     }
 
     void mark(std::size_t index) {
@@ -169,7 +174,7 @@ private:
         painter_.drawLine(QPointF(sharp(at), labels_[index].bottom()),
                           QPointF(sharp(at), frame_.area().bottom()));
         const double level = plot_.maximum[mark.point];
-        if (std::isfinite(level)) {
+        if (frame_.shows(level)) {
             const QPointF tip(at, frame_.y(level) - 2);
             painter_.setPen(QPen(Qt::white, 1));
             painter_.setBrush(kMark);
@@ -189,6 +194,8 @@ private:
 
     QPainter& painter_;
     const TracePlot& plot_;
+    std::vector<TracePlot::Line> limits_;
+    std::vector<TracePlot::Line> mask_;
     PlotFrame frame_;
     std::vector<QRectF> labels_;     // in the order of the marks
     std::vector<double> labelRows_;  // where the last label of each row ends
@@ -196,14 +203,12 @@ private:
 
 }  // namespace
 
-QImage draw(const TracePlot& plot) {
-    QImage image(kSize, QImage::Format_RGB32);
-    image.fill(kPaper);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    Drawing(painter, plot).run();
-    return image;
+Drawing drawingOf(TracePlot plot) {
+    Drawing drawing = {plot.shape.size, plot.title, {}};
+    drawing.paint = [plot = std::move(plot)](QPainter& painter) {
+        TraceDrawing(painter, plot).run();
+    };
+    return drawing;
 }
 
 }  // namespace rfu

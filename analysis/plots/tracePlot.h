@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QImage>
-#include <QPointF>
 #include <cstddef>
 #include <string>
 #include <vector>
+
+#include "analysis/plots/drawing.h"
+#include "analysis/plots/plotFrame.h"
 
 namespace rfu {
 
@@ -15,7 +16,13 @@ struct TracePlot {
         std::string label;
         std::size_t point;
     };
+    /// A line beside the curves.
+    struct Line {
+        std::vector<double> places;  // ascending; one that comes twice is a step
+        std::vector<double> levels;
+    };
 
+    PlotShape shape;
     std::string title;
     std::string levelUnit;
     std::string placeName;            // of the horizontal axis, with its unit
@@ -27,10 +34,10 @@ struct TracePlot {
     std::vector<double> average;
     std::vector<double> minimum;
     std::vector<Mark> marks;
-    std::vector<std::vector<QPointF>> limits;  // lines of place and level, their places ascending
+    std::vector<Line> limits;
+    std::vector<Line> mask;
 };
 
-/// Needs a QGuiApplication for its fonts.
-QImage draw(const TracePlot& plot);
+Drawing drawingOf(TracePlot plot);
 
 }  // namespace rfu

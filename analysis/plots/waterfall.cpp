@@ -19,14 +19,9 @@ constexpr int kBeforeBar = 16;
 constexpr int kBarWidth = 16;
 constexpr int kLevelLabels = 64;   // columns right of the bar
 constexpr int kLinearLabels = 96;  // the same with prefix and unit
-constexpr int kPixelsPerTick = 40;
 // Rows held for each of the picture: those of a long recording are less than a pixel high.
 constexpr std::size_t kRowsPerPixel = 4;
 constexpr double kPixelRounding = 1e-6;  // of a pixel
-
-int wantedTicks(int pixels) {
-    return std::clamp(pixels / kPixelsPerTick, 1, Axis::kWantedTicks);
-}
 
 int pixelOf(double position) {
     return static_cast<int>(std::floor(position + kPixelRounding));
@@ -172,7 +167,7 @@ std::vector<TimeTick> Waterfall::rowTicks() const {
         std::vector<TimeTick> ticks;
         const auto sweeps = static_cast<double>(sweeps_);
         const Axis axis(1.0, sweeps + 1.0, Axis::Ends::Exact, Axis::kPlaceDigits, 1.0,
-                        wantedTicks(area_.height()));
+                        uprightTicks(area_.height()));
         for (const double sweep : axis.ticks()) {
             if (sweep <= sweeps) {
                 ticks.push_back(
@@ -209,7 +204,7 @@ WaterfallLayout Waterfall::layout() const {
     layout.bar =
         QRect(area_.left() + area_.width() + kBeforeBar, area_.top(), kBarWidth, area_.height());
     layout.range = range();
-    layout.levels = levelTicks(options_.scale, layout.range, wantedTicks(area_.height()));
+    layout.levels = levelTicks(options_.scale, layout.range, uprightTicks(area_.height()));
     return layout;
 }
 

@@ -1,6 +1,7 @@
 #include <analysis/recordings/hopLines.h>
 #include <gtest/gtest.h>
 
+#include <QColor>
 #include <QImage>
 
 #include "runCommand.h"
@@ -96,7 +97,7 @@ TEST(Mask, refusesWhatItCannotJudge) {
                 "-: holds no frequencies, so that no mask applies"),
             bad("no sweep", "--mask flat.csv", "", "-: holds no sweep"),
             bad("a picture over the mask", "--mask flat.csv --plot flat.csv", kSweeps,
-                "flat.csv: cannot be written: pictures are PNG and end in .png"),
+                "flat.csv: cannot be written: plots are PNG or SVG and end in .png or .svg"),
             misuses("mask missing", mask(""), "--mask MASK.csv is missing"),
             misuses("another statistic", mask("--mask flat.csv --of median"),
                     "--of: \"median\" is not maximum or average"),
@@ -115,11 +116,12 @@ TEST(Mask, drawsTheMask) {
     const QImage image(folder.path() + QStringLiteral("/plot.png"));
     ASSERT_EQ(image.size(), QSize(1280, 680));
     // -20 dBm lies at the top of the plot, row 74.
-    int dark = 0;
+    int golden = 0;
     for (int x = 84; x < 1252; ++x) {
-        dark += int{qGray(image.pixel(x, 74)) < 120};
+        const QColor color(image.pixel(x, 74));
+        golden += int{color.red() - color.blue() > 100};
     }
-    EXPECT_GT(dark, 500);
+    EXPECT_GT(golden, 1000);
 }
 
 TEST(Mask, keepsTheStatusOfAViolationWithAPicture) {

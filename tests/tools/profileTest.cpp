@@ -98,7 +98,7 @@ TEST(Profile, RefusesWhatHasNoProfile) {
                ("profile map.asc --start 1,2 --end 502050,5000150" + std::string(kLink)).c_str(),
                "map.asc: has no cell at 1,2; x is 500000 to 502100, y is 5000000 to 5000300"),
          fails("its own input as picture", (along("5000150") + " --plot map.asc").c_str(),
-               "map.asc: cannot be written: pictures are PNG and end in .png"),
+               "map.asc: cannot be written: plots are PNG or SVG and end in .png or .svg"),
          misuses("no heights", ("profile map.asc --center 1" + ends).c_str(),
                  "--heights H1,H2 is missing"),
          misuses("negative height", ("profile map.asc --heights 1,-1 --center 1" + ends).c_str(),

@@ -1,5 +1,6 @@
 #include <analysis/recordings/hopLines.h>
 #include <gtest/gtest.h>
+#include <support/svg.h>
 
 #include <QImage>
 #include <QProcess>
@@ -15,6 +16,12 @@ using rfu::test::hopLines;
 using namespace std::string_literals;
 
 namespace {
+
+#ifdef RFUTILS_HAS_SVG
+constexpr bool kWritesSvg = true;
+#else
+constexpr bool kWritesSvg = false;
+#endif
 
 /// Two hops of two points; the second sweep has them the other way round, the third lacks one.
 const char* const kBand =
@@ -649,9 +656,18 @@ TEST(Trace, refusesWrongUsage) {
                 "--follow together with --all-points prints text only"),
         misused("two shapes in JSON", "--follow --marker 0 --all-points --format json",
                 "--follow together with --all-points prints text only"),
-        misused("a limit of nothing", "--limit -50", "--limit needs a --marker or --all-points"),
-        misused("a limit of a picture", "--limit -50 --plot x.png",
-                "--limit needs a --marker or --all-points"),
+        misused("a limit of nothing", "--limit -50",
+                "--limit needs a --marker, --all-points or --plot"),
+        misused("a mask of nothing", "--mask mask.csv --marker 0", "--mask needs --plot"),
+        misused("levels of nothing", "--levels -100:-50", "--levels needs --plot"),
+        misused("a width of nothing", "--width 640", "--width needs --plot"),
+        misused("a low picture", "--plot x.png --height 359", "--height takes 360 to 10000 pixels"),
+        misused("a wide picture", "--plot x.png --width 10001",
+                "--width takes 480 to 10000 pixels"),
+        misused("levels that look the same", "--plot x.png --levels -60.0005:-60",
+                "--levels: the two are too close together or too far apart"),
+        misused("levels without a difference", "--plot x.png --levels -1e308:1e308",
+                "--levels: the two are too close together or too far apart"),
         misused("a unit of nothing", "--unit V", "--unit needs a --marker, --all-points or --plot"),
         misused("an antenna for levels", "--marker 0 --center 100MHz",
                 "--center needs a --unit that depends on the antenna, such as dBuV/m"),
@@ -719,6 +735,50 @@ TEST(Trace, plotsStatisticsAndMarkers) {
     EXPECT_FALSE(hasCurve(668));
 }
 
+TEST(Trace, plotsLimitMaskAndLevelsOfMarkers) {
+    SampleFolder folder;
+    folder.add("band.csv", kBand);
+    folder.add("mask.csv", "100,40\n104,40\n");
+    folder.add("mask.png", "100,40\n");
+    folder.add("plain.csv", "-1,-2\n");
+    const QStringList plots = splitWords(
+        "trace band.csv --marker 103MHz --limit -70 --mask mask.csv --levels 20:60 --width 900 "
+        "--height 480 "
+        "--unit dBuV --plot");
+    for (const char* name : {"plot.PNG", "plot.SVG"}) {
+        if (!kWritesSvg && name[5] == 'S') {
+            continue;
+        }
+        const CommandResult result =
+            runCommand(plots + QStringList{QLatin1String(name)}, "", folder);
+        EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    }
+    EXPECT_EQ(QImage(folder.path() + QStringLiteral("/plot.PNG"), "PNG").size(), QSize(900, 480));
+    if (kWritesSvg) {
+        const rfu::test::Svg svg(QByteArray::fromStdString(folder.read("plot.SVG")));
+        EXPECT_EQ(svg.viewBox, "0 0 900 480");
+        EXPECT_EQ(svg.title, "band.csv, 3 sweeps");
+        for (const char* text :
+             {"band.csv, 3 sweeps", "maximum", "average", "minimum", "limit", "mask", "20", "60",
+              "level in dBuV", "frequency in MHz", "103MHz  27.0 dBuV"}) {
+            EXPECT_TRUE(svg.hasText(text)) << text;
+        }
+        // The area reaches from 84,94 (60 dBuV) to 872,418 (20 dBuV); -70 dBm are 36.99 dBuV.
+        EXPECT_EQ(svg.linesOf("#b8860b").back(), (rfu::test::Svg::Line{{84, 256}, {872, 256}}));
+        EXPECT_NEAR(svg.linesOf("#2b333d").back().front().y(), 418 - 8.1 * 16.99, 0.1);
+    }
+    expectCommands(
+        {fails("a picture of another kind", "trace band.csv --plot x.jpg",
+               "x.jpg: cannot be written: plots are PNG or SVG and end in .png or .svg"),
+         fails("a picture over its mask", "trace band.csv --plot mask.png --mask mask.png",
+               "mask.png: cannot be written: it is the input mask.png"),
+         fails("a mask without frequencies", "trace plain.csv --plot x.png --mask mask.csv",
+               "plain.csv: holds no frequencies, so that no mask applies"),
+         fails("no mask", "trace band.csv --plot x.png --mask none.csv",
+               "none.csv: No such file or directory")},
+        folder);
+}
+
 TEST(Trace, examplesOfTheHelpRun) {
     const SampleFolder folder;
     for (const char* sample : {"fm_band.csv", "wifi_band.csv"}) {
@@ -726,8 +786,11 @@ TEST(Trace, examplesOfTheHelpRun) {
                                 folder.path() + QLatin1Char('/') + QLatin1String(sample)));
     }
     const auto examples = examplesOf(runCommand({"trace", "--help"}).output);
-    ASSERT_EQ(examples.size(), 6U);
+    ASSERT_EQ(examples.size(), 7U);
     for (const std::string& example : examples) {
+        if (!kWritesSvg && example.find(".svg") != std::string::npos) {
+            continue;
+        }
         const CommandResult result = runCommand(splitWords(example).mid(1), "", folder);
         EXPECT_EQ(result.exitStatus, 0) << example;
         EXPECT_EQ(result.errors, "") << example;

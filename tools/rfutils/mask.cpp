@@ -1,4 +1,3 @@
-#include <QPointF>
 #include <QString>
 #include <QStringList>
 #include <cmath>
@@ -23,6 +22,7 @@
 #include "support/interruption.h"
 #include "support/output.h"
 #include "support/picture.h"
+#include "support/plotOptions.h"
 #include "support/prefixNote.h"
 #include "support/table.h"
 #include "support/units.h"
@@ -55,21 +55,18 @@ struct MaskOptions {
     explicit MaskOptions(const CommandLine& line)
         : source(recordingOf(line)),
           mask(line.text("mask")),
-          plot(line.text("plot")),
+          plot(plotOptionsOf(line, inputs())),
           ofMaximum(judgesMaximum(line)),
           view(levelViewOf(line)),
           format(line.format()) {
         requireAntennaUnit(line, view.unit);
-        if (!plot.isEmpty()) {
-            requireReplaceable(plot, inputs());
-        }
     }
 
     QStringList inputs() const { return source.files + QStringList(mask); }
 
     RecordingSource source;
     QString mask;
-    QString plot;  // empty for none
+    PlotOptions plot;
     bool ofMaximum;
     LevelView view;
     Format format;
@@ -95,9 +92,7 @@ public:
         const Interruption interruption;
         Sweep sweep;
         while (recording_.next(sweep)) {
-            if (!recording_.hasFrequencies()) {
-                throw recording_.error("holds no frequencies, so that no mask applies");
-            }
+            requireFrequencies(recording_);
             sweeps_.add(sweep.time, sweep.levels);
         }
         requireSweeps(recording_, sweeps_.count());
@@ -128,14 +123,9 @@ public:
     }
 
     TracePlot plot() {
+        plot_.shape = options_.plot.shape;
         plot_.title = titleOf(recording_.files(), sweeps_.count());
-        for (const LimitLine* line : {&mask_.upper, &mask_.lower}) {
-            std::vector<QPointF> points;
-            for (const LimitLine::Point& point : line->points()) {
-                points.emplace_back(point.frequency, point.level);
-            }
-            plot_.limits.push_back(points);
-        }
+        plot_.mask = linesOf(mask_);
         return plot_;
     }
 
@@ -197,9 +187,8 @@ void runMask(const CommandLine& line) {
     MaskRun run(options);
     run.read();
     run.print();
-    if (!options.plot.isEmpty()) {
-        const TextDrawing drawing;
-        savePicture(draw(run.plot()), options.plot, options.inputs());
+    if (!options.plot.file.isEmpty()) {
+        savePlot(drawingOf(run.plot()), options.plot.file, options.inputs());
     }
     throwIfInterrupted();
     if (run.isViolated()) {
@@ -233,8 +222,11 @@ constexpr Subcommand kMask = {
       "dBm"},
      kCenterOption,
      kGainOption,
-     {"plot", "OUT.png", Kind::Picture,
-      "Draw the mask with maximum, average and minimum over frequency."}},
+     {"plot", "OUT", Kind::Picture,
+      "Draw the mask with maximum, average and minimum over frequency, as PNG or SVG by the ending."},
+     kPlotLevelsOption,
+     kPlotWidthOption,
+     kPlotHeightOption},
     {"rfutils mask wifi_band.csv --mask wifi_mask.csv --of average",
      "rfutils mask wifi_band.csv --mask wifi_mask.csv --of average --plot wifi.png"},
     runMask,

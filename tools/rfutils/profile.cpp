@@ -21,6 +21,7 @@
 #include "support/format.h"
 #include "support/output.h"
 #include "support/picture.h"
+#include "support/plotOptions.h"
 #include "support/table.h"
 
 namespace rfu::command {
@@ -140,9 +141,7 @@ void runProfile(const CommandLine& line) {
     const QString file = line.text("FILE");
     const RadioLink link = linkOf(line);
     const QStringList inputs = filesOfRaster(file) << withExtension(file, "tab");
-    if (line.isSet("plot")) {
-        requireReplaceable(line.text("plot"), inputs);
-    }
+    const PlotOptions options = plotOptionsOf(line, inputs);
     const Raster raster = loadRaster(file);
     const CellGrid grid = gridInMetres(raster, file);
     const Profile profile(terrainBetween(line.value<QPointF>("start"), line.value<QPointF>("end"),
@@ -155,9 +154,10 @@ void runProfile(const CommandLine& line) {
                   std::to_string(profile.points.size()) +
                   " samples lie where nothing is measured; they count nowhere");
     }
-    if (line.isSet("plot")) {
-        const TextDrawing drawing;
-        savePicture(draw(plotOf(profile, file)), line.text("plot"), inputs);
+    if (!options.file.isEmpty()) {
+        ProfilePlot plot = plotOf(profile, file);
+        plot.size = options.shape.size;
+        savePlot(drawingOf(plot), options.file, inputs);
     }
 }
 
@@ -180,7 +180,10 @@ constexpr Subcommand kProfile = {
      {"center", "FREQ", Kind::Frequency,
       "Frequency: 433MHz, 2.4GHz or a number of MHz.", nullptr, 1},
      {"k", "K", Kind::Number, "The effective radius of the Earth over the true one.", "1.333"},
-     {"plot", "OUT.png", Kind::Picture, "Draw the terrain, the line of sight and the Fresnel zone."}},
+     {"plot", "OUT", Kind::Picture,
+      "Draw the terrain, the line of sight and the Fresnel zone, as PNG or SVG by the ending."},
+     kPlotWidthOption,
+     kPlotHeightOption},
     {"rfutils profile terrain.asc --start 437000,5266500 --end 443500,5266500 --heights 10,10 "
      "--center 433MHz",
      "rfutils profile terrain.asc --start 437000,5266500 --end 443500,5266500 --heights 10,10 "

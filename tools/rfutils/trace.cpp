@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analysis/plots/tracePlot.h"
+#include "analysis/statistics/limitMask.h"
 #include "analysis/statistics/pointStatistics.h"
 #include "analysis/statistics/sweepStore.h"
 #include "analysis/support/inputError.h"
@@ -21,6 +22,7 @@
 #include "support/interruption.h"
 #include "support/output.h"
 #include "support/picture.h"
+#include "support/plotOptions.h"
 #include "support/prefixNote.h"
 #include "support/sections.h"
 #include "support/table.h"
@@ -62,7 +64,8 @@ struct TraceOptions {
           capacity(capacityOf(line)),
           view(levelViewOf(line)),
           allPoints(line.isSet("all-points")),
-          plot(line.isSet("plot")),
+          mask(line.text("mask")),
+          plot(plotOptionsOf(line, inputs())),
           follow(line.isSet("follow")),
           more(line.isSet("more")),
           format(line.format()) {
@@ -89,14 +92,22 @@ struct TraceOptions {
         if (more && !showsLevels) {
             throw UsageError("--more needs a --marker or --all-points");
         }
-        if (limit && !showsLevels) {
-            throw UsageError("--limit needs a --marker or --all-points");
+        for (const char* option : {"limit", "unit"}) {
+            if (line.isSet(option) && !showsLevels && !plots()) {
+                throw UsageError(std::string("--") + option +
+                                 " needs a --marker, --all-points or --plot");
+            }
         }
-        if (line.isSet("unit") && !showsLevels && !plot) {
-            throw UsageError("--unit needs a --marker, --all-points or --plot");
+        if (!mask.isEmpty() && !plots()) {
+            throw UsageError("--mask needs --plot");
         }
         requireAntennaUnit(line, view.unit);
     }
+
+    QStringList inputs() const {
+        return mask.isEmpty() ? source.files : source.files + QStringList(mask);
+    }
+    bool plots() const { return !plot.file.isEmpty(); }
 
     RecordingSource source;
     std::vector<MarkerRequest> markers;
@@ -104,7 +115,8 @@ struct TraceOptions {
     std::size_t capacity;
     LevelView view;
     bool allPoints;
-    bool plot;
+    QString mask;  // empty for none
+    PlotOptions plot;
     bool follow;
     bool more;
     Format format;
@@ -126,11 +138,18 @@ TraceColumns pointColumns(const TraceOptions& options) {
     return columns;
 }
 
+std::optional<LimitMask> maskOf(const TraceOptions& options) {
+    return options.mask.isEmpty()
+               ? std::nullopt
+               : std::optional(readLimitMask(options.mask, options.view.unit.isLinear()));
+}
+
 /// A recording while it is read and what came of it.
 class Trace {
 public:
     explicit Trace(const TraceOptions& options)
         : options_(options),
+          mask_(maskOf(options)),
           recording_(options.source),
           sweeps_(options.capacity, options.more, options.limit.value_or(0.0)),
           note_(options.view.unit, true),
@@ -142,6 +161,9 @@ public:
         Sweep sweep;
         while (recording_.next(sweep)) {
             if (sweeps_.count() == 0) {
+                if (mask_) {
+                    requireFrequencies(recording_);
+                }
                 markers_ = placeMarkers(options_.markers, recording_, sweep.levels.size());
                 noteNumbers();
             } else if (recording_.hasGrown()) {
@@ -179,10 +201,26 @@ public:
     }
 
     TracePlot plot() const {
-        TracePlot plot = plotOf(recording_.axis(), sweeps_.tallies(), options_.view);
+        const FrequencyAxis& axis = recording_.axis();
+        const std::vector<PointTally> tallies = sweeps_.tallies();
+        TracePlot plot = plotOf(axis, tallies, options_.view);
+        plot.shape = options_.plot.shape;
         plot.title = titleOf(recording_.files(), static_cast<long long>(sweeps_.kept()));
         for (const Marker& marker : markers_) {
-            plot.marks.push_back({marker.name, static_cast<std::size_t>(marker.point)});
+            const auto point = static_cast<std::size_t>(marker.point);
+            std::string label = marker.name;
+            if (const auto maximum = tallies[point].statistics().maximum) {
+                LevelPresenter presenter(options_.view.unit,
+                                         options_.view.antennaAt(axis, marker.point));
+                label += "  " + presenter.text(*maximum);
+            }
+            plot.marks.push_back({label, point});
+        }
+        if (options_.limit) {
+            plot.limits.push_back(limitLine(*options_.limit, plot, axis, options_.view));
+        }
+        if (mask_) {
+            plot.mask = linesOf(*mask_);
         }
         return plot;
     }
@@ -202,7 +240,7 @@ private:
     }
 
     /// Whether all levels of a sweep are kept; else those of the markers.
-    bool keepsWholeSweeps() const { return options_.allPoints || options_.plot; }
+    bool keepsWholeSweeps() const { return options_.allPoints || options_.plots(); }
 
     /// Where the store has the markers' levels.
     std::vector<std::size_t> columnsOfMarkers() const {
@@ -275,6 +313,7 @@ private:
     }
 
     const TraceOptions& options_;
+    std::optional<LimitMask> mask_;
     Recording recording_;
     SweepStore sweeps_;
     PrefixNote note_;
@@ -290,9 +329,8 @@ void runTrace(const CommandLine& line) {
     Trace trace(options);
     trace.read();
     trace.print();
-    if (options.plot) {
-        const TextDrawing drawing;
-        savePicture(draw(trace.plot()), line.text("plot"), options.source.files);
+    if (options.plots()) {
+        savePlot(drawingOf(trace.plot()), options.plot.file, options.inputs());
     }
     throwIfInterrupted();
 }
@@ -329,7 +367,8 @@ constexpr Subcommand kTrace = {
       "Show this point, up to six times: the one nearest to a frequency such as 88.1MHz or 2.4GHz, "
       "or the number of a point.",
       nullptr, 0, static_cast<int>(traceRssiBuffer::kMarkers)},
-     {"limit", "DBM", Kind::Level, "Count how often a level was above this one."},
+     {"limit", "DBM", Kind::Level,
+      "Count how often a level was above this one, and draw it in the plot."},
      {"all-points", "", Kind::Flag, "Show all points."},
      {"keep", "N", Kind::Text, "How many recent sweeps count, or all.", kKeptByDefault},
      {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete."},
@@ -342,13 +381,19 @@ constexpr Subcommand kTrace = {
      {"more", "", Kind::Flag,
       "Add for each marker or point the mean power, the median, the standard deviation in dB and the sweep "
       "that holds the maximum."},
-     {"plot", "OUT.png", Kind::Picture, "Draw maximum, average and minimum over frequency."}},
+     {"plot", "OUT", Kind::Picture,
+      "Draw maximum, average and minimum over frequency, as PNG or SVG by the ending."},
+     {"mask", "MASK.csv", Kind::File, "Draw these limits in the plot; rfutils mask reads the same."},
+     kPlotLevelsOption,
+     kPlotWidthOption,
+     kPlotHeightOption},
     {"rfutils trace fm_band.csv",
      "rfutils trace fm_band.csv --marker 88.1MHz --marker 98.3MHz --limit -60",
      "rfutils trace fm_band.csv --marker 98.3MHz --more --unit dBuV",
      "rfutils trace fm_band.csv --all-points --keep 100 --format csv",
      "rfutils trace fm_band.csv --marker 98.3MHz --unit V/m --gain 2",
-     "rfutils trace wifi_band.csv --marker 2.437GHz --plot wifi.png"},
+     "rfutils trace wifi_band.csv --marker 2.437GHz --plot wifi.png",
+     "rfutils trace wifi_band.csv --limit -60 --plot wifi.svg --levels -100:-40"},
     runTrace,
     nullptr,
     &kRecordingOptions};

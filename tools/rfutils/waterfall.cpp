@@ -20,6 +20,7 @@
 #include "support/format.h"
 #include "support/interruption.h"
 #include "support/picture.h"
+#include "support/plotOptions.h"
 #include "support/table.h"
 #include "support/units.h"
 
@@ -62,22 +63,6 @@ const Palette* paletteOf(const CommandLine& line) {
         throw UsageError("--palette: " + quoted(name) + " is not " + names);
     }
     return palette;
-}
-
-int sideOf(const CommandLine& line, const char* option, int smallest, int largest) {
-    const int side = line.value<int>(option);
-    if (side < smallest || side > largest) {
-        throw UsageError(std::string("--") + option + " takes " + std::to_string(smallest) +
-                         " to " + std::to_string(largest) + " pixels");
-    }
-    return side;
-}
-
-QSize sizeOf(const CommandLine& line) {
-    const QSize smallest = Waterfall::kSmallest;
-    const QSize largest = Waterfall::kLargest;
-    return {sideOf(line, "width", smallest.width(), largest.width()),
-            sideOf(line, "height", smallest.height(), largest.height())};
 }
 
 /// The levels of a recording in the unit that they are shown in. Where that depends on the
@@ -227,7 +212,7 @@ void runWaterfall(const CommandLine& line) {
     const LevelView view = levelViewOf(line);
     requireAntennaUnit(line, view.unit);
     WaterfallOptions options;
-    options.size = sizeOf(line);
+    options.size = sizeOf(line, Waterfall::kSmallest, Waterfall::kLargest);
     options.reduction = reductionOf(line);
     options.showsGaps = !line.isSet("no-gaps");
     options.colors.palette = paletteOf(line);

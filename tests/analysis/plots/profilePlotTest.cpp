@@ -38,6 +38,10 @@ int rowOfHeight(double height) {
     return 618 - static_cast<int>(std::lround(height * 524.0 / 160.0));
 }
 
+QImage draw(const ProfilePlot& plot) {
+    return imageOf(drawingOf(plot));
+}
+
 TEST(ProfilePlot, ShowsGroundSightAndZone) {
     const QImage image = draw(levelPlot());
     ASSERT_EQ(image.size(), QSize(1280, 680));

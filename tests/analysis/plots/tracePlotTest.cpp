@@ -4,6 +4,7 @@
 #include <support/deadline.h>
 #include <support/limits.h>
 #include <support/samples.h>
+#include <support/svg.h>
 
 #include <algorithm>
 #include <cmath>
@@ -103,6 +104,10 @@ std::vector<int> gridColumns(const QImage& image, int y) {
         }
     }
     return columns;
+}
+
+QImage draw(const TracePlot& plot) {
+    return imageOf(drawingOf(plot));
 }
 
 }  // namespace
@@ -228,7 +233,7 @@ TEST(TracePlot, DrawsMarkers) {
 TEST(TracePlot, DrawsLimitsWithinTheRange) {
     TracePlot plot = bandOf({-50, -50, -50, -50});
     // From -10 dBm at 100 MHz to -30 dBm at 102 MHz, and a step to -40 dBm; -60 dBm at 101 MHz only.
-    plot.limits = {{{98, 10}, {102, -30}, {102, -40}, {200, -40}}, {{101, -60}, {101.5, -60}}};
+    plot.limits = {{{98, 102, 102, 200}, {10, -30, -40, -40}}, {{101, 101.5}, {-60, -60}}};
     const QImage image = draw(plot);  // -10 dBm lies at row 74, -60 dBm at row 618
     const QRgb ink = qRgb(0x2b, 0x33, 0x3d);
     const auto hasInk = [&](int left, int right, int top, int bottom) {
@@ -246,6 +251,86 @@ TEST(TracePlot, DrawsLimitsWithinTheRange) {
     EXPECT_TRUE(hasInk(1200, 1250, 398, 404)) << "-40 dBm to the right end";
     EXPECT_TRUE(hasInk(380, 500, 614, 618)) << "-60 dBm";
     EXPECT_FALSE(hasInk(540, 660, 610, 616)) << "no limit behind its last point";
+}
+
+TEST(TracePlot, DrawsMasksLikeLimits) {
+    TracePlot plot = bandOf({-50, -50, -50, -50});
+    plot.mask = {{{90, 102, 102, 102.5}, {-10, -10, -60, -60}}};
+    const QImage image = draw(plot);  // -10 dBm lies at row 74, -60 dBm at row 618
+    const QRgb gold = qRgb(0xb8, 0x86, 0x0b);
+    EXPECT_LT(distance(image.pixel(400, 74), gold), 150);
+    EXPECT_LT(distance(image.pixel(668, 300), gold), 150) << "the step";
+    EXPECT_LT(distance(image.pixel(740, 617), gold), 150);
+    EXPECT_GT(distance(image.pixel(900, 617), gold), 150) << "no limit behind its last point";
+}
+
+TEST(TracePlot, EndsAtTheLevels) {
+    if (!rfu::canWriteSvg()) {
+        GTEST_SKIP() << "a build without Qt SVG";
+    }
+    // 0 to 4 MHz at columns 84 to 1252, -40 dBm at row 74, -80 dBm at row 618
+    TracePlot plot = plotOf({-20, -60, -100, -100, -60}, {kNan, -20, kNan, -60, kNan},
+                            {-100, -100, -100, -100, -100});
+    plot.shape.values = rfu::ValueRange{-80, -40};
+    plot.limits = {{{0, 4}, {-30, -30}}};
+    const rfu::test::Svg svg(svgOf(drawingOf(plot)));
+    EXPECT_TRUE(svg.hasText("-40") && svg.hasText("-80"));
+    // From -20 to -60 dBm half of the line is above, from -60 to -100 dBm half of it below.
+    EXPECT_EQ(svg.linesOf("#c8553d"),
+              (std::vector<rfu::test::Svg::Line>{{{84, 56}, {110, 56}},  // the legend
+                                                 {{230, 74}, {376, 346}, {522, 618}},
+                                                 {{1106, 618}, {1252, 346}}}));
+    EXPECT_EQ(svg.linesOf("#4f9d8f").size(), 1U) << "the minimum lies below";
+    EXPECT_EQ(svg.linesOf("#2b333d").size(), 1U) << "the limit lies above";
+    const QImage image = draw(plot);
+    EXPECT_TRUE(isDot(image, 960, 346, kAverage));
+    EXPECT_FALSE(isDot(image, 376, 76, kAverage)) << "a dot above the levels";
+    EXPECT_TRUE(isShaded(image, 150, 300) && isShaded(image, 400, 500));
+    EXPECT_FALSE(isShaded(image, 400, 200));
+}
+
+TEST(TracePlot, HoldsAxesInTheSmallestSize) {
+    TracePlot plot = bandOf({-50, -60, -70, -80});
+    plot.shape.size = rfu::PlotShape::kSmallest;
+    plot.limits = {{{100, 104}, {-55, -55}}};
+    plot.mask = {{{100, 104}, {-45, -45}}};
+    for (int i = 0; i < 6; ++i) {
+        plot.marks.push_back({"101.123456MHz  -123.4 dBuV/m", 1});
+    }
+    // Two rows of legend, six of markers: the area reaches from row 214 to 298.
+    const QImage image = draw(plot);
+    ASSERT_EQ(image.size(), QSize(480, 360));
+    EXPECT_EQ(image.pixel(300, 290), qRgb(255, 255, 255));
+    EXPECT_LT(distance(image.pixel(300, 205), qRgb(0xfa, 0xfb, 0xfc)), 10);
+    if (rfu::canWriteSvg()) {
+        const rfu::test::Svg svg(svgOf(drawingOf(plot)));
+        for (const char* text :
+             {"maximum", "average", "minimum", "limit", "mask", "level in dBm"}) {
+            EXPECT_TRUE(svg.hasText(text)) << text;
+        }
+    }
+}
+
+TEST(TracePlot, IsSvgOfBoundedSize) {
+    if (!rfu::canWriteSvg()) {
+        GTEST_SKIP() << "a build without Qt SVG";
+    }
+    rfu::test::Samples samples(10);
+    std::vector<qint64> sizes;
+    for (const std::size_t count : {50000U, 500000U}) {
+        Levels noise(count);
+        for (double& level : noise) {
+            level = samples.between(-90.0, -50.0);
+        }
+        TracePlot plot = plotOf(noise);
+        plot.mask = {{plot.places, noise}};
+        plot.limits = plot.mask;
+        sizes.push_back(svgOf(drawingOf(plot)).size());
+    }
+    // Five lines and an area of 1168 columns: two pairs of numbers for the range of a column, two for
+    // the way to the next, at most 20 bytes each.
+    EXPECT_LT(sizes[1], 1168 * 20 * (5 * 4 + 2) + 20000);
+    EXPECT_LT(sizes[1], sizes[0] * 11 / 10);
 }
 
 TEST(TracePlot, KeepsLabelsOfMarkersOffTheLevels) {

@@ -1,6 +1,7 @@
 #include "recordings/plotOf.h"
 
 #include <cmath>
+#include <cstddef>
 #include <optional>
 
 #include "support/units.h"
@@ -35,6 +36,36 @@ TracePlot plotOf(const FrequencyAxis& axis, const std::vector<PointTally>& talli
         plot.breaks.push_back(band.firstPoint);
     }
     return plot;
+}
+
+TracePlot::Line limitLine(double dBm, const TracePlot& plot, const FrequencyAxis& axis,
+                          const LevelView& view) {
+    TracePlot::Line line = {plot.places, {}};
+    if (!view.isOfEachPoint()) {
+        line.places.resize(1);
+    }
+    for (std::size_t i = 0; i < line.places.size(); ++i) {
+        const LevelPresenter presenter(view.unit, view.antennaAt(axis, static_cast<int>(i)));
+        line.levels.push_back(presenter.value(dBm));
+    }
+    line.places.push_back(plot.end);
+    line.levels.push_back(line.levels.back());
+    return line;
+}
+
+std::vector<TracePlot::Line> linesOf(const LimitMask& mask) {
+    std::vector<TracePlot::Line> lines;
+    for (const LimitLine* limit : {&mask.upper, &mask.lower}) {
+        TracePlot::Line line;
+        for (const LimitLine::Point& point : limit->points()) {
+            line.places.push_back(point.frequency);
+            line.levels.push_back(point.level);
+        }
+        if (!line.places.empty()) {
+            lines.push_back(line);
+        }
+    }
+    return lines;
 }
 
 }  // namespace rfu::command

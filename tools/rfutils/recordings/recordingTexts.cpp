@@ -36,4 +36,10 @@ void requireSweeps(const Recording& recording, long long sweeps) {
     }
 }
 
+void requireFrequencies(const Recording& recording) {
+    if (!recording.hasFrequencies()) {
+        throw recording.error("holds no frequencies, so that no mask applies");
+    }
+}
+
 }  // namespace rfu::command

@@ -18,4 +18,7 @@ std::string titleOf(const QStringList& files, long long sweeps);
 /// To be called at the end of a recording. @throw Failure where reading ended before there was a sweep
 void requireSweeps(const Recording& recording, long long sweeps);
 
+/// For masks. @throw InputError where the recording holds no frequencies
+void requireFrequencies(const Recording& recording);
+
 }  // namespace rfu::command

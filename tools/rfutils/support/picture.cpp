@@ -35,6 +35,10 @@ bool writeWhole(QIODevice& output, const QByteArray& bytes) {
     return true;
 }
 
+bool endsIn(const QString& file, const char* ending) {
+    return file.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
+}
+
 void requireOwn(const QString& file, const QStringList& inputs) {
     const auto status = statusOf(file);
     if (status && !S_ISREG(status->st_mode)) {
@@ -60,8 +64,18 @@ void save(const QByteArray& bytes, const QString& file) {
 }  // namespace
 
 void requireReplaceable(const QString& file, const QStringList& inputs) {
-    if (!file.endsWith(QLatin1String(".png"), Qt::CaseInsensitive)) {
+    if (!endsIn(file, ".png")) {
         throw InputError(file, "cannot be written: pictures are PNG and end in .png");
+    }
+    requireOwn(file, inputs);
+}
+
+void requireReplaceablePlot(const QString& file, const QStringList& inputs) {
+    if (!endsIn(file, ".png") && !endsIn(file, ".svg")) {
+        throw InputError(file, "cannot be written: plots are PNG or SVG and end in .png or .svg");
+    }
+    if (endsIn(file, ".svg") && !canWriteSvg()) {
+        throw InputError(file, "cannot be written: this build lacks Qt SVG; plots end in .png");
     }
     requireOwn(file, inputs);
 }
@@ -84,6 +98,16 @@ void savePicture(const QImage& image, const QString& file, const QStringList& in
         throw InputError(file, "cannot be written: it cannot be encoded as PNG");
     }
     save(picture.data(), file);
+}
+
+void savePlot(const Drawing& drawing, const QString& file, const QStringList& inputs) {
+    requireReplaceablePlot(file, inputs);
+    const TextDrawing texts;
+    if (endsIn(file, ".svg")) {
+        save(svgOf(drawing), file);
+    } else {
+        savePicture(imageOf(drawing), file, inputs);
+    }
 }
 
 void saveText(const std::string& text, const QString& file, const QStringList& inputs) {

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QByteArray>
 #include <QGuiApplication>
 #include <QImage>
 #include <QString>
 #include <QStringList>
 #include <memory>
 #include <string>
+
+#include "analysis/plots/drawing.h"
 
 namespace rfu::command {
 
@@ -25,6 +28,8 @@ private:
 /// What savePicture() refuses by the names alone, before the picture is made.
 /// @throw InputError
 void requireReplaceable(const QString& file, const QStringList& inputs);
+/// The same for savePlot().
+void requireReplaceablePlot(const QString& file, const QStringList& inputs);
 
 /// How hard the encoder tries: noise, of which waterfalls are made, hardly gets smaller by it.
 enum class Encoding { Usual, Fast };
@@ -35,6 +40,9 @@ enum class Encoding { Usual, Fast };
 ///        cannot be written
 void savePicture(const QImage& image, const QString& file, const QStringList& inputs = {},
                  Encoding encoding = Encoding::Usual);
+
+/// The same for a drawing, as PNG or SVG by the ending of the name.
+void savePlot(const Drawing& drawing, const QString& file, const QStringList& inputs);
 
 /// The same for a text that goes with a picture, under any name.
 void saveText(const std::string& text, const QString& file, const QStringList& inputs);

@@ -16,7 +16,7 @@ enum class Kind {
     Flag,  ///< an option without a value
     Text,
     File,     ///< a file to read
-    Picture,  ///< a PNG file to write
+    Picture,  ///< a PNG or SVG file to write
     Number,
     Level,     ///< in dBm
     Gain,      ///< in dBi
