@@ -43,6 +43,10 @@ const Hop& hopBeyond(const FrequencyAxis& axis, const FrequencyAxis& other) {
 
 }  // namespace
 
+QStringList RecordingSource::inputs() const {
+    return correction.file().isEmpty() ? files : files + QStringList(correction.file());
+}
+
 Recording::Recording(RecordingSource source) : source_(std::move(source)), window_(source_.window) {
     if (source_.files.size() > 1) {
         look();
@@ -229,6 +233,20 @@ void Recording::arrange(Sweep& sweep) const {
     }
 }
 
+void Recording::correctLevels(Sweep& sweep) {
+    const LevelCorrection& correction = source_.correction;
+    if (correction.isNone()) {
+        return;
+    }
+    if (correction.needsFrequencies() && axis_.points.empty()) {
+        throw InputError(reader_->file(), "holds no frequencies to correct levels by");
+    }
+    if (corrections_.size() != sweep.levels.size()) {
+        corrections_ = correction.ofPoints(axis_.points, sweep.levels.size());
+    }
+    correct(sweep.levels, corrections_);
+}
+
 /// Makes the axis that of the window, which may have no point of a live source yet.
 void Recording::setAxis() {
     if (window_.options().bands.empty() || whole_.points.empty()) {
@@ -338,6 +356,7 @@ bool Recording::nextOfWindow(Sweep& sweep) {
     while (nextOfAll(sweep)) {
         if (isWanted(sweep) && (!source_.isLive || followAxis())) {
             arrange(sweep);
+            correctLevels(sweep);
             ++handedOut_;
             return true;
         }

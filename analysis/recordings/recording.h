@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/recordings/levelCorrection.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/recordings/window.h"
 #include "analysis/support/inputError.h"
@@ -27,9 +28,13 @@ struct RecordingSource {
     Waiting waiting = {};
     /// Told what was left out of a file, and that it ends early. Never null.
     std::function<void(const InputError&)> onNote = [](const InputError&) {};
-    bool isLive = false;        // one source: no sweep waits for the next, and the axis grows
-    bool isStrict = false;      // a line that makes no sense is an error
+    bool isLive = false;    // one source: no sweep waits for the next, and the axis grows
+    bool isStrict = false;  // a line that makes no sense is an error
+    LevelCorrection correction = {};
     WindowOptions window = {};  // what is not live: also so many at the end
+
+    /// All files that are read.
+    QStringList inputs() const;
 };
 
 /// One recording in one file or several, sweep by sweep; see SweepReader for a single file.
@@ -98,6 +103,7 @@ private:
     bool nextOfLast(Sweep& sweep);
     void requireOrder(const Part& part) const;
     void arrange(Sweep& sweep) const;
+    void correctLevels(Sweep& sweep);
     bool isWanted(const Sweep& sweep);
     void setAxis();
     void grow();
@@ -118,6 +124,7 @@ private:
     bool isBegun_ = false;
     bool isChosen_ = false;            // whether the reader hands out what the window wants
     std::vector<std::size_t> points_;  // of the whole axis, where the window has bands
+    std::vector<double> corrections_;  // of the points of the axis; empty for none
     long long handedOut_ = 0;
     bool holdsLast_ = false;
     bool areHeld_ = false;

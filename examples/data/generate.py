@@ -250,6 +250,14 @@ def wifi_band():
     return "\n".join(lines) + "\n"
 
 
+# loss of a cable between antenna and receiver
+FM_CABLE = """\
+frequencyMHz,dB
+80,1.00
+100,1.25
+120,1.40
+"""
+
 # limits for the three channels above; the last limit is one that the hopping signal breaks
 WIFI_MASK = """\
 frequencyMHz,upper,lower
@@ -434,6 +442,7 @@ SAMPLES = {
     "setups.json": setups,
     "fm_band.csv": fm_band,
     "wifi_band.csv": wifi_band,
+    "fm_cable.csv": lambda: FM_CABLE,
     "wifi_mask.csv": lambda: WIFI_MASK,
     "terrain.asc": terrain_asc,
     "terrain.clr": lambda: TERRAIN_COLOURS,

@@ -62,7 +62,7 @@ struct MaskOptions {
         requireAntennaUnit(line, view.unit);
     }
 
-    QStringList inputs() const { return source.files + QStringList(mask); }
+    QStringList inputs() const { return source.inputs() + QStringList(mask); }
 
     RecordingSource source;
     QString mask;

@@ -105,7 +105,7 @@ struct TraceOptions {
     }
 
     QStringList inputs() const {
-        return mask.isEmpty() ? source.files : source.files + QStringList(mask);
+        return mask.isEmpty() ? source.inputs() : source.inputs() + QStringList(mask);
     }
     bool plots() const { return !plot.file.isEmpty(); }
 

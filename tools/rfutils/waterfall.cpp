@@ -216,7 +216,7 @@ void runWaterfall(const CommandLine& line) {
     options.reduction = reductionOf(line);
     options.showsGaps = !line.isSet("no-gaps");
     options.colors.palette = paletteOf(line);
-    requireReplaceable(picture, source.files);
+    requireReplaceable(picture, source.inputs());
 
     BegunRecording recording(source);
     ShownLevels shown(view, recording.axis());
@@ -241,7 +241,7 @@ void runWaterfall(const CommandLine& line) {
         isMeasured = waterfall.levels().measured() > 0;
     }
     recording.printSummary(line.format(), image, isMeasured || line.isSet("levels"), range, shown);
-    savePicture(image, picture, source.files, Encoding::Fast);
+    savePicture(image, picture, source.inputs(), Encoding::Fast);
     throwIfInterrupted();
 }
 

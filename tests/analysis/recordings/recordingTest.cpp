@@ -263,6 +263,26 @@ TEST(Recording, HandsOutThePointsOfAWindow) {
     }
 }
 
+TEST(Recording, CorrectsLevelsAtTheirFrequencies) {
+    const TempFiles folder;
+    const QString file = QString::fromStdString(folder.write("c.csv", "100,-10\n103,-40\n"));
+    const std::string two = hopLines("a0 b0 c0 d0 a1 c1 d1");
+    RecordingSource source;
+    source.correction = rfu::LevelCorrection(-100.0);
+    EXPECT_EQ(readingOf({"-1,nan\n"}, source), "101 _");
+    source.correction = rfu::LevelCorrection(-100.0, file);
+    EXPECT_EQ(source.inputs(), QStringList(file));
+    EXPECT_EQ(readingOf({two}, source), "111 122 133 144|115 _ 136 147");
+    EXPECT_EQ(readingOf({hopLine('d', "5", "-9"), two}, source),
+              "111 122 133 144|115 _ 136 147|_ _ _ 149");
+    EXPECT_EQ(readingOf({"-1,-2\n"}, source), " [f1: holds no frequencies to correct levels by]");
+    source.window.bands = {{102, 104}};
+    EXPECT_EQ(readingOf({two}, source), "133 144|136 147");
+    source.window.bands = {};
+    source.isLive = true;
+    EXPECT_EQ(readingOf({hopLines("a0 c0 a10 b10 c10")}, source), "111 132|+113 124 135");
+}
+
 TEST(Recording, LeavesLevelsOutsideTheWindowUnread) {
     const std::string learned = hopLines("a0 b0 a1 b1 a2 b2 a3 b3 a4 b4");
     const std::string broken = hopLine('a', "5", "x") + hopLine('b', "5", "-12");

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "analysis/recordings/levelCorrection.h"
 #include "analysis/recordings/window.h"
 #include "analysis/support/lineReader.h"
 #include "support/errors.h"
@@ -21,6 +22,10 @@ const std::initializer_list<Option> kRecordingOptions = {
     {"every", "N", Kind::Integer,
      "Of the sweeps between these times the first and each Nth behind it.", "1"},
     {"last", "N", Kind::Integer, "Of these only the last N."},
+    {"offset", "DB", Kind::Decibels,
+     "Add this to all measured levels before anything else, such as the loss of a cable.", "0"},
+    {"correction", "FILE.csv", Kind::File,
+     "Also add the dB of a CSV file of frequencies and dB, straight between its lines."},
     {"strict", "", Kind::Flag,
      "A line that makes no sense is an error; without, it is skipped with a note."}};
 
@@ -59,6 +64,9 @@ RecordingSource recordingOf(const CommandLine& line) {
     };
     source.isStrict = line.isSet("strict");
     source.window = windowOf(line);
+    const double offset = line.value<double>("offset");
+    source.correction = line.isSet("correction") ? LevelCorrection(offset, line.text("correction"))
+                                                 : LevelCorrection(offset);
     return source;
 }
 
