@@ -37,26 +37,27 @@ std::optional<int> nearestPoint(const FrequencyAxis& axis, double frequency) {
     return static_cast<int>(nearest - axis.points.begin());
 }
 
-int pointOf(const MarkerRequest& request, const Recording& recording, std::size_t points) {
+int pointOf(const MarkerRequest& request, const FrequencyAxis& axis, std::size_t points,
+            const QString& file) {
     const auto fail = [&](const std::string& what) {
-        return recording.error("marker " + request.name + ": " + what);
+        return InputError(file, "marker " + request.name + ": " + what);
     };
     if (request.point) {
         if (static_cast<std::size_t>(*request.point) >= points) {
             throw fail("the points of the recording are 0 to " + std::to_string(points - 1) +
-                       (recording.hasFrequencies()
+                       (!axis.points.empty()
                             ? "; a frequency has a unit: " + std::to_string(*request.point) + "MHz"
                             : ""));
         }
         return *request.point;
     }
-    if (!recording.hasFrequencies()) {
+    if (axis.points.empty()) {
         throw fail("the recording holds no frequencies; name a point, 0 to " +
                    std::to_string(points - 1));
     }
-    const auto nearest = nearestPoint(recording.axis(), *request.frequency);
+    const auto nearest = nearestPoint(axis, *request.frequency);
     if (!nearest) {
-        throw fail("the recording reaches " + describe(recording.axis().bands));
+        throw fail("the recording reaches " + describe(axis.bands));
     }
     return *nearest;
 }
@@ -68,19 +69,20 @@ bool isAlsoFrequency(const MarkerRequest& request, const FrequencyAxis& axis) {
 }
 
 std::vector<Marker> placeMarkers(const std::vector<MarkerRequest>& requests,
-                                 const Recording& recording, std::size_t points) {
+                                 const FrequencyAxis& axis, std::size_t points,
+                                 const QString& file) {
     std::vector<Marker> markers;
     markers.reserve(requests.size());
     for (const MarkerRequest& request : requests) {
-        markers.push_back({request.name, pointOf(request, recording, points)});
+        markers.push_back({request.name, pointOf(request, axis, points, file)});
     }
     return markers;
 }
 
 std::vector<Marker> moveMarkers(const std::vector<MarkerRequest>& requests,
-                                const std::vector<Marker>& placed, const Recording& recording) {
-    const std::vector<std::size_t>& former = recording.formerPoints();
-    std::vector<Marker> markers = placeMarkers(requests, recording, former.size());
+                                const std::vector<Marker>& placed, const FrequencyAxis& axis,
+                                const std::vector<std::size_t>& former, const QString& file) {
+    std::vector<Marker> markers = placeMarkers(requests, axis, former.size(), file);
     for (std::size_t i = 0; i < requests.size(); ++i) {
         if (requests[i].point) {
             const auto point =

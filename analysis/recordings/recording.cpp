@@ -10,39 +10,6 @@
 
 namespace rfu {
 
-namespace {
-
-/// Of each point of some hops its place among those of an axis.
-/// @return nothing where a hop is not one of the axis
-std::optional<std::vector<std::size_t>> placesOf(const FrequencyAxis& part,
-                                                 const FrequencyAxis& axis) {
-    std::vector<std::size_t> places;
-    places.reserve(part.points.size());
-    std::size_t first = 0;
-    auto hop = axis.hops.begin();
-    for (const Hop& wanted : part.hops) {
-        for (; hop != axis.hops.end() && !(*hop == wanted); ++hop) {
-            first += hop->points();
-        }
-        if (hop == axis.hops.end()) {
-            return std::nullopt;
-        }
-        for (std::size_t i = 0; i < wanted.points(); ++i) {
-            places.push_back(first + i);
-        }
-    }
-    return places;
-}
-
-/// The first hop of an axis that another one lacks.
-const Hop& hopBeyond(const FrequencyAxis& axis, const FrequencyAxis& other) {
-    return *std::find_if(axis.hops.begin(), axis.hops.end(), [&other](const Hop& hop) {
-        return std::find(other.hops.begin(), other.hops.end(), hop) == other.hops.end();
-    });
-}
-
-}  // namespace
-
 QStringList RecordingSource::inputs() const {
     return correction.file().isEmpty() ? files : files + QStringList(correction.file());
 }
@@ -128,7 +95,7 @@ void Recording::look() {
         }
         parts_.push_back(std::move(*part));
     }
-    requireOneSetting();
+    chooseAxis();
     std::stable_sort(parts_.begin(), parts_.end(), [](const Part& a, const Part& b) {
         return !a.time.empty() && microsecondsOf(a.time) < microsecondsOf(b.time);
     });
@@ -145,7 +112,7 @@ std::optional<Recording::Part> Recording::lookInto(const QString& file) {
         reader_.reset();
         return std::nullopt;
     }
-    Part part{file, nullptr, std::nullopt, sweep.time, sweep.levels.size(), reader->axis()};
+    Part part{{file, sweep.time, sweep.levels.size(), reader->axis()}, nullptr, std::nullopt};
     if (isOpenedOnce) {
         part.reader = std::move(reader);
         part.first = std::move(sweep);
@@ -153,26 +120,12 @@ std::optional<Recording::Part> Recording::lookInto(const QString& file) {
     return part;
 }
 
-void Recording::requireOneSetting() {
+void Recording::chooseAxis() {
     const Part& most = *std::max_element(
         parts_.begin(), parts_.end(),
         [](const Part& a, const Part& b) { return a.axis.hops.size() < b.axis.hops.size(); });
     for (const Part& part : parts_) {
-        const std::string other = most.file.toStdString();
-        if (part.time.empty() != most.time.empty()) {
-            throw InputError(part.file,
-                             "holds traces without frequencies, while " + other + " holds sweeps");
-        }
-        if (part.time.empty() && part.levels != most.levels) {
-            throw InputError(part.file, "has traces of " + std::to_string(part.levels) +
-                                            " levels, while " + other + " has traces of " +
-                                            std::to_string(most.levels));
-        }
-        if (!placesOf(part.axis, most.axis)) {
-            throw InputError(part.file, "is of another receiver setting than " + other +
-                                            ", which lacks the hop " +
-                                            describe(hopBeyond(part.axis, most.axis)));
-        }
+        requireOneSetting(part, most);
     }
     whole_ = most.axis;
 }
@@ -184,7 +137,9 @@ bool Recording::openNext() {
         return false;
     }
     Part& part = parts_[part_++];
-    requireOrder(part);
+    if (part_ > 1) {
+        requireOrder(part, parts_[part_ - 2].file, lastTime_);
+    }
     const bool isOpen = part.reader != nullptr;
     isChosen_ = false;
     reader_ = isOpen ? std::move(part.reader) : openToRead(part.file);
@@ -194,15 +149,6 @@ bool Recording::openNext() {
     }
     sweeps_ = 0;
     return true;
-}
-
-/// A file's first sweep may not be earlier than the last one of the file before.
-void Recording::requireOrder(const Part& part) const {
-    if (!lastTime_.empty() && microsecondsOf(part.time) < microsecondsOf(lastTime_)) {
-        throw InputError(part.file, "begins at " + part.time + ", before " +
-                                        parts_[part_ - 2].file.toStdString() + " ends at " +
-                                        lastTime_);
-    }
 }
 
 bool Recording::nextOfFile(Sweep& sweep) {

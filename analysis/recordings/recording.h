@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "analysis/recordings/levelCorrection.h"
+#include "analysis/recordings/receiverSetting.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/recordings/window.h"
 #include "analysis/support/inputError.h"
@@ -76,13 +77,9 @@ public:
     InputError error(const std::string& problem) const { return {files().first(), problem}; }
 
 private:
-    struct Part {
-        QString file;
+    struct Part : RecordingPart {
         std::unique_ptr<SweepReader> reader;  // where it cannot be opened again
         std::optional<Sweep> first;           // of that reader
-        std::string time;                     // of its first sweep
-        std::size_t levels;                   // of its first sweep
-        FrequencyAxis axis;
     };
 
     std::unique_ptr<SweepReader> open(const QString& file, bool isTold, SweepChoice* choice);
@@ -92,7 +89,7 @@ private:
     void finishFile();
     void look();
     std::optional<Part> lookInto(const QString& file);
-    void requireOneSetting();
+    void chooseAxis();
     bool begin();
     bool readHeads(const QString& file, Window& window, std::string& lastTime);
     bool openNext();
@@ -101,7 +98,6 @@ private:
     bool nextOfAll(Sweep& sweep);
     bool nextOfWindow(Sweep& sweep);
     bool nextOfLast(Sweep& sweep);
-    void requireOrder(const Part& part) const;
     void arrange(Sweep& sweep) const;
     void correctLevels(Sweep& sweep);
     bool isWanted(const Sweep& sweep);

@@ -164,7 +164,8 @@ public:
                 if (mask_) {
                     requireFrequencies(recording_);
                 }
-                markers_ = placeMarkers(options_.markers, recording_, sweep.levels.size());
+                markers_ = placeMarkers(options_.markers, recording_.axis(), sweep.levels.size(),
+                                        recording_.files().first());
                 noteNumbers();
             } else if (recording_.hasGrown()) {
                 grow();
@@ -266,7 +267,8 @@ private:
                 "a sweep has hops that the first one lacked; their points are added"));
         }
         const std::vector<std::size_t>& former = recording_.formerPoints();
-        const std::vector<Marker> moved = moveMarkers(options_.markers, markers_, recording_);
+        const std::vector<Marker> moved = moveMarkers(options_.markers, markers_, recording_.axis(),
+                                                      former, recording_.files().first());
         std::vector<std::size_t> formerColumns;
         for (std::size_t i = 0; i < moved.size(); ++i) {
             const bool isSamePoint = former[static_cast<std::size_t>(moved[i].point)] ==

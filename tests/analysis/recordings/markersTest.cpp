@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <support/tempFiles.h>
 
+#include "analysis/recordings/recording.h"
 #include "analysis/support/inputError.h"
 #include "hopLines.h"
 
@@ -18,7 +19,8 @@ std::string placed(const std::string& bytes, const MarkerRequest& request) {
     rfu::Sweep sweep;
     EXPECT_TRUE(reader.next(sweep));
     try {
-        const auto markers = placeMarkers({request}, reader, sweep.levels.size());
+        const auto markers =
+            placeMarkers({request}, reader.axis(), sweep.levels.size(), reader.files().first());
         EXPECT_EQ(markers.size(), 1U);
         EXPECT_EQ(markers[0].name, request.name);
         return std::to_string(markers[0].point);
