@@ -20,6 +20,15 @@ std::vector<double> binEnds(const FrequencyAxis& axis) {
     return ends;
 }
 
+std::vector<std::size_t> firstPointsOf(const FrequencyAxis& axis) {
+    std::vector<std::size_t> points;
+    points.reserve(axis.bands.size());
+    for (const FrequencyAxis::Band& band : axis.bands) {
+        points.push_back(band.firstPoint);
+    }
+    return points;
+}
+
 std::string describe(const std::vector<FrequencyAxis::Band>& bands) {
     constexpr std::size_t kMaxBands = 8;
     std::string text;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,9 @@ namespace rfu {
 /// where the band ends. Ascending within a band, so that no two bins share a frequency: a bin that the
 /// next hop covers is empty.
 std::vector<double> binEnds(const FrequencyAxis& axis);
+
+/// The first point of each band.
+std::vector<std::size_t> firstPointsOf(const FrequencyAxis& axis);
 
 /// "from 88 MHz to 108 MHz and from 400 MHz to 500 MHz"
 std::string describe(const std::vector<FrequencyAxis::Band>& bands);

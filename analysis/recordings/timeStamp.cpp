@@ -74,6 +74,10 @@ std::int64_t microsecondsOf(std::string_view stamp) {
     return microsecondsOf(stamp.substr(0, kDate.size()), stamp.substr(kDate.size() + 1));
 }
 
+int hourOf(std::string_view stamp) {
+    return digitsAt(stamp, kDate.size() + 1, 2);
+}
+
 std::string dateText(std::int64_t microseconds) {
     return QDate::fromJulianDay(microseconds / kMicrosecondsPerDay)
         .toString(Qt::ISODate)

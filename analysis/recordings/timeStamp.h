@@ -25,6 +25,9 @@ std::int64_t microsecondsOf(std::string_view date, std::string_view time);
 /// The same of a date and a time with a blank between them, as a Sweep has them.
 std::int64_t microsecondsOf(std::string_view stamp);
 
+/// The hour of day of such a stamp, from 0 to 23.
+int hourOf(std::string_view stamp);
+
 inline constexpr std::int64_t kMicrosecondsPerSecond = 1000000;
 inline constexpr std::int64_t kMicrosecondsPerDay = 86400 * kMicrosecondsPerSecond;
 

@@ -132,6 +132,21 @@ std::size_t LevelHistory::bytesHeld() const {
     return sweepsHeld_ * (points_ * sizeof(PackedLevel) + kBytesOfTime);
 }
 
+void LevelHistory::forEachSweep(
+    const std::function<void(const std::vector<PackedLevel>& levels)>& use) const {
+    std::vector<PackedLevel> levels(points_);
+    for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
+        for (std::size_t sweep = 0; sweep < pieces_[piece].sweeps; ++sweep) {
+            auto to = levels.begin();
+            for (const Panel& panel : panels_) {
+                to =
+                    std::copy_n(panel.pieces[piece].get() + sweep * panel.points, panel.points, to);
+            }
+            use(levels);
+        }
+    }
+}
+
 /// The levels of a point in a piece.
 void LevelHistory::copyPoint(std::size_t point, std::size_t piece, PackedLevel* codes) const {
     const Panel& panel = panels_[point / kPanel];

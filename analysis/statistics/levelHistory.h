@@ -28,6 +28,12 @@ public:
     std::size_t points() const { return points_; }
     std::size_t sweeps() const { return sweeps_; }
 
+    /// Memory of the levels that are held, and of their times.
+    std::size_t bytesHeld() const;
+
+    /// Calls use(levels) with the levels of each sweep, from the oldest on. @pre all are held
+    void forEachSweep(const std::function<void(const std::vector<PackedLevel>& levels)>& use) const;
+
     /// The smallest level not below this one that above() tells apart: a multiple of 0.05 dB.
     static double onGrid(double level);
 
@@ -71,7 +77,6 @@ private:
 
     void begin(std::size_t points);
     void beginPiece();
-    std::size_t bytesHeld() const;
     void drain();
     void drain(std::size_t panel);
     void settle();

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "analysis/recordings/bins.h"
 #include "analysis/statistics/runs.h"
 #include "analysis/support/frequencyTable.h"
 #include "analysis/support/inputError.h"
@@ -32,14 +33,6 @@ double excessOf(double level, double limit, bool isUpper, double decibelsPerDeca
     const double above =
         decibelsPerDecade > 0.0 ? decibelsPerDecade * std::log10(level / limit) : level - limit;
     return isUpper ? above : -above;
-}
-
-std::vector<std::size_t> firstPointsOf(const FrequencyAxis& axis) {
-    std::vector<std::size_t> points;
-    for (const FrequencyAxis::Band& band : axis.bands) {
-        points.push_back(band.firstPoint);
-    }
-    return points;
 }
 
 }  // namespace

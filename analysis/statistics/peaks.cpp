@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "analysis/recordings/bins.h"
 #include "analysis/statistics/gammaNoise.h"
 #include "analysis/statistics/noiseFloor.h"
 #include "analysis/statistics/runs.h"
@@ -87,10 +88,7 @@ void PeakFinder::add(const Sweep& sweep) {
 
 std::vector<Signal> PeakFinder::find(const FrequencyAxis& axis, const std::vector<bool>& isLeftOut,
                                      const PeakOptions& options) {
-    std::vector<std::size_t> bands;
-    for (const FrequencyAxis::Band& band : axis.bands) {
-        bands.push_back(band.firstPoint);
-    }
+    const std::vector<std::size_t> bands = firstPointsOf(axis);
     std::vector<double> medians = history_.medians();
     std::vector<PointStatistics> statistics;
     long long cells = 0;

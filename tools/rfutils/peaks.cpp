@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "analysis/recordings/spurs.h"
-#include "analysis/statistics/noiseFloor.h"
 #include "analysis/statistics/peaks.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "recordings/checkedValues.h"
 #include "recordings/levelView.h"
 #include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
@@ -25,28 +25,13 @@ namespace rfu::command {
 
 namespace {
 
-constexpr int kMaxWindow = 1000000;
-
-double positive(const CommandLine& line, const char* name) {
-    const double value = line.value<double>(name);
-    if (value <= 0.0) {
-        throw UsageError(std::string("--") + name + " has to be above zero");
-    }
-    return value;
-}
-
 PeakOptions optionsOf(const CommandLine& line) {
     PeakOptions options;
     if (line.isSet("above")) {
-        options.above = positive(line, "above");
+        options.above = positiveOf(line, "above");
     }
-    options.widthAt = positive(line, "width-at");
-    const int window = line.value<int>("window");
-    if (window < static_cast<int>(kMinWindow) || window > kMaxWindow) {
-        throw UsageError("--window takes " + std::to_string(kMinWindow) + " to " +
-                         std::to_string(kMaxWindow) + " points");
-    }
-    options.window = static_cast<std::size_t>(window);
+    options.widthAt = positiveOf(line, "width-at");
+    options.window = floorWindowOf(line);
     return options;
 }
 

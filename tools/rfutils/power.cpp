@@ -10,6 +10,7 @@
 #include "analysis/statistics/channelPower.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "recordings/checkedValues.h"
 #include "recordings/levelView.h"
 #include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
@@ -34,7 +35,6 @@ constexpr double kWholePercent = 100.0;
 constexpr int kNeighbours = 2;  // to each side
 // Text is written in pieces, so that a long series takes little memory.
 constexpr long long kSweepsAtOnce = 1000;
-constexpr std::size_t kMaxNamed = 4;  // channels in a note
 
 double shareOf(const CommandLine& line) {
     const double percent = line.value<double>("share");
@@ -44,20 +44,8 @@ double shareOf(const CommandLine& line) {
     return percent / kWholePercent;
 }
 
-double enbwOf(const CommandLine& line) {
-    const double bins = line.value<double>("enbw");
-    if (!(bins > 0.0)) {
-        throw UsageError("--enbw has to be above zero");
-    }
-    return bins;
-}
-
 std::optional<double> spacingOf(const CommandLine& line) {
-    const auto spacing = line.find<double>("spacing");
-    if (spacing && !(*spacing > 0.0)) {
-        throw UsageError("--spacing has to be above zero");
-    }
-    return spacing;
+    return line.isSet("spacing") ? std::optional(positiveOf(line, "spacing")) : std::nullopt;
 }
 
 struct PowerOptions {
@@ -65,7 +53,7 @@ struct PowerOptions {
         : source(recordingOf(line)),
           asked(line.values<FrequencyRange>("channel")),
           spacing(spacingOf(line)),
-          figures{shareOf(line), enbwOf(line)},
+          figures{shareOf(line), positiveOf(line, "enbw")},
           isSeries(line.isSet("series")),
           view(levelViewOf(line)),
           format(line.format()) {
@@ -107,23 +95,16 @@ double shifted(double frequency, double shift) {
     return std::round((frequency + shift) * kMillihertz) / kMillihertz;
 }
 
-std::string rangeText(const FrequencyRange& range) {
-    return std::string(ShortestText(range.low).view()) + " to " + megahertzText(range.high);
-}
-
-/// The names of the channels that are meant; empty where none is.
+/// The ranges of the channels that are meant.
 template <typename IsMeant>
-std::string namesOf(const std::deque<ShownChannel>& channels, IsMeant isMeant) {
-    std::string names;
-    std::size_t count = 0;
+std::vector<FrequencyRange> rangesOf(const std::deque<ShownChannel>& channels, IsMeant isMeant) {
+    std::vector<FrequencyRange> ranges;
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        if (isMeant(i) && ++count <= kMaxNamed) {
-            names += (names.empty() ? "" : ", ") + rangeText(channels[i].range);
+        if (isMeant(i)) {
+            ranges.push_back(channels[i].range);
         }
     }
-    return count > kMaxNamed
-               ? names + " and " + std::to_string(count - kMaxNamed) + " more channels"
-               : names;
+    return ranges;
 }
 
 /// The channels of a recording while it is read.
@@ -246,19 +227,18 @@ private:
 
     void printNotes() const {
         standardOutput().flush();  // the notes follow the table
-        const auto notes = [this](const std::string& names, const std::string& what) {
-            if (!names.empty()) {
-                printNote(recording_.error(names + ": " + what).message());
-            }
+        const auto notes = [this](const std::vector<FrequencyRange>& ranges,
+                                  const std::string& what) {
+            noteChannels(recording_, ranges, what);
         };
-        notes(namesOf(channels_, [this](std::size_t i) { return !powers_->isCovered(i); }),
+        notes(rangesOf(channels_, [this](std::size_t i) { return !powers_->isCovered(i); }),
               "the recording reaches " + describe(recording_.axis().bands));
-        notes(namesOf(channels_,
-                      [this](std::size_t i) {
-                          return powers_->isCovered(i) && !powers_->mean(i).has_value();
-                      }),
+        notes(rangesOf(channels_,
+                       [this](std::size_t i) {
+                           return powers_->isCovered(i) && !powers_->mean(i).has_value();
+                       }),
               "no sweep measured all points there");
-        notes(namesOf(channels_, [this](std::size_t i) { return powers_->hasHopBorder(i); }),
+        notes(rangesOf(channels_, [this](std::size_t i) { return powers_->hasHopBorder(i); }),
               "the receiver's hops meet within, and its roll-off there is not corrected");
         if (options_.format == Format::Text && (options_.isSeries || options_.spacing)) {
             printNote(std::string("the occupied band") + (options_.isSeries ? "" : "'s bounds") +

@@ -11,6 +11,7 @@ extern const Subcommand kDd;
 extern const Subcommand kDms;
 extern const Subcommand kFreq;
 extern const Subcommand kMask;
+extern const Subcommand kOccupancy;
 extern const Subcommand kPeaks;
 extern const Subcommand kPower;
 extern const Subcommand kProfile;
@@ -26,7 +27,8 @@ extern const Subcommand kWidth;
 
 /// In the order of the overview.
 inline constexpr const Subcommand* kSubcommands[] = {
-    &kConvert,   &kUnits, &kScale, &kFreq, &kWidth,  &kRange,   &kCatalogue, &kSetups, &kTrace,
-    &kWaterfall, &kPeaks, &kPower, &kMask, &kRaster, &kProfile, &kTab,       &kDms,    &kDd};
+    &kConvert, &kUnits,   &kScale,     &kFreq,  &kWidth,     &kRange, &kCatalogue,
+    &kSetups,  &kTrace,   &kWaterfall, &kPeaks, &kOccupancy, &kPower, &kMask,
+    &kRaster,  &kProfile, &kTab,       &kDms,   &kDd};
 
 }  // namespace rfu::command

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 
+#include "analysis/recordings/bins.h"
 #include "support/units.h"
 
 namespace rfu::command {
@@ -32,9 +33,7 @@ TracePlot plotOf(const FrequencyAxis& axis, const std::vector<PointTally>& talli
         plot.average.push_back(shown(statistics.average));
         plot.minimum.push_back(shown(statistics.minimum));
     }
-    for (const FrequencyAxis::Band& band : axis.bands) {
-        plot.breaks.push_back(band.firstPoint);
-    }
+    plot.breaks = firstPointsOf(axis);
     return plot;
 }
 

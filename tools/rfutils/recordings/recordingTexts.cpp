@@ -1,6 +1,8 @@
 #include "recordings/recordingTexts.h"
 
 #include <QFileInfo>
+#include <algorithm>
+#include <cstddef>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
@@ -27,6 +29,26 @@ std::string titleOf(const QStringList& files, long long sweeps) {
     const std::string others =
         files.size() > 1 ? " and " + std::to_string(files.size() - 1) + " more" : "";
     return name + others + ", " + std::to_string(sweeps) + (sweeps == 1 ? " sweep" : " sweeps");
+}
+
+std::string rangeText(const FrequencyRange& range) {
+    return std::string(ShortestText(range.low).view()) + " to " + megahertzText(range.high);
+}
+
+void noteChannels(const Recording& recording, const std::vector<FrequencyRange>& channels,
+                  const std::string& what) {
+    constexpr std::size_t kMaxNamed = 4;
+    if (channels.empty()) {
+        return;
+    }
+    std::string names;
+    for (std::size_t i = 0; i < std::min(channels.size(), kMaxNamed); ++i) {
+        names += (i == 0 ? "" : ", ") + rangeText(channels[i]);
+    }
+    if (channels.size() > kMaxNamed) {
+        names += " and " + std::to_string(channels.size() - kMaxNamed) + " more channels";
+    }
+    printNote(recording.error(names + ": " + what).message());
 }
 
 void requireSweeps(const Recording& recording, long long sweeps) {

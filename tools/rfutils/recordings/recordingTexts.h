@@ -2,8 +2,10 @@
 
 #include <QStringList>
 #include <string>
+#include <vector>
 
 #include "analysis/recordings/recording.h"
+#include "analysis/support/numbers.h"
 
 namespace rfu::command {
 
@@ -14,6 +16,13 @@ std::string bandsText(const FrequencyAxis& axis);
 
 /// "fm_band.csv, 240 sweeps" or "fm_1.csv and 2 more, 240 sweeps", for a picture.
 std::string titleOf(const QStringList& files, long long sweeps);
+
+/// "98.2 to 98.4 MHz"
+std::string rangeText(const FrequencyRange& range);
+
+/// Notes something on channels of a recording, of which it names a few; nothing without any.
+void noteChannels(const Recording& recording, const std::vector<FrequencyRange>& channels,
+                  const std::string& what);
 
 /// To be called at the end of a recording. @throw Failure where reading ended before there was a sweep
 void requireSweeps(const Recording& recording, long long sweeps);

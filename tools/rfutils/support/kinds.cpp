@@ -61,6 +61,16 @@ std::optional<double> parseDecibels(std::string_view text) {
     return parseNumberOf("dB", text);
 }
 
+std::optional<Quantity> parseQuantity(std::string_view text) {
+    const auto split = splitValue(text);
+    if (!split) {
+        return std::nullopt;
+    }
+    const rfu::Unit& unit = unitToRead(split->unit.empty() ? "dBm" : split->unit);
+    requireLevel(unit, split->value);
+    return Quantity{split->value, &unit};
+}
+
 template <auto parse>
 std::optional<Value> readBy(std::string_view text) {
     const auto value = parse(text);
@@ -91,6 +101,8 @@ constexpr Reader kReaders[] = {
     {Kind::Pair,      "two numbers such as 47.5,8.2",                         readBy<parsePair<QPointF, parseNumber>>},
     {Kind::Range,     "a number and a larger one such as -100:-30",           readBy<parseRange>},
     {Kind::Spur,      "a range such as 98.3MHz:50kHz or hops:50kHz",          readBy<parseSpur>},
+    {Kind::Quantity,  "a level such as -60dBm, 47dBuV or a number of dBm",    readBy<parseQuantity>},
+    {Kind::Channels,  "channels such as 446MHz:12.5kHz:16",                   readBy<parseChannelRaster>},
 };
 // clang-format on
 

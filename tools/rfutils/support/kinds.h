@@ -6,6 +6,7 @@
 #include <string_view>
 #include <variant>
 
+#include "analysis/recordings/channels.h"
 #include "analysis/recordings/markers.h"
 #include "analysis/recordings/spurs.h"
 #include "analysis/recordings/window.h"
@@ -24,10 +25,16 @@ struct NumberRange {
     double high;
 };
 
+/// A number in a unit.
+struct Quantity {
+    double value;
+    const rfu::Unit* unit;
+};
+
 /// A value by its kind: Number, Level, Gain, Decibels, Percent and Frequency (MHz) are double, Integer
 /// is int, Cell is QPoint, Pair is QPointF, Range is NumberRange.
 using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint, QPointF,
-                           NumberRange, FrequencyRange, Spur, WindowTime>;
+                           NumberRange, FrequencyRange, Spur, WindowTime, Quantity, ChannelRaster>;
 
 /// Whether readValue() reads the kind; values of the others stay texts.
 bool isRead(Kind kind);

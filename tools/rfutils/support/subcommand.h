@@ -28,11 +28,13 @@ enum class Kind {
     Percent,
     Unit,  ///< a unit that levels can be shown in
     Format,
-    Marker,  ///< a frequency or the number of a point
-    Cell,    ///< a column and a row
-    Pair,    ///< two numbers
-    Range,   ///< a number and a larger one
-    Spur,    ///< a frequency or the hops, and a width
+    Marker,    ///< a frequency or the number of a point
+    Cell,      ///< a column and a row
+    Pair,      ///< two numbers
+    Range,     ///< a number and a larger one
+    Spur,      ///< a frequency or the hops, and a width
+    Quantity,  ///< a number with the unit of a level, or of dBm
+    Channels,  ///< where the first channel begins, the distance of two, and how many
 };
 
 struct Option {

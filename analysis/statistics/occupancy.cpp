@@ -1,0 +1,185 @@
+#include "analysis/statistics/occupancy.h"
+
+#include <rfUtils/trace/traceRssiBuffer.h>
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <limits>
+
+#include "analysis/recordings/bins.h"
+#include "analysis/recordings/timeStamp.h"
+#include "analysis/statistics/noiseFloor.h"
+
+namespace rfu {
+
+namespace {
+
+// A part with less of the memory tells its floor worse than the one before it.
+constexpr std::size_t kLeastPart = 8;
+
+/// The largest code that does not lie above a level.
+PackedLevel packedThreshold(double level) {
+    constexpr double kRounding = 1e-6;  // of a code: a sum like -89.9 + 0.1 counts as -89.8
+    constexpr double kMost = std::numeric_limits<PackedLevel>::max();
+    if (std::isnan(level)) {
+        return std::numeric_limits<PackedLevel>::max();
+    }
+    const double code = std::floor(level * kPackedPerDecibel + kRounding);
+    return static_cast<PackedLevel>(std::min(std::max(code, -kMost), kMost));
+}
+
+}  // namespace
+
+ShareInterval wilsonInterval(const OccupancyCount& count) {
+    constexpr double kZ = 1.96;
+    const auto samples = static_cast<double>(count.samples);
+    const auto occupied = static_cast<double>(count.occupied);
+    const double all = samples + kZ * kZ;
+    const double middle = occupied + kZ * kZ / 2.0;
+    const double half = kZ * std::sqrt(occupied * (samples - occupied) / samples + kZ * kZ / 4.0);
+    return {count.occupied == 0 ? 0.0 : (middle - half) / all,
+            count.occupied == count.samples ? 1.0 : (middle + half) / all};
+}
+
+void OccupancyCounts::merge(const OccupancyCounts& other) {
+    channels.resize(std::max(channels.size(), other.channels.size()));
+    for (std::size_t i = 0; i < other.channels.size(); ++i) {
+        channels[i].merge(other.channels[i]);
+    }
+    cells.merge(other.cells);
+    sweeps += other.sweeps;
+    thresholds += other.thresholds;
+}
+
+double OccupancyCounts::resourceShare() const {
+    double sum = 0.0;
+    for (const OccupancyCount& channel : channels) {
+        sum += channel.samples > 0 ? channel.share() : 0.0;
+    }
+    return sum / static_cast<double>(measuredChannels());
+}
+
+std::size_t OccupancyCounts::measuredChannels() const {
+    return static_cast<std::size_t>(
+        std::count_if(channels.begin(), channels.end(),
+                      [](const OccupancyCount& channel) { return channel.samples > 0; }));
+}
+
+Occupancy::Occupancy(const FrequencyAxis& axis, std::vector<Channel> channels,
+                     OccupancyOptions options, std::size_t maxBytes)
+    : axis_(axis),
+      channels_(std::move(channels)),
+      options_(std::move(options)),
+      maxBytes_(maxBytes),
+      band_(std::find_if(channels_.begin(), channels_.end(), std::mem_fn(&Channel::isRecorded))
+                ->range),
+      measured_(axis.points.size() + 1, 0),
+      above_(axis.points.size() + 1, 0) {
+    const ChannelPlacer placer(axis);
+    for (const bool isUsable : placer.usable()) {
+        isUsable_.push_back(isUsable ? 1 : 0);
+    }
+    for (const Channel& channel : channels_) {
+        if (channel.isRecorded()) {
+            band_.low = std::min(band_.low, channel.range.low);
+            band_.high = std::max(band_.high, channel.range.high);
+        }
+        bins_.push_back(static_cast<std::int32_t>(
+            std::count(isUsable_.begin() + static_cast<std::ptrdiff_t>(channel.firstPoint),
+                       isUsable_.begin() + static_cast<std::ptrdiff_t>(channel.endPoint), 1)));
+    }
+    bandPoints_ = placer.pointsIn(band_);
+    // A level that was not measured lies above nothing.
+    for (double& limit : options_.limits) {
+        limit = std::max(limit, traceRssiBuffer::kNoMeasurement);
+    }
+    threshold_ = options_.limits.empty() ? 0.0 : meanThreshold(options_.limits);
+}
+
+double Occupancy::meanThreshold(const std::vector<double>& thresholds) const {
+    double sum = 0.0;
+    long long count = 0;
+    for (std::size_t i = bandPoints_.first; i < bandPoints_.second; ++i) {
+        if (!std::isnan(thresholds[i])) {
+            sum += thresholds[i];
+            ++count;
+        }
+    }
+    return count == 0 ? 0.0 : sum / static_cast<double>(count);
+}
+
+OccupancyCounts& Occupancy::countsOf(int hour) {
+    OccupancyCounts& counts = counts_[hour];
+    counts.channels.resize(channels_.size());
+    return counts;
+}
+
+template <typename Level>
+void Occupancy::count(const Level* levels, Level notMeasured, const std::vector<Level>& thresholds,
+                      OccupancyCounts& counts) {
+    std::int32_t measured = 0;
+    std::int32_t above = 0;
+    for (std::size_t i = 0; i < isUsable_.size(); ++i) {
+        measured += int{levels[i] != notMeasured} & isUsable_[i];
+        above += int{levels[i] > thresholds[i]} & isUsable_[i];
+        measured_[i + 1] = measured;
+        above_[i + 1] = above;
+    }
+    for (std::size_t i = 0; i < channels_.size(); ++i) {
+        const Channel& channel = channels_[i];
+        const bool isWhole =
+            channel.isRecorded() &&
+            measured_[channel.endPoint] - measured_[channel.firstPoint] == bins_[i];
+        const bool isAbove = above_[channel.endPoint] != above_[channel.firstPoint];
+        counts.channels[i].samples += int{isWhole};
+        counts.channels[i].occupied += int{isWhole && isAbove};
+    }
+    counts.cells.samples += measured_[bandPoints_.second] - measured_[bandPoints_.first];
+    counts.cells.occupied += above_[bandPoints_.second] - above_[bandPoints_.first];
+    ++counts.sweeps;
+    counts.thresholds += threshold_;
+}
+
+void Occupancy::add(const Sweep& sweep) {
+    const int hour = options_.isByHour ? hourOf(sweep.time) : kAllHours;
+    if (!options_.limits.empty()) {
+        count(sweep.levels.data(), traceRssiBuffer::kNoMeasurement, options_.limits,
+              countsOf(hour));
+        return;
+    }
+    history_.add(sweep);
+    hours_.push_back(hour);
+    if (history_.bytesHeld() >= maxBytes_) {
+        judgePart();
+    }
+}
+
+/// Counts the sweeps that are held.
+void Occupancy::judgePart() {
+    if (packedThresholds_.empty() || history_.bytesHeld() >= maxBytes_ / kLeastPart) {
+        std::vector<double> thresholds =
+            noiseFloor(history_.medians(), firstPointsOf(axis_), options_.window).levels;
+        packedThresholds_.clear();
+        for (double& threshold : thresholds) {
+            threshold += options_.above;
+            packedThresholds_.push_back(packedThreshold(threshold));
+        }
+        threshold_ = meanThreshold(thresholds);
+        ++parts_;
+    }
+    std::size_t sweep = 0;
+    history_.forEachSweep([&](const std::vector<PackedLevel>& levels) {
+        count(levels.data(), kNotMeasured, packedThresholds_, countsOf(hours_[sweep++]));
+    });
+    history_ = LevelHistory();
+    hours_.clear();
+}
+
+const HourlyOccupancy& Occupancy::finish() {
+    if (!hours_.empty()) {
+        judgePart();
+    }
+    return counts_;
+}
+
+}  // namespace rfu
