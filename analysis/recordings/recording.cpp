@@ -22,25 +22,32 @@ Recording::Recording(RecordingSource source) : source_(std::move(source)), windo
     }
 }
 
-/// @param isTold whether broken lines count; the others are those of a file that is looked into
-std::unique_ptr<SweepReader> Recording::open(const QString& file, bool isTold,
+std::unique_ptr<SweepReader> Recording::open(const QString& file, Reading reading,
                                              SweepChoice* choice) {
     std::function<void(const InputError&)> onBrokenLine;
     if (!source_.isStrict) {
-        onBrokenLine = [this, isTold](const InputError& error) {
+        onBrokenLine = [this, isTold = reading == Reading::Whole](const InputError& error) {
             if (isTold) {
                 tellBrokenLine(error);
             }
         };
     }
-    return std::make_unique<SweepReader>(file, source_.isLive ? 1 : kLearnedSweeps, source_.waiting,
-                                         std::move(onBrokenLine), source_.isLive, choice);
+    Waiting waiting = source_.waiting;
+    if (source_.onRead && reading != Reading::Beginning) {
+        waiting.after = [this](std::size_t bytes) {
+            read_ += static_cast<std::int64_t>(bytes);
+            source_.onRead(read_, all_);
+        };
+    }
+    return std::make_unique<SweepReader>(file, source_.isLive ? 1 : kLearnedSweeps,
+                                         std::move(waiting), std::move(onBrokenLine),
+                                         source_.isLive, choice);
 }
 
 /// Opens a file whose sweeps come next.
 std::unique_ptr<SweepReader> Recording::openToRead(const QString& file) {
     isChosen_ = !source_.isLive && !window_.options().takesAll();
-    return open(file, true, isChosen_ ? &window_ : nullptr);
+    return open(file, Reading::Whole, isChosen_ ? &window_ : nullptr);
 }
 
 void Recording::tellBrokenLine(const InputError& error) {
@@ -104,7 +111,7 @@ void Recording::look() {
 /// @return nothing where reading is stopped
 std::optional<Recording::Part> Recording::lookInto(const QString& file) {
     const bool isOpenedOnce = file == kStandardInput;
-    auto reader = open(file, isOpenedOnce, nullptr);
+    auto reader = open(file, isOpenedOnce ? Reading::Whole : Reading::Beginning, nullptr);
     Sweep sweep;
     if (!reader->next(sweep)) {
         reader_ = std::move(reader);
@@ -331,7 +338,7 @@ void Recording::requireSweep() const {
 /// @param lastTime of its last sweep
 /// @return false where reading is stopped
 bool Recording::readHeads(const QString& file, Window& window, std::string& lastTime) {
-    const auto reader = open(file, false, &window);
+    const auto reader = open(file, Reading::Heads, &window);
     Sweep sweep;
     while (reader->next(sweep)) {
         window.begin(0);  // of a trace; those without times are handed out
@@ -341,46 +348,71 @@ bool Recording::readHeads(const QString& file, Window& window, std::string& last
     return !isStopped_;
 }
 
+/// Tells the window when the recording ends.
+/// @return false where reading is stopped
+bool Recording::findEnd(const QString& lastFile) {
+    if (!sizeOfRegular(lastFile)) {
+        throw InputError(lastFile,
+                         "a time before the end needs a regular file, which is read twice");
+    }
+    Window none = window_;
+    none.skipAll();
+    std::string time;
+    if (!readHeads(lastFile, none, time)) {
+        return false;
+    }
+    if (!time.empty()) {
+        window_.setEnd(microsecondsOf(time));
+    }
+    return true;
+}
+
+/// Lets the window skip all but the last sweeps.
+/// @return false where reading is stopped
+bool Recording::countSweeps(const QStringList& inOrder) {
+    Window none = window_;
+    none.skipAll();
+    std::string time;
+    for (const QString& file : inOrder) {
+        if (!readHeads(file, none, time)) {
+            return false;
+        }
+    }
+    window_.skip(std::max(0LL, none.sweeps() - window_.options().last));
+    return true;
+}
+
+/// @return 0 where that is not known
+std::int64_t Recording::bytesToRead(const QStringList& inOrder) const {
+    const WindowOptions& options = window_.options();
+    std::int64_t bytes = 0;
+    for (const QString& file : inOrder) {
+        const auto size = sizeOfRegular(file);
+        if (!size) {
+            return 0;
+        }
+        const bool isReadForEnd = options.countsFromEnd() && file == inOrder.last();
+        bytes += *size * (1 + int{options.last > 0} + int{isReadForEnd});
+    }
+    return bytes;
+}
+
 /// Finds what the window counts from the end.
 /// @return false where reading is stopped
 bool Recording::begin() {
-    const WindowOptions& options = window_.options();
     QStringList inOrder = files();
     if (!parts_.empty()) {
         std::transform(parts_.begin(), parts_.end(), inOrder.begin(),
                        [](const Part& part) { return part.file; });
     }
-    std::string lastTime;
-    if (options.countsFromEnd()) {
-        if (!isRegularFile(inOrder.last())) {
-            throw InputError(inOrder.last(),
-                             "a time before the end needs a regular file, which is read twice");
-        }
-        Window none = window_;
-        none.skipAll();
-        if (!readHeads(inOrder.last(), none, lastTime)) {
-            return false;
-        }
-        if (!lastTime.empty()) {
-            window_.setEnd(microsecondsOf(lastTime));
-        }
+    all_ = bytesToRead(inOrder);
+    if (window_.options().countsFromEnd() && !findEnd(inOrder.last())) {
+        return false;
     }
-    if (options.last == 0) {
-        return true;
-    }
-    holdsLast_ = !std::all_of(inOrder.begin(), inOrder.end(), isRegularFile);
-    if (holdsLast_) {
-        return true;
-    }
-    Window none = window_;
-    none.skipAll();
-    for (const QString& file : inOrder) {
-        if (!readHeads(file, none, lastTime)) {
-            return false;
-        }
-    }
-    window_.skip(std::max(0LL, none.sweeps() - options.last));
-    return true;
+    const auto isRegular = [](const QString& file) { return sizeOfRegular(file).has_value(); };
+    holdsLast_ =
+        window_.options().last > 0 && !std::all_of(inOrder.begin(), inOrder.end(), isRegular);
+    return window_.options().last == 0 || holdsLast_ || countSweeps(inOrder);
 }
 
 /// The next of the last sweeps, which are held from the first call on.

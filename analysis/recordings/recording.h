@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -29,6 +30,8 @@ struct RecordingSource {
     Waiting waiting = {};
     /// Told what was left out of a file, and that it ends early. Never null.
     std::function<void(const InputError&)> onNote = [](const InputError&) {};
+    /// Told how many bytes were read, and how many there are to read in all; 0 where nobody knows.
+    std::function<void(std::int64_t read, std::int64_t all)> onRead = {};
     bool isLive = false;    // one source: no sweep waits for the next, and the axis grows
     bool isStrict = false;  // a line that makes no sense is an error
     LevelCorrection correction = {};
@@ -82,7 +85,14 @@ private:
         std::optional<Sweep> first;           // of that reader
     };
 
-    std::unique_ptr<SweepReader> open(const QString& file, bool isTold, SweepChoice* choice);
+    /// What a file is opened for.
+    enum class Reading {
+        Beginning,  // to look into it before it is opened again
+        Heads,      // of its lines, before it is opened again
+        Whole
+    };
+
+    std::unique_ptr<SweepReader> open(const QString& file, Reading reading, SweepChoice* choice);
     std::unique_ptr<SweepReader> openToRead(const QString& file);
     void tellBrokenLine(const InputError& error);
     void tellFirstBrokenLine();
@@ -91,6 +101,9 @@ private:
     std::optional<Part> lookInto(const QString& file);
     void chooseAxis();
     bool begin();
+    bool findEnd(const QString& lastFile);
+    bool countSweeps(const QStringList& inOrder);
+    std::int64_t bytesToRead(const QStringList& inOrder) const;
     bool readHeads(const QString& file, Window& window, std::string& lastTime);
     bool openNext();
     void beginFile(const Sweep& sweep);
@@ -135,6 +148,8 @@ private:
     long long brokenLines_ = 0;                  // of the file
     long long sweeps_ = 0;                       // of the file, that its reader handed out
     bool isStopped_ = false;
+    std::int64_t read_ = 0;  // bytes
+    std::int64_t all_ = 0;   // to be read; 0 where that is not known
     std::string firstTime_;
     std::string lastTime_;  // of the files that were read
 };

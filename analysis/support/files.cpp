@@ -42,9 +42,11 @@ int openForReading(const QString& name, int flags) {
     return descriptor;
 }
 
-bool isRegularFile(const QString& name) {
+std::optional<std::int64_t> sizeOfRegular(const QString& name) {
     struct stat status {};
-    return ::stat(QFile::encodeName(name).constData(), &status) == 0 && S_ISREG(status.st_mode);
+    return ::stat(QFile::encodeName(name).constData(), &status) == 0 && S_ISREG(status.st_mode)
+               ? std::optional<std::int64_t>(status.st_size)
+               : std::nullopt;
 }
 
 void openRegular(QFile& file, const QString& name) {

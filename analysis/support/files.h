@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QFile>
 #include <QString>
+#include <cstdint>
+#include <optional>
 
 namespace rfu {
 
@@ -10,8 +12,8 @@ namespace rfu {
 /// @return a descriptor, negative with the system's error
 int openForReading(const QString& name, int flags);
 
-/// Whether a name is that of a regular file, or of a link to one.
-bool isRegularFile(const QString& name);
+/// The size of a regular file in bytes; nothing for anything else.
+std::optional<std::int64_t> sizeOfRegular(const QString& name);
 
 /// Opens a regular file for reading. Anything else is refused without blocking, such as a FIFO that
 /// has no writer, and so are files below /proc and /sys.

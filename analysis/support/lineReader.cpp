@@ -73,6 +73,9 @@ bool LineReader::read(std::string& bytes) {
     if (got < 0) {
         throw InputError(file_, std::strerror(errno));
     }
+    if (got > 0 && waiting_.after) {
+        waiting_.after(static_cast<std::size_t>(got));
+    }
     return got > 0;
 }
 

@@ -18,6 +18,8 @@ struct Waiting {
     /// A descriptor that becomes readable when reading is to stop, also while it waits; negative for
     /// none.
     int stop = -1;
+    /// Told how many bytes of the file a read gave, packed ones where it is compressed.
+    std::function<void(std::size_t)> after = {};
 };
 
 /// The lines of a file or, for the name "-", of standard input, compressed by gzip, xz or zstd or not.

@@ -70,6 +70,9 @@ struct TraceOptions {
           more(line.isSet("more")),
           format(line.format()) {
         source.isLive = follow;
+        if (follow) {
+            source.onRead = {};  // what it shows is the progress
+        }
         source.window.last = 0;  // the statistics keep them
         if (follow && source.files.size() > 1) {
             throw UsageError("--follow takes one FILE");

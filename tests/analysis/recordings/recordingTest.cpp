@@ -4,6 +4,7 @@
 #include <support/tempFiles.h>
 
 #include <cmath>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -260,6 +261,42 @@ TEST(Recording, HandsOutThePointsOfAWindow) {
     };
     for (const auto& row : kRows) {
         EXPECT_EQ(readingOf(row.files, windowOf(row.window)), row.reading) << row.name;
+    }
+}
+
+TEST(Recording, TellsHowFarItHasRead) {
+    const std::string two = hopLines("a0 b0 a1 b1");
+    const std::string late = hopLine('a', "5", "-5") + hopLine('b', "5", "-6");
+    const auto a = static_cast<std::int64_t>(two.size());
+    const auto b = static_cast<std::int64_t>(late.size());
+    WindowOptions fromEnd;
+    fromEnd.from = at("-1s");
+    WindowOptions last;
+    last.last = 1;
+    WindowOptions both = fromEnd;
+    both.last = 1;
+    const struct {
+        const char* name;
+        std::vector<std::string> files;
+        WindowOptions window;
+        std::int64_t bytes;
+    } kRows[] = {
+        {"one file", {two}, {}, a},
+        {"several", {late, two}, {}, a + b},
+        {"the last one twice", {late, two}, fromEnd, a + b + b},
+        {"all twice", {late, two}, last, 2 * (a + b)},
+        {"both", {late, two}, both, 2 * (a + b) + b},
+    };
+    for (const auto& row : kRows) {
+        RecordingSource source = windowOf(row.window);
+        std::int64_t before = 0;
+        source.onRead = [&](std::int64_t read, std::int64_t all) {
+            EXPECT_GT(read, before) << row.name;
+            EXPECT_EQ(all, row.bytes) << row.name;
+            before = read;
+        };
+        readingOf(row.files, source);
+        EXPECT_EQ(before, row.bytes) << row.name;
     }
 }
 

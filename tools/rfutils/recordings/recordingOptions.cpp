@@ -5,6 +5,7 @@
 #include "analysis/recordings/levelCorrection.h"
 #include "analysis/recordings/window.h"
 #include "analysis/support/lineReader.h"
+#include "recordings/progress.h"
 #include "support/errors.h"
 #include "support/interruption.h"
 #include "support/output.h"
@@ -26,6 +27,7 @@ const std::initializer_list<Option> kRecordingOptions = {
      "Add this to all measured levels before anything else, such as the loss of a cable.", "0"},
     {"correction", "FILE.csv", Kind::File,
      "Also add the dB of a CSV file of frequencies and dB, straight between its lines."},
+    {"quiet", "", Kind::Flag, "Show no progress on a terminal."},
     {"strict", "", Kind::Flag,
      "A line that makes no sense is an error; without, it is skipped with a note."}};
 
@@ -62,6 +64,9 @@ RecordingSource recordingOf(const CommandLine& line) {
         standardOutput().flush();
         printNote(note.message());
     };
+    if (!line.isSet("quiet")) {
+        source.onRead = progress();
+    }
     source.isStrict = line.isSet("strict");
     source.window = windowOf(line);
     const double offset = line.value<double>("offset");

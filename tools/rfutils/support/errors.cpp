@@ -2,11 +2,13 @@
 
 #include <cstdio>
 
+#include "support/progressLine.h"
 #include "support/text.h"
 
 namespace rfu::command {
 
 void printError(const std::string& message) {
+    clearProgressLine();
     const std::string line = "rfutils: " + printable(message) + '\n';
     std::fwrite(line.data(), 1, line.size(), stderr);
 }

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "support/errors.h"
+#include "support/progressLine.h"
 
 #include <unistd.h>
 
@@ -22,6 +23,10 @@ void Output::closeAll() {
 }
 
 void Output::flush() {
+    if (held_.empty()) {
+        return;
+    }
+    clearProgressLine();
     std::string_view left = held_;
     while (!left.empty()) {
         const ssize_t written = ::write(STDOUT_FILENO, left.data(), left.size());
