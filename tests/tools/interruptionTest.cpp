@@ -30,6 +30,13 @@ TEST(InterruptedCommands, finishWithWhatWasRead) {
          "2,2024-01-01 10:00:10,101,102,-40,dBm,101.005,101.995,0.9900000000000091\n"},
         {{"mask", "-", "--mask", masks.path() + "/mask.csv", "--format", "csv"},
          "fromMHz,toMHz,frequencyMHz,level,limit,margin\n"},
+        // The interval of two of two begins at 2 / 5.8416.
+        {{"occupancy", "-", "--limit", "-60", "--channels", "101:1:1", "--format", "csv"},
+         "fromMHz,toMHz,samples,occupied,occupancy,low,high\n"
+         "101,102,2,2,1,0.3423719528896193,1\n"
+         "\n"
+         "fromMHz,toMHz,channels,samples,fbo,sro,threshold,unit\n"
+         "101,102,1,2,1,1,-60,dBm\n"},
         // 12.5 dB below the maximum are a quarter of a point.
         {{"peaks", "-", "--above", "20", "--width-at", "12.5", "--format", "csv"},
          "frequencyMHz,widthMHz,maximum,average,floor,above,present,first,last,unit\n"

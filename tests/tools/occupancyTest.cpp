@@ -179,7 +179,7 @@ TEST(Occupancy, saysWhatIsWrong) {
         misuses("no channels", occupancy("--limit -80 --channels 100:2"),
                 "--channels: \"100:2\" is not channels such as 446MHz:12.5kHz:16"),
         bad("a picture elsewhere", "--limit -80 --plot plot.jpg",
-            "plot.jpg: cannot be written: pictures are PNG and end in .png"),
+            "plot.jpg: cannot be written: plots are PNG or SVG and end in .png or .svg"),
         misuses("no threshold", occupancy(""),
                 "a threshold is missing: --limit LEVEL or --above DB"),
         misuses("two thresholds", occupancy("--limit -80 --above 10"),

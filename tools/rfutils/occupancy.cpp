@@ -304,7 +304,6 @@ void runOccupancy(const CommandLine& line) {
     run.read();
     run.print();
     if (!request.plot.file.isEmpty()) {
-        const TextDrawing drawing;
         savePlot(drawingOf(run.plot()), request.plot.file, request.source.files);
     }
     throwIfInterrupted();
