@@ -2,63 +2,23 @@
 
 #include <QBuffer>
 #include <QByteArray>
-#include <QFile>
-#include <QSaveFile>
 #include <clocale>
-#include <optional>
 
 #include "analysis/support/inputError.h"
-
-#include <sys/stat.h>
+#include "support/outputFile.h"
 
 namespace rfu::command {
 
 namespace {
 
-/// The status of a file behind all links.
-std::optional<struct stat> statusOf(const QString& file) {
-    struct stat status {};
-    return ::stat(QFile::encodeName(file).constData(), &status) == 0 ? std::optional(status)
-                                                                     : std::nullopt;
-}
-
-/// A write may take the first part only; the next one then gives the reason.
-bool writeWhole(QIODevice& output, const QByteArray& bytes) {
-    qint64 done = 0;
-    while (done < bytes.size()) {
-        const qint64 written = output.write(bytes.constData() + done, bytes.size() - done);
-        if (written <= 0) {
-            return false;
-        }
-        done += written;
-    }
-    return true;
-}
-
 bool endsIn(const QString& file, const char* ending) {
     return file.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
 }
 
-void requireOwn(const QString& file, const QStringList& inputs) {
-    const auto status = statusOf(file);
-    if (status && !S_ISREG(status->st_mode)) {
-        throw InputError(file, "cannot be written: it is not a regular file");
-    }
-    for (const QString& input : inputs) {
-        const auto other = statusOf(input);
-        if (status && other && status->st_dev == other->st_dev && status->st_ino == other->st_ino) {
-            throw InputError(file, "cannot be written: it is the input " + input.toStdString());
-        }
-    }
-}
-
-/// Replaces an older file only once the new one is complete.
-void save(const QByteArray& bytes, const QString& file) {
-    QSaveFile output(file);
-    if (!output.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || !writeWhole(output, bytes) ||
-        !output.commit()) {
-        throw InputError(file, "cannot be written: " + output.errorString().toStdString());
-    }
+void save(const QByteArray& bytes, const QString& file, const QStringList& inputs) {
+    OutputFile output(file, inputs);
+    output.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    output.commit();
 }
 
 }  // namespace
@@ -97,22 +57,21 @@ void savePicture(const QImage& image, const QString& file, const QStringList& in
     if (!picture.open(QIODevice::WriteOnly) || !image.save(&picture, "PNG", quality)) {
         throw InputError(file, "cannot be written: it cannot be encoded as PNG");
     }
-    save(picture.data(), file);
+    save(picture.data(), file, inputs);
 }
 
 void savePlot(const Drawing& drawing, const QString& file, const QStringList& inputs) {
     requireReplaceablePlot(file, inputs);
     const TextDrawing texts;
     if (endsIn(file, ".svg")) {
-        save(svgOf(drawing), file);
+        save(svgOf(drawing), file, inputs);
     } else {
         savePicture(imageOf(drawing), file, inputs);
     }
 }
 
 void saveText(const std::string& text, const QString& file, const QStringList& inputs) {
-    requireOwn(file, inputs);
-    save(QByteArray::fromStdString(text), file);
+    save(QByteArray::fromStdString(text), file, inputs);
 }
 
 }  // namespace rfu::command
