@@ -10,13 +10,15 @@ endif()
 include(CMakePackageConfigHelpers)
 
 set(rfutils_cmake_dir "${CMAKE_INSTALL_LIBDIR}/cmake/rfUtils")
+set(rfutils_qml_dir "${CMAKE_INSTALL_LIBDIR}/qt5/qml")
 
 install(TARGETS rfUtils EXPORT rfUtilsTargets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT dev)
 install(EXPORT rfUtilsTargets NAMESPACE rfUtils:: DESTINATION "${rfutils_cmake_dir}" COMPONENT dev)
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/rfUtilsConfig.cmake.in"
-    "${PROJECT_BINARY_DIR}/rfUtilsConfig.cmake" INSTALL_DESTINATION "${rfutils_cmake_dir}")
+    "${PROJECT_BINARY_DIR}/rfUtilsConfig.cmake" INSTALL_DESTINATION "${rfutils_cmake_dir}"
+    PATH_VARS rfutils_qml_dir)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/rfUtilsConfigVersion.cmake"
     COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/rfUtilsConfig.cmake"

@@ -29,13 +29,17 @@ MAY_USE = {
                                     "analysis/statistics"},
     "tools/rfutils": LIBRARY | {"analysis/support", "analysis/recordings", "analysis/statistics",
                                 "analysis/maps", "analysis/plots"},
+    "qml/support": EVERY_ROOM,
+    "qml/texts": EVERY_ROOM | {"qml/support"},
+    "qml/lists": EVERY_ROOM | {"qml/support"},
+    "qml/RfUtils": {"qml/texts", "qml/lists"},
     "examples": LIBRARY,
 }
 # Libraries that a public header must not bring to its users.
 HEAVY = re.compile(r"#include <(Qt(Gui|Widgets)|QFont|QGui|QImage|iostream|regex|filesystem)")
-# The middle floor neither prints nor reads options nor ends the process.
+# Neither the middle floor nor the QML module prints, reads options or ends the process.
 OUTPUT = re.compile(r"#include <(iostream|cstdio|QCommandLine)|\b(std::exit|std::abort|qDebug)\(")
-INCLUDE = re.compile(r'^\s*#\s*include\s+[<"]((?:rfUtils|analysis)/[^>"]+|[^>"]*\.\./[^>"]+)', re.M)
+INCLUDE = re.compile(r'^\s*#\s*include\s+[<"]((?:rfUtils|analysis|qml)/[^>"]+|[^>"]*\.\./[^>"]+)', re.M)
 
 
 def room_of(path):
@@ -65,13 +69,13 @@ def complaints(path, text):
             yield "is a public header and includes more than its users need"
         if "/detail/" in "".join(INCLUDE.findall(text)):
             yield "is a public header and includes a private one, which is not installed"
-    if path.startswith("analysis/") and OUTPUT.search(text):
-        yield "prints, reads options or ends the process, which is left to the command"
+    if path.startswith(("analysis/", "qml/")) and OUTPUT.search(text):
+        yield "prints, reads options or ends the process, which is left to programs"
 
 
 def main():
     root = pathlib.Path(sys.argv[1])
-    files = [file for folder in ("rfUtils", "analysis", "tools", "examples")
+    files = [file for folder in ("rfUtils", "analysis", "qml", "tools", "examples")
              for file in sorted((root / folder).rglob("*")) if file.suffix in (".h", ".cpp")]
     failures = []
     for file in files:

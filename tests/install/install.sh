@@ -79,6 +79,29 @@ pkg_config() {
     LD_LIBRARY_PATH=$prefix/$LIBDIR expect_output ./levels
 }
 
+# The module of the moved installation runs on the library beside it, and the package's component Qml names its folder.
+qml() {
+    local project='cmake_minimum_required(VERSION 3.16)
+project(page LANGUAGES CXX)
+find_package(rfUtils REQUIRED COMPONENTS Qml)
+message("imports from ${rfUtils_QML_IMPORT_PATH}")
+get_target_property(plugin rfUtils::rfUtilsQml LOCATION)
+message("plugin ${plugin}")'
+    local modules=$prefix/$LIBDIR/qt5/qml
+    echo "$project" >CMakeLists.txt
+    cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$CXX" >/dev/null 2>output.txt
+    grep -qxF "imports from $modules" output.txt
+    grep -qxF "plugin $modules/RfUtils/librfUtilsQml.so" output.txt
+    sed -i 's/COMPONENTS Qml/COMPONENTS Widgets/' CMakeLists.txt
+    if cmake -S . -B build >/dev/null 2>refusal.txt; then
+        fail "qml: a component that does not exist was found"
+    fi
+
+    unset LD_LIBRARY_PATH
+    ldd "$modules/RfUtils/librfUtilsQml.so" | grep -qF "$modules/RfUtils/../../../librfUtils.so."
+    "$BUILD/tests/qml/qml_runner" -import "$modules" -input "$SOURCE/tests/qml/tst_units.qml"
+}
+
 # Built in another project, all sources of a target together; through FetchContent only configured, which adds the
 # same folder.
 subproject() {

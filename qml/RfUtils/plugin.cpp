@@ -1,0 +1,28 @@
+#include <qqml.h>
+#include <QQmlExtensionPlugin>
+
+#include "qml/lists/ToastModel.h"
+#include "qml/texts/RangeHint.h"
+#include "qml/texts/RfUnits.h"
+
+using namespace rfu::qml;
+
+/// Registers the types of the module RfUtils.
+class RfUtilsPlugin : public QQmlExtensionPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QQmlExtensionInterface_iid)
+
+public:
+    void registerTypes(const char* uri) override {
+        constexpr int kMajor = 1;
+        constexpr int kMinor = 0;
+        // The engine owns the object.
+        qmlRegisterSingletonType<RfUnits>(
+            uri, kMajor, kMinor, "RfUnits",
+            [](QQmlEngine*, QJSEngine*) -> QObject* { return new RfUnits; });
+        qmlRegisterType<RangeHint>(uri, kMajor, kMinor, "RangeHint");
+        qmlRegisterType<ToastModel>(uri, kMajor, kMinor, "ToastModel");
+    }
+};
+
+#include "plugin.moc"

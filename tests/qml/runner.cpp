@@ -1,0 +1,20 @@
+// Runs the tests of the QML module, with two types of their own: RfUtilsTest 1.0.
+#include <qqml.h>
+#include <QtQuickTest>
+
+#include "modelTester.h"
+#include "testFolder.h"
+
+class Setup : public QObject {
+    Q_OBJECT
+
+public:
+    Setup() {
+        qmlRegisterType<ModelTester>("RfUtilsTest", 1, 0, "ModelTester");
+        qmlRegisterType<TestFolder>("RfUtilsTest", 1, 0, "TestFolder");
+    }
+};
+
+QUICK_TEST_MAIN_WITH_SETUP(qml, Setup)
+
+#include "runner.moc"

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QDir>
+#include <QFile>
+#include <QObject>
+#include <QTemporaryDir>
+#include <QUrl>
+
+/// A folder for the files of a test, removed with the object.
+class TestFolder : public QObject {
+    Q_OBJECT
+
+public:
+    /// Writes a file, with the folders above it, in the place of an earlier one.
+    Q_INVOKABLE QUrl write(const QString& name, const QString& text) const {
+        const QString path = folder_.filePath(name);
+        QDir().mkpath(QFileInfo(path).path());
+        QFile::remove(path);
+        QFile file(path);
+        file.open(QIODevice::WriteOnly);
+        file.write(text.toUtf8());
+        return url(name);
+    }
+    Q_INVOKABLE bool remove(const QString& name) const {
+        return QFile::remove(folder_.filePath(name));
+    }
+    Q_INVOKABLE QUrl url(const QString& name) const {
+        return QUrl::fromLocalFile(folder_.filePath(name));
+    }
+    Q_INVOKABLE QString path(const QString& name) const { return folder_.filePath(name); }
+
+private:
+    QTemporaryDir folder_;
+};

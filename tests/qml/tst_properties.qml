@@ -1,0 +1,33 @@
+import QtQml 2.15
+import QtQuick 2.15
+import QtTest 1.2
+import RfUtils 1.0
+
+// What all types have in common.
+TestCase {
+    id: test
+    name: "Properties"
+
+    Component { id: rangeHint; RangeHint { type: RangeHint.Dbuv; min: -30; max: 0 } }
+    Component { id: toastModel; ToastModel {} }
+
+    function test_survivesGarbageCollection_data() {
+        return [
+            { tag: "RfUnits", make: () => RfUnits, names: ["levelUnits", "fieldUnits", "entryUnits"] },
+            { tag: "RangeHint", make: () => createTemporaryObject(rangeHint, test) },
+            { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) }
+        ]
+    }
+    function test_survivesGarbageCollection(row) {
+        const object = row.make()
+        const names = row.names || Object.keys(object).filter(name => typeof object[name] !== "function")
+        verify(names.length > 1)
+        const before = names.map(name => String(object[name]))
+        for (const name of names) {
+            object[name]
+            gc()
+            wait(0)
+        }
+        compare(names.map(name => String(object[name])), before)
+    }
+}
