@@ -1,7 +1,6 @@
 #include "analysis/plots/rawWaterfall.h"
 
 #include <algorithm>
-#include <new>
 
 #include "analysis/recordings/sweepSpans.h"
 #include "analysis/recordings/timeStamp.h"
@@ -10,26 +9,9 @@ namespace rfu {
 
 namespace {
 
-// Above the largest threshold from which malloc() gives memory back to the system at once, so that
-// the picture may take the place of the cells.
+// Above the largest threshold from which malloc() gives memory back to the system at once.
 constexpr std::size_t kCellsOfBlock = (33U << 20) / sizeof(PackedLevel);
 constexpr int kTransparent = 0;
-
-QImage pictureOf(std::size_t width, std::size_t height, const Palette& palette, bool hasHoles) {
-    QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_Indexed8);
-    if (image.isNull()) {
-        throw std::bad_alloc();
-    }
-    QVector<QRgb> table;
-    for (int entry = 0; entry < Palette::kEntries; ++entry) {
-        table.push_back(palette.color(entry));
-    }
-    if (hasHoles) {
-        table[kTransparent] = qRgba(0, 0, 0, 0);
-    }
-    image.setColorTable(table);
-    return image;
-}
 
 }  // namespace
 
@@ -83,40 +65,51 @@ std::vector<std::size_t> RawWaterfall::rowOfEachSweep() const {
     return rows;
 }
 
-QImage RawWaterfall::draw(const std::function<bool(Sweep&)>& next) {
+bool RawWaterfall::hasHoles() const {
+    return histogram_.notMeasured() > 0 || height() > sweeps_;
+}
+
+QVector<QRgb> RawWaterfall::colors() const {
+    QVector<QRgb> table;
+    for (int entry = 0; entry < Palette::kEntries; ++entry) {
+        table.push_back(colors_.palette->color(entry));
+    }
+    if (hasHoles()) {
+        table[kTransparent] = qRgba(0, 0, 0, 0);
+    }
+    return table;
+}
+
+void RawWaterfall::draw(const std::function<bool(Sweep&)>& next,
+                        const std::function<bool(const uchar* row)>& use) {
     const LevelColors colors(*colors_.palette, colors_.rangeOf(histogram_));
     const std::vector<std::size_t> rows = rowOfEachSweep();
-    const bool hasHoles = histogram_.notMeasured() > 0 || rows.back() + 1 > sweeps_;
-    QImage image = pictureOf(points_, rows.back() + 1, *colors_.palette, hasHoles);
-    const int lowest = hasHoles ? kTransparent + 1 : 0;
+    const int lowest = hasHoles() ? kTransparent + 1 : 0;
+    const std::vector<uchar> blank(points_, kTransparent);
+    std::vector<uchar> pixels(points_);
     Sweep sweep;
-    std::size_t row = 0;
     for (std::size_t i = 0; i < sweeps_; ++i) {
-        for (; row < rows[i]; ++row) {  // of a gap
-            std::fill_n(image.scanLine(static_cast<int>(row)), points_, kTransparent);
+        const bool isBehindGap = i > 0 && rows[i] > rows[i - 1] + 1;
+        if (isBehindGap && !use(blank.data())) {
+            return;
         }
-        uchar* const pixels = image.scanLine(static_cast<int>(row++));
-        if (!holdsCells_ && !next(sweep)) {
-            std::fill_n(pixels, points_, kTransparent);
-            continue;
+        const bool isThere = holdsCells_ || next(sweep);
+        if (isThere) {
+            const PackedLevel* cells = packed_.data();
+            if (holdsCells_) {
+                cells = cellsOf(i);
+            } else {
+                pack(sweep, packed_.data());
+            }
+            std::transform(cells, cells + points_, pixels.begin(), [&](PackedLevel level) {
+                return static_cast<uchar>(
+                    level == kNotMeasured ? kTransparent : std::max(colors.entry(level), lowest));
+            });
         }
-        const PackedLevel* cells = packed_.data();
-        if (holdsCells_) {
-            cells = cellsOf(i);
-        } else {
-            pack(sweep, packed_.data());
-        }
-        std::transform(cells, cells + points_, pixels, [&](PackedLevel level) {
-            return static_cast<uchar>(
-                level == kNotMeasured ? kTransparent : std::max(colors.entry(level), lowest));
-        });
-        if (holdsCells_ && (i + 1) % sweepsOfBlock_ == 0) {
-            blocks_[i / sweepsOfBlock_].reset();
+        if (!use(isThere ? pixels.data() : blank.data())) {
+            return;
         }
     }
-    blocks_.clear();
-    holdsCells_ = false;
-    return image;
 }
 
 }  // namespace rfu

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QImage>
+#include <QRgb>
+#include <QVector>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -31,19 +32,23 @@ public:
     /// Whether the cells of all sweeps so far are held.
     bool holdsCells() const { return holdsCells_; }
 
+    std::size_t sweeps() const { return sweeps_; }
     const LevelHistogram& levels() const { return histogram_; }
     /// Of the sweeps so far.
     LevelRange range() const { return colors_.rangeOf(histogram_); }
 
-    /// Of the picture, in pixels.
+    /// Rows of the picture.
     std::size_t height() const { return rowOfEachSweep().back() + 1; }
+    QVector<QRgb> colors() const;
 
-    /// The picture. Lets the cells go. @pre height() is at most kMostSide
+    /// Calls use(row) with each row of entries of colors(), the topmost first, until it answers false.
     /// @param next gives the sweeps once more where their cells are not held; false, where they end
     /// early, leaves the rest blank
-    QImage draw(const std::function<bool(Sweep&)>& next);
+    void draw(const std::function<bool(Sweep&)>& next,
+              const std::function<bool(const uchar* row)>& use);
 
 private:
+    bool hasHoles() const;
     PackedLevel* cellsOf(std::size_t sweep);
     void pack(const Sweep& sweep, PackedLevel* cells) const;
     void hold();

@@ -1,4 +1,5 @@
 #include <QImage>
+#include <QSize>
 #include <QString>
 #include <cmath>
 #include <iterator>
@@ -140,7 +141,7 @@ public:
         } while (recording_.next(sweep_));
     }
 
-    void printSummary(Format format, const QImage& image, bool isMeasured, const LevelRange& range,
+    void printSummary(Format format, QSize size, bool isMeasured, const LevelRange& range,
                       ShownLevels& shown) const {
         const bool hasAxis = recording_.hasFrequencies();
         writeObject(format, {{"sweeps", sweeps_},
@@ -150,8 +151,8 @@ public:
                              {"bands", hasAxis ? Cell(bandsText(axis())) : Cell()},
                              {"firstTime", textOrNone(firstTime_)},
                              {"lastTime", textOrNone(lastTime_)},
-                             {"width", image.width()},
-                             {"height", image.height()},
+                             {"width", size.width()},
+                             {"height", size.height()},
                              {"levelsMin", isMeasured ? shown.cell(range.low) : Cell()},
                              {"levelsMax", isMeasured ? shown.cell(range.high) : Cell()},
                              {"unit", shown.scale.unit}});
@@ -176,11 +177,11 @@ void requireSide(const RecordingSource& source, std::size_t pixels, const char* 
     }
 }
 
-QImage drawRaw(RecordingSource source, BegunRecording& recording, RawWaterfall& raw) {
+void readCells(const RecordingSource& source, BegunRecording& recording, RawWaterfall& raw) {
     const bool hasStandardInput = source.files.contains(kStandardInput);
-    const FileWatch watch(hasStandardInput ? QStringList() : source.files);
     recording.forEachSweep([&](const Sweep& sweep) {
         raw.add(sweep);
+        requireSide(source, raw.sweeps(), "sweeps");
         if (hasStandardInput && !raw.holdsCells()) {
             throw InputError(kStandardInput,
                              "--raw holds " + std::to_string(RawWaterfall::kMostHeld >> 20) +
@@ -189,15 +190,20 @@ QImage drawRaw(RecordingSource source, BegunRecording& recording, RawWaterfall& 
         }
     });
     requireSide(source, raw.height(), "sweeps");
+}
+
+/// Calls use(row) with each row of a picture, for which the recording may be read once more.
+void drawRows(RecordingSource source, RawWaterfall& raw, const FileWatch& watch,
+              const PixelRows::Use& use) {
     if (raw.holdsCells()) {
-        return raw.draw([](Sweep&) { return false; });
+        raw.draw([](Sweep&) { return false; }, use);
+        return;
     }
     source.waiting = {};
     source.onNote = [](const InputError&) {};  // told once
     Recording again(source);
-    QImage image = raw.draw([&](Sweep& sweep) { return again.next(sweep); });
+    raw.draw([&](Sweep& sweep) { return again.next(sweep); }, use);
     watch.requireUnchanged();
-    return image;
 }
 
 void runWaterfall(const CommandLine& line) {
@@ -223,25 +229,28 @@ void runWaterfall(const CommandLine& line) {
     options.scale = shown.scale;
     options.colors.range = shown.rangeOf(line);
     options.colors.offsets = std::move(shown.offsets);
-    QImage image;
-    LevelRange range = {};
-    bool isMeasured = false;
+    const auto showSummary = [&](QSize size, const auto& waterfall) {
+        const bool hasRange = waterfall.levels().measured() > 0 || line.isSet("levels");
+        recording.printSummary(line.format(), size, hasRange, waterfall.range(), shown);
+    };
     if (isRaw) {
         requireSide(source, recording.points(), "points");
+        const FileWatch watch(source.files.contains(kStandardInput) ? QStringList() : source.files);
         RawWaterfall raw(std::move(options.colors), options.showsGaps, recording.points());
-        image = drawRaw(source, recording, raw);
-        range = raw.range();
-        isMeasured = raw.levels().measured() > 0;
+        readCells(source, recording, raw);
+        const QSize size(static_cast<int>(recording.points()), static_cast<int>(raw.height()));
+        showSummary(size, raw);
+        savePicture({size, raw.colors(),
+                     [&](const PixelRows::Use& use) { drawRows(source, raw, watch, use); }},
+                    picture, source.inputs());
     } else {
         Waterfall waterfall(std::move(options), recording.axis(), recording.points());
         recording.forEachSweep([&](const Sweep& sweep) { waterfall.add(sweep); });
         const TextDrawing drawing;
-        image = waterfall.draw(titleOf(source.files, recording.sweeps()));
-        range = waterfall.range();
-        isMeasured = waterfall.levels().measured() > 0;
+        const QImage image = waterfall.draw(titleOf(source.files, recording.sweeps()));
+        showSummary(image.size(), waterfall);
+        savePicture(image, picture, source.inputs(), Encoding::Fast);
     }
-    recording.printSummary(line.format(), image, isMeasured || line.isSet("levels"), range, shown);
-    savePicture(image, picture, source.inputs(), Encoding::Fast);
     throwIfInterrupted();
 }
 

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 #include <rfUtils/trace/traceRssiBuffer.h>
 
+#include <QImage>
+#include <algorithm>
+
 using rfu::RawWaterfall;
 using rfu::Sweep;
 using rfu::WaterfallColors;
@@ -42,18 +45,34 @@ std::string entriesOf(const QImage& image) {
     return text;
 }
 
-QImage drawn(RawWaterfall& raw) {
-    for (const Sweep& sweep : kSweeps) {
+/// The rows of a picture of sweeps, of which the last ones are gone when they are read again.
+QImage drawn(RawWaterfall& raw, const std::vector<Sweep>& sweeps, std::size_t gone = 0) {
+    for (const Sweep& sweep : sweeps) {
         raw.add(sweep);
     }
+    QImage image(static_cast<int>(sweeps[0].levels.size()), static_cast<int>(raw.height()),
+                 QImage::Format_Indexed8);
+    image.setColorTable(raw.colors());
     std::size_t next = 0;
-    return raw.draw([&](Sweep& sweep) {
-        if (next == kSweeps.size()) {
-            return false;
-        }
-        sweep = kSweeps[next++];
-        return true;
-    });
+    int row = 0;
+    raw.draw(
+        [&](Sweep& sweep) {
+            if (next == sweeps.size() - gone) {
+                return false;
+            }
+            sweep = sweeps[next++];
+            return true;
+        },
+        [&](const uchar* entries) {
+            std::copy(entries, entries + image.width(), image.scanLine(row++));
+            return true;
+        });
+    EXPECT_EQ(row, image.height());
+    return image;
+}
+
+QImage drawn(RawWaterfall& raw) {
+    return drawn(raw, kSweeps);
 }
 
 }  // namespace
@@ -74,10 +93,7 @@ TEST(RawWaterfall, LeavesGapsOut) {
 
 TEST(RawWaterfall, HasAllColoursWithoutHoles) {
     RawWaterfall raw(colors(), true, 2);
-    raw.add({"", {-100.0, -99.0}});
-    raw.add({"", {-50.0, 0.0}});
-    EXPECT_EQ(raw.height(), 2U);
-    EXPECT_EQ(entriesOf(raw.draw([](Sweep&) { return false; })), "0 2\n128 255\n");
+    EXPECT_EQ(entriesOf(drawn(raw, {{"", {-100.0, -99.0}}, {"", {-50.0, 0.0}}})), "0 2\n128 255\n");
 }
 
 TEST(RawWaterfall, TakesTheSweepsAgainWhereItHoldsNoCells) {
@@ -92,6 +108,20 @@ TEST(RawWaterfall, TakesTheSweepsAgainWhereItHoldsNoCells) {
     EXPECT_TRUE(full.holdsCells());
     full.add(kSweeps[2]);
     EXPECT_FALSE(full.holdsCells());
+}
+
+TEST(RawWaterfall, LeavesRowsBlankWhereSweepsAreGone) {
+    RawWaterfall raw(colors(), true, 3, 0);
+    EXPECT_EQ(entriesOf(drawn(raw, kSweeps, 5)),
+              "1 128 .\n2 255 255\n. . .\n. . .\n. . .\n. . .\n. . .\n. . .\n. . .\n");
+}
+
+TEST(RawWaterfall, EndsWhereItsRowsAreNotWanted) {
+    RawWaterfall raw(colors(), true, 3);
+    drawn(raw);
+    int rows = 0;
+    raw.draw([](Sweep&) { return false; }, [&](const uchar*) { return ++rows < 3; });
+    EXPECT_EQ(rows, 3);
 }
 
 TEST(RawWaterfall, ColoursFromPercentileToPercentileAfterTheOffsets) {

@@ -19,6 +19,12 @@ public:
 
     /// @throw InputError where it cannot be written
     void write(std::string_view bytes);
+    /// @param write answers whether the device took it all
+    /// @throw InputError where it did not
+    template <typename Write>
+    void writeBy(Write write) {
+        require(write(file_));
+    }
     /// Puts the file in its place. @throw InputError
     void commit();
 

@@ -60,6 +60,13 @@ void savePicture(const QImage& image, const QString& file, const QStringList& in
     save(picture.data(), file, inputs);
 }
 
+void savePicture(const PixelRows& picture, const QString& file, const QStringList& inputs) {
+    requireReplaceable(file, inputs);
+    OutputFile output(file, inputs);
+    output.writeBy([&](QIODevice& device) { return writePng(device, picture); });
+    output.commit();
+}
+
 void savePlot(const Drawing& drawing, const QString& file, const QStringList& inputs) {
     requireReplaceablePlot(file, inputs);
     const TextDrawing texts;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QGuiApplication>
 #include <QImage>
 #include <QString>
@@ -9,6 +8,7 @@
 #include <string>
 
 #include "analysis/plots/drawing.h"
+#include "analysis/plots/pngRows.h"
 
 namespace rfu::command {
 
@@ -40,6 +40,9 @@ enum class Encoding { Usual, Fast };
 ///        cannot be written
 void savePicture(const QImage& image, const QString& file, const QStringList& inputs = {},
                  Encoding encoding = Encoding::Usual);
+
+/// The same for a picture that is not held.
+void savePicture(const PixelRows& picture, const QString& file, const QStringList& inputs);
 
 /// The same for a drawing, as PNG or SVG by the ending of the name.
 void savePlot(const Drawing& drawing, const QString& file, const QStringList& inputs);
