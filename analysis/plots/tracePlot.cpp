@@ -55,6 +55,7 @@ TracePlot::Line cut(const TracePlot::Line& line, double low, double high) {
 std::vector<TracePlot::Line> shownOf(const std::vector<TracePlot::Line>& lines,
                                      const TracePlot& plot) {
     std::vector<TracePlot::Line> shown;
+    shown.reserve(lines.size());
     for (const TracePlot::Line& line : lines) {
         shown.push_back(cut(line, plot.places.front(), plot.end));
     }

@@ -1,6 +1,9 @@
 #include "analysis/statistics/levelRows.h"
 
+#include <rfUtils/trace/traceRssiBuffer.h>
+
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace rfu {
@@ -9,18 +12,68 @@ namespace {
 
 constexpr std::size_t kLevelsOfBlock = 8192;
 
+double levelOf(PackedLevel packed) {
+    return packed == kNotMeasured ? double{traceRssiBuffer::kNoMeasurement} : unpacked(packed);
+}
+
+/// Packs a row of which each level is told again bit for bit.
+/// @return false where there is none such
+bool packExactly(const std::vector<double>& row, PackedLevel* packed) {
+    packLevels(row.data(), nullptr, row.size(), packed);
+    bool isExact = true;
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        isExact &= levelOf(packed[i]) == row[i] && !(row[i] == 0.0 && std::signbit(row[i]));
+    }
+    return isExact;
+}
+
 }  // namespace
 
 LevelRows::LevelRows(std::size_t columns)
     : columns_(columns),
       rowsOfBlock_(std::max<std::size_t>(kLevelsOfBlock / std::max<std::size_t>(columns, 1), 1)) {}
 
+double LevelRows::level(std::size_t row, std::size_t column) const {
+    const Block& block = blockOf(row);
+    const std::size_t at = startOf(row) + column;
+    return block.isPacked ? levelOf(block.packed[at]) : block.whole[at];
+}
+
+void LevelRows::copyRow(std::size_t row, double* levels) const {
+    const Block& block = blockOf(row);
+    const std::size_t at = startOf(row);
+    if (block.isPacked) {
+        const PackedLevel* const packed = block.packed.data() + at;
+        std::transform(packed, packed + columns_, levels, levelOf);
+    } else {
+        std::copy_n(block.whole.data() + at, columns_, levels);
+    }
+}
+
+void LevelRows::unpack(Block& block) {
+    block.whole.resize(block.packed.size());
+    std::transform(block.packed.begin(), block.packed.end(), block.whole.begin(), levelOf);
+    block.packed = {};
+    block.isPacked = false;
+}
+
 void LevelRows::append(const std::vector<double>& row) {
     if ((dropped_ + size_) / rowsOfBlock_ == blocks_.size()) {
         blocks_.push_back(std::exchange(spare_, {}));
-        blocks_.back().reserve(rowsOfBlock_ * columns_);
+        blocks_.back().packed.reserve(rowsOfBlock_ * columns_);
     }
-    blocks_.back().insert(blocks_.back().end(), row.begin(), row.end());
+    Block& block = blocks_.back();
+    if (block.isPacked) {
+        const std::size_t at = block.packed.size();
+        block.packed.resize(at + columns_);
+        if (!packExactly(row, block.packed.data() + at)) {
+            block.packed.resize(at);
+            unpack(block);
+        }
+    }
+    if (!block.isPacked) {
+        block.whole.insert(block.whole.end(), row.begin(), row.end());
+    }
     ++size_;
 }
 
@@ -29,7 +82,9 @@ void LevelRows::dropOldest() {
     --size_;
     if (dropped_ == rowsOfBlock_) {
         spare_ = std::move(blocks_.front());
-        spare_.clear();
+        spare_.packed.clear();
+        spare_.whole.clear();
+        spare_.isPacked = true;
         blocks_.pop_front();
         dropped_ = 0;
     }

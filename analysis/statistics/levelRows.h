@@ -4,32 +4,46 @@
 #include <deque>
 #include <vector>
 
+#include "analysis/statistics/packedLevel.h"
+
 namespace rfu {
 
-/// Rows of levels, all of the same length, from oldest to newest. They stand one behind the other in
-/// blocks, so that a short row takes no more memory than its levels.
+/// Rows of levels, all of the same length, from oldest to newest, bit for bit. They stand one behind the
+/// other in blocks, so that a short row takes no more memory than its levels. Those of a block are
+/// packed where all of them are hundredths of a dB.
 class LevelRows {
 public:
     explicit LevelRows(std::size_t columns);
 
     std::size_t columns() const { return columns_; }
     std::size_t size() const { return size_; }
-    /// @param index from 0, the oldest
-    const double* row(std::size_t index) const {
-        const std::size_t at = dropped_ + index;
-        return blocks_[at / rowsOfBlock_].data() + at % rowsOfBlock_ * columns_;
-    }
+    /// @param row from 0, the oldest
+    double level(std::size_t row, std::size_t column) const;
+    /// @param levels of the row, as many as columns
+    void copyRow(std::size_t row, double* levels) const;
 
     /// @param row of the right length
     void append(const std::vector<double>& row);
     void dropOldest();
 
 private:
+    struct Block {
+        bool isPacked = true;
+        std::vector<PackedLevel> packed;
+        std::vector<double> whole;
+    };
+
+    const Block& blockOf(std::size_t row) const { return blocks_[(dropped_ + row) / rowsOfBlock_]; }
+    std::size_t startOf(std::size_t row) const {
+        return (dropped_ + row) % rowsOfBlock_ * columns_;
+    }
+    static void unpack(Block& block);
+
     std::size_t columns_;
     std::size_t rowsOfBlock_;
-    std::deque<std::vector<double>> blocks_;
-    std::vector<double> spare_;  // an empty block with its memory
-    std::size_t dropped_ = 0;    // rows of the first block
+    std::deque<Block> blocks_;
+    Block spare_;              // an empty block with its memory
+    std::size_t dropped_ = 0;  // rows of the first block
     std::size_t size_ = 0;
 };
 

@@ -65,8 +65,10 @@ bool SweepStore::rearrange(const std::vector<std::size_t>& former) {
     tallies_ =
         rearranged(tallies_, holdsLevels_ ? std::vector<std::size_t>() : former, PointTally());
     LevelRows rows(former.size());
+    std::vector<double> levels(rows_.columns());
     for (; rows_.size() > 0; rows_.dropOldest()) {
-        rows.append(rearranged(rows_.row(0), former, double{traceRssiBuffer::kNoMeasurement}));
+        rows_.copyRow(0, levels.data());
+        rows.append(rearranged(levels, former, double{traceRssiBuffer::kNoMeasurement}));
     }
     rows_ = std::move(rows);
     return true;
@@ -82,7 +84,7 @@ PointStatistics SweepStore::statistics(std::size_t column) const {
     }
     PointTally tally;
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        tally.add(rows_.row(i)[column], limit_);
+        tally.add(rows_.level(i, column), limit_);
     }
     return tally.statistics();
 }
@@ -90,8 +92,9 @@ PointStatistics SweepStore::statistics(std::size_t column) const {
 std::vector<PointTally> SweepStore::tallies() const {
     std::vector<PointTally> tallies = tallies_;
     tallies.resize(rows_.columns());
+    std::vector<double> levels(rows_.columns());
     for (std::size_t i = 0; i < rows_.size(); ++i) {
-        const double* const levels = rows_.row(i);
+        rows_.copyRow(i, levels.data());
         for (std::size_t column = 0; column < tallies.size(); ++column) {
             tallies[column].add(levels[column], limit_);
         }
@@ -102,7 +105,7 @@ std::vector<PointTally> SweepStore::tallies() const {
 LevelDistribution SweepStore::distribution(std::size_t column) const {
     std::vector<double> levels(rows_.size());
     for (std::size_t i = 0; i < levels.size(); ++i) {
-        levels[i] = rows_.row(i)[column];
+        levels[i] = rows_.level(i, column);
     }
     return distributionOf(std::move(levels));
 }
