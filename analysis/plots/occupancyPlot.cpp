@@ -16,13 +16,13 @@
 #include "analysis/plots/palette.h"
 #include "analysis/plots/plotFrame.h"
 #include "analysis/plots/style.h"
+#include "analysis/recordings/bins.h"
 
 namespace rfu {
 
 namespace {
 
 constexpr double kHours = 24.0;
-constexpr double kSameFrequency = 1e-9;  // MHz
 
 const CurveStyle kShare = {"occupancy", QColor(0x1f, 0x4e, 0x79), 1.8};
 const CurveStyle kInterval = {"95 % interval", QColor(0xb4, 0xc5, 0xd6), 8.0};

@@ -16,7 +16,7 @@ constexpr double kRight = 28.0;
 constexpr double kBottom = 62.0;
 constexpr double kTop = 74.0;           // below a legend of one row
 constexpr double kLegendMiddle = 56.0;  // of its first row
-constexpr double kLegendRow = 20.0;
+constexpr double kLegendRowHeight = 20.0;
 constexpr double kLegendLine = 26.0;
 constexpr double kBeforeName = 33.0;  // from the beginning of the line
 constexpr double kBetweenEntries = 28.0;
@@ -59,7 +59,7 @@ void PlotFrame::arrangeLegend(const std::vector<CurveStyle>& legend) {
         const double width = kBeforeName + metrics.horizontalAdvance(QString::fromUtf8(style.name));
         if (left > kLeft && left + width > size_.width() - kRight) {
             left = kLeft;
-            middle += kLegendRow;
+            middle += kLegendRowHeight;
         }
         legend_.push_back({style, left, middle});
         left += width + kBetweenEntries;

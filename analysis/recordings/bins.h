@@ -8,6 +8,9 @@
 
 namespace rfu {
 
+/// Frequencies nearer to each other are the same but for rounding.
+inline constexpr double kSameFrequency = 1e-9;  // MHz
+
 /// Where the bin of each point ends, in MHz: where the next one of its band begins, at the last one
 /// where the band ends. Ascending within a band, so that no two bins share a frequency: a bin that the
 /// next hop covers is empty.

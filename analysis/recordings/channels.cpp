@@ -10,9 +10,6 @@ namespace rfu {
 
 namespace {
 
-// Frequencies nearer to each other are the same but for rounding.
-constexpr double kSameFrequency = 1e-9;  // MHz
-
 /// Without the last digits that a sum makes.
 double toMillihertz(double frequency) {
     constexpr double kMillihertz = 1e9;  // a MHz

@@ -10,9 +10,6 @@ namespace rfu {
 
 namespace {
 
-// Frequencies nearer to each other are the same but for rounding.
-constexpr double kSameFrequency = 1e-9;  // MHz
-
 /// How far into the bins, from either end, the power reaches a sum: the number of the bin there and
 /// the part of it.
 struct BinEdge {

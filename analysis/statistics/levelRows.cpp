@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLevelsOfBlock = 8192;
 
-double levelOf(PackedLevel packed) {
+double levelOfPacked(PackedLevel packed) {
     return packed == kNotMeasured ? double{traceRssiBuffer::kNoMeasurement} : unpacked(packed);
 }
 
@@ -22,7 +22,7 @@ bool packExactly(const std::vector<double>& row, PackedLevel* packed) {
     packLevels(row.data(), nullptr, row.size(), packed);
     bool isExact = true;
     for (std::size_t i = 0; i < row.size(); ++i) {
-        isExact &= levelOf(packed[i]) == row[i] && !(row[i] == 0.0 && std::signbit(row[i]));
+        isExact &= levelOfPacked(packed[i]) == row[i] && !(row[i] == 0.0 && std::signbit(row[i]));
     }
     return isExact;
 }
@@ -36,7 +36,7 @@ LevelRows::LevelRows(std::size_t columns)
 double LevelRows::level(std::size_t row, std::size_t column) const {
     const Block& block = blockOf(row);
     const std::size_t at = startOf(row) + column;
-    return block.isPacked ? levelOf(block.packed[at]) : block.whole[at];
+    return block.isPacked ? levelOfPacked(block.packed[at]) : block.whole[at];
 }
 
 void LevelRows::copyRow(std::size_t row, double* levels) const {
@@ -44,7 +44,7 @@ void LevelRows::copyRow(std::size_t row, double* levels) const {
     const std::size_t at = startOf(row);
     if (block.isPacked) {
         const PackedLevel* const packed = block.packed.data() + at;
-        std::transform(packed, packed + columns_, levels, levelOf);
+        std::transform(packed, packed + columns_, levels, levelOfPacked);
     } else {
         std::copy_n(block.whole.data() + at, columns_, levels);
     }
@@ -52,7 +52,7 @@ void LevelRows::copyRow(std::size_t row, double* levels) const {
 
 void LevelRows::unpack(Block& block) {
     block.whole.resize(block.packed.size());
-    std::transform(block.packed.begin(), block.packed.end(), block.whole.begin(), levelOf);
+    std::transform(block.packed.begin(), block.packed.end(), block.whole.begin(), levelOfPacked);
     block.packed = {};
     block.isPacked = false;
 }

@@ -18,18 +18,18 @@ std::string megabytes(double bytes) {
 
 /// "59 s", "3 min", "2 h 05 min"
 std::string durationText(double seconds) {
-    constexpr long long kMinute = 60;
-    constexpr long long kMost = 100LL * 24 * kMinute * kMinute;
+    constexpr long long kSixty = 60;  // seconds of a minute, minutes of an hour
+    constexpr long long kMost = 100LL * 24 * kSixty * kSixty;
     const long long whole = std::llround(std::min(std::ceil(seconds), static_cast<double>(kMost)));
-    if (whole < 2 * kMinute) {
+    if (whole < 2 * kSixty) {
         return std::to_string(whole) + " s";
     }
-    const long long minutes = (whole + kMinute - 1) / kMinute;
-    if (minutes < 2 * kMinute) {
+    const long long minutes = (whole + kSixty - 1) / kSixty;
+    if (minutes < 2 * kSixty) {
         return std::to_string(minutes) + " min";
     }
-    const long long rest = minutes % kMinute;
-    return std::to_string(minutes / kMinute) + (rest < 10 ? " h 0" : " h ") + std::to_string(rest) +
+    const long long rest = minutes % kSixty;
+    return std::to_string(minutes / kSixty) + (rest < 10 ? " h 0" : " h ") + std::to_string(rest) +
            " min";
 }
 

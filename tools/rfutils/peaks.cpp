@@ -95,7 +95,7 @@ private:
 
     std::vector<Column<Row>> columns(const ShownTimes& shown) {
         constexpr int kDecibelDecimals = 1;
-        constexpr int kShareDecimals = 3;
+        constexpr int kPresentDecimals = 3;
         const auto level = [this](double Signal::*levelOf) {
             return [this, levelOf](const Row& row) {
                 return levelCell(row.signal.*levelOf, format_, row.presenter, note_);
@@ -130,7 +130,7 @@ private:
                  [](const Row& row) {
                      return withDecimals(row.signal.maximum - row.signal.floor, kDecibelDecimals);
                  }},
-                {"present", number(&Signal::present, kShareDecimals)},
+                {"present", number(&Signal::present, kPresentDecimals)},
                 {"first", time(&Signal::first)},
                 {"last", time(&Signal::last)},
                 {"unit", [](const Row& row) { return row.presenter.unitName(); }, hasUnitColumn}};
