@@ -1,6 +1,8 @@
 #include "analysis/support/words.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 namespace rfu {
 
@@ -23,6 +25,23 @@ std::string withEscapedQuotes(std::string_view text) {
         result.append(c == '"' || c == '\\' ? 1 : 0, '\\').append(1, c);
     }
     return result;
+}
+
+int editDistance(QStringView from, QStringView to) {
+    std::vector<int> row(static_cast<std::size_t>(to.size()) + 1);
+    for (std::size_t i = 0; i < row.size(); ++i) {
+        row[i] = static_cast<int>(i);
+    }
+    for (const QChar character : from) {
+        int diagonal = row[0]++;
+        for (std::size_t i = 1; i < row.size(); ++i) {
+            const bool same = to[static_cast<qsizetype>(i) - 1] == character;
+            const int replaced = diagonal + int{!same};
+            diagonal = row[i];
+            row[i] = std::min({row[i] + 1, row[i - 1] + 1, replaced});
+        }
+    }
+    return row.back();
 }
 
 }  // namespace rfu

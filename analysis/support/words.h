@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringView>
 #include <string>
 #include <string_view>
 
@@ -10,5 +11,8 @@ bool isSameWord(std::string_view a, std::string_view b);
 
 /// A text as it stands between double quotes: a backslash before each quote and backslash in it.
 std::string withEscapedQuotes(std::string_view text);
+
+/// Insertions, deletions and replacements that lead from one text to the other.
+int editDistance(QStringView from, QStringView to);
 
 }  // namespace rfu

@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "analysis/units/unitNames.h"
 #include "qml/support/properties.h"
 
 namespace rfu::qml {
@@ -37,12 +38,12 @@ QStringList RfUnits::entryUnits() const {
 }
 
 QString RfUnits::quantity(const QString& unit) const {
-    const Unit* const known = findUnit(unit);
+    const Unit* const known = unitLike(unit);
     return known == nullptr ? QString() : known->traits().name.toString();
 }
 
 bool RfUnits::isField(const QString& unit) const {
-    const Unit* const known = findUnit(unit);
+    const Unit* const known = unitLike(unit);
     return known != nullptr && known->needsAntenna();
 }
 

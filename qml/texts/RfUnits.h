@@ -21,7 +21,7 @@ class RfUnits : public QObject {
 
 public:
     /// Tells what a unit measures.
-    /// @param unit  name of a unit
+    /// @param unit  name of a unit, also of one that comes about by a prefix, such as "kV/m"
     /// @return "level", "voltage", "power", "field strength level", "field strength", "power density
     ///         level", "power density", "magnetic field level" or "magnetic field"; empty for
     ///         another text
@@ -29,7 +29,7 @@ public:
 
     /// Tells whether a unit refers to an antenna: LevelText, LevelEntry and RangeHint then need its
     /// `frequency` and `gain`.
-    /// @param unit  name of a unit
+    /// @param unit  name of a unit, as for quantity()
     /// @return false for another text too
     Q_INVOKABLE bool isField(const QString& unit) const;
 

@@ -26,6 +26,9 @@ TestCase {
             { tag: "w/cm^2", quantity: "power density", isField: true },
             { tag: "dBA/m", quantity: "magnetic field level", isField: true },
             { tag: "A/m", quantity: "magnetic field", isField: true },
+            { tag: "kW/cm^2", quantity: "power density", isField: true },
+            { tag: "uA/m", quantity: "magnetic field", isField: true },
+            { tag: "kdBm", quantity: "", isField: false },
             { tag: "dbm", quantity: "", isField: false },
             { tag: "", quantity: "", isField: false }
         ]

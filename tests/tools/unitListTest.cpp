@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "analysis/units/relatedUnits.h"
 #include "runCommand.h"
-#include "support/relatedUnits.h"
 
 TEST(Units, takesNoArgument) {
     expectCommands({
@@ -61,7 +61,7 @@ TEST(Units, listAgreesWithConversion) {
 }
 
 TEST(Units, relatedOnesFollowFromUnitsThatAreShownAndRead) {
-    for (const rfu::command::RelatedUnit& unit : rfu::command::kRelatedUnits) {
+    for (const rfu::RelatedUnit& unit : rfu::kRelatedUnits) {
         SCOPED_TRACE(unit.relation);
         EXPECT_EQ(rfu::findUnit(unit.name), nullptr);
         const rfu::Unit* const known = rfu::findUnit(unit.known);

@@ -1,7 +1,6 @@
 #include <string>
 #include <string_view>
 
-#include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
@@ -32,22 +31,6 @@ private:
     const rfu::Unit* unit_ = nullptr;
 };
 
-/// @throw BadValue that distinguishes numbers in another notation from unknown units
-SplitValue quantityOf(std::string_view text) {
-    const auto quantity = splitValue(text);
-    if (!quantity) {
-        throw BadValue(quoted(text) + " is not a number with or without a unit");
-    }
-    const std::string_view rest = quantity->unit;
-    if (!rest.empty() && rest[0] == ',') {
-        throw BadValue{quoted(text) + " is not understood: numbers have a decimal point, no comma"};
-    }
-    if (!rest.empty() && quantity->value == 0.0 && (rest[0] == 'x' || rest[0] == 'X')) {
-        throw BadValue{quoted(text) + " is not understood: hexadecimal numbers are not read"};
-    }
-    return *quantity;
-}
-
 void runConvert(const CommandLine& line) {
     const Antenna antenna = antennaOf(line);
     const rfu::Unit& unit = *line.value<const rfu::Unit*>("to");
@@ -61,9 +44,11 @@ void runConvert(const CommandLine& line) {
         double dBm;
     };
     const auto read = [&](std::string_view text) {
-        const SplitValue quantity = quantityOf(text);
-        return Level{trimmed(text),
-                     levelOf(math, source.of(quantity.unit), quantity.value, antenna)};
+        const Entry entry = splitEntry(text);
+        if (!entry.refusal.empty()) {
+            throw BadValue(entry.refusal);
+        }
+        return Level{trimmed(text), levelOf(math, source.of(entry.unit), entry.value, antenna)};
     };
     const auto show = [&](const Level& level) {
         const std::string text = target.text(level.dBm);

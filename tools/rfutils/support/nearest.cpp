@@ -1,7 +1,8 @@
 #include "support/nearest.h"
 
 #include <algorithm>
-#include <cstddef>
+
+#include "analysis/support/words.h"
 
 namespace rfu::command {
 
@@ -25,23 +26,6 @@ bool isNear(const QString& wrong, const QString& known, int distance) {
 }
 
 }  // namespace
-
-int editDistance(QStringView from, QStringView to) {
-    std::vector<int> row(static_cast<std::size_t>(to.size()) + 1);
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        row[i] = static_cast<int>(i);
-    }
-    for (const QChar character : from) {
-        int diagonal = row[0]++;
-        for (std::size_t i = 1; i < row.size(); ++i) {
-            const bool same = to[static_cast<qsizetype>(i) - 1] == character;
-            const int replaced = diagonal + int{!same};
-            diagonal = row[i];
-            row[i] = std::min({row[i] + 1, row[i - 1] + 1, replaced});
-        }
-    }
-    return row.back();
-}
 
 std::string didYouMean(const QString& wrong, const std::vector<std::string>& known) {
     const QString typed = bareName(wrong);

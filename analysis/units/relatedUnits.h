@@ -4,7 +4,7 @@
 
 #include <QStringView>
 
-namespace rfu::command {
+namespace rfu {
 
 /// A unit that the instrument does not have, and how its values follow from those of one that it
 /// shows and reads.
@@ -42,4 +42,4 @@ inline constexpr RelatedUnit kRelatedUnits[] = {
     {u"nT",     u"A/m",   "1 nT = 0.0007958 A/m"}};
 // clang-format on
 
-}  // namespace rfu::command
+}  // namespace rfu
