@@ -223,6 +223,10 @@ NamedUnit unitToShow(std::string_view name) {
     return usableUnit(name, &Unit::canBeShown, notShowable);
 }
 
+const Unit* readAs(const Unit& unit) {
+    return unit.canBeRead() ? &unit : otherSpelling(unit.name.toString(), &Unit::canBeRead);
+}
+
 const Unit* unitLike(const QString& name) {
     const Unit* const unit = findUnit(name);
     return unit != nullptr ? unit : baseOfPrefixed(name);

@@ -24,6 +24,10 @@ NamedUnit unitToShow(std::string_view name);
 
 std::string nameOf(const Unit& unit);
 
+/// The unit in which values are read that were typed for a unit: itself, or its spelling for
+/// reading. Null where there is none.
+const Unit* readAs(const Unit& unit);
+
 /// The row of a name, or that of the unit behind the prefix of one that is only shown, such as A/m
 /// of "uA/m": its quantity and antenna. Null for any other text.
 const Unit* unitLike(const QString& name);

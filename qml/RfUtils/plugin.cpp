@@ -2,6 +2,8 @@
 #include <QQmlExtensionPlugin>
 
 #include "qml/lists/ToastModel.h"
+#include "qml/texts/LevelEntry.h"
+#include "qml/texts/LevelText.h"
 #include "qml/texts/RangeHint.h"
 #include "qml/texts/RfUnits.h"
 
@@ -20,6 +22,8 @@ public:
         qmlRegisterSingletonType<RfUnits>(
             uri, kMajor, kMinor, "RfUnits",
             [](QQmlEngine*, QJSEngine*) -> QObject* { return new RfUnits; });
+        qmlRegisterType<LevelEntry>(uri, kMajor, kMinor, "LevelEntry");
+        qmlRegisterType<LevelText>(uri, kMajor, kMinor, "LevelText");
         qmlRegisterType<RangeHint>(uri, kMajor, kMinor, "RangeHint");
         qmlRegisterType<ToastModel>(uri, kMajor, kMinor, "ToastModel");
     }

@@ -11,6 +11,11 @@ inline QString missingText() {
     return QStringLiteral("--");
 }
 
+/// Whether an antenna has such a centre frequency, in MHz.
+inline bool isFrequency(double frequency) {
+    return std::isfinite(frequency) && frequency > 0.0;
+}
+
 /// Gives a property a value.
 /// @return whether that is another value; NaN is the same as NaN
 template <typename T>

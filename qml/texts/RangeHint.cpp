@@ -57,7 +57,7 @@ QString RangeHint::textNow() const {
         text = presentation.makeBoundaryMsg(detail::toInt32(max_), detail::toInt32(min_), type_);
     } else {
         const Unit* const unit = rangeType(kDoubleRangeTypes, type_).convertedUnit();
-        if (unit != nullptr && unit->needsAntenna() && !(frequency_ > 0.0)) {
+        if (unit != nullptr && unit->needsAntenna() && !isFrequency(frequency_)) {
             return {};
         }
         presentation.fCenter = frequency_;

@@ -8,12 +8,16 @@ TestCase {
     id: test
     name: "Properties"
 
+    Component { id: levelText; LevelText { level: -50; unit: "V" } }
+    Component { id: levelEntry; LevelEntry { text: "5 V"; max: 0 } }
     Component { id: rangeHint; RangeHint { type: RangeHint.Dbuv; min: -30; max: 0 } }
     Component { id: toastModel; ToastModel {} }
 
     function test_survivesGarbageCollection_data() {
         return [
             { tag: "RfUnits", make: () => RfUnits, names: ["levelUnits", "fieldUnits", "entryUnits"] },
+            { tag: "LevelText", make: () => createTemporaryObject(levelText, test) },
+            { tag: "LevelEntry", make: () => createTemporaryObject(levelEntry, test) },
             { tag: "RangeHint", make: () => createTemporaryObject(rangeHint, test) },
             { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) }
         ]
