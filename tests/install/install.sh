@@ -98,7 +98,8 @@ message("plugin ${plugin}")'
     fi
 
     unset LD_LIBRARY_PATH
-    ldd "$modules/RfUtils/librfUtilsQml.so" | grep -qF "$modules/RfUtils/../../../librfUtils.so."
+    ldd "$modules/RfUtils/librfUtilsQml.so" >libraries.txt
+    grep -qF "$modules/RfUtils/../../../librfUtils.so." libraries.txt
     "$BUILD/tests/qml/qml_runner" -import "$modules" -input "$SOURCE/tests/qml/tst_units.qml"
 }
 
