@@ -196,7 +196,7 @@ private:
     HeaderCheck header_;
     long long headerLines_ = 0;
     long long rows_ = 0;
-    long long nextRow_ = 0;            // that the loader has to place the next row in
+    long long nextRow_ = 0;            // the grid row that the loader fills next
     std::vector<long long> rowLines_;  // of as many rows as a grid has, and one more
 };
 

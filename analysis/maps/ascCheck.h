@@ -11,7 +11,7 @@ struct AscCheck {
     bool hasNoData = false;  // whether the file names such a value
 };
 
-/// Everything in an ASC grid that loadASCFile() does not read as it is written.
+/// Everything in an ASC grid that loadASCFile() reads differently from what is written.
 /// @throw InputError where the file cannot be read
 AscCheck checkAsc(const QString& file);
 

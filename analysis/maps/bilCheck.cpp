@@ -193,7 +193,7 @@ Findings checkBil(const QString& file, const HdrCheck& header) {
         findings.add("cells-left-over",
                      holds(" bytes, of which ") + std::to_string(needed) + " are read");
     }
-    // By this the loader recognises Unicode text, which it decodes.
+    // The loader takes a byte-order mark as the beginning of Unicode text and decodes it.
     if (QTextCodec::codecForUtfText(cells.peek(kCellBytes), nullptr) != nullptr) {
         findings.add("unicode-mark", "its first cell would be taken for the mark of Unicode text");
     }

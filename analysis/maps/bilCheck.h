@@ -16,11 +16,12 @@ struct HdrCheck {
     bool hasNoData = false;  // whether the file names such a value
 };
 
-/// Everything in the header of a BIL grid by which the grid is not read as it is written.
+/// Everything in the header of a BIL grid because of which the grid is read differently from what is
+/// written.
 /// @throw InputError where the file cannot be read
 HdrCheck checkHdr(const QString& file);
 
-/// The same in the cells that belong to a header without errors.
+/// The same for the cells. @pre the header has no errors
 /// @throw InputError where the file cannot be read
 Findings checkBil(const QString& file, const HdrCheck& header);
 

@@ -23,8 +23,8 @@ struct CellGrid {
 
     QPointF middle() const { return {(west + east) / 2.0, (south + north) / 2.0}; }
 
-    /// The cell that holds a point. A point on the border of cells belongs to the one at its right
-    /// or below, on the map's own right or lower edge to the last one.
+    /// The cell that holds a point. A point on the border of two cells belongs to the eastern or southern
+    /// one; on the eastern or southern edge of the map it belongs to the last cell.
     /// @return nothing outside the map
     std::optional<QPoint> cellAt(QPointF point) const;
 };
@@ -39,7 +39,7 @@ CellGrid requireGrid(const Raster& raster, const QString& file);
 /// @throw InputError outside the map
 QPoint requireCell(const CellGrid& grid, QPointF point, const QString& file);
 
-/// A map coordinate for people: nine digits.
+/// A map coordinate as text with nine significant digits.
 std::string coordinateText(double coordinate);
 /// "437000,5265000.5"
 std::string pointText(QPointF point);

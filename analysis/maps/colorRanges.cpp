@@ -29,7 +29,7 @@ double ColorRange::distance(double value) const {
 
 QRgb ColorRange::color(double value) const {
     const double part = (value - low) / (high - low);
-    // A range of one value has no inside; values beyond it take its ends.
+    // A range of a single value: smaller values have the colour of one end, larger ones that of the other.
     const double used = std::isnan(part) ? 0.0 : std::clamp(part, 0.0, 1.0);
     const auto between = [used](double from, double to) {
         return static_cast<int>(std::lround(from + (to - from) * used));

@@ -7,7 +7,7 @@
 
 namespace rfu {
 
-/// The colours of the values from one to another, which may be the smaller one.
+/// A range of values with the colours at its ends. The second value may be the smaller one.
 struct ColorRange {
     struct Color {
         double red;
@@ -21,14 +21,14 @@ struct ColorRange {
     Color highColor;
 
     bool holds(double value) const;
-    /// From a value to the nearer end.
+    /// The distance from a value to the nearer end.
     double distance(double value) const;
-    /// Linear between the ends, beyond them that of the nearer one.
+    /// The colour of a value: linear between the ends, beyond them that of the nearer end.
     QRgb color(double value) const;
 };
 
-/// The entries of a raster's colour table. Where only the default table is there, a ramp from black
-/// at the smallest measured value to white at the largest; none where nothing was measured.
+/// The entries of a raster's colour table. If there is only the default table: a ramp from black at the
+/// smallest measured value to white at the largest, or nothing if no cell was measured.
 std::vector<ColorRange> colorRangesOf(const Raster& raster);
 
 }  // namespace rfu

@@ -16,19 +16,19 @@ namespace {
 
 constexpr double kDegreesPerRadian = detail::utm::kDegreesPerRadian;
 
-/// As the library converts it, but not rounded.
+/// The conversion of the library without its rounding.
 Place placeOf(QPointF point, const veltaGEO& map) {
     const auto place =
         detail::utm::placeOf(point.x(), point.y(), map.utmZone, map.southHemisphere != 0);
     return {place.latitude * kDegreesPerRadian, place.longitude};
 }
 
-/// A longitude within half a turn of another one.
+/// The longitude, moved by full turns to within 180 degrees of another one.
 double longitudeNear(double longitude, double other) {
     return other + std::remainder(longitude - other, 360.0);
 }
 
-/// By Newton's method, with differences over a kilometre for the derivatives.
+/// Newton's method; the derivatives are differences over one kilometre.
 std::optional<QPointF> utmPointAt(const Place& place, const veltaGEO& map, QPointF point) {
     constexpr int kMaxSteps = 30;  // five are enough within a zone
     constexpr double kStep = 1000.0;
@@ -57,8 +57,8 @@ std::optional<QPointF> utmPointAt(const Place& place, const veltaGEO& map, QPoin
     return std::nullopt;
 }
 
-/// Whether a georeference and the raster itself place a control point alike: within a cell, since
-/// some count pixels from the corner and some from the centre, and the library keeps singles.
+/// Whether a georeference and the raster itself agree on a control point within one cell: some programs
+/// count pixels from the corner, others from the centre, and the library stores singles.
 bool isAt(const PointAsRead& point, const CellGrid& grid) {
     const auto isNear = [&](float given, double expected) {
         const double rounding = 2.0 * static_cast<double>(std::numeric_limits<float>::epsilon());

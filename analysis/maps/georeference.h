@@ -16,13 +16,13 @@ struct Place {
 };
 
 /// The georeference beside a raster: FILE.tab.
-/// @throw InputError as loadTab() does, and where there is none, or one that is of another raster,
-/// does not say what its coordinates are, or places the map elsewhere than the raster itself does
+/// @throw InputError as loadTab() does; also where there is no such file, or it belongs to another raster,
+/// does not name its coordinates, or contradicts the origin and cell size of the raster
 TabFile loadTabBeside(const QString& rasterFile, const CellGrid& grid);
 
-/// The point of the map that the library converts to a place.
+/// The map coordinates that the library converts to a place on the Earth.
 /// @param near a point of the map
-/// @return nothing where there is none, far from the map's zone
+/// @return nothing far from the map's zone, where there are none
 std::optional<QPointF> pointAt(const Place& place, const TabFile& tab, QPointF near);
 
 /// Whether map coordinates are degrees: the georeference beside the raster says so or, where none

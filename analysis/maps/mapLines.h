@@ -33,19 +33,19 @@ public:
     const char* next();
 
     long long number() const { return lines_.number(); }
-    /// The last line's end, which is not its first NUL where it holds others.
+    /// The end of the last line; the line may contain NULs before it.
     const char* lineEnd() const { return lines_.lineEnd(); }
 
     /// Reports the end of the last line if the loader cuts it (line-cut).
     void checkLength();
-    /// Reports text of the last line that stands behind a NUL (text-after-nul).
+    /// Reports text of the last line behind a NUL (text-after-nul).
     void checkNul();
 
-    /// Of a character of the last line, counted from 1.
+    /// The column of a character in the last line, counted from 1.
     long long columnOf(const char* at) const { return at - line_ + 1; }
 
     /// Adds a finding about the last line.
-    /// @param at the character meant, null for the line as a whole
+    /// @param at the character that the finding is about; null for the whole line
     void report(std::string_view rule, const char* at, std::string text);
 
     /// The value of a token of the last line. Reports one that is not a decimal number as a whole

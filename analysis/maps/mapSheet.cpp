@@ -34,8 +34,8 @@ void drawCross(QPainter& painter, QPointF at) {
     }
 }
 
-/// Above the mark in the upper half of the sheet, below it in the lower one: outside the map for
-/// the usual marks at its corners.
+/// The label is above its mark in the upper half of the sheet and below it in the lower half, so that
+/// labels of marks at the corners are outside the map.
 void drawLabel(QPainter& painter, QPointF at, const MapMark& mark, QSizeF sheet) {
     const QFontMetricsF bold(fontOf(kLabelSize, true));
     const QFontMetricsF plain(fontOf(kLabelSize, false));

@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kEarthRadius = 6371000.0;  // metres
 constexpr double kPi = 3.14159265358979323846;
-// Above it the loss counts, which is 0 dB there but for rounding.
+// Below it the loss is 0 dB; at it the formula gives 0 dB too, apart from rounding.
 constexpr double kLeastParameter = -0.78;
 
 }  // namespace

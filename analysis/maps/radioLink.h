@@ -9,15 +9,15 @@ namespace rfu {
 
 // A radio link over a terrain profile in metres (docs/propagation.md has formulas and sources).
 
-/// How far the terrain reaches up towards the line of sight because the Earth is round.
-/// @param d1, d2 to the two ends
+/// By how much the curvature of the Earth raises the terrain relative to a straight line, in metres.
+/// @param d1, d2 distances to the two ends, metres
 /// @param k the effective Earth's radius over the true one
 double earthBulge(double d1, double d2, double k);
 
-/// The radius of the first Fresnel zone.
+/// The radius of the first Fresnel zone, in metres.
 double fresnelRadius(double d1, double d2, double wavelength);
 
-/// The diffraction parameter of a knife edge; negative where the line of sight is clear.
+/// The diffraction parameter ν of a knife edge; negative where the line of sight is clear.
 double diffractionParameter(double clearance, double d1, double d2, double wavelength);
 
 /// In dB.
@@ -27,7 +27,7 @@ double knifeEdgeLoss(double parameter);
 double freeSpaceLoss(double distance, double wavelength);
 
 struct RadioLink {
-    double startHeight;  // of the antennas above ground, metres
+    double startHeight;  // metres, of the antennas above ground
     double endHeight;
     double frequency;  // MHz
     double k;
@@ -37,7 +37,7 @@ struct RadioLink {
 
 /// The line of sight above a sample of the terrain, in metres.
 struct ClearancePoint {
-    double distance;  // from the start
+    double distance;  // from the start of the link
     double terrain;
     double bulge;
     double lineOfSight;
@@ -50,11 +50,11 @@ struct ClearancePoint {
 /// The share of the first Fresnel zone's radius that a clear path needs.
 inline constexpr double kClearRatio = 0.6;
 
-/// One for each sample; what depends on terrain that was not measured is NaN.
+/// One for each sample of the profile; values that depend on terrain that was not measured are NaN.
 std::vector<ClearancePoint> clearancesOf(const TerrainProfile& profile, const RadioLink& link);
 
-/// The point with the smallest ratio, the ends left out; nothing where no terrain is measured
-/// between them.
+/// The point with the smallest ratio of clearance and radius, without the two ends; nothing if no terrain
+/// is measured between them.
 std::optional<ClearancePoint> leastClear(const std::vector<ClearancePoint>& points);
 
 }  // namespace rfu

@@ -19,8 +19,8 @@ namespace rfu {
 
 namespace {
 
-/// The library decodes float BIL files by the locale's codec: while this lives, one that keeps
-/// every byte.
+/// Sets a codec that keeps every byte during its lifetime: the library decodes float BIL files by the
+/// codec of the locale.
 class ByteCodec {
 public:
     ByteCodec() : before_(QTextCodec::codecForLocale()) {
@@ -211,7 +211,7 @@ RasterStatistics statisticsOf(const Raster& raster) {
     if (result.measured > 0) {
         result.smallest = smallest;
         result.largest = largest;
-        // The sum is rounded, and the decimal that stands for a single may be on either side of it.
+        // The sum is rounded, and the decimal text of a single may differ from it to either side.
         result.mean = std::clamp(sum / static_cast<double>(result.measured), decimalOf(smallest),
                                  decimalOf(largest));
     }

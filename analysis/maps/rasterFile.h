@@ -12,10 +12,13 @@
 
 namespace rfu {
 
-/// What lies at the origin that a raster gives.
-enum class Origin { LowerLeftCorner, UpperLeftCentre };  // of the map; of a cell
+/// What the origin in a raster file means.
+enum class Origin {
+    LowerLeftCorner,  // of the map
+    UpperLeftCentre   // the centre of the upper left cell
+};
 
-/// A raster map with its colours, as the library loads it, and what the library leaves open.
+/// A raster map with its colours as the library loads it, and what the library does not tell about it.
 struct Raster {
     std::unique_ptr<veltaGEO> map;
     Origin origin = Origin::LowerLeftCorner;
@@ -23,7 +26,7 @@ struct Raster {
     bool hasNoData = true;  // false where the file names no such value
 
     float cell(int column, int row) const { return map->grid[row][column]; }
-    /// Whether a value says something: it is finite and not the no-data value.
+    /// Whether a value was measured: it is finite and not the no-data value.
     bool isMeasured(float value) const {
         return std::isfinite(value) && !(hasNoData && value == map->noData);
     }

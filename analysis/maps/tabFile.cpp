@@ -87,7 +87,7 @@ public:
                 continue;
             }
             lines_.checkLength();
-            std::string text(line);  // in which tabLine() writes
+            std::string text(line);  // tabLine() changes it
             const detail::TabLine tabLine = detail::tabLine(text.data());
             if (tabLine.kind != detail::TabLine::Kind::Ignored || countsWithoutNul(line)) {
                 lines_.checkNul();
@@ -141,7 +141,7 @@ private:
             if (tokens[0].text != key) {
                 lines_.report("key-case", tokens[0].raw.begin,
                               tokens[0].text + " is not read, only " + std::string(key));
-            } else if (key != "CoordSys") {  // which has other numbers of values in other systems
+            } else if (key != "CoordSys") {  // its number of values depends on the system
                 lines_.report("key-needs-one-value", tokens[0].raw.begin,
                               tokens[0].text + " is not read: the line is a key and a value");
             }
@@ -202,7 +202,7 @@ private:
                                 lines_.checkNumber(tokens[3].raw)};
     }
 
-    /// Once the points are converted, nothing may come that the conversion would need.
+    /// Reports lines that the conversion of the points needs and that come only after it.
     void reportMisplacedUnits() {
         if (convertingLine_ != 0 && !std::exchange(isMisplacedReported_, true)) {
             findings_.add("units-misplaced", convertingLine_, 0,

@@ -12,7 +12,7 @@ namespace rfu {
 
 namespace {
 
-// In cells: what lies nearer together is the same place.
+// In cells: places closer to each other than this are the same.
 constexpr double kSameSample = 1e-3;
 constexpr double kSameCentre = 1e-6;
 
@@ -22,7 +22,7 @@ QPointF amongCentres(QPointF point, const CellGrid& grid) {
             std::clamp((grid.north - point.y()) / grid.cellSize - 0.5, 0.0, grid.rows - 1.0)};
 }
 
-/// A centre and how far the way to the next one is done.
+/// The index of a cell centre, and the share of the way from it to the next one.
 struct Step {
     int index;
     double part;
@@ -55,7 +55,7 @@ double heightAt(QPointF centres, const Raster& raster) {
     return height;
 }
 
-/// Adds where a way from one position to another passes whole numbers, as shares of the way.
+/// Adds the shares of the way from one position to another at which it passes whole numbers.
 void addCrossings(std::vector<double>& shares, double from, double to) {
     if (from == to) {
         return;

@@ -16,9 +16,10 @@ struct TerrainProfile {
     std::vector<double> heights;    // NaN where it was not measured
 };
 
-/// Samples lie where the line crosses a row or a column of cell centres, and halfway between two
-/// such places: in between the terrain has no edge. Heights are bilinear between the centres of the
-/// four cells around; in the outer half of the outermost cells those of the cells themselves.
+/// Samples lie where the line crosses a row or a column of cell centres, and halfway between two such
+/// places. Between them the terrain is smooth: heights are bilinear between the centres of the four
+/// nearest cells. The outer half of the outermost cells has the heights of the nearest places among the
+/// centres.
 /// @throw InputError for ends outside the map, at the same place or where nothing is measured
 TerrainProfile terrainBetween(QPointF start, QPointF end, const Raster& raster,
                               const CellGrid& grid, const QString& file);

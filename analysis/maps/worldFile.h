@@ -12,7 +12,7 @@ namespace rfu {
 /// pixel).
 std::string worldFileOf(const CellGrid& grid);
 
-/// Its name, by which those programs find it: "map.png" has "map.pgw".
+/// The name under which those programs look for it: "map.pgw" for "map.png".
 QString worldFileName(const QString& picture);
 
 }  // namespace rfu

@@ -9,7 +9,7 @@ namespace rfu {
 namespace {
 
 constexpr double kMinSpan = 1e-250;     // its ticks are still normal doubles
-constexpr double kStepRounding = 1e-3;  // of a step: a tick this far outside is still at the end
+constexpr double kStepRounding = 1e-3;  // of a step: a tick this little outside counts as the end
 
 /// The smallest of 1, 2, 5, 10, 20, ... that is not below a step.
 double roundStep(double step) {
@@ -26,7 +26,7 @@ constexpr double kPixelsPerTick = 40.0;
 
 }  // namespace
 
-int uprightTicks(double pixels) {
+int verticalTicks(double pixels) {
     return static_cast<int>(std::clamp(pixels / kPixelsPerTick, 1.0, 1.0 * Axis::kWantedTicks));
 }
 

@@ -11,8 +11,8 @@ struct ValueRange {
     double high;
 };
 
-/// How many ticks, 40 pixels or more apart, an upright axis has room for, up to Axis::kWantedTicks.
-int uprightTicks(double pixels);
+/// How many ticks a vertical axis has room for, 40 pixels or more apart; at most Axis::kWantedTicks.
+int verticalTicks(double pixels);
 
 /// The range of values along an axis and the round numbers (ticks) on it: multiples of 1, 2 or 5
 /// times a power of ten, not many more of them than wanted.
@@ -26,7 +26,7 @@ public:
     static constexpr int kWantedTicks = 10;
     // The significant digits of the longest labels that fit
     static constexpr int kPlaceDigits = 12;  // between the ticks of a horizontal axis
-    static constexpr int kLevelDigits = 7;   // beside an upright axis
+    static constexpr int kLevelDigits = 7;   // beside a vertical axis
 
     /// A range that is empty, or so narrow that neighbouring ticks would have the same label, is
     /// widened by 1 % of its lower end to both sides, by 0.5 at least.
@@ -46,7 +46,7 @@ public:
     /// 0 at the low end, 1 at the high end.
     double position(double value) const { return (value - low_) / (high_ - low_); }
 
-    /// Ascending, within the range but for rounding.
+    /// Ascending; within the range, apart from rounding.
     std::vector<double> ticks() const;
     QString label(double tick) const;
 

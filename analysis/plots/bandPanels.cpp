@@ -21,7 +21,7 @@ Axis axisOf(const BandPanel& panel, bool isCounted, int wantedTicks) {
             Axis::kPlaceDigits, isCounted ? 1.0 : 0.0, wantedTicks};
 }
 
-/// The ticks of as many as wanted whose labels do not touch; the low end where there is no tick.
+/// As many ticks as possible whose labels do not touch; the low end of the axis if there is none.
 std::vector<PlaceTick> ticksOf(const BandPanel& panel, bool isCounted,
                                const QFontMetricsF& metrics) {
     std::vector<PlaceTick> ticks;
@@ -31,7 +31,7 @@ std::vector<PlaceTick> ticksOf(const BandPanel& panel, bool isCounted,
         double widest = 0.0;
         for (const double place : axis.ticks()) {
             if (isCounted && place >= axis.high()) {
-                break;  // behind the last point
+                break;  // after the last point
             }
             ticks.push_back({panel.x(place), axis.label(place)});
             widest = std::max(widest, metrics.horizontalAdvance(ticks.back().label));
@@ -51,12 +51,12 @@ class PlacedTicks {
 public:
     explicit PlacedTicks(const QFontMetricsF& metrics) : metrics_(metrics) {}
 
-    /// Whether a label right of all others could begin left of a place.
+    /// Whether a label to the right of all others could begin left of x.
     bool hasRoomBefore(double x) const {
         return ticks_.empty() || x > ticks_.back().at + halfOf(ticks_.back()) + kBetweenLabels;
     }
 
-    /// Leaves it out if it touches another.
+    /// Adds a tick unless its label touches another.
     void add(const PlaceTick& tick) {
         const auto next = std::find_if(ticks_.begin(), ticks_.end(), [&](const PlaceTick& placed) {
             return placed.at > tick.at;
@@ -141,7 +141,7 @@ std::vector<PlaceTick> BandPanels::ticks() const {
     const QFontMetricsF metrics(fontOf(13));
     PlacedTicks placed(metrics);
     std::vector<PlaceTick> rest;
-    // One for each panel comes first.
+    // First one for each panel, the one nearest to its middle.
     for (const BandPanel& panel : panels_) {
         if (!placed.hasRoomBefore(panel.right)) {
             continue;

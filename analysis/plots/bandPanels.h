@@ -11,14 +11,14 @@
 namespace rfu {
 
 struct PlaceTick {
-    double at;  // pixel
+    double at;  // pixels from the left edge of the picture
     QString label;
 };
 
 /// The columns of a picture that show one band.
 struct BandPanel {
     int left;
-    int right;  // behind its last column
+    int right;  // the column after its last one
     Axis axis;
 
     double x(double place) const { return left + axis.position(place) * (right - left); }
@@ -29,17 +29,18 @@ struct BandPanel {
 class BandPanels {
 public:
     /// @param points number of points, also of a recording without frequencies
-    /// @param left, right columns for all panels, right behind the last
+    /// @param left, right the first column of all panels, and the one after their last
     BandPanels(const FrequencyAxis& axis, std::size_t points, int left, int right);
 
     const std::vector<BandPanel>& panels() const { return panels_; }
 
-    /// The points of each column in which one begins. It shows them up to endOf().
+    /// The columns in which a point begins, with their points. What such a column shows extends to
+    /// endOf().
     const std::vector<ColumnPoints>& columns() const { return columns_; }
-    /// Where the next one begins, or its panel ends.
+    /// The column at which the next of columns() begins, or the panel ends.
     int endOf(std::size_t column) const { return ends_[column]; }
 
-    /// Of all panels; their labels do not touch. Needs a QGuiApplication.
+    /// The ticks of all panels; their labels do not touch. Needs a QGuiApplication.
     std::vector<PlaceTick> ticks() const;
 
 private:
@@ -47,7 +48,7 @@ private:
     void addColumns(const FrequencyAxis& axis, std::size_t points);
 
     std::vector<BandPanel> panels_;
-    bool areCounted_;  // whether only whole places mean something
+    bool areCounted_;  // whether the places are numbers of points
     std::vector<ColumnPoints> columns_;
     std::vector<int> ends_;  // of the columns
 };

@@ -37,20 +37,20 @@ void forEachRun(const std::vector<ColumnValues>& columns, Use use) {
 
 // What lies above or below the plotting area is left out here, because SVG knows no clip.
 
-/// Where a line that is not level reaches a height.
+/// The point at which a line that is not horizontal crosses a height.
 QPointF reaching(const QPointF& from, const QPointF& to, double y) {
     const double part = (y - from.y()) / (to.y() - from.y());
     return {from.x() + part * (to.x() - from.x()), y};
 }
 
-/// A point of a line at the height nearest to its end that is in the area.
+/// An end of a line, moved along the line into the area.
 QPointF endInside(const QPointF& end, const QPointF& other, const QRectF& area) {
     const double y = std::clamp(end.y(), area.top(), area.bottom());
     return y == end.y() ? end : reaching(end, other, y);
 }
 
-/// Draws the parts of a line that are in the area, together with those in the path, once there are
-/// enough of them.
+/// Adds the parts of a line within the area to the path. A path that is long enough is drawn, and a new
+/// one begins.
 void addInside(QPainter& painter, QPainterPath& path, const QPolygonF& line, const QRectF& area) {
     for (int i = 1; i < line.size(); ++i) {
         const QPointF& from = line[i - 1];
@@ -71,7 +71,7 @@ void addInside(QPainter& painter, QPainterPath& path, const QPolygonF& line, con
     }
 }
 
-/// The line with its parts outside the area moved to the edge of the area.
+/// The line, with its parts above or below the area moved to the edge of the area.
 QPolygonF movedInside(const QPolygonF& line, const QRectF& area) {
     QPolygonF moved;
     for (int i = 0; i < line.size(); ++i) {
@@ -161,7 +161,7 @@ void Curves::drawLine(QPainter& painter, const std::vector<double>& values,
     QPolygonF dots;
     forEachRun(columns, [&](std::size_t first, std::size_t end) {
         if (end - first == 1 && columns[first].minimum == columns[first].maximum) {
-            QPolygonF points;  // without neighbours, which a line needs
+            QPolygonF points;  // only one, and a line needs two
             appendPoints(points, values, first);
             if (!points.isEmpty() && frame_.shows(columns[first].first)) {
                 dots << points.first();
@@ -180,8 +180,8 @@ void Curves::drawLine(QPainter& painter, const std::vector<double>& values,
     }
 }
 
-/// A line through the columns. A crowded one is an upright stroke.
-/// @param path what is not drawn yet
+/// Draws a line through the columns. A crowded column is a vertical stroke.
+/// @param path collects what is not drawn yet
 void Curves::drawRun(QPainter& painter, QPainterPath& path, const std::vector<double>& values,
                      const std::vector<ColumnValues>& columns, std::size_t first,
                      std::size_t end) const {

@@ -18,7 +18,7 @@ namespace rfu {
 class Curves {
 public:
     /// @param places of the points, ascending, on the frame's axis
-    /// @param breaks points to which no line leads from the one before, ascending
+    /// @param breaks indexes of points that are not joined to the one before, ascending
     Curves(const std::vector<double>& places, std::vector<std::size_t> breaks,
            const PlotFrame& frame);
 

@@ -28,13 +28,14 @@ struct ColumnValues {
     double minimum;
     double maximum;
     std::size_t measured;  // number of finite values
-    bool isJoined;  // every point between the previous measured one and the first was measured
-                    // too, and no break lies there
+    // Whether a line joins the first measured point to the one before it: between them there is neither
+    // a break nor a point that was not measured.
+    bool isJoined;
 };
 
 /// The values of each group; a value that is not finite was not measured.
 /// @param values of all points
-/// @param breaks points to which no line leads from the one before, ascending
+/// @param breaks indexes of points that are not joined to the one before, ascending
 std::vector<ColumnValues> decimate(const double* values, const std::vector<ColumnPoints>& groups,
                                    const std::vector<std::size_t>& breaks = {});
 

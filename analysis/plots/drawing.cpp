@@ -15,7 +15,8 @@ void paintOn(QPaintDevice& device, const Drawing& drawing) {
     QPainter painter(&device);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setRenderHint(QPainter::TextAntialiasing);
-    painter.setFont(fontOf(13));  // SVG names the font from the beginning: not that of the system
+    // SVG names a font even before the first text: without this one, that of the system.
+    painter.setFont(fontOf(13));
     painter.fillRect(QRect(QPoint(0, 0), drawing.size), kPaper);
     drawing.paint(painter);
 }
@@ -42,7 +43,7 @@ QByteArray svgOf(const Drawing& drawing) {
     generator.setResolution(kCssPixelsPerInch);
     generator.setSize(drawing.size);
     generator.setViewBox(QRect(QPoint(0, 0), drawing.size));
-    generator.setTitle(qtText(drawing.title).toHtmlEscaped());  // it is written as it stands
+    generator.setTitle(qtText(drawing.title).toHtmlEscaped());  // Qt does not escape it
     generator.setDescription({});
     paintOn(generator, drawing);
     return bytes.data();

@@ -22,8 +22,8 @@ QImage imageOf(const Drawing& drawing);
 /// Whether this build has Qt SVG, which svgOf() needs.
 bool canWriteSvg();
 
-/// The same drawing has the same bytes everywhere where the fonts have the same widths; texts stay
-/// texts. @pre canWriteSvg()
+/// Texts are written as text. The bytes depend on nothing but the drawing and the widths of the font.
+/// @pre canWriteSvg()
 QByteArray svgOf(const Drawing& drawing);
 
 }  // namespace rfu

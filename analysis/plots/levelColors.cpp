@@ -10,8 +10,8 @@ namespace {
 
 constexpr double kLowestShare = 0.01;
 constexpr double kHighestShare = 0.999;
-constexpr double kEntryRounding = 1e-9;  // of an entry: a level this far below it has its colour
-constexpr double kLevelMargin = 0.5;     // dB, around levels that are all alike
+constexpr double kEntryRounding = 1e-9;  // of an entry, at the border of two entries
+constexpr double kLevelMargin = 0.5;     // dB, added to both sides where all levels are equal
 
 }  // namespace
 

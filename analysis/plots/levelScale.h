@@ -8,11 +8,11 @@
 
 namespace rfu {
 
-/// How levels in dBm are told in another unit: either a level too, by an offset, or a linear number,
-/// whose axis is logarithmic then.
+/// How levels in dBm are shown in another unit: a logarithmic unit differs by an offset, a linear one
+/// is shown on a logarithmic axis.
 struct LevelScale {
     std::string unit = "dBm";
-    double atZero = 0.0;             // what 0 dBm are in the unit
+    double atZero = 0.0;             // the value of 0 dBm in the unit
     double decibelsPerDecade = 0.0;  // of a linear unit; 0 for the others
 
     bool isLinear() const { return decibelsPerDecade > 0.0; }
@@ -27,7 +27,7 @@ struct LevelTick {
 };
 
 /// Round numbers of the unit, ascending; linear ones with a prefix and the unit.
-/// @param wanted not many more than these
+/// @param wanted about how many
 std::vector<LevelTick> levelTicks(const LevelScale& scale, const LevelRange& range, int wanted);
 
 }  // namespace rfu

@@ -22,16 +22,16 @@ constexpr double kBeforeName = 33.0;  // from the beginning of the line
 constexpr double kBetweenEntries = 28.0;
 constexpr double kPixelsPerPlace = 110.0;  // a label of the horizontal axis and the blank behind it
 
-Axis acrossAxis(const AxisRange& range, double pixels) {
+Axis horizontalAxis(const AxisRange& range, double pixels) {
     const double ticks = std::clamp(pixels / kPixelsPerPlace, 1.0, 1.0 * Axis::kWantedTicks);
     return {range.values.low, range.values.high, Axis::Ends::Exact,
             range.maxDigits,  range.minStep,     static_cast<int>(ticks)};
 }
 
-Axis uprightAxis(const AxisRange& range, const std::optional<ValueRange>& wanted, double pixels) {
+Axis verticalAxis(const AxisRange& range, const std::optional<ValueRange>& wanted, double pixels) {
     const ValueRange& values = wanted ? *wanted : range.values;
     return {values.low,      values.high,   wanted ? Axis::Ends::Exact : Axis::Ends::Rounded,
-            range.maxDigits, range.minStep, uprightTicks(pixels)};
+            range.maxDigits, range.minStep, verticalTicks(pixels)};
 }
 
 void drawGridLine(QPainter& painter, QPointF from, QPointF to) {
@@ -45,8 +45,8 @@ void drawGridLine(QPainter& painter, QPointF from, QPointF to) {
 PlotFrame::PlotFrame(const PlotShape& shape, const AxisRange& across, const AxisRange& up,
                      std::vector<CurveStyle> legend)
     : size_(shape.size),
-      across_(acrossAxis(across, size_.width() - kLeft - kRight)),
-      up_(uprightAxis(up, shape.values, size_.height() - kTop - kBottom)) {
+      across_(horizontalAxis(across, size_.width() - kLeft - kRight)),
+      up_(verticalAxis(up, shape.values, size_.height() - kTop - kBottom)) {
     arrangeLegend(legend);
     area_ = QRectF(kLeft, top_, size_.width() - kLeft - kRight, size_.height() - top_ - kBottom);
 }

@@ -19,7 +19,7 @@ struct PlotShape {
     static constexpr QSize kLargest = QSize(10000, 10000);
 
     QSize size = kUsual;               // of the whole, in pixels
-    std::optional<ValueRange> values;  // of the upright axis; all values without
+    std::optional<ValueRange> values;  // of the vertical axis; without, all values
 };
 
 /// What an axis has to show.
@@ -41,8 +41,8 @@ struct CurveStyle {
 /// fonts.
 class PlotFrame {
 public:
-    /// The horizontal axis ends at its values. So does the upright one where the shape gives them;
-    /// else it is rounded to the next ticks.
+    /// The horizontal axis spans exactly its values. So does the vertical one where the shape gives
+    /// them; else it is extended to the next ticks.
     PlotFrame(const PlotShape& shape, const AxisRange& across, const AxisRange& up,
               std::vector<CurveStyle> legend);
 
@@ -55,14 +55,14 @@ public:
     const QRectF& area() const { return area_; }
     double x(double place) const { return area_.left() + across_.position(place) * area_.width(); }
     double y(double value) const { return area_.bottom() - up_.position(value) * area_.height(); }
-    /// Of the upright axis.
+    /// The lowest value of the vertical axis.
     double lowest() const { return up_.low(); }
-    /// Whether the upright axis reaches to a value.
+    /// Whether a value lies within the vertical axis.
     bool shows(double value) const { return value >= up_.low() && value <= up_.high(); }
 
     void drawTitle(QPainter& painter, const QString& title) const;
     void drawLegend(QPainter& painter) const;
-    /// Fills the plotting area too.
+    /// Also fills the plotting area.
     void drawAxes(QPainter& painter, const QString& acrossName, const QString& upName) const;
 
 private:

@@ -8,13 +8,13 @@
 
 namespace rfu {
 
-/// A picture that is made row by row, so that it is never held. Each pixel is an entry of its colours.
+/// A picture that is made row by row, so that it is never held. Each pixel is an index of its colours.
 struct PixelRows {
     using Use = std::function<bool(const uchar* row)>;
 
     QSize size;  // sides from 1 to 1000000
     QVector<QRgb> colors;
-    /// Calls use(row) with each row, the topmost first, until it answers false.
+    /// Calls use(row) with each row, the topmost first, until it returns false.
     std::function<void(const Use& use)> forEachRow;
 };
 

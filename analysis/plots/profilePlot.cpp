@@ -28,8 +28,8 @@ const QColor kZoneFill(0x1f, 0x4e, 0x79, 32);
 const QColor kMast(0x2b, 0x33, 0x3d);
 const QColor kLeast(0x7a, 0x3e, 0x9d);
 
-/// The line of sight and the first Fresnel zone around it, closer together towards the ends, where
-/// its radius changes fast.
+/// The line of sight and the first Fresnel zone around it. The points lie closer together towards the
+/// ends, where the radius changes fast.
 struct Zone {
     explicit Zone(const ProfilePlot& plot) {
         const double length = plot.distances.back();
@@ -50,7 +50,7 @@ struct Zone {
     std::vector<double> middle;
     std::vector<double> upper;
     std::vector<double> lower;
-    std::vector<double> clear;  // the lower border of what has to be clear
+    std::vector<double> clear;  // the lower edge of the part that has to be clear
 };
 
 ValueRange heightsOf(const ProfilePlot& plot, const Zone& zone) {

@@ -25,7 +25,7 @@ struct ProfilePlot {
     std::vector<double> ground;     // with the Earth's bulge; NaN where it was not measured
     double startAntenna = 0.0;      // heights above the datum of the ground
     double endAntenna = 0.0;
-    double fresnelRadius = 0.0;  // of the first zone, halfway
+    double fresnelRadius = 0.0;  // of the first Fresnel zone, at the middle of the link
     double clearRatio = 0.0;     // the share of the radius that has to be clear
     std::optional<Mark> mark;
 };

@@ -9,7 +9,7 @@ namespace rfu {
 
 namespace {
 
-// Above the largest threshold from which malloc() gives memory back to the system at once.
+// More than 32 MiB, the largest threshold above which malloc() returns memory to the system at once.
 constexpr std::size_t kCellsOfBlock = (33U << 20) / sizeof(PackedLevel);
 constexpr int kTransparent = 0;
 
@@ -50,7 +50,8 @@ void RawWaterfall::hold() {
         return;
     }
     if (sweeps_ % sweepsOfBlock_ == 0) {
-        blocks_.emplace_back(new PackedLevel[sweepsOfBlock_ * points_]);  // most stays untouched
+        // Pages that are never written take no memory.
+        blocks_.emplace_back(new PackedLevel[sweepsOfBlock_ * points_]);
     }
     std::copy(packed_.begin(), packed_.end(), cellsOf(sweeps_));
 }

@@ -16,12 +16,12 @@ namespace rfu {
 /// One pixel for each cell, a column for each point and a row for each sweep, the first on top. A
 /// gap in time is one transparent row.
 ///
-/// The colours are known when all sweeps are: their cells are held until then, two bytes each. Where
-/// that takes more than kMostHeld, they are let go, and the sweeps are needed a second time.
+/// The colours depend on all sweeps. Until the last one is added their cells are held, two bytes each.
+/// Where that takes more than kMostHeld, they are dropped, and draw() needs the sweeps a second time.
 class RawWaterfall {
 public:
     static constexpr std::size_t kMostHeld = 256U << 20;  // bytes
-    static constexpr std::size_t kMostSide = 1000000;     // pixels, that readers of PNG accept
+    static constexpr std::size_t kMostSide = 1000000;     // pixels; readers of PNG refuse more
 
     /// @param points at most kMostSide
     /// @param mostHeld another limit than kMostHeld, for tests
@@ -41,9 +41,9 @@ public:
     std::size_t height() const { return rowOfEachSweep().back() + 1; }
     QVector<QRgb> colors() const;
 
-    /// Calls use(row) with each row of entries of colors(), the topmost first, until it answers false.
-    /// @param next gives the sweeps once more where their cells are not held; false, where they end
-    /// early, leaves the rest blank
+    /// Calls use(row) with each row of indexes of colors(), the topmost first, until it returns false.
+    /// @param next gives the sweeps again if their cells are not held; where it returns false because
+    /// they end early, the rest stays blank
     void draw(const std::function<bool(Sweep&)>& next,
               const std::function<bool(const uchar* row)>& use);
 

@@ -25,10 +25,10 @@ QFont fontOf(int pixels, bool bold = false);
 /// Control characters, which neither a font nor XML has, are replaced.
 QString qtText(const std::string& utf8);
 
-/// Shortened in its middle where it is too long for the line.
+/// A title that is too long for the line is shortened in its middle.
 void drawTitle(QPainter& painter, const QRectF& line, const QString& title);
 
-/// The middle of a pixel, where a thin upright or level line stays sharp.
+/// The centre of the pixel at a position: a thin vertical or horizontal line is sharp there.
 double sharp(double position);
 
 }  // namespace rfu

@@ -64,7 +64,7 @@ class Ticks {
 public:
     explicit Ticks(std::int64_t step) : step_(step) {}
 
-    /// @param isRound else it takes the place of round ones that its label touches
+    /// @param isRound a tick that is not replaces round ones that its label touches
     void add(double at, std::int64_t time, bool isRound) {
         while (!isRound && !placed_.empty() && placed_.back().isRound && touches(at, time)) {
             placed_.pop_back();

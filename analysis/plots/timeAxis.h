@@ -7,7 +7,7 @@
 
 namespace rfu {
 
-/// A piece of an upright axis on which time passes evenly; in pixels from the top.
+/// A piece of a vertical time axis with one scale; top and bottom in pixels from the top of the picture.
 struct TimeStretch {
     TimeSpan time;
     double top;
@@ -17,11 +17,11 @@ struct TimeStretch {
 struct TimeTick {
     double at;      // pixels from the top
     QString label;  // time of day, or the date where ticks are days apart
-    QString date;   // where it is another than that of the tick before
+    QString date;   // where it differs from that of the tick before
 };
 
-/// Ticks at round times of day, and where a stretch does not go on from the one before, which takes
-/// precedence. There is at least one, and their labels do not touch.
+/// Ticks at round times of day and at the beginning of each stretch behind a gap, which take precedence.
+/// There is at least one tick, and the labels do not touch.
 /// @param stretches from the top, at least one
 std::vector<TimeTick> timeTicks(const std::vector<TimeStretch>& stretches);
 

@@ -51,7 +51,7 @@ TracePlot::Line cut(const TracePlot::Line& line, double low, double high) {
     return part;
 }
 
-/// What the axis shows of the lines.
+/// The parts of lines that the horizontal axis shows.
 std::vector<TracePlot::Line> shownOf(const std::vector<TracePlot::Line>& lines,
                                      const TracePlot& plot) {
     std::vector<TracePlot::Line> shown;
@@ -138,8 +138,8 @@ private:
 
     double xOf(std::size_t point) const { return frame_.x(plot_.places[point]); }
 
-    /// Labels stand above the plot, in a further row where they would touch. None reaches out to
-    /// the left, where the topmost level stands.
+    /// Puts the labels of the marks above the plot, in several rows where they would touch. None
+    /// extends left of the plot, where the levels are labelled.
     void arrangeLabels() {
         const QFontMetricsF metrics(fontOf(13, true));
         std::vector<std::size_t> order(plot_.marks.size());
@@ -183,7 +183,7 @@ private:
         }
     }
 
-    /// On top of the lines, which may lead through a lower row.
+    /// Drawn over the lines of the marks, which may cross a lower row of labels.
     void markLabels() {
         painter_.setFont(fontOf(13, true));
         for (std::size_t i = 0; i < plot_.marks.size(); ++i) {

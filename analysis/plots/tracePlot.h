@@ -18,7 +18,7 @@ struct TracePlot {
     };
     /// A line beside the curves.
     struct Line {
-        std::vector<double> places;  // ascending; one that comes twice is a step
+        std::vector<double> places;  // ascending; two equal ones make a step
         std::vector<double> levels;
     };
 
@@ -28,8 +28,8 @@ struct TracePlot {
     std::string placeName;            // of the horizontal axis, with its unit
     std::vector<double> places;       // of the points, ascending
     double end = 0.0;                 // of the horizontal axis, which begins at the first place
-    std::vector<std::size_t> breaks;  // points to which no line leads, ascending
-    bool isCounted = false;           // whether only whole places mean something
+    std::vector<std::size_t> breaks;  // indexes of points that are not joined to the one before
+    bool isCounted = false;           // whether the places are numbers of points
     std::vector<double> maximum;
     std::vector<double> average;
     std::vector<double> minimum;

@@ -19,7 +19,7 @@ constexpr int kBeforeBar = 16;
 constexpr int kBarWidth = 16;
 constexpr int kLevelLabels = 64;   // columns right of the bar
 constexpr int kLinearLabels = 96;  // the same with prefix and unit
-// Rows held for each of the picture: those of a long recording are less than a pixel high.
+// Rows held for each pixel of the height, so that merged rows are still less than a pixel high.
 constexpr std::size_t kRowsPerPixel = 4;
 constexpr double kPixelRounding = 1e-6;  // of a pixel
 
@@ -37,7 +37,7 @@ QRect areaOf(QSize size, bool isLinear) {
             size.height() - kTopRoom - kBottomRoom};
 }
 
-/// A thin frame around pixels, which it leaves free.
+/// A thin frame just outside the pixels.
 void drawFrame(QPainter& painter, const QRect& pixels) {
     painter.setPen(QPen(kFrame, 1));
     painter.setBrush(Qt::NoBrush);
@@ -132,12 +132,12 @@ void Waterfall::add(const Sweep& sweep) {
     ++sweeps_;
 }
 
-/// Where each row stands.
+/// From where to where each row extends.
 std::vector<Waterfall::RowSpan> Waterfall::rowSpans() const {
     std::vector<RowSpan> spans;
     double behind = static_cast<double>(sweeps_);
     if (isTrueToScale()) {
-        // Where the clock was moved back, the axis goes on behind the row before.
+        // Where the clock was set back, a row begins where the one before ends.
         std::int64_t shift = -rows_->times().front();
         std::int64_t end = 0;
         for (const TimeSpan& time : spansOf(rows_->times())) {
@@ -167,7 +167,7 @@ std::vector<TimeTick> Waterfall::rowTicks() const {
         std::vector<TimeTick> ticks;
         const auto sweeps = static_cast<double>(sweeps_);
         const Axis axis(1.0, sweeps + 1.0, Axis::Ends::Exact, Axis::kPlaceDigits, 1.0,
-                        uprightTicks(area_.height()));
+                        verticalTicks(area_.height()));
         for (const double sweep : axis.ticks()) {
             if (sweep <= sweeps) {
                 ticks.push_back(
@@ -180,7 +180,7 @@ std::vector<TimeTick> Waterfall::rowTicks() const {
     const std::vector<TimeSpan> times = spansOf(rows_->times());
     std::vector<TimeStretch> stretches;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        // Time also passes evenly within the gaps of an axis that is true to scale.
+        // An axis to scale has the same scale within gaps.
         const bool goesOn = isTrueToScale() && i > 0 && times[i].begin >= times[i - 1].end;
         if (goesOn) {
             stretches.back().time.end = times[i].end;
@@ -204,7 +204,7 @@ WaterfallLayout Waterfall::layout() const {
     layout.bar =
         QRect(area_.left() + area_.width() + kBeforeBar, area_.top(), kBarWidth, area_.height());
     layout.range = range();
-    layout.levels = levelTicks(options_.scale, layout.range, uprightTicks(area_.height()));
+    layout.levels = levelTicks(options_.scale, layout.range, verticalTicks(area_.height()));
     return layout;
 }
 

@@ -21,12 +21,12 @@ namespace rfu {
 struct WaterfallOptions {
     QSize size = QSize(1920, 1080);  // from 320 x 200 to 10000 x 10000
     Reduction reduction = Reduction::Maximum;
-    bool showsGaps = true;  // the upright axis is true to scale, else every sweep is as high
+    bool showsGaps = true;  // the time axis is to scale; else all sweeps are equally high
     LevelScale scale;
     WaterfallColors colors;
 };
 
-/// Where everything of a picture stands and what it says, in pixels.
+/// The positions in pixels, and the texts, of everything in a picture.
 struct WaterfallLayout {
     QRect area;  // of all panels
     std::vector<BandPanel> panels;
@@ -41,8 +41,8 @@ struct WaterfallLayout {
 };
 
 /// Frequency across, time down, level as colour: painted sweep by sweep, in memory that does not
-/// grow with the recording. A pixel that stands for several cells shows what the reduction makes of
-/// their levels; one without a measured cell is transparent.
+/// grow with the recording. A pixel of several cells shows their levels reduced to one; a pixel without
+/// a measured cell is transparent.
 class Waterfall {
 public:
     static constexpr QSize kSmallest = QSize(320, 200);

@@ -8,7 +8,7 @@ namespace rfu {
 
 namespace {
 
-// What stands for the levels that were added to it; those not measured count nowhere.
+// Each cell reduces the levels added to it to one; levels that were not measured are ignored.
 
 struct MaximumCell {
     PackedLevel level = kNotMeasured;  // which is below all others
@@ -114,8 +114,8 @@ private:
         }
     }
 
-    /// Widens the bins until a quarter of the rows is free: fewer would come at too high a price,
-    /// as all rows are gone through.
+    /// Widens the bins until a quarter of the rows is free. Each merge visits all rows; with fewer free
+    /// ones it would come too often.
     void mergeRows() {
         do {
             binWidth_ *= 2;

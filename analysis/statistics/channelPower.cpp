@@ -10,8 +10,8 @@ namespace rfu {
 
 namespace {
 
-/// How far into the bins, from either end, the power reaches a sum: the number of the bin there and
-/// the part of it.
+/// The place at which the power, summed from one end of the bins, reaches a sum: the index of the bin,
+/// and the part of it.
 struct BinEdge {
     std::size_t bin;
     double part;
@@ -29,7 +29,7 @@ BinEdge reachOf(Iterator begin, Iterator end, double sum) {
         }
         before += *power;
     }
-    reach.part = 1.0;  // rounding left the sum above all
+    reach.part = 1.0;  // by rounding, the sum is above that of all bins
     return reach;
 }
 

@@ -16,8 +16,8 @@ double levelOfPacked(PackedLevel packed) {
     return packed == kNotMeasured ? double{traceRssiBuffer::kNoMeasurement} : unpacked(packed);
 }
 
-/// Packs a row of which each level is told again bit for bit.
-/// @return false where there is none such
+/// Packs a row.
+/// @return false where a level would not come back bit for bit
 bool packExactly(const std::vector<double>& row, PackedLevel* packed) {
     packLevels(row.data(), nullptr, row.size(), packed);
     bool isExact = true;

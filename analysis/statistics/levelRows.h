@@ -8,9 +8,9 @@
 
 namespace rfu {
 
-/// Rows of levels, all of the same length, from oldest to newest, bit for bit. They stand one behind the
-/// other in blocks, so that a short row takes no more memory than its levels. Those of a block are
-/// packed where all of them are hundredths of a dB.
+/// Rows of levels in dBm, all of the same length, from oldest to newest; levels come back bit for bit.
+/// Rows are stored in blocks, so that a short row takes no more memory than its levels. A block stores
+/// packed levels as long as all of its levels are whole hundredths of a dB.
 class LevelRows {
 public:
     explicit LevelRows(std::size_t columns);
@@ -42,7 +42,7 @@ private:
     std::size_t columns_;
     std::size_t rowsOfBlock_;
     std::deque<Block> blocks_;
-    Block spare_;              // an empty block with its memory
+    Block spare_;              // an empty block, whose memory is used again
     std::size_t dropped_ = 0;  // rows of the first block
     std::size_t size_ = 0;
 };

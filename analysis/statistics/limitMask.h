@@ -24,7 +24,7 @@ public:
     const std::vector<Point>& points() const { return points_; }
     void add(const Point& point) { points_.push_back(point); }
 
-    /// At a step the stricter of the two; nothing outside the points.
+    /// The limit at a frequency in MHz: at a step the stricter of the two, outside the points none.
     std::optional<double> at(double frequency) const;
 
 private:
@@ -32,15 +32,15 @@ private:
     std::vector<Point> points_;
 };
 
-/// The levels that a signal must not exceed and those that it must reach, in any one unit.
+/// Upper and lower limits of the level, both in the same unit.
 struct LimitMask {
     LimitLine upper{true};
     LimitLine lower{false};
 };
 
-/// Reads a mask from CSV: frequency, upper limit, lower limit; see readFrequencyTable(). A limit that is
-/// left empty has no point there.
-/// @param isLinear whether the limits are in a linear unit, so that they lie above 0
+/// Reads a mask from CSV: frequency, upper limit, lower limit; see readFrequencyTable(). An empty field
+/// gives that limit no point there.
+/// @param isLinear whether the unit is linear, so that limits have to be above 0
 /// @throw InputError
 LimitMask readLimitMask(const QString& file, bool isLinear);
 
@@ -50,13 +50,13 @@ struct Violation {
     std::size_t last;
     std::size_t worst;  // point
     bool isUpper;
-    double limit;   // there
-    double margin;  // there: dB from the level to the limit, below 0
+    double limit;   // at the worst point
+    double margin;  // at the worst point: dB from the level to the limit, below 0
 };
 
 struct MaskResult {
     std::size_t judged = 0;             // points with a level and a limit
-    std::vector<Violation> violations;  // ascending in their first point
+    std::vector<Violation> violations;  // in the order of their first points
 };
 
 /// Judges each point at its frequency. Points strictly beyond a limit are gathered as runsAbove() does.

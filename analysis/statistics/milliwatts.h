@@ -14,8 +14,8 @@ inline double dBmOf(double milliwatts) {
     return 10.0 * std::log10(milliwatts);
 }
 
-/// milliwattsOf() of many levels. Receivers write whole hundredths of a dB: each of them is computed
-/// once.
+/// milliwattsOf() for many levels. Receivers write whole hundredths of a dB, so each of those is computed
+/// only once.
 class MilliwattTable {
 public:
     double of(double dBm) {

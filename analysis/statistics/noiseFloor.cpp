@@ -37,8 +37,8 @@ double percentile(std::vector<double> levels, double share) {
     return *at;
 }
 
-/// How far medians of noise scatter around their line, as a standard deviation: from the differences of
-/// neighbours, in which neither slopes nor wide signals show.
+/// The standard deviation of medians of noise around their line, estimated from the differences of
+/// neighbours, on which neither slopes nor wide signals have an influence.
 double scatterOf(const Window& window) {
     constexpr double kMedianOfDifferences = 0.954;  // of a normal distribution, in deviations
     if (window.size() < 2) {
@@ -52,7 +52,7 @@ double scatterOf(const Window& window) {
     return percentile(std::move(differences), 0.5) / kMedianOfDifferences;
 }
 
-/// The same from the levels below a line of noise, where there are no signals.
+/// The same, estimated from the levels below a line of noise, where there are no signals.
 double scatterBelow(const Window& window, const Line& line) {
     constexpr double kMedian = 0.674;
     std::vector<double> distances;
@@ -76,8 +76,8 @@ struct Reach {
     double below;
 };
 
-/// How badly a line goes through the window. All levels far from it count alike, so that the line of
-/// most levels wins, and those below it count more, because signals lie above the noise.
+/// The misfit of a line in the window. All levels far from it count the same, so that the line through
+/// most levels has the smallest misfit. Levels below it count more, because signals are above the noise.
 double misfit(const Window& window, const Line& line, const Reach& reach) {
     constexpr double kBelow = 0.55;
     constexpr double kFar = 0.75;  // of the reach
@@ -90,8 +90,8 @@ double misfit(const Window& window, const Line& line, const Reach& reach) {
     return sum;
 }
 
-/// The best line among those through the low levels of parts of the window, level or through two of
-/// them.
+/// The line with the smallest misfit among candidates: horizontal lines through the low level of a part
+/// of the window, and lines through two such levels.
 Line roughLine(const Window& window, const Reach& reach) {
     constexpr std::size_t kParts = 5;
     constexpr std::size_t kMinPart = 4;  // points
@@ -127,7 +127,7 @@ Line roughLine(const Window& window, const Reach& reach) {
     return best;
 }
 
-/// The line of least squares through the points near a line; that line where there are too few.
+/// The least-squares line through the points near a line; the line itself if there are too few.
 Line refined(const Window& window, const Line& line, const Reach& reach) {
     constexpr double kMinPoints = 3.0;
     double count = 0.0;
@@ -162,7 +162,7 @@ struct Fit {
 Fit fitted(const Window& window) {
     constexpr int kRounds = 4;
     constexpr std::size_t kMinPoints = 8;  // for a slope
-    // Many narrow signals widen the differences, dips of the noise what lies below the line.
+    // Many narrow signals increase the first estimate, dips of the noise the second.
     const double scatter = scatterOf(window);
     Fit fit = {roughLine(window, Reach(scatter)), scatter};
     for (int i = 0; window.size() >= kMinPoints && i < kRounds; ++i) {
@@ -172,7 +172,7 @@ Fit fitted(const Window& window) {
     return fit;
 }
 
-/// The floor within a band: lines of windows a few points apart, between which it changes evenly.
+/// The floor within a band: the lines of windows a few points apart, interpolated between them.
 class BandFloor {
 public:
     /// @param begin, end the points of the band
@@ -201,12 +201,12 @@ public:
     }
 
 private:
-    /// The other one where one is missing.
+    /// One line where the other is missing.
     static double blend(double left, double right, double share) {
         return std::isnan(left) ? right : std::isnan(right) ? left : left + share * (right - left);
     }
 
-    /// Of the window around a point, which is whole at the ends of the band too.
+    /// The line of the window around a point. At the ends of the band the window is moved, not cut.
     Fit fitAround(std::size_t point) const {
         const std::size_t half = window_ / 2;
         const std::size_t first = std::min(std::max(point, begin_ + half) - half, end_ - window_);
@@ -275,7 +275,7 @@ public:
 private:
     static constexpr std::size_t kBins = 65536;
 
-    /// The place of a share in the sample that lies on either side of the true one equally often.
+    /// The rank of a percentile in the sample, such that the estimate is too low as often as too high.
     double percentile(double share) const {
         const double place = share * (static_cast<double>(count_) + 1.0 / 3.0) + 1.0 / 3.0;
         const double rank = std::floor(place);
@@ -317,8 +317,8 @@ NoiseFloor noiseFloor(const std::vector<double>& medians, const std::vector<std:
     }
     floor.uncertainty =
         deviationOf(residuals) / std::sqrt(static_cast<double>(std::min(window, residuals.size())));
-    // A line of least squares follows the mean of the medians. Where they come from a few sweeps, this
-    // is not the median of noise, and the difference is the same everywhere.
+    // A least-squares line follows the mean of the medians. With few sweeps that differs from the median
+    // of noise, by the same amount everywhere.
     const double shift = percentile(residuals, 0.5);
     for (double& level : floor.levels) {
         level += shift;
@@ -357,7 +357,7 @@ double noiseShape(LevelHistory& history, const NoiseFloor& floor) {
     if (spreads.empty()) {
         return kMinNoiseShape;
     }
-    // The shape that so many levels tell deviates by this share.
+    // The relative standard deviation of a shape estimated from so many levels.
     const double uncertainty = 4.0 / std::sqrt(static_cast<double>(levels));
     return std::max(noiseShape(percentile(std::move(spreads), 0.5)) / (1.0 + uncertainty),
                     kMinNoiseShape);

@@ -9,12 +9,12 @@ class LevelHistory;
 
 struct NoiseFloor {
     std::vector<double> levels;  // dBm, of each point
-    std::vector<bool> isQuiet;   // of each point: whether its median is one of noise
+    std::vector<bool> isQuiet;   // of each point: whether its median is that of noise
     double uncertainty = 0.0;    // standard deviation of a level, dB
 };
 
-/// The level of noise at each point: the straight line through the quiet points of a window around
-/// it. A signal that is steady counts as noise where it takes more than half of the window.
+/// The level of noise at each point: a straight line through the quiet points of a window around it. A
+/// steady signal that is wider than half of the window counts as noise.
 /// @param medians  of the levels of each point in dBm, NaN where there is none
 /// @param bands    first point of each band, ascending; a window stays within its band
 /// @param window   points, at least kMinWindow
@@ -23,8 +23,8 @@ NoiseFloor noiseFloor(const std::vector<double>& medians, const std::vector<std:
 
 inline constexpr std::size_t kMinWindow = 5;
 
-/// The shape of the noise of a recording, from the spread of the levels of its quiet points: the
-/// smallest one that they allow.
+/// The shape of the noise of a recording, estimated from the spread of the levels of its quiet points;
+/// the smallest shape that is compatible with them.
 double noiseShape(LevelHistory& history, const NoiseFloor& floor);
 
 }  // namespace rfu

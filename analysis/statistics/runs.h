@@ -5,17 +5,17 @@
 
 namespace rfu {
 
-/// Neighbouring points that belong together.
+/// Neighbouring points that form one signal.
 struct Run {
     std::size_t first;
     std::size_t last;
     std::size_t strongest;  // the first of several
 };
 
-/// Gathers the points that exceed something. A single point that does not exceed it ends no run, the
-/// border between two bands does.
-/// @param excess  of each point, above 0 where it exceeds; NaN where there is none
-/// @param levels  of each point, by which a run's strongest point is found
+/// Gathers the points that exceed a threshold into runs. A single point that does not exceed it does not
+/// end a run; the border between two bands does.
+/// @param excess  of each point in dB, above 0 where it exceeds the threshold; NaN for no level
+/// @param levels  of each point; the largest one makes the strongest point of a run
 /// @param bands   first point of each band, ascending
 std::vector<Run> runsAbove(const std::vector<double>& excess, const std::vector<double>& levels,
                            const std::vector<std::size_t>& bands);
