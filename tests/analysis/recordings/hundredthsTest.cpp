@@ -1,6 +1,7 @@
 #include "analysis/recordings/hundredths.h"
 
 #include <gtest/gtest.h>
+#include <support/cText.h>
 
 #include <cmath>
 #include <cstddef>
@@ -22,7 +23,7 @@ TEST(Hundredths, ReadsEveryLevelAsStrtodDoes) {
         const std::string line = text + ", -1.00";
         double level = 1.0;
         ASSERT_EQ(readHundredths(line.data(), level), line.data() + text.size()) << text;
-        ASSERT_EQ(level, std::strtod(text.c_str(), nullptr)) << text;
+        ASSERT_EQ(level, test::decimalOf(text)) << text;
         ASSERT_TRUE(std::signbit(level)) << text;
     }
 }
@@ -51,6 +52,7 @@ TEST(Hundredths, LeavesOtherTextsToOthers) {
 
 /// Each character at each place makes another text, or one that strtod reads as the same level.
 TEST(Hundredths, ReadsNoTextThatStrtodDoesNot) {
+    const test::CLocale scope;
     const std::string whole = "-116.04,";
     for (std::size_t place = 0; place < whole.size(); ++place) {
         for (int character = 1; character < 256; ++character) {
