@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 
 namespace rfu {
 
@@ -25,6 +26,20 @@ double roundStep(double step) {
 constexpr double kPixelsPerTick = 40.0;
 
 }  // namespace
+
+ValueRange rangeOf(const std::vector<const std::vector<double>*>& series) {
+    double low = std::numeric_limits<double>::infinity();
+    double high = -low;
+    for (const auto* values : series) {
+        for (const double value : *values) {
+            if (std::isfinite(value)) {
+                low = std::min(low, value);
+                high = std::max(high, value);
+            }
+        }
+    }
+    return low <= high ? ValueRange{low, high} : ValueRange{0.0, 1.0};
+}
 
 int verticalTicks(double pixels) {
     return static_cast<int>(std::clamp(pixels / kPixelsPerTick, 1.0, 1.0 * Axis::kWantedTicks));

@@ -11,6 +11,9 @@ struct ValueRange {
     double high;
 };
 
+/// Of the finite values of several series; 0 to 1 without any.
+ValueRange rangeOf(const std::vector<const std::vector<double>*>& series);
+
 /// How many ticks a vertical axis has room for, 40 pixels or more apart; at most Axis::kWantedTicks.
 int verticalTicks(double pixels);
 

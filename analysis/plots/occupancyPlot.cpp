@@ -31,12 +31,12 @@ QString placeName() {
     return QStringLiteral("frequency in MHz");
 }
 
-/// @param highest of the upright axis, which begins at 0
+/// @param highest of the vertical axis, which begins at 0
 PlotFrame frameOf(const OccupancyPlot& plot, double highest, std::vector<CurveStyle> legend) {
-    const ValueRange upright = {0.0, highest};
-    return {{plot.size, upright},
+    const ValueRange vertical = {0.0, highest};
+    return {{plot.size, vertical},
             {{plot.band.low, plot.band.high}, Axis::kPlaceDigits},
-            {upright, Axis::kLevelDigits},
+            {vertical, Axis::kLevelDigits},
             std::move(legend)};
 }
 
@@ -93,7 +93,7 @@ QRgb colorOf(double share) {
 
 /// Colours from 0 to 1 where the legend stands.
 void drawScale(QPainter& painter, const PlotFrame& frame) {
-    constexpr int kWidth = 256;
+    const int width = std::min(static_cast<int>(frame.area().width() / 4.0), Palette::kEntries);
     constexpr int kHeight = 12;
     constexpr int kMiddle = 56;
     painter.setFont(fontOf(13));
@@ -102,11 +102,11 @@ void drawScale(QPainter& painter, const PlotFrame& frame) {
     const double base = kMiddle + metrics.capHeight() / 2;
     const int left = static_cast<int>(frame.area().left()) + 18;
     painter.drawText(QPointF(frame.area().left(), base), QStringLiteral("0"));
-    for (int i = 0; i < kWidth; ++i) {
+    for (int i = 0; i < width; ++i) {
         painter.fillRect(left + i, kMiddle - kHeight / 2, 1, kHeight,
-                         QColor(colorOf(i / (kWidth - 1.0))));
+                         QColor(colorOf(i / (width - 1.0))));
     }
-    painter.drawText(QPointF(left + kWidth + 8, base),
+    painter.drawText(QPointF(left + width + 8, base),
                      QStringLiteral("1   occupancy, the highest within a pixel"));
 }
 

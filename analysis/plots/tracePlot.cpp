@@ -8,7 +8,6 @@
 #include <QRectF>
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 #include "analysis/plots/axis.h"
@@ -98,25 +97,13 @@ private:
     }
 
     AxisRange levels() const {
-        double low = std::numeric_limits<double>::infinity();
-        double high = -low;
-        const auto include = [&](const std::vector<double>& levels) {
-            for (const double level : levels) {
-                if (std::isfinite(level)) {
-                    low = std::min(low, level);
-                    high = std::max(high, level);
-                }
-            }
-        };
-        include(plot_.maximum);
-        include(plot_.minimum);
+        std::vector<const std::vector<double>*> series = {&plot_.maximum, &plot_.minimum};
         for (const auto* lines : {&limits_, &mask_}) {
             for (const TracePlot::Line& line : *lines) {
-                include(line.levels);
+                series.push_back(&line.levels);
             }
         }
-        const bool isMeasured = low <= high;
-        return {isMeasured ? ValueRange{low, high} : ValueRange{0.0, 1.0}, Axis::kLevelDigits};
+        return {rangeOf(series), Axis::kLevelDigits};
     }
 
     std::vector<CurveStyle> legend() const {

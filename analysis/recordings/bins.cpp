@@ -20,6 +20,25 @@ std::vector<double> binEnds(const FrequencyAxis& axis) {
     return ends;
 }
 
+std::vector<Bin> filledBins(const FrequencyAxis& axis) {
+    const std::vector<double> ends = binEnds(axis);
+    std::vector<Bin> bins;
+    bins.reserve(ends.size());
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+        if (axis.points[i] < ends[i]) {
+            bins.push_back({i, axis.points[i], ends[i]});
+        }
+    }
+    return bins;
+}
+
+std::size_t bandOf(const FrequencyAxis& axis, std::size_t point) {
+    const auto next = std::upper_bound(
+        axis.bands.begin(), axis.bands.end(), point,
+        [](std::size_t at, const FrequencyAxis::Band& band) { return at < band.firstPoint; });
+    return static_cast<std::size_t>(next - axis.bands.begin()) - 1;
+}
+
 std::vector<std::size_t> firstPointsOf(const FrequencyAxis& axis) {
     std::vector<std::size_t> points;
     points.reserve(axis.bands.size());

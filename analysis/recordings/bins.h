@@ -16,6 +16,21 @@ inline constexpr double kSameFrequency = 1e-9;  // MHz
 /// next hop covers is empty.
 std::vector<double> binEnds(const FrequencyAxis& axis);
 
+/// Where a bin that is not empty lies, in MHz.
+struct Bin {
+    std::size_t point;
+    double low;
+    double high;
+
+    double middle() const { return (low + high) / 2.0; }
+};
+
+/// All of them, ascending.
+std::vector<Bin> filledBins(const FrequencyAxis& axis);
+
+/// The band of a point, by its number.
+std::size_t bandOf(const FrequencyAxis& axis, std::size_t point);
+
 /// The first point of each band.
 std::vector<std::size_t> firstPointsOf(const FrequencyAxis& axis);
 

@@ -4,8 +4,6 @@
 #include <cmath>
 #include <iterator>
 
-#include "analysis/recordings/bins.h"
-
 namespace rfu {
 
 namespace {
@@ -41,14 +39,7 @@ std::optional<ChannelRaster> parseChannelRaster(std::string_view text) {
     return isRaster ? std::optional(ChannelRaster{*low, *step, *count}) : std::nullopt;
 }
 
-ChannelPlacer::ChannelPlacer(const FrequencyAxis& axis) : axis_(axis) {
-    const std::vector<double> ends = binEnds(axis);
-    for (std::size_t i = 0; i < ends.size(); ++i) {
-        if (axis.points[i] < ends[i]) {
-            bins_.push_back({i, axis.points[i], ends[i]});
-        }
-    }
-}
+ChannelPlacer::ChannelPlacer(const FrequencyAxis& axis) : axis_(axis), bins_(filledBins(axis)) {}
 
 ChannelPlacer::BinRange ChannelPlacer::binsIn(const FrequencyRange& range) const {
     const auto isBelow = [](const Bin& bin, double frequency) {
@@ -66,13 +57,6 @@ bool ChannelPlacer::isWithinBand(const FrequencyRange& range) const {
                        });
 }
 
-std::size_t ChannelPlacer::bandOf(std::size_t point) const {
-    const auto next = std::upper_bound(
-        axis_.bands.begin(), axis_.bands.end(), point,
-        [](std::size_t at, const FrequencyAxis::Band& band) { return at < band.firstPoint; });
-    return static_cast<std::size_t>(std::distance(axis_.bands.begin(), next)) - 1;
-}
-
 Channel ChannelPlacer::place(const FrequencyRange& range) const {
     const auto [first, end] = binsIn(range);
     const Channel missing = {range, 0, 0};
@@ -80,8 +64,8 @@ Channel ChannelPlacer::place(const FrequencyRange& range) const {
         return {range, 0, 0, isWithinBand(range)};
     }
     const Bin& last = *std::prev(end);
-    const FrequencyAxis::Band& band = axis_.bands[bandOf(first->point)];
-    const bool isOneBand = bandOf(last.point) == bandOf(first->point);
+    const FrequencyAxis::Band& band = axis_.bands[bandOf(axis_, first->point)];
+    const bool isOneBand = bandOf(axis_, last.point) == bandOf(axis_, first->point);
     // Beside the band, the next bin would have its middle half a bin away.
     const double lowest = band.low - (first->high - first->low) / 2.0;
     const double highest = band.high + (last.high - last.low) / 2.0;

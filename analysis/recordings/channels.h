@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/recordings/bins.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/support/numbers.h"
 
@@ -53,21 +54,13 @@ public:
     std::vector<bool> usable() const;
 
 private:
-    struct Bin {
-        std::size_t point;
-        double low;  // MHz
-        double high;
-
-        double middle() const { return (low + high) / 2.0; }
-    };
     using BinRange = std::pair<std::vector<Bin>::const_iterator, std::vector<Bin>::const_iterator>;
 
     BinRange binsIn(const FrequencyRange& range) const;
     bool isWithinBand(const FrequencyRange& range) const;
-    std::size_t bandOf(std::size_t point) const;
 
     const FrequencyAxis& axis_;
-    std::vector<Bin> bins_;  // ascending, those that are not empty
+    std::vector<Bin> bins_;
 };
 
 }  // namespace rfu

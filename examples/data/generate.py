@@ -175,15 +175,19 @@ def fm_station(distance_hz, level):
     return level - 9.0 * part * part
 
 
-def fm_band():
+# the next day 88.1 MHz is weaker, 96.7 MHz silent and 97.5 MHz new
+FM_NEXT_STATIONS = [(88.1, -64.0, 0.4)] + [
+    station for station in FM_STATIONS if station[0] not in (88.1, 96.7)] + [(97.5, -68.0, 0.5)]
+FM_NEXT_SWEEPS = 24
+
+
+def fm_sweeps(rng, stations, time, sweeps):
     """Sweeps as rtl_power writes them: one time for all hops, the last value of a line twice."""
-    rng = random.Random(8808)
-    fading = [Walk(rng, station[2]) for station in FM_STATIONS]
+    fading = [Walk(rng, station[2]) for station in stations]
     step = FM_HOP / FM_BINS
-    time = datetime(2024, 5, 4, 21, 15, 0)
     lines = []
-    for sweep in range(FM_SWEEPS):
-        levels = [station[1] + walk.next() for station, walk in zip(FM_STATIONS, fading)]
+    for sweep in range(sweeps):
+        levels = [station[1] + walk.next() for station, walk in zip(stations, fading)]
         hops = []
         for hop in range(FM_HOPS):
             low = FM_LOW + hop * FM_HOP
@@ -191,7 +195,7 @@ def fm_band():
             for i in range(FM_BINS):
                 frequency = low + i * step
                 value = FM_FLOOR + 1.1 * bell(rng)
-                for (carrier, _, _), level in zip(FM_STATIONS, levels):
+                for (carrier, _, _), level in zip(stations, levels):
                     distance = frequency - carrier * 1e6
                     silent = carrier == FM_ON_AIR_LATE[0] and sweep < FM_ON_AIR_LATE[1]
                     if -400_000.0 < distance < 400_000.0 and not silent:
@@ -212,6 +216,14 @@ def fm_band():
         lines += hops
         time += timedelta(seconds=10)
     return "\n".join(lines) + "\n"
+
+
+def fm_band():
+    return fm_sweeps(random.Random(8808), FM_STATIONS, datetime(2024, 5, 4, 21, 15, 0), FM_SWEEPS)
+
+
+def fm_next_day():
+    return fm_sweeps(random.Random(8809), FM_NEXT_STATIONS, datetime(2024, 5, 5, 21, 15, 0), FM_NEXT_SWEEPS)
 
 
 # centre in MHz, level in dBm, share of the time on air
@@ -441,6 +453,7 @@ SAMPLES = {
     "catalogue.json": catalogue,
     "setups.json": setups,
     "fm_band.csv": fm_band,
+    "fm_next_day.csv": fm_next_day,
     "wifi_band.csv": wifi_band,
     "fm_cable.csv": lambda: FM_CABLE,
     "wifi_mask.csv": lambda: WIFI_MASK,

@@ -62,7 +62,7 @@ struct OccupancyRequest {
         : source(recordingOf(line)),
           limit(line.find<Quantity>("limit")),
           ranges(rangesOf(line)),
-          plot(plotOptionsOf(line, source.files)),
+          plot(plotOptionsOf(line, source.inputs())),
           view(levelViewOf(line)),
           format(line.format()) {
         if (limit.has_value() == line.isSet("above")) {
@@ -304,7 +304,7 @@ void runOccupancy(const CommandLine& line) {
     run.read();
     run.print();
     if (!request.plot.file.isEmpty()) {
-        savePlot(drawingOf(run.plot()), request.plot.file, request.source.files);
+        savePlot(drawingOf(run.plot()), request.plot.file, request.source.inputs());
     }
     throwIfInterrupted();
 }

@@ -164,10 +164,7 @@ void runPeaks(const CommandLine& line) {
     const std::vector<Signal> signals =
         finder.find(recording.axis(), leftOutBy(line, recording), options);
     PeakTable(line, view, recording.axis()).print(signals);
-    if (finder.resolution() > 0.0) {
-        printNote("the levels do not fit " + std::to_string(LevelHistory::kMaxBytes / 1000000) +
-                  " MB; medians are within " + fixedText(finder.resolution(), 2) + " dB");
-    }
+    noteMedians(finder.resolution());
     throwIfInterrupted();
 }
 

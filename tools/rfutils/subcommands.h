@@ -6,6 +6,7 @@ namespace rfu::command {
 
 // Each in the source file of its name or, where it shares one, of what the two have in common.
 extern const Subcommand kCatalogue;
+extern const Subcommand kCompare;
 extern const Subcommand kConvert;
 extern const Subcommand kDd;
 extern const Subcommand kDms;
@@ -27,8 +28,8 @@ extern const Subcommand kWidth;
 
 /// In the order of the overview.
 inline constexpr const Subcommand* kSubcommands[] = {
-    &kConvert, &kUnits,   &kScale,     &kFreq,  &kWidth,     &kRange, &kCatalogue,
-    &kSetups,  &kTrace,   &kWaterfall, &kPeaks, &kOccupancy, &kPower, &kMask,
-    &kRaster,  &kProfile, &kTab,       &kDms,   &kDd};
+    &kConvert, &kUnits,  &kScale,     &kFreq,  &kWidth,     &kRange, &kCatalogue,
+    &kSetups,  &kTrace,  &kWaterfall, &kPeaks, &kOccupancy, &kPower, &kMask,
+    &kCompare, &kRaster, &kProfile,   &kTab,   &kDms,       &kDd};
 
 }  // namespace rfu::command

@@ -3,37 +3,58 @@
 #include <cmath>
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 #include "analysis/recordings/bins.h"
 #include "support/units.h"
 
 namespace rfu::command {
 
+PlotPlaces::PlotPlaces(const FrequencyAxis& axis, std::size_t points)
+    : name(axis.points.empty() ? "point" : "frequency in MHz"),
+      places(axis.points),
+      end(axis.points.empty() ? static_cast<double>(points) - 1.0 : axis.bands.back().high),
+      areCounted(axis.points.empty()) {
+    for (std::size_t i = places.size(); i < points; ++i) {
+        places.push_back(static_cast<double>(i));
+    }
+}
+
+std::vector<double> shownLevels(const std::vector<double>& levels, const FrequencyAxis& axis,
+                                const LevelView& view) {
+    std::vector<double> shown;
+    shown.reserve(levels.size());
+    std::optional<LevelPresenter> presenter;
+    for (std::size_t i = 0; i < levels.size(); ++i) {
+        if (!presenter || view.isOfEachPoint()) {
+            presenter.emplace(view.unit, view.antennaAt(axis, static_cast<int>(i)));
+        }
+        shown.push_back(std::isnan(levels[i]) ? levels[i] : presenter->value(levels[i]));
+    }
+    return shown;
+}
+
 TracePlot plotOf(const FrequencyAxis& axis, const std::vector<PointTally>& tallies,
                  const LevelView& view) {
+    PlotPlaces places(axis, tallies.size());
     TracePlot plot;
-    const bool hasFrequencies = !axis.points.empty();
-    const auto points = static_cast<int>(tallies.size());
-    plot.placeName = hasFrequencies ? "frequency in MHz" : "point";
-    plot.end = hasFrequencies ? axis.bands.back().high : points - 1;
-    plot.isCounted = !hasFrequencies;
+    plot.placeName = places.name;
+    plot.places = std::move(places.places);
+    plot.end = places.end;
+    plot.isCounted = places.areCounted;
     plot.levelUnit = nameOf(view.unit);
-    std::optional<LevelPresenter> presenter;
-    for (int point = 0; point < points; ++point) {
-        const auto index = static_cast<std::size_t>(point);
-        const PointStatistics statistics = tallies[index].statistics();
-        if (!presenter || view.isOfEachPoint()) {
-            presenter.emplace(view.unit, view.antennaAt(axis, point));
-        }
-        const auto shown = [&](const std::optional<double>& level) {
-            return level ? presenter->value(*level) : std::nan("");
-        };
-        plot.places.push_back(hasFrequencies ? axis.points[index] : point);
-        plot.maximum.push_back(shown(statistics.maximum));
-        plot.average.push_back(shown(statistics.average));
-        plot.minimum.push_back(shown(statistics.minimum));
-    }
     plot.breaks = firstPointsOf(axis);
+    const auto shown = [&](std::optional<double> PointStatistics::*level) {
+        std::vector<double> levels;
+        levels.reserve(tallies.size());
+        for (const PointTally& tally : tallies) {
+            levels.push_back((tally.statistics().*level).value_or(std::nan("")));
+        }
+        return shownLevels(levels, axis, view);
+    };
+    plot.maximum = shown(&PointStatistics::maximum);
+    plot.average = shown(&PointStatistics::average);
+    plot.minimum = shown(&PointStatistics::minimum);
     return plot;
 }
 

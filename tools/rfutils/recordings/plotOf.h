@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <vector>
 
 #include "analysis/plots/tracePlot.h"
@@ -9,6 +11,21 @@
 #include "recordings/levelView.h"
 
 namespace rfu::command {
+
+/// The horizontal axis of a plot over the points of a recording.
+struct PlotPlaces {
+    std::string name;
+    std::vector<double> places;  // of the points
+    double end;
+    bool areCounted;  // whether they are numbers of points
+
+    PlotPlaces(const FrequencyAxis& axis, std::size_t points);
+};
+
+/// Levels in the shown unit.
+/// @param levels in dBm, of each point; NaN for none
+std::vector<double> shownLevels(const std::vector<double>& levels, const FrequencyAxis& axis,
+                                const LevelView& view);
 
 /// Maximum, average and minimum of a recording's points, without title and marks.
 /// @param tallies of each point

@@ -54,8 +54,12 @@ WindowOptions windowOf(const CommandLine& line) {
 }  // namespace
 
 RecordingSource recordingOf(const CommandLine& line) {
+    return recordingOf(line, line.texts(kRecordingArgument.name));
+}
+
+RecordingSource recordingOf(const CommandLine& line, const QStringList& files) {
     RecordingSource source;
-    source.files = line.texts(kRecordingArgument.name);
+    source.files = files;
     if (source.files.count(kStandardInput) > 1) {
         throw UsageError("standard input, -, can be read only once");
     }

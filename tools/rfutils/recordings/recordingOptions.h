@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <initializer_list>
 
 #include "analysis/recordings/recording.h"
@@ -17,5 +18,7 @@ extern const std::initializer_list<Option> kRecordingOptions;
 
 /// The recording that the command line names. Notes on it are printed behind what was written so far.
 RecordingSource recordingOf(const CommandLine& line);
+/// The same of files that are arguments of other names.
+RecordingSource recordingOf(const CommandLine& line, const QStringList& files);
 
 }  // namespace rfu::command

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "analysis/statistics/levelHistory.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "support/errors.h"
@@ -22,13 +23,15 @@ std::string bandsText(const FrequencyAxis& axis) {
     return text;
 }
 
+std::string shortNameOf(const QString& file) {
+    return file == kStandardInput ? "standard input" : QFileInfo(file).fileName().toStdString();
+}
+
 std::string titleOf(const QStringList& files, long long sweeps) {
-    const QString& file = files.first();
-    const std::string name =
-        file == kStandardInput ? "standard input" : QFileInfo(file).fileName().toStdString();
     const std::string others =
         files.size() > 1 ? " and " + std::to_string(files.size() - 1) + " more" : "";
-    return name + others + ", " + std::to_string(sweeps) + (sweeps == 1 ? " sweep" : " sweeps");
+    return shortNameOf(files.first()) + others + ", " + std::to_string(sweeps) +
+           (sweeps == 1 ? " sweep" : " sweeps");
 }
 
 std::string rangeText(const FrequencyRange& range) {
@@ -49,6 +52,13 @@ void noteChannels(const Recording& recording, const std::vector<FrequencyRange>&
         names += " and " + std::to_string(channels.size() - kMaxNamed) + " more channels";
     }
     printNote(recording.error(names + ": " + what).message());
+}
+
+void noteMedians(double resolution) {
+    if (resolution > 0.0) {
+        printNote("the levels do not fit " + std::to_string(LevelHistory::kMaxBytes / 1000000) +
+                  " MB; medians are within " + fixedText(resolution, 2) + " dB");
+    }
 }
 
 void requireSweeps(const Recording& recording, long long sweeps) {

@@ -24,6 +24,13 @@ std::string rangeText(const FrequencyRange& range);
 void noteChannels(const Recording& recording, const std::vector<FrequencyRange>& channels,
                   const std::string& what);
 
+/// "fm_band.csv"
+std::string shortNameOf(const QString& file);
+
+/// Notes that medians are not exact; nothing if they are.
+/// @param resolution see LevelHistory
+void noteMedians(double resolution);
+
 /// To be called at the end of a recording. @throw Failure where reading ended before there was a sweep
 void requireSweeps(const Recording& recording, long long sweeps);
 
