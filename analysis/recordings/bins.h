@@ -8,12 +8,12 @@
 
 namespace rfu {
 
-/// Frequencies nearer to each other are the same but for rounding.
+/// Frequencies closer to each other differ by rounding only.
 inline constexpr double kSameFrequency = 1e-9;  // MHz
 
-/// Where the bin of each point ends, in MHz: where the next one of its band begins, at the last one
-/// where the band ends. Ascending within a band, so that no two bins share a frequency: a bin that the
-/// next hop covers is empty.
+/// The end of the bin of each point, in MHz: the beginning of the next bin of its band, or the end of the
+/// band. The ends ascend within a band, so that no two bins share a frequency: a bin that the next hop
+/// covers is empty.
 std::vector<double> binEnds(const FrequencyAxis& axis);
 
 /// Where a bin that is not empty lies, in MHz.

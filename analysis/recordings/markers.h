@@ -10,7 +10,7 @@
 
 namespace rfu {
 
-/// A marker as the user names it: a frequency, or the number of a point.
+/// A marker as it was asked for: a frequency, or the number of a point.
 struct MarkerRequest {
     std::string name;
     std::optional<double> frequency;  // MHz

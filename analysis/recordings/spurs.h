@@ -7,7 +7,7 @@
 
 namespace rfu {
 
-/// A range that holds something of the receiver's own.
+/// A range of frequencies with a signal that the receiver itself makes.
 struct Spur {
     std::optional<double> frequency;  // MHz, its middle; none: the middle of every hop
     double width;                     // MHz

@@ -31,7 +31,7 @@ std::vector<SameTime> runsOf(const std::vector<std::int64_t>& begins) {
     return runs;
 }
 
-/// The smaller middle one of the steps around a run; steps back do not count.
+/// The lower median of the steps around a run, without backward ones.
 std::int64_t usualStep(const std::vector<SameTime>& runs, std::size_t run) {
     std::vector<std::int64_t> steps;
     const std::size_t first = run > kNeighbours ? run - kNeighbours : 0;

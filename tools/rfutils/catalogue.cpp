@@ -8,6 +8,7 @@
 #include <string>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "analysis/support/inputError.h"
@@ -29,8 +30,8 @@ std::vector<subItem> choicesOf(const subItemList& catalogue, const QStringList& 
     for (const QString& item : items) {
         std::unordered_map<std::string, subItem> found;
         catalogue.getSubItemsById(item.toStdString(), found);
-        for (const auto& entry : found) {
-            choices.push_back(entry.second);
+        for (auto& entry : found) {
+            choices.push_back(std::move(entry.second));
         }
     }
     std::sort(choices.begin(), choices.end(), [](const subItem& a, const subItem& b) {

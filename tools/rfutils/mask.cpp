@@ -33,7 +33,7 @@ namespace {
 
 constexpr int kMarginDecimals = 2;  // of dB
 
-/// Whether the maxima are judged, else the averages.
+/// --of: true for the maxima, false for the averages.
 bool judgesMaximum(const CommandLine& line) {
     const QString of = line.isSet("of") ? line.text("of") : QStringLiteral("maximum");
     if (of != QLatin1String("maximum") && of != QLatin1String("average")) {
@@ -42,7 +42,7 @@ bool judgesMaximum(const CommandLine& line) {
     return of == QLatin1String("maximum");
 }
 
-/// Ten times a linear number of the unit are as many dB; 0 for a unit of levels.
+/// The dB of a factor of ten in a linear unit; 0 for a logarithmic unit.
 double decibelsPerDecadeOf(const rfu::Unit& unit) {
     constexpr double kAmplitude = 20.0;
     constexpr double kPower = 10.0;

@@ -32,7 +32,7 @@ namespace {
 /// The options that choose a cell.
 constexpr const char* kCellOptions[] = {"at", "at-map", "at-place"};
 
-/// A cell, and where on the map the place lies for which it was asked.
+/// A cell, and the map coordinates of the place that was asked for.
 struct ChosenCell {
     QPoint cell;
     std::optional<QPointF> point;
@@ -52,7 +52,7 @@ ChosenCell cellAtPlace(QPointF latitudeLongitude, const Raster& raster, const QS
     return {*cell, point};
 }
 
-/// Nothing if the map is asked for.
+/// Nothing if no cell is asked for.
 std::optional<ChosenCell> chosenCell(const CommandLine& line, const Raster& raster,
                                      const QString& file) {
     if (const auto cell = line.find<QPoint>("at")) {

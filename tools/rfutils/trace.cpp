@@ -246,7 +246,7 @@ private:
     /// Whether all levels of a sweep are kept; else those of the markers.
     bool keepsWholeSweeps() const { return options_.allPoints || options_.plots(); }
 
-    /// Where the store has the markers' levels.
+    /// The columns of the store that hold the levels of the markers.
     std::vector<std::size_t> columnsOfMarkers() const {
         std::vector<std::size_t> columns;
         for (const Marker& marker : markers_) {

@@ -66,8 +66,8 @@ const Palette* paletteOf(const CommandLine& line) {
     return palette;
 }
 
-/// The levels of a recording in the unit that they are shown in. Where that depends on the
-/// frequency, each point has its own offset to a scale that they share.
+/// The levels of a recording in the unit that they are shown in. If the unit depends on the frequency,
+/// each point has an offset to a common scale.
 struct ShownLevels {
     ShownLevels(const LevelView& view, const FrequencyAxis& axis)
         : unit(view.unit), presenter(unit, sharedAntenna(view, axis)) {
@@ -86,7 +86,7 @@ struct ShownLevels {
     }
 
     static Antenna sharedAntenna(const LevelView& view, const FrequencyAxis& axis) {
-        // The end is the only place that is surely above zero.
+        // Only the end of the axis is certain to be above 0 MHz.
         return axis.bands.empty() ? view.antenna : view.antennaAt(axis.bands.back().high);
     }
 

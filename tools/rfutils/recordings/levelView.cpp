@@ -34,7 +34,7 @@ Cell levelCell(const std::optional<double>& level, Format format, LevelPresenter
     }
     const std::string text = presenter.text(*level);
     note.check(*level, text, presenter);
-    // Without a text it is too small for a prefix.
+    // The text is empty for a value too small for any prefix.
     return {*level, text.empty() ? std::string(kMissingText) : text};
 }
 

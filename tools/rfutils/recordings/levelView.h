@@ -16,7 +16,7 @@ inline constexpr int kHertzDecimals = 6;  // of a number of MHz
 /// How the levels of a recording are shown.
 struct LevelView {
     const rfu::Unit& unit;
-    Antenna antenna;  // without centre frequency every point is its own
+    Antenna antenna;  // without a centre frequency each point is shown at its own
 
     /// Whether the unit takes the frequency of each point.
     bool isOfEachPoint() const;

@@ -37,7 +37,7 @@ TracePlot plotOf(const FrequencyAxis& axis, const std::vector<PointTally>& talli
 TracePlot::Line limitLine(double dBm, const TracePlot& plot, const FrequencyAxis& axis,
                           const LevelView& view);
 
-/// The limits of a mask, of which those without a point are left out.
+/// The limits of a mask that have points.
 std::vector<TracePlot::Line> linesOf(const LimitMask& mask);
 
 }  // namespace rfu::command

@@ -16,7 +16,7 @@ inline constexpr Argument kRecordingArgument = {"FILE", Kind::File, 1, kAnyCount
 /// See Subcommand::shared.
 extern const std::initializer_list<Option> kRecordingOptions;
 
-/// The recording that the command line names. Notes on it are printed behind what was written so far.
+/// The recording that the command line names. Notes on it are printed after the output so far.
 RecordingSource recordingOf(const CommandLine& line);
 /// The same of files that are arguments of other names.
 RecordingSource recordingOf(const CommandLine& line, const QStringList& files);

@@ -18,7 +18,7 @@ QString bareName(QString name) {
     return name.left(kMaxLength).toLower();
 }
 
-/// One letter in three may be wrong, or the end be missing or too much.
+/// One letter in three may be wrong, or letters at the end may be missing or extra.
 bool isNear(const QString& wrong, const QString& known, int distance) {
     const bool goesOn = std::min(wrong.size(), known.size()) >= 2 &&
                         (known.startsWith(wrong) || wrong.startsWith(known));

@@ -49,10 +49,10 @@ TextDrawing::TextDrawing() {
 
 void savePicture(const QImage& image, const QString& file, const QStringList& inputs,
                  Encoding encoding) {
-    constexpr int kFastest = 89;  // the largest at which Qt compresses
+    constexpr int kFastest = 89;  // the highest quality at which Qt still compresses
     const int quality = encoding == Encoding::Fast ? kFastest : -1;
     requireReplaceable(file, inputs);
-    // Into memory, so that what fails below is the file, with the system's reason.
+    // Encoded in memory, so that only writing the file fails below, with the reason of the system.
     QBuffer picture;
     if (!picture.open(QIODevice::WriteOnly) || !image.save(&picture, "PNG", quality)) {
         throw InputError(file, "cannot be written: it cannot be encoded as PNG");

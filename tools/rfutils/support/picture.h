@@ -31,7 +31,7 @@ void requireReplaceable(const QString& file, const QStringList& inputs);
 /// The same for savePlot().
 void requireReplaceablePlot(const QString& file, const QStringList& inputs);
 
-/// How hard the encoder tries: noise, of which waterfalls are made, hardly gets smaller by it.
+/// The effort of the encoder. Waterfalls are mostly noise, which more effort hardly makes smaller.
 enum class Encoding { Usual, Fast };
 
 /// Writes a picture as PNG. It replaces an older one, and no other file.

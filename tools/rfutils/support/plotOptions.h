@@ -11,7 +11,7 @@
 namespace rfu::command {
 
 // clang-format off
-// Beside an option --plot.
+// For subcommands with an option --plot.
 inline constexpr Option kPlotWidthOption = {
     "width", "PIXELS", Kind::Integer, "Of the whole plot, 480 to 10000.", "1280"};
 inline constexpr Option kPlotHeightOption = {

@@ -28,9 +28,9 @@ public:
     TraceTable(Format format, const TraceColumns& wanted, const LevelView& view,
                const FrequencyAxis& axis, const SweepStore& sweeps, PrefixNote& note);
 
-    /// @param columns of the markers in the store
+    /// @param columns of the store, one for each marker
     void addMarkers(const std::vector<Marker>& markers, const std::vector<std::size_t>& columns);
-    /// The store has a column for each point.
+    /// @pre the store has a column for each point
     void addPoints();
 
     /// Shows the rows so far without waiting for the end of the recording. They are flushed before
