@@ -70,6 +70,11 @@ std::int64_t microsecondsOf(std::string_view date, std::string_view time) {
     return days * kMicrosecondsPerDay + seconds * kMicrosecondsPerSecond + fraction;
 }
 
+bool isStamp(std::string_view text) {
+    return text.size() > kDate.size() && text[kDate.size()] == ' ' &&
+           isDate(text.substr(0, kDate.size())) && isTime(text.substr(kDate.size() + 1));
+}
+
 std::int64_t microsecondsOf(std::string_view stamp) {
     return microsecondsOf(stamp.substr(0, kDate.size()), stamp.substr(kDate.size() + 1));
 }

@@ -22,7 +22,10 @@ bool isTime(std::string_view text);
 /// decimals are cut.
 std::int64_t microsecondsOf(std::string_view date, std::string_view time);
 
-/// The same of a date and a time with a blank between them, as a Sweep has them.
+/// Whether a text is a date and a time with a blank between them, as a Sweep has them.
+bool isStamp(std::string_view text);
+
+/// The microseconds of a stamp.
 std::int64_t microsecondsOf(std::string_view stamp);
 
 /// The hour of day of such a stamp, from 0 to 23.

@@ -4,8 +4,10 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "analysis/recordings/timeStamp.h"
+#include "analysis/support/stateStream.h"
 
 namespace rfu {
 
@@ -16,6 +18,8 @@ constexpr std::size_t kMinPiece = 4;  // sweeps
 constexpr std::size_t kMaxPiece =
     256;  // a point's levels of a piece fit the processor's nearest cache
 constexpr std::size_t kShareOfPieces = 8;  // of the memory, once there are histograms
+constexpr int kCoarsest = PointHistogram::kFinest << 13;  // width of a bin: two bins hold all codes
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kStepsPerDb = kPackedPerDecibel / PointHistogram::kFinest;  // of the grid
 
 /// Of a level of the grid, which may lie beyond all codes.
@@ -24,8 +28,18 @@ int codeOfBound(double bound) {
         std::lround(std::min(std::max(bound, -1000.0), 1000.0) * kPackedPerDecibel));
 }
 
+/// The finest bin that holds a code.
+int binOf(int code) {
+    return static_cast<int>(std::ceil(static_cast<double>(code) / PointHistogram::kFinest));
+}
+
 double levelOf(double code) {
     return code / kPackedPerDecibel;
+}
+
+/// Of histograms.
+std::size_t maxBytesOf(std::size_t bytes) {
+    return bytes - bytes / kShareOfPieces;
 }
 
 // Loops over rows of the same few columns, which the compiler turns into vector instructions.
@@ -156,20 +170,40 @@ void LevelHistory::copyPoint(std::size_t point, std::size_t piece, PackedLevel* 
     }
 }
 
+/// Adds what is held of a point.
+void LevelHistory::addTo(PointHistogram& histogram, std::size_t point) const {
+    std::array<PackedLevel, kMaxPiece> codes;
+    std::size_t sweep = sweeps_ - sweepsHeld_;
+    for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
+        copyPoint(point, piece, codes.data());
+        histogram.add(codes.data(), pieces_[piece].sweeps, static_cast<std::uint32_t>(sweep),
+                      binWidth_);
+        sweep += pieces_[piece].sweeps;
+    }
+}
+
 /// Moves what is held of a panel into the histograms of its points.
 void LevelHistory::drain(std::size_t panel) {
-    std::array<PackedLevel, kMaxPiece> codes;
     for (std::size_t i = 0; i < panels_[panel].points; ++i) {
         const std::size_t point = panel * kPanel + i;
-        std::size_t sweep = sweeps_ - sweepsHeld_;
-        for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
-            copyPoint(point, piece, codes.data());
-            histograms_[point].add(codes.data(), pieces_[piece].sweeps,
-                                   static_cast<std::uint32_t>(sweep), binWidth_);
-            sweep += pieces_[piece].sweeps;
-        }
+        addTo(histograms_[point], point);
     }
     panels_[panel].pieces.clear();  // at once, for the histograms that follow
+}
+
+std::size_t LevelHistory::bytesOfHistograms() const {
+    std::size_t sum = 0;
+    for (const PointHistogram& histogram : histograms_) {
+        sum += histogram.bytes();
+    }
+    return sum;
+}
+
+void LevelHistory::coarsen() {
+    for (PointHistogram& histogram : histograms_) {
+        histogram.coarsen();
+    }
+    binWidth_ *= 2;
 }
 
 void LevelHistory::drain() {
@@ -179,19 +213,8 @@ void LevelHistory::drain() {
     }
     pieces_.clear();
     sweepsHeld_ = 0;
-    const auto bytes = [this] {
-        std::size_t sum = 0;
-        for (const PointHistogram& histogram : histograms_) {
-            sum += histogram.bytes();
-        }
-        return sum;
-    };
-    constexpr int kCoarsest = INT16_MAX;
-    while (bytes() > maxBytes_ - maxBytes_ / kShareOfPieces && binWidth_ < kCoarsest) {
-        for (PointHistogram& histogram : histograms_) {
-            histogram.coarsen();
-        }
-        binWidth_ *= 2;
+    while (bytesOfHistograms() > maxBytesOf(maxBytes_) && binWidth_ < kCoarsest) {
+        coarsen();
     }
     dropUnusedTimes();
 }
@@ -205,25 +228,31 @@ void LevelHistory::settle() {
 
 /// Keeps the times of sweeps that above() may answer.
 void LevelHistory::dropUnusedTimes() {
-    std::vector<bool> isUsed(sweeps_);
+    std::vector<bool> isUsed(times_.size());
     for (const PointHistogram& histogram : histograms_) {
-        histogram.forEachSweep([&](std::uint32_t sweep) { isUsed[sweep] = true; });
+        histogram.forEachSweep([&](std::uint32_t sweep) {
+            isUsed[static_cast<std::size_t>(stampOf(sweep) - times_.begin())] = true;
+        });
     }
-    times_.erase(std::remove_if(times_.begin(), times_.end(),
-                                [&](const Stamp& stamp) { return !isUsed[stamp.sweep]; }),
-                 times_.end());
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < times_.size(); ++i) {
+        if (isUsed[i]) {
+            std::swap(times_[kept++], times_[i]);
+        }
+    }
+    times_.resize(kept);
 }
 
-const std::string& LevelHistory::timeOf(std::uint32_t sweep) const {
+/// Of the first sweep not before one.
+std::vector<LevelHistory::Stamp>::const_iterator LevelHistory::stampOf(std::uint32_t sweep) const {
     return std::lower_bound(
-               times_.begin(), times_.end(), sweep,
-               [](const Stamp& stamp, std::uint32_t other) { return stamp.sweep < other; })
-        ->time;
+        times_.begin(), times_.end(), sweep,
+        [](const Stamp& stamp, std::uint32_t other) { return stamp.sweep < other; });
 }
 
 /// The medians of a panel's points, which are searched side by side: each step halves the range in
 /// which the lower one of the middle two levels lies.
-void LevelHistory::addMedians(const Panel& panel, std::vector<double>& medians) const {
+void LevelHistory::addMedians(const Panel& panel, Medians& medians) const {
     const auto forEachPiece = [&](auto use) {
         for (std::size_t i = 0; i < pieces_.size(); ++i) {
             use(panel.pieces[i].get(), pieces_[i].sweeps, panel.points);
@@ -276,15 +305,21 @@ void LevelHistory::addMedians(const Panel& panel, std::vector<double>& medians) 
     for (std::size_t i = 0; i < panel.points; ++i) {
         const std::size_t measured = sweepsHeld_ - missing[i];
         const int upper = counts[i] > missing[i] + measured / 2 ? high[i] : next[i];
-        medians.push_back(measured == 0 ? std::numeric_limits<double>::quiet_NaN()
-                                        : levelOf((high[i] + upper) / 2.0));
+        medians.levels.push_back(measured == 0 ? kNaN : levelOf((high[i] + upper) / 2.0));
+        medians.ofBins.push_back(
+            measured == 0 ? kNaN : (middleOfBin(binOf(high[i])) + middleOfBin(binOf(upper))) / 2.0);
     }
+}
+
+/// In dBm.
+double LevelHistory::middleOfBin(int bin) const {
+    return levelOf((bin - 0.5) * binWidth_ + 0.5);
 }
 
 /// The levels of a bin count as evenly spread over it.
 double LevelHistory::medianOf(const PointHistogram& histogram) const {
     const double half = static_cast<double>(histogram.measured()) / 2.0;
-    double median = std::numeric_limits<double>::quiet_NaN();
+    double median = kNaN;
     double below = 0.0;
     histogram.forEachBin([&](int bin, long long count) {
         const auto times = static_cast<double>(count);
@@ -296,36 +331,56 @@ double LevelHistory::medianOf(const PointHistogram& histogram) const {
     return median;
 }
 
+double LevelHistory::medianOfBins(const PointHistogram& histogram) const {
+    const long long half = histogram.measured() / 2;  // below the upper one of the middle two
+    const long long low = histogram.measured() % 2 == 0 ? half - 1 : half;
+    double sum = 0.0;
+    long long below = 0;
+    histogram.forEachBin([&](int bin, long long count) {
+        for (const long long rank : {low, half}) {
+            sum += below <= rank && rank < below + count ? middleOfBin(bin) : 0.0;
+        }
+        below += count;
+    });
+    return histogram.measured() == 0 ? kNaN : sum / 2.0;
+}
+
 std::vector<double> LevelHistory::medians() {
+    return mediansAndBins().levels;
+}
+
+LevelHistory::Medians LevelHistory::mediansAndBins() {
     settle();
-    std::vector<double> medians;
-    medians.reserve(points_);
+    Medians medians;
+    medians.levels.reserve(points_);
+    medians.ofBins.reserve(points_);
     if (histograms_.empty()) {
         for (const Panel& panel : panels_) {
             addMedians(panel, medians);
         }
     }
     for (const PointHistogram& histogram : histograms_) {
-        medians.push_back(medianOf(histogram));
+        medians.levels.push_back(medianOf(histogram));
+        medians.ofBins.push_back(medianOfBins(histogram));
     }
     return medians;
 }
 
-void LevelHistory::forEachLevel(std::size_t point,
-                                const std::function<void(double level, long long count)>& use) {
+void LevelHistory::forEachBin(std::size_t point,
+                              const std::function<void(double level, long long count)>& use) {
     settle();
     std::array<PackedLevel, kMaxPiece> codes;
     for (std::size_t piece = 0; piece < pieces_.size(); ++piece) {
         copyPoint(point, piece, codes.data());
         for (std::size_t i = 0; i < pieces_[piece].sweeps; ++i) {
             if (codes[i] != kNotMeasured) {
-                use(levelOf(codes[i]), 1);
+                use(middleOfBin(binOf(codes[i])), 1);
             }
         }
     }
     if (!histograms_.empty()) {
         histograms_[point].forEachBin(
-            [&](int bin, long long count) { use(levelOf((bin - 0.5) * binWidth_ + 0.5), count); });
+            [&](int bin, long long count) { use(middleOfBin(bin), count); });
     }
 }
 
@@ -337,9 +392,9 @@ LevelHistory::Exceeding LevelHistory::above(std::size_t point, double level) {
         // Of wider bins the whole one counts.
         const double bin = std::floor(static_cast<double>(bound) / binWidth_);
         const auto exceeding = histograms_[point].above(static_cast<int>(bin));
-        return exceeding.count == 0
-                   ? found
-                   : Exceeding{exceeding.count, timeOf(exceeding.first), timeOf(exceeding.last)};
+        return exceeding.count == 0 ? found
+                                    : Exceeding{exceeding.count, stampOf(exceeding.first)->time,
+                                                stampOf(exceeding.last)->time};
     }
     std::array<PackedLevel, kMaxPiece> codes;
     std::size_t sweep = 0;
@@ -354,6 +409,89 @@ LevelHistory::Exceeding LevelHistory::above(std::size_t point, double level) {
         }
     }
     return found;
+}
+
+void LevelHistory::write(StateWriter& writer) const {
+    std::vector<bool> isUsed(times_.size());
+    writer.count(static_cast<std::uint64_t>(binWidth_));
+    for (std::size_t point = 0; point < points_; ++point) {
+        PointHistogram histogram = histograms_.empty() ? PointHistogram() : histograms_[point];
+        addTo(histogram, point);
+        histogram.write(writer);
+        histogram.forEachSweep([&](std::uint32_t sweep) {
+            isUsed[static_cast<std::size_t>(stampOf(sweep) - times_.begin())] = true;
+        });
+    }
+    writer.count(static_cast<std::uint64_t>(std::count(isUsed.begin(), isUsed.end(), true)));
+    for (std::size_t i = 0; i < times_.size(); ++i) {
+        if (isUsed[i]) {
+            writer.count(times_[i].sweep);
+            writer.text(times_[i].time);
+        }
+    }
+}
+
+/// In bins of the common width.
+PointHistogram LevelHistory::readHistogram(StateReader& reader, int width, std::uint32_t sweeps) {
+    PointHistogram histogram = PointHistogram::read(reader, width, sweeps);
+    for (; width < binWidth_; width *= 2) {
+        histogram.coarsen();
+    }
+    return histogram;
+}
+
+/// Of the sweeps that histograms name.
+void LevelHistory::readTimes(StateReader& reader, std::uint32_t sweeps) {
+    const auto firstSweep = static_cast<std::uint32_t>(sweeps_);
+    const std::size_t count = reader.countOf(2);
+    std::uint64_t least = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint64_t sweep = reader.count(sweeps - 1);
+        std::string time = reader.text();
+        reader.require(sweep >= least && isStamp(time));
+        least = sweep + 1;
+        times_.push_back({firstSweep + static_cast<std::uint32_t>(sweep), std::move(time)});
+    }
+    for (const PointHistogram& histogram : histograms_) {
+        histogram.forEachSweep([&](std::uint32_t sweep) {
+            const auto stamp = stampOf(sweep);
+            reader.require(stamp != times_.end() && stamp->sweep == sweep);
+        });
+    }
+}
+
+void LevelHistory::merge(StatePart& part, std::size_t points) {
+    StateReader& reader = part.statistics;
+    const auto sweeps = static_cast<std::uint32_t>(part.head.sweeps);
+    const auto width = static_cast<int>(reader.count(kCoarsest));
+    int known = PointHistogram::kFinest;
+    while (known < width) {
+        known *= 2;
+    }
+    reader.require(known == width);
+    if (points_ == 0) {
+        begin(points);
+    }
+    if (histograms_.empty() || sweepsHeld_ > 0) {
+        drain();
+    }
+    while (binWidth_ < width) {
+        coarsen();
+    }
+    std::size_t bytes = bytesOfHistograms();
+    for (const std::size_t place : part.places) {
+        PointHistogram& own = histograms_[place];
+        bytes -= own.bytes();
+        own.merge(readHistogram(reader, width, sweeps), static_cast<std::uint32_t>(sweeps_));
+        bytes += own.bytes();
+        while (bytes > maxBytesOf(maxBytes_) && binWidth_ < kCoarsest) {
+            coarsen();
+            bytes = bytesOfHistograms();
+        }
+    }
+    readTimes(reader, sweeps);
+    sweeps_ += sweeps;
+    dropUnusedTimes();
 }
 
 }  // namespace rfu

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/recordings/stateFile.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/statistics/pointHistogram.h"
 
@@ -40,16 +41,25 @@ public:
     /// A measured level as it is held.
     static double rounded(double level);
 
-    /// Within how many dB medians and the levels of forEachLevel() lie: 0 where the levels are held.
+    /// Within how many dB medians lie: 0 where the levels are held.
     double resolution() const;
 
     /// Of the levels of each point; of an even count the mean of the middle two. NaN for a point that
     /// was never measured.
     std::vector<double> medians();
 
-    /// Calls use(level, count) for levels of a point in any order; each level may come several times.
-    void forEachLevel(std::size_t point,
-                      const std::function<void(double level, long long count)>& use);
+    /// What follows from the bins of the histograms alone is the same whether the levels are held or
+    /// not, and whether they came at once or from states.
+    struct Medians {
+        std::vector<double> levels;  // as medians() tells them
+        std::vector<double> ofBins;  // with the middle of its bin for each level
+    };
+    Medians mediansAndBins();
+
+    /// Calls use(level, count) for the middles of the bins of a point's levels in any order; each may
+    /// come several times.
+    void forEachBin(std::size_t point,
+                    const std::function<void(double level, long long count)>& use);
 
     struct Exceeding {
         long long count;
@@ -58,6 +68,11 @@ public:
     };
     /// The sweeps in which a point lies above a level of the grid.
     Exceeding above(std::size_t point, double level);
+
+    void write(StateWriter& writer) const;
+    /// Adds the sweeps of a state, which come after all others. From then on there are histograms.
+    /// @param points of all states together
+    void merge(StatePart& part, std::size_t points);
 
 private:
     /// A few neighbouring points. Its levels stand sweep by sweep, in pieces that all panels begin
@@ -79,12 +94,19 @@ private:
     void beginPiece();
     void drain();
     void drain(std::size_t panel);
+    void addTo(PointHistogram& histogram, std::size_t point) const;
     void settle();
+    void coarsen();
+    std::size_t bytesOfHistograms() const;
     void dropUnusedTimes();
-    const std::string& timeOf(std::uint32_t sweep) const;
+    std::vector<Stamp>::const_iterator stampOf(std::uint32_t sweep) const;
+    PointHistogram readHistogram(StateReader& reader, int width, std::uint32_t sweeps);
+    void readTimes(StateReader& reader, std::uint32_t sweeps);
     void copyPoint(std::size_t point, std::size_t piece, PackedLevel* codes) const;
-    void addMedians(const Panel& panel, std::vector<double>& medians) const;
+    void addMedians(const Panel& panel, Medians& medians) const;
     double medianOf(const PointHistogram& histogram) const;
+    double medianOfBins(const PointHistogram& histogram) const;
+    double middleOfBin(int bin) const;
 
     std::size_t maxBytes_;
     std::size_t points_ = 0;

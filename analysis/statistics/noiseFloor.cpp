@@ -25,6 +25,7 @@ struct Line {
 struct Window {
     std::vector<double> places;
     std::vector<double> levels;
+    std::vector<double> finer;
 
     std::size_t size() const { return places.size(); }
 };
@@ -128,7 +129,9 @@ Line roughLine(const Window& window, const Reach& reach) {
 }
 
 /// The least-squares line through the points near a line; the line itself if there are too few.
-Line refined(const Window& window, const Line& line, const Reach& reach) {
+/// @param levelsOfPoints that it goes through
+Line refined(const Window& window, const std::vector<double>& levelsOfPoints, const Line& line,
+             const Reach& reach) {
     constexpr double kMinPoints = 3.0;
     double count = 0.0;
     double places = 0.0;
@@ -137,8 +140,8 @@ Line refined(const Window& window, const Line& line, const Reach& reach) {
     double products = 0.0;
     for (std::size_t i = 0; i < window.size(); ++i) {
         const double place = window.places[i];
-        const double residual = window.levels[i] - line.at(place);
-        if (reach.holds(residual)) {
+        if (reach.holds(window.levels[i] - line.at(place))) {
+            const double residual = levelsOfPoints[i] - line.at(place);
             count += 1.0;
             places += place;
             levels += residual;
@@ -156,6 +159,7 @@ Line refined(const Window& window, const Line& line, const Reach& reach) {
 
 struct Fit {
     Line line;
+    Line finer;
     double scatter;
 };
 
@@ -164,10 +168,13 @@ Fit fitted(const Window& window) {
     constexpr std::size_t kMinPoints = 8;  // for a slope
     // Many narrow signals increase the first estimate, dips of the noise the second.
     const double scatter = scatterOf(window);
-    Fit fit = {roughLine(window, Reach(scatter)), scatter};
+    const Line rough = roughLine(window, Reach(scatter));
+    Fit fit = {rough, rough, scatter};
     for (int i = 0; window.size() >= kMinPoints && i < kRounds; ++i) {
         fit.scatter = std::min(scatter, scatterBelow(window, fit.line));
-        fit.line = refined(window, fit.line, Reach(fit.scatter));
+        const Reach reach(fit.scatter);
+        fit.finer = refined(window, window.finer, fit.line, reach);
+        fit.line = refined(window, window.levels, fit.line, reach);
     }
     return fit;
 }
@@ -176,9 +183,13 @@ Fit fitted(const Window& window) {
 class BandFloor {
 public:
     /// @param begin, end the points of the band
-    BandFloor(const std::vector<double>& medians, std::size_t begin, std::size_t end,
-              std::size_t window)
-        : medians_(medians), begin_(begin), end_(end), window_(std::min(window, end - begin)) {}
+    BandFloor(const std::vector<double>& medians, const std::vector<double>& finer,
+              std::size_t begin, std::size_t end, std::size_t window)
+        : medians_(medians),
+          finer_(finer),
+          begin_(begin),
+          end_(end),
+          window_(std::min(window, end - begin)) {}
 
     void fill(NoiseFloor& floor) const {
         constexpr std::size_t kLinesOfWindow = 4;
@@ -193,6 +204,7 @@ public:
                                                          static_cast<double>(next - first);
                 const auto place = static_cast<double>(i);
                 floor.levels[i] = blend(left.line.at(place), right.line.at(place), share);
+                floor.finer[i] = blend(left.finer.at(place), right.finer.at(place), share);
                 floor.isQuiet[i] = Reach(blend(left.scatter, right.scatter, share))
                                        .holds(medians_[i] - floor.levels[i]);
             }
@@ -215,26 +227,36 @@ private:
             if (!std::isnan(medians_[i])) {
                 window.places.push_back(static_cast<double>(i));
                 window.levels.push_back(medians_[i]);
+                window.finer.push_back(finer_[i]);
             }
         }
-        return window.size() == 0 ? Fit{{kNaN, 0.0}, kNaN} : fitted(window);
+        return window.size() == 0 ? Fit{{kNaN, 0.0}, {kNaN, 0.0}, kNaN} : fitted(window);
     }
 
     const std::vector<double>& medians_;
+    const std::vector<double>& finer_;
     std::size_t begin_;
     std::size_t end_;
     std::size_t window_;
 };
 
 /// The medians of the quiet points beside the floor.
-std::vector<double> quietResiduals(const NoiseFloor& floor, const std::vector<double>& medians) {
+std::vector<double> quietResiduals(const std::vector<double>& levels,
+                                   const std::vector<bool>& isQuiet,
+                                   const std::vector<double>& medians) {
     std::vector<double> residuals;
     for (std::size_t i = 0; i < medians.size(); ++i) {
-        if (floor.isQuiet[i]) {
-            residuals.push_back(medians[i] - floor.levels[i]);
+        if (isQuiet[i]) {
+            residuals.push_back(medians[i] - levels[i]);
         }
     }
     return residuals;
+}
+
+void shift(std::vector<double>& levels, double by) {
+    for (double& level : levels) {
+        level += by;
+    }
 }
 
 /// Of residuals whose mean is near 0.
@@ -303,15 +325,16 @@ private:
 
 }  // namespace
 
-NoiseFloor noiseFloor(const std::vector<double>& medians, const std::vector<std::size_t>& bands,
-                      std::size_t window) {
+NoiseFloor noiseFloor(const std::vector<double>& medians, const std::vector<double>& finer,
+                      const std::vector<std::size_t>& bands, std::size_t window) {
     NoiseFloor floor = {std::vector<double>(medians.size(), kNaN),
+                        std::vector<double>(medians.size(), kNaN),
                         std::vector<bool>(medians.size(), false), 0.0};
     for (std::size_t i = 0; i < bands.size(); ++i) {
         const std::size_t end = i + 1 < bands.size() ? bands[i + 1] : medians.size();
-        BandFloor(medians, bands[i], end, std::max(window, kMinWindow)).fill(floor);
+        BandFloor(medians, finer, bands[i], end, std::max(window, kMinWindow)).fill(floor);
     }
-    const std::vector<double> residuals = quietResiduals(floor, medians);
+    const std::vector<double> residuals = quietResiduals(floor.levels, floor.isQuiet, medians);
     if (residuals.empty()) {
         return floor;
     }
@@ -319,10 +342,8 @@ NoiseFloor noiseFloor(const std::vector<double>& medians, const std::vector<std:
         deviationOf(residuals) / std::sqrt(static_cast<double>(std::min(window, residuals.size())));
     // A least-squares line follows the mean of the medians. With few sweeps that differs from the median
     // of noise, by the same amount everywhere.
-    const double shift = percentile(residuals, 0.5);
-    for (double& level : floor.levels) {
-        level += shift;
-    }
+    shift(floor.levels, percentile(residuals, 0.5));
+    shift(floor.finer, percentile(quietResiduals(floor.finer, floor.isQuiet, finer), 0.5));
     return floor;
 }
 
@@ -343,7 +364,7 @@ double noiseShape(LevelHistory& history, const NoiseFloor& floor) {
              point < std::min(first + stride, history.points()) && used < groupPoints; ++point) {
             if (floor.isQuiet[point]) {
                 ++used;
-                history.forEachLevel(point, [&](double level, long long times) {
+                history.forEachBin(point, [&](double level, long long times) {
                     group.add(level - floor.levels[point], times);
                 });
             }

@@ -5,10 +5,13 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <numeric>
 
 #include "analysis/recordings/bins.h"
 #include "analysis/recordings/timeStamp.h"
 #include "analysis/statistics/noiseFloor.h"
+#include "analysis/support/inputError.h"
+#include "analysis/support/stateStream.h"
 
 namespace rfu {
 
@@ -16,6 +19,7 @@ namespace {
 
 // A part with less of the memory tells its floor worse than the one before it.
 constexpr std::size_t kLeastPart = 8;
+constexpr int kHoursOfDay = 24;
 
 /// The largest code that does not lie above a level.
 PackedLevel packedThreshold(double level) {
@@ -49,6 +53,50 @@ void OccupancyCounts::merge(const OccupancyCounts& other) {
     cells.merge(other.cells);
     sweeps += other.sweeps;
     thresholds += other.thresholds;
+}
+
+namespace {
+
+void write(StateWriter& writer, const OccupancyCount& count) {
+    writer.count(static_cast<std::uint64_t>(count.samples));
+    if (count.samples > 0) {
+        writer.count(static_cast<std::uint64_t>(count.occupied));
+    }
+}
+
+OccupancyCount readCount(StateReader& reader, std::uint64_t most) {
+    OccupancyCount count;
+    count.samples = static_cast<long long>(reader.count(most));
+    if (count.samples > 0) {
+        count.occupied =
+            static_cast<long long>(reader.count(static_cast<std::uint64_t>(count.samples)));
+    }
+    return count;
+}
+
+}  // namespace
+
+void OccupancyCounts::write(StateWriter& writer) const {
+    writer.count(static_cast<std::uint64_t>(sweeps));
+    for (const OccupancyCount& channel : channels) {
+        rfu::write(writer, channel);
+    }
+    rfu::write(writer, cells);
+    writer.number(thresholds);
+}
+
+OccupancyCounts OccupancyCounts::read(StatePart& part, std::size_t channels) {
+    StateReader& reader = part.statistics;
+    OccupancyCounts counts;
+    const std::uint64_t sweeps = reader.count(static_cast<std::uint64_t>(part.head.sweeps));
+    reader.require(sweeps > 0);
+    counts.sweeps = static_cast<long long>(sweeps);
+    for (std::size_t i = 0; i < channels; ++i) {
+        counts.channels.push_back(readCount(reader, sweeps));
+    }
+    counts.cells = readCount(reader, sweeps * part.head.points);
+    counts.thresholds = reader.finite();
+    return counts;
 }
 
 double OccupancyCounts::resourceShare() const {
@@ -180,6 +228,54 @@ const HourlyOccupancy& Occupancy::finish() {
         judgePart();
     }
     return counts_;
+}
+
+void Occupancy::write(StateWriter& writer) const {
+    writer.count(counts_.size());
+    for (const auto& [hour, counts] : counts_) {
+        writer.integer(hour);
+        counts.write(writer);
+    }
+}
+
+/// Of the points of a state that are channels, their places among these channels.
+std::vector<std::size_t> Occupancy::placesOf(const StatePart& part) const {
+    std::vector<std::size_t> places;
+    for (const Channel& channel : ChannelPlacer(part.head.axis).ofPoints()) {
+        const std::size_t point = part.places[channel.firstPoint];
+        const auto own = std::find_if(
+            channels_.begin() + static_cast<std::ptrdiff_t>(places.empty() ? 0 : places.back()),
+            channels_.end(),
+            [point](const Channel& candidate) { return candidate.firstPoint == point; });
+        if (own == channels_.end()) {
+            throw InputError(part.file, "lacks a hop whose bins cover others");
+        }
+        places.push_back(static_cast<std::size_t>(own - channels_.begin()));
+    }
+    return places;
+}
+
+void Occupancy::merge(StatePart& part, bool areChannelsPoints) {
+    StateReader& reader = part.statistics;
+    std::vector<std::size_t> places(channels_.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    if (areChannelsPoints) {
+        places = placesOf(part);
+    }
+    const std::size_t hours = reader.countOf(places.size());
+    int least = options_.isByHour ? 0 : kAllHours;
+    const int most = options_.isByHour ? kHoursOfDay - 1 : kAllHours;
+    for (std::size_t i = 0; i < hours; ++i) {
+        const auto hour = static_cast<int>(reader.integer(least, most));
+        least = hour + 1;
+        const OccupancyCounts read = OccupancyCounts::read(part, places.size());
+        OccupancyCounts other = read;
+        other.channels.assign(channels_.size(), {});
+        for (std::size_t channel = 0; channel < places.size(); ++channel) {
+            other.channels[places[channel]] = read.channels[channel];
+        }
+        countsOf(hour).merge(other);
+    }
 }
 
 }  // namespace rfu

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "analysis/recordings/channels.h"
+#include "analysis/recordings/stateFile.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/statistics/levelHistory.h"
 #include "analysis/statistics/packedLevel.h"
@@ -46,6 +47,9 @@ struct OccupancyCounts {
     double thresholds = 0.0;  // dBm, sum over the sweeps of the mean threshold of the band's points
 
     void merge(const OccupancyCounts& other);
+    void write(StateWriter& writer) const;
+    /// @param channels of the state
+    static OccupancyCounts read(StatePart& part, std::size_t channels);
     /// dBm. @pre there is a sweep
     double meanThreshold() const { return thresholds / static_cast<double>(sweeps); }
     /// Mean of the shares of the channels that have samples. @pre there is one
@@ -85,6 +89,12 @@ public:
     /// To be called once, behind the last sweep.
     const HourlyOccupancy& finish();
 
+    /// The counts. @pre limits are given: a floor is that of a whole recording
+    void write(StateWriter& writer) const;
+    /// Adds the sweeps of a state of the same channels.
+    /// @param areChannelsPoints whether each point is a channel
+    void merge(StatePart& part, bool areChannelsPoints);
+
     const std::vector<Channel>& channels() const { return channels_; }
     /// From the beginning of the lowest recorded channel to the end of the highest.
     const FrequencyRange& band() const { return band_; }
@@ -93,6 +103,7 @@ public:
 
 private:
     OccupancyCounts& countsOf(int hour);
+    std::vector<std::size_t> placesOf(const StatePart& part) const;
     template <typename Level>
     void count(const Level* levels, Level notMeasured, const std::vector<Level>& thresholds,
                OccupancyCounts& counts);

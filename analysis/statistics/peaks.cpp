@@ -86,10 +86,27 @@ void PeakFinder::add(const Sweep& sweep) {
     history_.add(sweep);
 }
 
+void PeakFinder::write(StateWriter& writer) const {
+    for (const PointTally& tally : tallies_) {
+        tally.write(writer);
+    }
+    history_.write(writer);
+}
+
+void PeakFinder::merge(StatePart& part, std::size_t points) {
+    part.statistics.require(!part.head.axis.points.empty());
+    tallies_.resize(points);
+    for (const std::size_t place : part.places) {
+        tallies_[place].merge(part.statistics, part.head.sweeps);
+    }
+    history_.merge(part, points);
+}
+
 std::vector<Signal> PeakFinder::find(const FrequencyAxis& axis, const std::vector<bool>& isLeftOut,
                                      const PeakOptions& options) {
     const std::vector<std::size_t> bands = firstPointsOf(axis);
-    std::vector<double> medians = history_.medians();
+    // What decides follows from bins, so that it does not depend on how the sweeps came.
+    auto [finer, medians] = history_.mediansAndBins();
     std::vector<PointStatistics> statistics;
     long long cells = 0;
     for (std::size_t i = 0; i < medians.size(); ++i) {
@@ -100,7 +117,7 @@ std::vector<Signal> PeakFinder::find(const FrequencyAxis& axis, const std::vecto
     if (cells == 0) {
         return {};
     }
-    const NoiseFloor floor = noiseFloor(medians, bands, options.window);
+    const NoiseFloor floor = noiseFloor(medians, finer, bands, options.window);
     const double excess =
         options.above ? *options.above
                       : std::max(kMinExcess, noiseExcess(noiseShape(history_, floor),
@@ -132,7 +149,7 @@ std::vector<Signal> PeakFinder::find(const FrequencyAxis& axis, const std::vecto
         const PointStatistics& strongest = statistics[point];
         const auto above = history_.above(point, traces.thresholds[run.strongest]);
         signals.push_back({(extent.low + extent.high) / 2.0, extent.high - extent.low, point,
-                           *strongest.maximum, *strongest.average, floor.levels[point],
+                           *strongest.maximum, *strongest.average, floor.finer[point],
                            static_cast<double>(above.count) / static_cast<double>(strongest.count),
                            above.first, above.last});
     }

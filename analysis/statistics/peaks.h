@@ -44,6 +44,11 @@ public:
     std::vector<Signal> find(const FrequencyAxis& axis, const std::vector<bool>& isLeftOut,
                              const PeakOptions& options);
 
+    void write(StateWriter& writer) const;
+    /// Adds the sweeps of a state, which come after all others.
+    /// @param points of all states together
+    void merge(StatePart& part, std::size_t points);
+
     /// See LevelHistory.
     double resolution() const { return history_.resolution(); }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "analysis/support/stateStream.h"
+
 namespace rfu {
 
 namespace {
@@ -126,8 +128,7 @@ void PointHistogram::coarsen() {
     if (fine.counts_.empty()) {
         return;
     }
-    const int finest = fine.firstBin_ + static_cast<int>(fine.counts_.size()) - 1;
-    reserveBins(dividedUp(fine.firstBin_, 2), dividedUp(finest, 2));
+    reserveBins(dividedUp(fine.firstBin_, 2), dividedUp(fine.highestBin(), 2));
     fine.forEachBin([&](int bin, long long times) { count(dividedUp(bin, 2), times); });
     // The earliest of equal rises and the latest of equal falls tell.
     for (const Step& step : fine.rises_) {
@@ -141,6 +142,98 @@ void PointHistogram::coarsen() {
         }
         falls_.push_back({dividedUp(step.bin, 2), step.sweep});
     }
+}
+
+void PointHistogram::merge(const PointHistogram& other, std::uint32_t sweep) {
+    if (other.counts_.empty()) {
+        return;
+    }
+    reserveBins(other.firstBin_, other.highestBin());
+    other.forEachBin([this](int bin, long long times) { count(bin, times); });
+    measured_ += other.measured_;
+    for (const Step& step : other.rises_) {
+        if (rises_.empty() || step.bin > rises_.back().bin) {
+            rises_.push_back({step.bin, sweep + step.sweep});
+        }
+    }
+    while (!falls_.empty() && falls_.back().bin <= other.falls_.front().bin) {
+        falls_.pop_back();
+    }
+    for (const Step& step : other.falls_) {
+        falls_.push_back({step.bin, sweep + step.sweep});
+    }
+}
+
+void PointHistogram::write(StateWriter& writer) const {
+    std::vector<std::pair<int, long long>> bins;
+    forEachBin([&bins](int bin, long long times) { bins.emplace_back(bin, times); });
+    writer.count(bins.size());
+    for (std::size_t i = 0; i < bins.size(); ++i) {
+        if (i == 0) {
+            writer.integer(bins[i].first);
+        } else {
+            writer.count(static_cast<std::uint64_t>(bins[i].first - bins[i - 1].first));
+        }
+        writer.count(static_cast<std::uint64_t>(bins[i].second));
+    }
+    for (const auto* steps : {&rises_, &falls_}) {
+        writer.count(steps->size());
+        for (const Step& step : *steps) {
+            writer.integer(step.bin);
+            writer.count(step.sweep);
+        }
+    }
+}
+
+PointHistogram PointHistogram::read(StateReader& reader, int width, std::uint32_t sweeps) {
+    const int least = dividedUp(-INT16_MAX, width);
+    const int most = dividedUp(INT16_MAX, width);
+    PointHistogram histogram;
+    std::vector<std::pair<int, long long>> bins(reader.countOf(2));
+    for (std::size_t i = 0; i < bins.size(); ++i) {
+        if (i == 0) {
+            bins[i].first = static_cast<int>(reader.integer(least, most));
+        } else {
+            const int before = bins[i - 1].first;
+            const auto gap = reader.count(static_cast<std::uint64_t>(most - before));
+            reader.require(gap > 0);
+            bins[i].first = before + static_cast<int>(gap);
+        }
+        bins[i].second = static_cast<long long>(reader.count(sweeps));
+        reader.require(bins[i].second > 0);
+        histogram.measured_ += bins[i].second;
+        reader.require(histogram.measured_ <= static_cast<long long>(sweeps));
+    }
+    if (!bins.empty()) {
+        histogram.reserveBins(bins.front().first, bins.back().first);
+    }
+    for (const auto& [bin, times] : bins) {
+        histogram.count(bin, times);
+    }
+    histogram.readSteps(reader, bins, sweeps);
+    return histogram;
+}
+
+/// Both lists lead to the highest bin, and the sweeps ascend.
+void PointHistogram::readSteps(StateReader& reader,
+                               const std::vector<std::pair<int, long long>>& bins,
+                               std::uint32_t sweeps) {
+    for (auto* steps : {&rises_, &falls_}) {
+        steps->resize(reader.countOf(2));
+        reader.require(steps->empty() == bins.empty());
+        for (std::size_t i = 0; i < steps->size(); ++i) {
+            Step& step = (*steps)[i];
+            step.bin = static_cast<int>(reader.integer(firstBin_, highestBin()));
+            step.sweep = static_cast<std::uint32_t>(reader.count(sweeps - 1));
+            if (i > 0) {
+                const Step& before = (*steps)[i - 1];
+                reader.require(steps == &rises_ ? step.bin > before.bin : step.bin < before.bin);
+                reader.require(step.sweep > before.sweep);
+            }
+        }
+    }
+    reader.require(bins.empty() ||
+                   (rises_.back().bin == highestBin() && falls_.front().bin == highestBin()));
 }
 
 std::size_t PointHistogram::bytes() const {

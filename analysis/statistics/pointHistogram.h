@@ -10,6 +10,9 @@
 
 namespace rfu {
 
+class StateReader;
+class StateWriter;
+
 /// How often each level of a point occurred, in bins of 0.05 dB or multiples of that, and in which
 /// sweep a level was exceeded first and last. Bin b holds the codes above (b - 1) * width up to
 /// b * width.
@@ -42,6 +45,15 @@ public:
     /// Makes each bin twice as wide.
     void coarsen();
 
+    /// Adds later sweeps.
+    /// @param other of the same width
+    /// @param sweep number of their first
+    void merge(const PointHistogram& other, std::uint32_t sweep);
+
+    void write(StateWriter& writer) const;
+    /// @param sweeps of the state
+    static PointHistogram read(StateReader& reader, int width, std::uint32_t sweeps);
+
     std::size_t bytes() const;
 
 private:
@@ -50,7 +62,10 @@ private:
         std::uint32_t sweep;
     };
 
+    int highestBin() const { return firstBin_ + static_cast<int>(counts_.size()) - 1; }
     void reserveBins(int lowest, int highest);
+    void readSteps(StateReader& reader, const std::vector<std::pair<int, long long>>& bins,
+                   std::uint32_t sweeps);
     void count(int bin, long long times);
 
     int firstBin_ = 0;

@@ -5,6 +5,7 @@
 #include <cstddef>
 
 #include "analysis/statistics/milliwatts.h"
+#include "analysis/support/stateStream.h"
 
 namespace rfu {
 
@@ -29,6 +30,31 @@ PointStatistics PointTally::statistics() const {
         return {};
     }
     return {count_, above_, sum_ / static_cast<double>(count_), maximum_, minimum_};
+}
+
+void PointTally::write(StateWriter& writer) const {
+    writer.count(static_cast<std::uint64_t>(count_));
+    if (count_ > 0) {
+        writer.count(static_cast<std::uint64_t>(above_));
+        writer.number(sum_);
+        writer.number(maximum_);
+        writer.number(minimum_);
+    }
+}
+
+void PointTally::merge(StateReader& reader, long long sweeps) {
+    const auto count = static_cast<long long>(reader.count(static_cast<std::uint64_t>(sweeps)));
+    if (count == 0) {
+        return;
+    }
+    count_ += count;
+    above_ += static_cast<long long>(reader.count(static_cast<std::uint64_t>(count)));
+    sum_ += reader.finite();
+    const double maximum = reader.finite();
+    const double minimum = reader.finite();
+    reader.require(minimum <= maximum && minimum > kNone);
+    widen(maximum);
+    widen(minimum);
 }
 
 LevelDistribution distributionOf(std::vector<double> levels) {

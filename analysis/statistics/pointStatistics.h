@@ -9,6 +9,9 @@
 
 namespace rfu {
 
+class StateReader;
+class StateWriter;
+
 /// Statistics of one point over the sweeps; levels in dBm, missing where it was measured in
 /// none of them.
 struct PointStatistics {
@@ -32,6 +35,19 @@ public:
         ++count_;
         above_ += level > limit ? 1 : 0;
         sum_ += level;
+        widen(level);
+    }
+
+    PointStatistics statistics() const;
+
+    void write(StateWriter& writer) const;
+    /// Adds the levels of a state. Sums are plain: their last digits depend on how the levels were
+    /// split.
+    /// @param sweeps of the state
+    void merge(StateReader& reader, long long sweeps);
+
+private:
+    void widen(double level) {
         // +0.0 counts as larger than -0.0.
         if (level > maximum_ || (level == maximum_ && !std::signbit(level))) {
             maximum_ = level;
@@ -41,9 +57,6 @@ public:
         }
     }
 
-    PointStatistics statistics() const;
-
-private:
     long long count_ = 0;
     long long above_ = 0;
     double sum_ = 0.0;

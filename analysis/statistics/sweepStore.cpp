@@ -102,6 +102,28 @@ std::vector<PointTally> SweepStore::tallies() const {
     return tallies;
 }
 
+void SweepStore::write(StateWriter& writer) const {
+    for (const PointTally& tally : tallies()) {
+        tally.write(writer);
+    }
+}
+
+void SweepStore::merge(StatePart& part, std::size_t columns) {
+    if (count_ == 0) {
+        rows_ = LevelRows(columns);
+        tallies_.resize(columns);
+    }
+    for (const std::size_t column : part.places) {
+        tallies_[column].merge(part.statistics, part.head.sweeps);
+    }
+    times_.resize(std::min<std::size_t>(times_.size(), 1));
+    if (times_.empty()) {
+        times_.push_back(part.head.firstTime);
+    }
+    times_.push_back(part.head.lastTime);
+    count_ += part.head.sweeps;
+}
+
 LevelDistribution SweepStore::distribution(std::size_t column) const {
     std::vector<double> levels(rows_.size());
     for (std::size_t i = 0; i < levels.size(); ++i) {

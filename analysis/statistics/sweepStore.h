@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/recordings/stateFile.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/statistics/levelRows.h"
 #include "analysis/statistics/pointStatistics.h"
@@ -52,6 +53,12 @@ public:
     PointStatistics statistics(std::size_t column) const;
     /// Of all columns.
     std::vector<PointTally> tallies() const;
+
+    /// The statistics of all columns. @pre every sweep that was added counts
+    void write(StateWriter& writer) const;
+    /// Adds later sweeps to a store that tallies columns.
+    /// @param columns of all states together
+    void merge(StatePart& part, std::size_t columns);
 
     LevelDistribution distribution(std::size_t column) const;
     /// Of a kept sweep as in LevelDistribution: which sweep of the recording it is, counted from 1.

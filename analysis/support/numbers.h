@@ -65,6 +65,10 @@ private:
     std::size_t size_;
 };
 
+inline std::string shortest(double value) {
+    return std::string(ShortestText(value).view());
+}
+
 /// A number for people: six significant digits, all digits of a whole number of up to 15, a power of
 /// ten beyond them and below 0.0001.
 std::string readableText(double value);

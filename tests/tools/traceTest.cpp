@@ -657,7 +657,7 @@ TEST(Trace, refusesWrongUsage) {
         misused("two shapes in JSON", "--follow --marker 0 --all-points --format json",
                 "--follow together with --all-points prints text only"),
         misused("a limit of nothing", "--limit -50",
-                "--limit needs a --marker, --all-points or --plot"),
+                "--limit needs a --marker, --all-points, --plot or --state"),
         misused("a mask of nothing", "--mask mask.csv --marker 0", "--mask needs --plot"),
         misused("levels of nothing", "--levels -100:-50", "--levels needs --plot"),
         misused("a width of nothing", "--width 640", "--width needs --plot"),
@@ -786,7 +786,7 @@ TEST(Trace, examplesOfTheHelpRun) {
                                 folder.path() + QLatin1Char('/') + QLatin1String(sample)));
     }
     const auto examples = examplesOf(runCommand({"trace", "--help"}).output);
-    ASSERT_EQ(examples.size(), 7U);
+    ASSERT_EQ(examples.size(), 8U);
     for (const std::string& example : examples) {
         if (!kWritesSvg && example.find(".svg") != std::string::npos) {
             continue;

@@ -92,7 +92,7 @@ public:
         const Interruption interruption;
         Sweep sweep;
         while (recording_.next(sweep)) {
-            requireFrequencies(recording_);
+            requireFrequencies(recording_.axis(), recording_.files().first());
             sweeps_.add(sweep.time, sweep.levels);
         }
         requireSweeps(recording_, sweeps_.count());

@@ -13,8 +13,10 @@
 #include "analysis/support/numbers.h"
 #include "recordings/checkedValues.h"
 #include "recordings/levelView.h"
+#include "recordings/mergers.h"
 #include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
+#include "recordings/stateOutput.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
@@ -63,8 +65,12 @@ struct OccupancyRequest {
           limit(line.find<Quantity>("limit")),
           ranges(rangesOf(line)),
           plot(plotOptionsOf(line, source.inputs())),
+          state(stateFileOf(line, source.inputs())),
           view(levelViewOf(line)),
           format(line.format()) {
+        if (!state.isEmpty() && line.isSet("above")) {
+            throw UsageError("--state needs --limit: a floor is that of a whole recording");
+        }
         if (limit.has_value() == line.isSet("above")) {
             throw UsageError(limit ? "--limit and --above exclude each other"
                                    : "a threshold is missing: --limit LEVEL or --above DB");
@@ -86,9 +92,31 @@ struct OccupancyRequest {
     std::vector<FrequencyRange> ranges;
     OccupancyOptions counting;  // without limits
     PlotOptions plot;
+    QString state;  // to write; empty for none
     LevelView view;
     Format format;
 };
+
+/// What a state fixes. Fields have the antenna with them.
+std::vector<StateSetting> settingsOf(const CommandLine& line) {
+    std::vector<StateSetting> settings;
+    const auto limit = line.value<Quantity>("limit");
+    settings.push_back({"limit", shortest(limit.value) + nameOf(*limit.unit)});
+    if (const auto raster = line.find<ChannelRaster>("channels")) {
+        settings.push_back({"channels", shortest(raster->low) + ':' + shortest(raster->step) + ':' +
+                                            std::to_string(raster->count)});
+    }
+    for (const char* name : {"channel-width", "center", "gain"}) {
+        const bool isOfAntenna = name != std::string("channel-width");
+        if (line.isSet(name) && (!isOfAntenna || limit.unit->needsAntenna())) {
+            settings.push_back({name, shortest(line.value<double>(name))});
+        }
+    }
+    if (line.isSet("by")) {
+        settings.push_back({"by", "hour"});
+    }
+    return settings;
+}
 
 /// In dBm, of each point.
 std::vector<double> limitsOf(const Quantity& limit, const LevelView& view,
@@ -116,21 +144,52 @@ struct BandRow {
     const OccupancyCounts& counts;
 };
 
-/// A recording and the occupancy of its channels.
-class OccupancyRun {
+/// The occupancy of channels: of a recording, or of states.
+class OccupancyReport {
 public:
-    explicit OccupancyRun(const OccupancyRequest& request)
-        : request_(request), recording_(request.source), note_(request.view.unit, true) {}
+    /// @param files that it is of, in their order
+    OccupancyReport(const OccupancyRequest& request, const QStringList& files)
+        : request_(request), files_(files), note_(request.view.unit, true) {}
 
-    void read() {
-        const Interruption interruption;
-        for (Sweep sweep; recording_.next(sweep); ++sweeps_) {
-            if (sweeps_ == 0) {
-                begin();
-            }
-            occupancy_->add(sweep);
+    /// To be called once the axis is known.
+    void begin(const FrequencyAxis& axis) {
+        if (axis.points.empty()) {
+            throw error("holds no frequencies, so that it has no channels");
         }
-        requireSweeps(recording_, sweeps_);
+        axis_ = axis;
+        const ChannelPlacer placer(axis);
+        std::vector<Channel> channels;
+        if (request_.ranges.empty()) {
+            channels = placer.ofPoints();
+        }
+        bool isAnyRecorded = request_.ranges.empty();
+        for (const FrequencyRange& range : request_.ranges) {
+            channels.push_back(placer.place(range));
+            isAnyRecorded = isAnyRecorded || channels.back().isRecorded();
+        }
+        if (!isAnyRecorded) {
+            throw error(channels.front().isTooNarrow
+                            ? "its bins are wider than the channels"
+                            : "none of the channels was recorded; the recording reaches " +
+                                  describe(axis.bands));
+        }
+        if (request_.counting.isByHour && channels.size() > Occupancy::kMaxChannelsByHour) {
+            throw error("--by hour takes " + std::to_string(Occupancy::kMaxChannelsByHour) +
+                        " channels at most, not " + std::to_string(channels.size()) +
+                        "; --channels names fewer than there are points");
+        }
+        OccupancyOptions options = request_.counting;
+        if (request_.limit) {
+            options.limits = limitsOf(*request_.limit, request_.view, axis);
+        }
+        occupancy_.emplace(axis, std::move(channels), std::move(options));
+    }
+
+    Occupancy& occupancy() { return *occupancy_; }
+
+    /// Behind the last sweep.
+    void finish(long long sweeps) {
+        sweeps_ = sweeps;
         counts_ = &occupancy_->finish();
     }
 
@@ -148,45 +207,12 @@ public:
     OccupancyPlot plot() const {
         OccupancyPlot plot(occupancy_->channels(), occupancy_->band(), *counts_);
         plot.size = request_.plot.shape.size;
-        plot.title = titleOf(recording_.files(), sweeps_);
+        plot.title = titleOf(files_, sweeps_);
         return plot;
     }
 
 private:
-    void begin() {
-        if (!recording_.hasFrequencies()) {
-            throw recording_.error("holds no frequencies, so that it has no channels");
-        }
-        const FrequencyAxis& axis = recording_.axis();
-        const ChannelPlacer placer(axis);
-        std::vector<Channel> channels;
-        if (request_.ranges.empty()) {
-            channels = placer.ofPoints();
-        }
-        bool isAnyRecorded = request_.ranges.empty();
-        for (const FrequencyRange& range : request_.ranges) {
-            channels.push_back(placer.place(range));
-            isAnyRecorded = isAnyRecorded || channels.back().isRecorded();
-        }
-        if (!isAnyRecorded) {
-            throw recording_.error(
-                channels.front().isTooNarrow
-                    ? "its bins are wider than the channels"
-                    : "none of the channels was recorded; the recording reaches " +
-                          describe(axis.bands));
-        }
-        if (request_.counting.isByHour && channels.size() > Occupancy::kMaxChannelsByHour) {
-            throw recording_.error("--by hour takes " +
-                                   std::to_string(Occupancy::kMaxChannelsByHour) +
-                                   " channels at most, not " + std::to_string(channels.size()) +
-                                   "; --channels names fewer than there are points");
-        }
-        OccupancyOptions options = request_.counting;
-        if (request_.limit) {
-            options.limits = limitsOf(*request_.limit, request_.view, axis);
-        }
-        occupancy_.emplace(axis, std::move(channels), std::move(options));
-    }
+    InputError error(const std::string& problem) const { return {files_.first(), problem}; }
 
     void printChannels() {
         const auto share = [](auto shareOf) {
@@ -270,10 +296,9 @@ private:
                 notMeasured.push_back(channel.range);
             }
         }
-        noteChannels(recording_, outside,
-                     "the recording reaches " + describe(recording_.axis().bands));
-        noteChannels(recording_, tooNarrow, "no bin has its middle there");
-        noteChannels(recording_, notMeasured, "no sweep measured all points there");
+        noteChannels(files_.first(), outside, "the recording reaches " + describe(axis_.bands));
+        noteChannels(files_.first(), tooNarrow, "no bin has its middle there");
+        noteChannels(files_.first(), notMeasured, "no sweep measured all points there");
         if (occupancy_->parts() > 1) {
             printNote("the levels do not fit " + std::to_string(Occupancy::kMaxBytes / 1000000) +
                       " MB; the floor is that of each of " + std::to_string(occupancy_->parts()) +
@@ -291,22 +316,66 @@ private:
     }
 
     const OccupancyRequest& request_;
-    Recording recording_;
+    QStringList files_;
+    FrequencyAxis axis_;
     PrefixNote note_;
     std::optional<Occupancy> occupancy_;
     const HourlyOccupancy* counts_ = nullptr;
     long long sweeps_ = 0;
 };
 
+void show(OccupancyReport& report, const OccupancyRequest& request, const QStringList& files) {
+    report.print();
+    if (!request.plot.file.isEmpty()) {
+        savePlot(drawingOf(report.plot()), request.plot.file, files);
+    }
+}
+
+/// Gives the report all sweeps, and a head their number and times.
+void read(Recording& recording, OccupancyReport& report, StateHead& head) {
+    const Interruption interruption;
+    for (Sweep sweep; recording.next(sweep); ++head.sweeps) {
+        if (head.sweeps == 0) {
+            report.begin(recording.axis());
+            head.firstTime = sweep.time;
+        }
+        report.occupancy().add(sweep);
+        head.lastTime = sweep.time;
+    }
+    requireSweeps(recording, head.sweeps);
+    head.axis = recording.axis();
+    head.points = head.axis.points.size();
+}
+
 void runOccupancy(const CommandLine& line) {
     const OccupancyRequest request(line);
-    OccupancyRun run(request);
-    run.read();
-    run.print();
-    if (!request.plot.file.isEmpty()) {
-        savePlot(drawingOf(run.plot()), request.plot.file, request.source.inputs());
+    Recording recording(request.source);
+    OccupancyReport report(request, recording.files());
+    StateHead head;
+    read(recording, report, head);
+    report.finish(head.sweeps);
+    show(report, request, request.source.inputs());
+    if (!request.state.isEmpty()) {
+        StateOutput output(request.state, request.source.inputs());
+        report.occupancy().write(output.writer());
+        head.command = kOccupancy.name;
+        head.settings = settingsOf(line);
+        output.finish(head);
     }
     throwIfInterrupted();
+}
+
+void mergeOccupancies(const CommandLine& line, const StateSet& states, StateOutput* output) {
+    const OccupancyRequest request(line);
+    OccupancyReport report(request, states.files());
+    report.begin(states.head().axis);
+    states.forEach(
+        [&](StatePart& part) { report.occupancy().merge(part, request.ranges.empty()); });
+    report.finish(states.head().sweeps);
+    show(report, request, states.files());
+    if (output != nullptr) {
+        report.occupancy().write(output->writer());
+    }
 }
 
 }  // namespace
@@ -343,6 +412,7 @@ constexpr Subcommand kOccupancy = {
       "dBm"},
      kCenterOption,
      kGainOption,
+     kStateOption,
      {"plot", "OUT", Kind::Picture,
       "Draw the occupancy over frequency, with --by hour as colours, to OUT.png or OUT.svg."},
      kPlotWidthOption,
@@ -354,6 +424,12 @@ constexpr Subcommand kOccupancy = {
     runOccupancy,
     nullptr,
     &kRecordingOptions};
+
+const Merger kOccupancyMerger = {
+    kOccupancy,
+    {"limit", "channels", "channel-width", "center", "gain", "by"},
+    {"unit", "center", "gain", "plot", "width", "height"},
+    mergeOccupancies};
 // clang-format on
 
 }  // namespace rfu::command

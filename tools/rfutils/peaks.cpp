@@ -11,8 +11,10 @@
 #include "analysis/support/numbers.h"
 #include "recordings/checkedValues.h"
 #include "recordings/levelView.h"
+#include "recordings/mergers.h"
 #include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
+#include "recordings/stateOutput.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
@@ -36,16 +38,18 @@ PeakOptions optionsOf(const CommandLine& line) {
 }
 
 /// @throw InputError for a spur without effect
-std::vector<bool> leftOutBy(const CommandLine& line, const Recording& recording) {
+std::vector<bool> leftOutBy(const CommandLine& line, const FrequencyAxis& axis,
+                            const QString& file) {
     const std::vector<Spur> spurs = line.values<Spur>("spur");
     for (std::size_t i = 0; i < spurs.size(); ++i) {
-        const std::vector<bool> isIn = pointsInSpurs(recording.axis(), {spurs[i]});
+        const std::vector<bool> isIn = pointsInSpurs(axis, {spurs[i]});
         if (std::none_of(isIn.begin(), isIn.end(), [](bool is) { return is; })) {
-            throw recording.error("no point lies in the spur " +
-                                  quoted(line.texts("spur")[static_cast<int>(i)].toStdString()));
+            throw InputError(file,
+                             "no point lies in the spur " +
+                                 quoted(line.texts("spur")[static_cast<int>(i)].toStdString()));
         }
     }
-    return pointsInSpurs(recording.axis(), spurs);
+    return pointsInSpurs(axis, spurs);
 }
 
 /// Times in text format: without their day where all have the same one, without seconds otherwise.
@@ -142,30 +146,73 @@ private:
     PrefixNote note_;
 };
 
-void read(Recording& recording, PeakFinder& finder) {
+/// Gives the finder all sweeps, and a head their number and times.
+void read(Recording& recording, PeakFinder& finder, StateHead& head) {
     const Interruption interruption;
-    long long sweeps = 0;
-    for (Sweep sweep; recording.next(sweep); ++sweeps) {
+    for (Sweep sweep; recording.next(sweep); ++head.sweeps) {
         if (!recording.hasFrequencies()) {
             throw recording.error("the recording holds no frequencies");
         }
         finder.add(sweep);
+        if (head.sweeps == 0) {
+            head.firstTime = sweep.time;
+        }
+        head.lastTime = sweep.time;
     }
-    requireSweeps(recording, sweeps);
+    requireSweeps(recording, head.sweeps);
+    head.axis = recording.axis();
+    head.points = head.axis.points.size();
 }
 
+/// How the signals are found and shown.
+class PeakReport {
+public:
+    explicit PeakReport(const CommandLine& line)
+        : line_(line), options_(optionsOf(line)), view_(levelViewOf(line)) {
+        requireAntennaUnit(line, view_.unit);
+    }
+
+    /// @param file for messages
+    void print(PeakFinder& finder, const FrequencyAxis& axis, const QString& file,
+               bool areMerged) const {
+        PeakTable(line_, view_, axis)
+            .print(finder.find(axis, leftOutBy(line_, axis, file), options_));
+        noteMedians(finder.resolution(), areMerged);
+    }
+
+private:
+    const CommandLine& line_;
+    PeakOptions options_;
+    LevelView view_;
+};
+
 void runPeaks(const CommandLine& line) {
-    const PeakOptions options = optionsOf(line);
-    const LevelView view = levelViewOf(line);
-    requireAntennaUnit(line, view.unit);
-    Recording recording(recordingOf(line));
+    const PeakReport report(line);
+    const RecordingSource source = recordingOf(line);
+    const QString state = stateFileOf(line, source.inputs());
+    Recording recording(source);
     PeakFinder finder;
-    read(recording, finder);
-    const std::vector<Signal> signals =
-        finder.find(recording.axis(), leftOutBy(line, recording), options);
-    PeakTable(line, view, recording.axis()).print(signals);
-    noteMedians(finder.resolution());
+    StateHead head;
+    read(recording, finder, head);
+    report.print(finder, head.axis, source.files.first(), false);
+    if (!state.isEmpty()) {
+        StateOutput output(state, source.inputs());
+        finder.write(output.writer());
+        head.command = kPeaks.name;
+        output.finish(head);
+    }
     throwIfInterrupted();
+}
+
+void mergePeaks(const CommandLine& line, const StateSet& states, StateOutput* output) {
+    const PeakReport report(line);
+    const StateHead& head = states.head();
+    PeakFinder finder;
+    states.forEach([&](StatePart& part) { finder.merge(part, head.points); });
+    report.print(finder, head.axis, states.files().first(), true);
+    if (output != nullptr) {
+        finder.write(output->writer());
+    }
 }
 
 }  // namespace
@@ -199,7 +246,8 @@ constexpr Subcommand kPeaks = {
       "each signal unless --center is given.",
       "dBm"},
      kCenterOption,
-     kGainOption},
+     kGainOption,
+     kStateOption},
     {"rfutils peaks fm_band.csv",
      "rfutils peaks fm_band.csv --above 20 --unit dBuV",
      "rfutils peaks fm_band.csv --spur hops:80kHz --format csv",
@@ -207,6 +255,9 @@ constexpr Subcommand kPeaks = {
     runPeaks,
     nullptr,
     &kRecordingOptions};
+
+const Merger kPeaksMerger = {
+    kPeaks, {}, {"above", "width-at", "window", "spur", "unit", "center", "gain"}, mergePeaks};
 // clang-format on
 
 }  // namespace rfu::command

@@ -8,12 +8,15 @@
 
 #include "analysis/recordings/bins.h"
 #include "analysis/statistics/channelPower.h"
+#include "analysis/statistics/channelSeries.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "recordings/checkedValues.h"
 #include "recordings/levelView.h"
+#include "recordings/mergers.h"
 #include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
+#include "recordings/stateOutput.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
@@ -48,6 +51,19 @@ std::optional<double> spacingOf(const CommandLine& line) {
     return line.isSet("spacing") ? std::optional(positiveOf(line, "spacing")) : std::nullopt;
 }
 
+std::vector<StateSetting> settingsOf(const CommandLine& line) {
+    std::vector<StateSetting> settings = {{"series", ""}};
+    for (const FrequencyRange& channel : line.values<FrequencyRange>("channel")) {
+        settings.push_back({"channel", shortest(channel.low) + ':' + shortest(channel.high)});
+    }
+    for (const char* name : {"spacing", "share", "enbw"}) {
+        if (const auto value = line.find<double>(name)) {
+            settings.push_back({name, shortest(*value)});
+        }
+    }
+    return settings;
+}
+
 struct PowerOptions {
     explicit PowerOptions(const CommandLine& line)
         : source(recordingOf(line)),
@@ -55,8 +71,13 @@ struct PowerOptions {
           spacing(spacingOf(line)),
           figures{shareOf(line), positiveOf(line, "enbw")},
           isSeries(line.isSet("series")),
+          settings(settingsOf(line)),
+          state(stateFileOf(line, source.inputs())),
           view(levelViewOf(line)),
           format(line.format()) {
+        if (!state.isEmpty() && !isSeries) {
+            throw UsageError("--state needs --series");
+        }
         requireAntennaUnit(line, view.unit);
     }
 
@@ -65,6 +86,8 @@ struct PowerOptions {
     std::optional<double> spacing;
     ChannelOptions figures;
     bool isSeries;
+    std::vector<StateSetting> settings;
+    QString state;  // to write; empty for none
     LevelView view;
     Format format;
 };
@@ -107,59 +130,45 @@ std::vector<FrequencyRange> rangesOf(const std::deque<ShownChannel>& channels, I
     return ranges;
 }
 
-/// The channels of a recording while it is read.
-class Power {
+/// The figures of channels as they are shown: of a recording, or of states.
+class PowerReport {
 public:
-    explicit Power(const PowerOptions& options)
-        : options_(options), recording_(options.source), note_(options.view.unit, true) {}
-
-    void run() {
-        const Interruption interruption;
-        Sweep sweep;
-        while (recording_.next(sweep)) {
-            if (++sweeps_ == 1) {
-                begin();
-            }
-            powers_->add(sweep);
-            if (options_.isSeries) {
-                addRows(sweep.time, &ChannelPowers::ofLastSweep);
-                if (sweeps_ % kSweepsAtOnce == 0) {
-                    table_->writeRows();
-                }
-            }
-        }
-        requireSweeps(recording_, sweeps_);
-        if (!options_.isSeries) {
-            addRows({}, &ChannelPowers::mean);
-        }
-        table_->finish();
-        note_.print();
-        printNotes();
-    }
-
-private:
-    void begin() {
-        if (!recording_.hasFrequencies()) {
-            throw recording_.error("holds no frequencies, so that it has no channels");
-        }
+    explicit PowerReport(const PowerOptions& options)
+        : options_(options), note_(options.view.unit, true) {
         for (const FrequencyRange& asked : options_.asked) {
             addChannels(asked);
         }
-        std::vector<FrequencyRange> ranges;
-        for (const ShownChannel& channel : channels_) {
-            ranges.push_back(channel.range);
-        }
-        powers_.emplace(recording_.axis(), ranges, options_.figures);
-        for (std::size_t i = 0; i < channels_.size(); ++i) {
-            if (channels_[i].asked == i && !powers_->isCovered(i)) {
-                throw recording_.error("channel " + rangeText(channels_[i].range) +
-                                       ": the recording reaches " +
-                                       describe(recording_.axis().bands));
-            }
-        }
-        table_.emplace(options_.format, columns());
     }
 
+    /// To be called first.
+    void begin() { table_.emplace(options_.format, columns()); }
+
+    const std::deque<ShownChannel>& channels() const { return channels_; }
+
+    /// Shows the figures of a sweep, or of all.
+    /// @param figures of each channel
+    void addRows(long long sweep, const std::string& time, const SweepFigures& figures) {
+        for (std::size_t i = 0; i < channels_.size(); ++i) {
+            const auto& own = figures[i];
+            const auto& asked = figures[channels_[i].asked];
+            table_->add({sweep, time, channels_[i], own,
+                         own && asked ? std::optional(own->power - asked->power) : std::nullopt});
+        }
+        if (sweep % kSweepsAtOnce == 0) {
+            table_->writeRows();
+        }
+    }
+
+    /// @param notes of each channel
+    /// @param file  for messages
+    void finish(const std::vector<ChannelNotes>& notes, const FrequencyAxis& axis,
+                const QString& file) {
+        table_->finish();
+        note_.print();
+        printNotes(notes, axis, file);
+    }
+
+private:
     void addChannels(const FrequencyRange& asked) {
         const int neighbours = options_.spacing ? kNeighbours : 0;
         const std::size_t place = channels_.size() + static_cast<std::size_t>(neighbours);
@@ -214,32 +223,19 @@ private:
         };
     }
 
-    using Figures = std::optional<ChannelFigures> (ChannelPowers::*)(std::size_t channel) const;
-
-    void addRows(const std::string& time, Figures figures) {
-        for (std::size_t i = 0; i < channels_.size(); ++i) {
-            const auto own = ((*powers_).*figures)(i);
-            const auto asked = ((*powers_).*figures)(channels_[i].asked);
-            table_->add({sweeps_, time, channels_[i], own,
-                         own && asked ? std::optional(own->power - asked->power) : std::nullopt});
-        }
-    }
-
-    void printNotes() const {
+    void printNotes(const std::vector<ChannelNotes>& notes, const FrequencyAxis& axis,
+                    const QString& file) const {
         standardOutput().flush();  // the notes follow the table
-        const auto notes = [this](const std::vector<FrequencyRange>& ranges,
-                                  const std::string& what) {
-            noteChannels(recording_, ranges, what);
+        const auto note = [&](auto isMeant, const std::string& what) {
+            noteChannels(
+                file, rangesOf(channels_, [&](std::size_t i) { return isMeant(notes[i]); }), what);
         };
-        notes(rangesOf(channels_, [this](std::size_t i) { return !powers_->isCovered(i); }),
-              "the recording reaches " + describe(recording_.axis().bands));
-        notes(rangesOf(channels_,
-                       [this](std::size_t i) {
-                           return powers_->isCovered(i) && !powers_->mean(i).has_value();
-                       }),
-              "no sweep measured all points there");
-        notes(rangesOf(channels_, [this](std::size_t i) { return powers_->hasHopBorder(i); }),
-              "the receiver's hops meet within, and its roll-off there is not corrected");
+        note([](const ChannelNotes& channel) { return !channel.isCovered; },
+             "the recording reaches " + describe(axis.bands));
+        note([](const ChannelNotes& channel) { return channel.isCovered && !channel.isMeasured; },
+             "no sweep measured all points there");
+        note([](const ChannelNotes& channel) { return channel.hasHopBorder; },
+             "the receiver's hops meet within, and its roll-off there is not corrected");
         if (options_.format == Format::Text && (options_.isSeries || options_.spacing)) {
             printNote(std::string("the occupied band") + (options_.isSeries ? "" : "'s bounds") +
                       " would make the table too wide; --format csv has " +
@@ -248,18 +244,123 @@ private:
     }
 
     const PowerOptions& options_;
-    Recording recording_;
     PrefixNote note_;
     std::deque<ShownChannel> channels_;
-    std::optional<ChannelPowers> powers_;
     std::optional<Table<PowerRow>> table_;
-    long long sweeps_ = 0;
+};
+
+/// The channels of a recording while it is read.
+class Power {
+public:
+    explicit Power(const PowerOptions& options)
+        : options_(options), recording_(options.source), report_(options) {
+        if (!options.state.isEmpty()) {
+            output_.emplace(options.state, options.source.inputs());
+        }
+    }
+
+    void run() {
+        const Interruption interruption;
+        Sweep sweep;
+        while (recording_.next(sweep)) {
+            if (++head_.sweeps == 1) {
+                head_.firstTime = sweep.time;
+                begin();
+            }
+            head_.lastTime = sweep.time;
+            powers_->add(sweep);
+            if (options_.isSeries) {
+                const auto figures = figuresOf(&ChannelPowers::ofLastSweep);
+                report_.addRows(head_.sweeps, sweep.time, figures);
+                if (output_) {
+                    writeSweep(output_->writer(), sweep.time, figures);
+                }
+            }
+        }
+        requireSweeps(recording_, head_.sweeps);
+        if (!options_.isSeries) {
+            report_.addRows(0, {}, figuresOf(&ChannelPowers::mean));
+        }
+        report_.finish(notes(), recording_.axis(), recording_.files().first());
+        if (output_) {
+            writeNotes(output_->writer(), notes());
+            output_->finish(head_);
+        }
+    }
+
+private:
+    void begin() {
+        if (!recording_.hasFrequencies()) {
+            throw recording_.error("holds no frequencies, so that it has no channels");
+        }
+        const std::deque<ShownChannel>& channels = report_.channels();
+        powers_.emplace(recording_.axis(), rangesOf(channels, [](std::size_t) { return true; }),
+                        options_.figures);
+        for (std::size_t i = 0; i < channels.size(); ++i) {
+            if (channels[i].asked == i && !powers_->isCovered(i)) {
+                throw recording_.error("channel " + rangeText(channels[i].range) +
+                                       ": the recording reaches " +
+                                       describe(recording_.axis().bands));
+            }
+        }
+        report_.begin();
+        head_.command = kPower.name;
+        head_.settings = options_.settings;
+        head_.axis = recording_.axis();
+        head_.points = head_.axis.points.size();
+    }
+
+    using Figures = std::optional<ChannelFigures> (ChannelPowers::*)(std::size_t channel) const;
+
+    SweepFigures figuresOf(Figures figures) const {
+        SweepFigures all;
+        for (std::size_t i = 0; i < report_.channels().size(); ++i) {
+            all.push_back(((*powers_).*figures)(i));
+        }
+        return all;
+    }
+
+    std::vector<ChannelNotes> notes() const {
+        std::vector<ChannelNotes> all;
+        for (std::size_t i = 0; i < report_.channels().size(); ++i) {
+            all.push_back(
+                {powers_->isCovered(i), powers_->mean(i).has_value(), powers_->hasHopBorder(i)});
+        }
+        return all;
+    }
+
+    const PowerOptions& options_;
+    Recording recording_;
+    PowerReport report_;
+    std::optional<ChannelPowers> powers_;
+    std::optional<StateOutput> output_;
+    StateHead head_;
 };
 
 void runPower(const CommandLine& line) {
     const PowerOptions options(line);
     Power(options).run();
     throwIfInterrupted();
+}
+
+void mergePowers(const CommandLine& line, const StateSet& states, StateOutput* output) {
+    const PowerOptions options(line);
+    PowerReport report(options);
+    report.begin();
+    std::vector<ChannelNotes> notes(report.channels().size());
+    long long sweeps = 0;
+    states.forEach([&](StatePart& part) {
+        readSeries(part, notes, [&](const std::string& time, const SweepFigures& figures) {
+            report.addRows(++sweeps, time, figures);
+            if (output != nullptr) {
+                writeSweep(output->writer(), time, figures);
+            }
+        });
+    });
+    report.finish(notes, states.head().axis, states.files().first());
+    if (output != nullptr) {
+        writeNotes(output->writer(), notes);
+    }
 }
 
 }  // namespace
@@ -293,7 +394,8 @@ constexpr Subcommand kPower = {
       "channel unless --center is given.",
       "dBm"},
      kCenterOption,
-     kGainOption},
+     kGainOption,
+     kStateOption},
     {"rfutils power fm_band.csv --channel 98.2M:98.4M",
      "rfutils power fm_band.csv --channel 98.2M:98.4M --channel 92.7M:92.9M",
      "rfutils power fm_band.csv --channel 98.2M:98.4M --spacing 400k --format csv",
@@ -301,6 +403,11 @@ constexpr Subcommand kPower = {
     runPower,
     nullptr,
     &kRecordingOptions};
+
+const Merger kPowerMerger = {kPower,
+                             {"series", "channel", "spacing", "share", "enbw"},
+                             {"unit", "center", "gain"},
+                             mergePowers};
 // clang-format on
 
 }  // namespace rfu::command

@@ -12,6 +12,7 @@ extern const Subcommand kDd;
 extern const Subcommand kDms;
 extern const Subcommand kFreq;
 extern const Subcommand kMask;
+extern const Subcommand kMerge;
 extern const Subcommand kOccupancy;
 extern const Subcommand kPeaks;
 extern const Subcommand kPower;
@@ -28,8 +29,8 @@ extern const Subcommand kWidth;
 
 /// In the order of the overview.
 inline constexpr const Subcommand* kSubcommands[] = {
-    &kConvert, &kUnits,  &kScale,     &kFreq,  &kWidth,     &kRange, &kCatalogue,
-    &kSetups,  &kTrace,  &kWaterfall, &kPeaks, &kOccupancy, &kPower, &kMask,
-    &kCompare, &kRaster, &kProfile,   &kTab,   &kDms,       &kDd};
+    &kConvert, &kUnits, &kScale,     &kFreq,    &kWidth,     &kRange, &kCatalogue,
+    &kSetups,  &kTrace, &kWaterfall, &kPeaks,   &kOccupancy, &kPower, &kMask,
+    &kCompare, &kMerge, &kRaster,    &kProfile, &kTab,       &kDms,   &kDd};
 
 }  // namespace rfu::command

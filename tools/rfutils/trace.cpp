@@ -12,9 +12,11 @@
 #include "analysis/statistics/sweepStore.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "recordings/mergers.h"
 #include "recordings/plotOf.h"
 #include "recordings/recordingOptions.h"
 #include "recordings/recordingTexts.h"
+#include "recordings/stateOutput.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
@@ -57,7 +59,8 @@ std::size_t capacityOf(const CommandLine& line) {
 }
 
 struct TraceOptions {
-    explicit TraceOptions(const CommandLine& line)
+    /// @param areStates whether the files are states instead of recordings
+    explicit TraceOptions(const CommandLine& line, bool areStates = false)
         : source(recordingOf(line)),
           markers(line.values<MarkerRequest>("marker")),
           limit(line.find<double>("limit")),
@@ -68,6 +71,8 @@ struct TraceOptions {
           plot(plotOptionsOf(line, inputs())),
           follow(line.isSet("follow")),
           more(line.isSet("more")),
+          state(stateFileOf(line, inputs())),
+          isOfStates(areStates),
           format(line.format()) {
         source.isLive = follow;
         if (follow) {
@@ -95,11 +100,11 @@ struct TraceOptions {
         if (more && !showsLevels) {
             throw UsageError("--more needs a --marker or --all-points");
         }
-        for (const char* option : {"limit", "unit"}) {
-            if (line.isSet(option) && !showsLevels && !plots()) {
-                throw UsageError(std::string("--") + option +
-                                 " needs a --marker, --all-points or --plot");
-            }
+        if (line.isSet("unit") && !showsLevels && !plots()) {
+            throw UsageError("--unit needs a --marker, --all-points or --plot");
+        }
+        if (limit && markers.empty() && !keepsWholeSweeps()) {
+            throw UsageError("--limit needs a --marker, --all-points, --plot or --state");
         }
         if (!mask.isEmpty() && !plots()) {
             throw UsageError("--mask needs --plot");
@@ -111,6 +116,8 @@ struct TraceOptions {
         return mask.isEmpty() ? source.inputs() : source.inputs() + QStringList(mask);
     }
     bool plots() const { return !plot.file.isEmpty(); }
+    /// Whether all levels of a sweep are kept; else those of the markers.
+    bool keepsWholeSweeps() const { return allPoints || plots() || !state.isEmpty() || isOfStates; }
 
     RecordingSource source;
     std::vector<MarkerRequest> markers;
@@ -122,8 +129,18 @@ struct TraceOptions {
     PlotOptions plot;
     bool follow;
     bool more;
+    QString state;  // to write; empty for none
+    bool isOfStates;
     Format format;
 };
+
+std::vector<StateSetting> settingsOf(const TraceOptions& options) {
+    std::vector<StateSetting> settings;
+    if (options.limit) {
+        settings.push_back({"limit", shortest(*options.limit)});
+    }
+    return settings;
+}
 
 TraceColumns markerColumns(const TraceOptions& options) {
     TraceColumns columns;
@@ -147,40 +164,42 @@ std::optional<LimitMask> maskOf(const TraceOptions& options) {
                : std::optional(readLimitMask(options.mask, options.view.unit.isLinear()));
 }
 
-/// A recording while it is read and what came of it.
-class Trace {
+/// What is shown of sweeps: of a recording, or of states.
+class TraceReport {
 public:
-    explicit Trace(const TraceOptions& options)
+    /// @param axis, sweeps may change as sweeps come
+    TraceReport(const TraceOptions& options, const FrequencyAxis& axis, const QStringList& files,
+                const SweepStore& sweeps)
         : options_(options),
+          axis_(axis),
+          files_(files),
+          sweeps_(sweeps),
           mask_(maskOf(options)),
-          recording_(options.source),
-          sweeps_(options.capacity, options.more, options.limit.value_or(0.0)),
           note_(options.view.unit, true),
-          markerTable_(options.format, markerColumns(options), options.view, recording_.axis(),
-                       sweeps_, note_) {}
+          markerTable_(options.format, markerColumns(options), options.view, axis, sweeps, note_) {}
 
-    void read() {
-        const Interruption interruption;
-        Sweep sweep;
-        while (recording_.next(sweep)) {
-            if (sweeps_.count() == 0) {
-                if (mask_) {
-                    requireFrequencies(recording_);
-                }
-                markers_ = placeMarkers(options_.markers, recording_.axis(), sweep.levels.size(),
-                                        recording_.files().first());
-                noteNumbers();
-            } else if (recording_.hasGrown()) {
-                grow();
-            }
-            points_ = static_cast<int>(sweep.levels.size());
-            keep(sweep);
-            if (options_.follow) {
-                addMarkers();
-                markerTable_.show();
-            }
+    /// To be called once the axis is known, and when it has grown.
+    void setPoints(std::size_t points) { points_ = points; }
+
+    void placeMarkers() {
+        if (mask_) {
+            requireFrequencies(axis_, files_.first());
         }
-        requireSweeps(recording_, sweeps_.count());
+        markers_ = rfu::placeMarkers(options_.markers, axis_, points_, files_.first());
+        noteNumbers();
+    }
+
+    /// @param former of each point the number that it had before
+    void moveMarkers(const std::vector<std::size_t>& former) {
+        markers_ = rfu::moveMarkers(options_.markers, markers_, axis_, former, files_.first());
+    }
+
+    const std::vector<Marker>& markers() const { return markers_; }
+
+    /// Shows the markers now.
+    void follow() {
+        addMarkers();
+        markerTable_.show();
     }
 
     void print() {
@@ -205,11 +224,11 @@ public:
     }
 
     TracePlot plot() const {
-        const FrequencyAxis& axis = recording_.axis();
+        const FrequencyAxis& axis = axis_;
         const std::vector<PointTally> tallies = sweeps_.tallies();
         TracePlot plot = plotOf(axis, tallies, options_.view);
         plot.shape = options_.plot.shape;
-        plot.title = titleOf(recording_.files(), static_cast<long long>(sweeps_.kept()));
+        plot.title = titleOf(files_, static_cast<long long>(sweeps_.kept()));
         for (const Marker& marker : markers_) {
             const auto point = static_cast<std::size_t>(marker.point);
             std::string label = marker.name;
@@ -232,7 +251,7 @@ public:
 private:
     /// Notes markers whose numbers may be meant as frequencies.
     void noteNumbers() const {
-        const FrequencyAxis& axis = recording_.axis();
+        const FrequencyAxis& axis = axis_;
         for (const MarkerRequest& request : options_.markers) {
             if (isAlsoFrequency(request, axis)) {
                 const double frequency = axis.points[static_cast<std::size_t>(*request.point)];
@@ -243,51 +262,14 @@ private:
         }
     }
 
-    /// Whether all levels of a sweep are kept; else those of the markers.
-    bool keepsWholeSweeps() const { return options_.allPoints || options_.plots(); }
-
     /// The columns of the store that hold the levels of the markers.
     std::vector<std::size_t> columnsOfMarkers() const {
         std::vector<std::size_t> columns;
         for (const Marker& marker : markers_) {
-            columns.push_back(keepsWholeSweeps() ? static_cast<std::size_t>(marker.point)
-                                                 : columns.size());
+            columns.push_back(options_.keepsWholeSweeps() ? static_cast<std::size_t>(marker.point)
+                                                          : columns.size());
         }
         return columns;
-    }
-
-    void keep(const Sweep& sweep) {
-        levelsOfMarkers_.clear();
-        for (const Marker& marker : markers_) {
-            levelsOfMarkers_.push_back(sweep.levels[static_cast<std::size_t>(marker.point)]);
-        }
-        requireRoom(sweeps_.add(sweep.time, keepsWholeSweeps() ? sweep.levels : levelsOfMarkers_));
-    }
-
-    void grow() {
-        if (!std::exchange(hasGrown_, true)) {
-            options_.source.onNote(recording_.error(
-                "a sweep has hops that the first one lacked; their points are added"));
-        }
-        const std::vector<std::size_t>& former = recording_.formerPoints();
-        const std::vector<Marker> moved = moveMarkers(options_.markers, markers_, recording_.axis(),
-                                                      former, recording_.files().first());
-        std::vector<std::size_t> formerColumns;
-        for (std::size_t i = 0; i < moved.size(); ++i) {
-            const bool isSamePoint = former[static_cast<std::size_t>(moved[i].point)] ==
-                                     static_cast<std::size_t>(markers_[i].point);
-            formerColumns.push_back(isSamePoint ? i : SweepStore::kNewColumn);
-        }
-        markers_ = moved;
-        requireRoom(sweeps_.rearrange(keepsWholeSweeps() ? former : formerColumns));
-    }
-
-    void requireRoom(bool isThere) const {
-        if (!isThere) {
-            throw recording_.error("the levels of " + std::to_string(sweeps_.kept()) +
-                                   " sweeps take 1 GiB, the most that is held; use a smaller "
-                                   "--keep, or --keep all without --more");
-        }
     }
 
     void addMarkers() { markerTable_.addMarkers(markers_, columnsOfMarkers()); }
@@ -298,15 +280,15 @@ private:
     }
 
     void printPoints() {
-        TraceTable table(options_.format, pointColumns(options_), options_.view, recording_.axis(),
-                         sweeps_, note_);
+        TraceTable table(options_.format, pointColumns(options_), options_.view, axis_, sweeps_,
+                         note_);
         table.addPoints();
         table.finish();
     }
 
     void printSummary() {
-        const FrequencyAxis& axis = recording_.axis();
-        const bool hasAxis = recording_.hasFrequencies();
+        const FrequencyAxis& axis = axis_;
+        const bool hasAxis = !axis_.points.empty();
         writeObject(options_.format, {{"sweeps", sweeps_.count()},
                                       {"kept", sweeps_.kept()},
                                       {"points", points_},
@@ -318,26 +300,139 @@ private:
     }
 
     const TraceOptions& options_;
+    const FrequencyAxis& axis_;
+    QStringList files_;
+    const SweepStore& sweeps_;
     std::optional<LimitMask> mask_;
-    Recording recording_;
-    SweepStore sweeps_;
     PrefixNote note_;
     TraceTable markerTable_;
     std::vector<Marker> markers_;
+    std::size_t points_ = 0;
+};
+
+/// A recording while it is read.
+class Trace {
+public:
+    explicit Trace(const TraceOptions& options)
+        : options_(options),
+          recording_(options.source),
+          sweeps_(options.capacity, options.more, options.limit.value_or(0.0)),
+          report_(options, recording_.axis(), recording_.files(), sweeps_) {}
+
+    void read() {
+        const Interruption interruption;
+        Sweep sweep;
+        while (recording_.next(sweep)) {
+            report_.setPoints(sweep.levels.size());
+            if (sweeps_.count() == 0) {
+                report_.placeMarkers();
+            } else if (recording_.hasGrown()) {
+                grow();
+            }
+            points_ = sweep.levels.size();
+            keep(sweep);
+            if (options_.follow) {
+                report_.follow();
+            }
+        }
+        requireSweeps(recording_, sweeps_.count());
+    }
+
+    TraceReport& report() { return report_; }
+
+    void save() const {
+        StateOutput output(options_.state, options_.inputs());
+        sweeps_.write(output.writer());
+        StateHead head;
+        head.command = kTrace.name;
+        head.settings = settingsOf(options_);
+        head.points = points_;
+        head.axis = recording_.axis();
+        head.sweeps = sweeps_.count();
+        head.firstTime = sweeps_.firstTime();
+        head.lastTime = sweeps_.lastTime();
+        output.finish(head);
+    }
+
+private:
+    void keep(const Sweep& sweep) {
+        levelsOfMarkers_.clear();
+        for (const Marker& marker : report_.markers()) {
+            levelsOfMarkers_.push_back(sweep.levels[static_cast<std::size_t>(marker.point)]);
+        }
+        requireRoom(
+            sweeps_.add(sweep.time, options_.keepsWholeSweeps() ? sweep.levels : levelsOfMarkers_));
+        if (!options_.state.isEmpty() && sweeps_.count() > static_cast<long long>(sweeps_.kept())) {
+            throw recording_.error("has more sweeps than the " + std::to_string(sweeps_.kept()) +
+                                   " that are kept, while a state holds all; use --keep all");
+        }
+    }
+
+    void grow() {
+        if (!std::exchange(hasGrown_, true)) {
+            options_.source.onNote(recording_.error(
+                "a sweep has hops that the first one lacked; their points are added"));
+        }
+        const std::vector<std::size_t>& former = recording_.formerPoints();
+        const std::vector<Marker> before = report_.markers();
+        report_.moveMarkers(former);
+        const std::vector<Marker>& moved = report_.markers();
+        std::vector<std::size_t> formerColumns;
+        for (std::size_t i = 0; i < moved.size(); ++i) {
+            const bool isSamePoint = former[static_cast<std::size_t>(moved[i].point)] ==
+                                     static_cast<std::size_t>(before[i].point);
+            formerColumns.push_back(isSamePoint ? i : SweepStore::kNewColumn);
+        }
+        requireRoom(sweeps_.rearrange(options_.keepsWholeSweeps() ? former : formerColumns));
+    }
+
+    void requireRoom(bool isThere) const {
+        if (!isThere) {
+            throw recording_.error("the levels of " + std::to_string(sweeps_.kept()) +
+                                   " sweeps take 1 GiB, the most that is held; use a smaller "
+                                   "--keep, or --keep all without --more");
+        }
+    }
+
+    const TraceOptions& options_;
+    Recording recording_;
+    SweepStore sweeps_;
+    TraceReport report_;
     std::vector<double> levelsOfMarkers_;
-    int points_ = 0;
+    std::size_t points_ = 0;
     bool hasGrown_ = false;
 };
+
+void show(TraceReport& report, const TraceOptions& options) {
+    report.print();
+    if (options.plots()) {
+        savePlot(drawingOf(report.plot()), options.plot.file, options.inputs());
+    }
+}
 
 void runTrace(const CommandLine& line) {
     const TraceOptions options(line);
     Trace trace(options);
     trace.read();
-    trace.print();
-    if (options.plots()) {
-        savePlot(drawingOf(trace.plot()), options.plot.file, options.inputs());
+    show(trace.report(), options);
+    if (!options.state.isEmpty()) {
+        trace.save();
     }
     throwIfInterrupted();
+}
+
+void mergeTraces(const CommandLine& line, const StateSet& states, StateOutput* output) {
+    const TraceOptions options(line, true);
+    const StateHead& head = states.head();
+    SweepStore sweeps(SweepStore::kAll, false, options.limit.value_or(0.0));
+    states.forEach([&](StatePart& part) { sweeps.merge(part, head.points); });
+    TraceReport report(options, head.axis, states.files(), sweeps);
+    report.setPoints(head.points);
+    report.placeMarkers();
+    show(report, options);
+    if (output != nullptr) {
+        sweeps.write(output->writer());
+    }
 }
 
 }  // namespace
@@ -386,6 +481,7 @@ constexpr Subcommand kTrace = {
      {"more", "", Kind::Flag,
       "Add for each marker or point the mean power, the median, the standard deviation in dB and the sweep "
       "that holds the maximum."},
+     kStateOption,
      {"plot", "OUT", Kind::Picture,
       "Draw maximum, average and minimum over frequency, as PNG or SVG by the ending."},
      {"mask", "MASK.csv", Kind::File, "Draw these limits in the plot; rfutils mask reads the same."},
@@ -398,10 +494,17 @@ constexpr Subcommand kTrace = {
      "rfutils trace fm_band.csv --all-points --keep 100 --format csv",
      "rfutils trace fm_band.csv --marker 98.3MHz --unit V/m --gain 2",
      "rfutils trace wifi_band.csv --marker 2.437GHz --plot wifi.png",
-     "rfutils trace wifi_band.csv --limit -60 --plot wifi.svg --levels -100:-40"},
+     "rfutils trace wifi_band.csv --limit -60 --plot wifi.svg --levels -100:-40",
+     "rfutils trace fm_band.csv --state fm_band.state"},
     runTrace,
     nullptr,
     &kRecordingOptions};
+
+const Merger kTraceMerger = {
+    kTrace,
+    {"limit"},
+    {"marker", "all-points", "unit", "center", "gain", "plot", "mask", "levels", "width", "height"},
+    mergeTraces};
 // clang-format on
 
 }  // namespace rfu::command

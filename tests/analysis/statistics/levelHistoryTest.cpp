@@ -121,11 +121,12 @@ TEST_P(LevelHistoryOf, tellsWhenALevelWasExceeded) {
     }
 }
 
-TEST_P(LevelHistoryOf, namesEveryLevel) {
+TEST_P(LevelHistoryOf, namesTheBinOfEveryLevel) {
+    const double width = std::max(GetParam().resolution, 0.05);
     for (std::size_t point = 0; point < GetParam().points; ++point) {
         double sum = 0.0;
         long long count = 0;
-        history_.forEachLevel(point, [&](double level, long long times) {
+        history_.forEachBin(point, [&](double level, long long times) {
             sum += level * static_cast<double>(times);
             count += times;
         });
@@ -135,7 +136,7 @@ TEST_P(LevelHistoryOf, namesEveryLevel) {
         for (const double level : levels) {
             expected += level;
         }
-        EXPECT_NEAR(sum, expected, static_cast<double>(count) * GetParam().resolution / 2.0 + 1e-6);
+        EXPECT_NEAR(sum, expected, static_cast<double>(count) * width / 2.0 + 1e-6);
     }
 }
 

@@ -38,7 +38,7 @@ std::string rangeText(const FrequencyRange& range) {
     return std::string(ShortestText(range.low).view()) + " to " + megahertzText(range.high);
 }
 
-void noteChannels(const Recording& recording, const std::vector<FrequencyRange>& channels,
+void noteChannels(const QString& file, const std::vector<FrequencyRange>& channels,
                   const std::string& what) {
     constexpr std::size_t kMaxNamed = 4;
     if (channels.empty()) {
@@ -51,13 +51,16 @@ void noteChannels(const Recording& recording, const std::vector<FrequencyRange>&
     if (channels.size() > kMaxNamed) {
         names += " and " + std::to_string(channels.size() - kMaxNamed) + " more channels";
     }
-    printNote(recording.error(names + ": " + what).message());
+    printNote(InputError(file, names + ": " + what).message());
 }
 
-void noteMedians(double resolution) {
+void noteMedians(double resolution, bool areMerged) {
     if (resolution > 0.0) {
-        printNote("the levels do not fit " + std::to_string(LevelHistory::kMaxBytes / 1000000) +
-                  " MB; medians are within " + fixedText(resolution, 2) + " dB");
+        const std::string reason =
+            areMerged ? "states hold no single levels"
+                      : "the levels do not fit " +
+                            std::to_string(LevelHistory::kMaxBytes / 1000000) + " MB";
+        printNote(reason + "; medians are within " + fixedText(resolution, 2) + " dB");
     }
 }
 
@@ -68,9 +71,9 @@ void requireSweeps(const Recording& recording, long long sweeps) {
     }
 }
 
-void requireFrequencies(const Recording& recording) {
-    if (!recording.hasFrequencies()) {
-        throw recording.error("holds no frequencies, so that no mask applies");
+void requireFrequencies(const FrequencyAxis& axis, const QString& file) {
+    if (axis.points.empty()) {
+        throw InputError(file, "holds no frequencies, so that no mask applies");
     }
 }
 

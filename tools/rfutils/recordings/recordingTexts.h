@@ -21,7 +21,7 @@ std::string titleOf(const QStringList& files, long long sweeps);
 std::string rangeText(const FrequencyRange& range);
 
 /// Notes something on channels of a recording, of which it names a few; nothing without any.
-void noteChannels(const Recording& recording, const std::vector<FrequencyRange>& channels,
+void noteChannels(const QString& file, const std::vector<FrequencyRange>& channels,
                   const std::string& what);
 
 /// "fm_band.csv"
@@ -29,12 +29,13 @@ std::string shortNameOf(const QString& file);
 
 /// Notes that medians are not exact; nothing if they are.
 /// @param resolution see LevelHistory
-void noteMedians(double resolution);
+/// @param areMerged whether they come from states
+void noteMedians(double resolution, bool areMerged = false);
 
 /// To be called at the end of a recording. @throw Failure where reading ended before there was a sweep
 void requireSweeps(const Recording& recording, long long sweeps);
 
-/// For masks. @throw InputError where the recording holds no frequencies
-void requireFrequencies(const Recording& recording);
+/// For masks. @throw InputError where a recording holds no frequencies
+void requireFrequencies(const FrequencyAxis& axis, const QString& file);
 
 }  // namespace rfu::command
