@@ -50,6 +50,13 @@ std::optional<std::int64_t> sizeOfRegular(const QString& name) {
 }
 
 void openRegular(QFile& file, const QString& name) {
+    if (name.startsWith(QLatin1String(":/"))) {
+        file.setFileName(name);
+        if (!file.open(QIODevice::ReadOnly)) {
+            throw InputError(name, file.errorString().toStdString());
+        }
+        return;
+    }
     struct stat status {};
     // Opening a device may have side effects.
     if (::stat(QFile::encodeName(name).constData(), &status) == 0) {

@@ -15,7 +15,7 @@ int openForReading(const QString& name, int flags);
 /// The size of a regular file in bytes; nothing for anything else.
 std::optional<std::int64_t> sizeOfRegular(const QString& name);
 
-/// Opens a regular file for reading. Anything else is refused without blocking, such as a FIFO that
+/// Opens a regular file or a Qt resource for reading. Anything else is refused without blocking, such as a FIFO that
 /// has no writer, and so are files below /proc and /sys.
 /// @throw InputError where no regular file opens
 void openRegular(QFile& file, const QString& name);

@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "analysis/catalogues/jsonFile.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/support/inputError.h"
-#include "support/jsonFile.h"
 
 class CommandSubject : public Subject {
 public:
@@ -77,7 +77,7 @@ public:
 protected:
     void read(const QString& file) override {
         object_ = {};
-        object_ = rfu::command::readJsonObject(file);
+        object_ = rfu::readJsonObject(file);
     }
 
 private:

@@ -1,45 +1,24 @@
 #include <rfUtils/catalogues/subItemList.h>
 
-#include <QJsonObject>
 #include <QString>
 #include <QStringList>
 #include <algorithm>
 #include <optional>
 #include <string>
-#include <tuple>
-#include <unordered_map>
-#include <utility>
 #include <vector>
 
+#include "analysis/catalogues/choices.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/words.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
 #include "support/format.h"
-#include "support/jsonFile.h"
 #include "support/table.h"
 
 namespace rfu::command {
 
 namespace {
-
-/// The choices of the items, sorted for display.
-std::vector<subItem> choicesOf(const subItemList& catalogue, const QStringList& items) {
-    std::vector<subItem> choices;
-    for (const QString& item : items) {
-        std::unordered_map<std::string, subItem> found;
-        catalogue.getSubItemsById(item.toStdString(), found);
-        for (auto& entry : found) {
-            choices.push_back(std::move(entry.second));
-        }
-    }
-    std::sort(choices.begin(), choices.end(), [](const subItem& a, const subItem& b) {
-        return std::tie(a.itemId, a.dispSeq, a.enumValue, a.id) <
-               std::tie(b.itemId, b.dispSeq, b.enumValue, b.id);
-    });
-    return choices;
-}
 
 template <typename Predicate>
 void keepOnly(std::vector<subItem>& choices, Predicate matches) {
@@ -101,17 +80,10 @@ void runCatalogue(const CommandLine& line) {
     const QString item = line.text("item");
     const Query query(line);
 
-    subItemList catalogue;
-    // The catalogue cannot list its items; the file does.
-    const QJsonObject items =
-        loadJsonObject(file, [&] { return catalogue.loadJson(file.toStdString()); });
+    ItemChoices catalogue;
+    addChoices(catalogue, file);
     std::vector<subItem> choices =
-        choicesOf(catalogue, line.isSet("item") ? QStringList(item) : items.keys());
-    if (choices.empty() && !line.isSet("item")) {
-        requireNothing(items, file,
-                       "holds no choice of a catalogue: an object with id, label, enum and dispSeq "
-                       "in the list of an item");
-    }
+        sortedChoices(catalogue.choices, line.isSet("item") ? QStringList(item) : catalogue.items);
     if (line.isSet("item") && choices.empty()) {
         throw InputError(file, "there is no item " + quoted(item.toStdString()));
     }

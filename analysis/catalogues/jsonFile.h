@@ -4,7 +4,7 @@
 #include <QString>
 #include <functional>
 
-namespace rfu::command {
+namespace rfu {
 
 /// The top-level object of a JSON file.
 /// @throw InputError with the line of the error if the file is no JSON object
@@ -19,4 +19,4 @@ QJsonObject loadJsonObject(const QString& file, const std::function<bool()>& loa
 /// @throw InputError with the problem, unless all members are empty lists
 void requireNothing(const QJsonObject& object, const QString& file, const char* problem);
 
-}  // namespace rfu::command
+}  // namespace rfu

@@ -1,4 +1,4 @@
-#include "support/jsonFile.h"
+#include "analysis/catalogues/jsonFile.h"
 
 #include <QByteArray>
 #include <QJsonArray>
@@ -9,7 +9,7 @@
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 
-namespace rfu::command {
+namespace rfu {
 
 QJsonObject readJsonObject(const QString& file) {
     const QByteArray bytes = readWhole(file);
@@ -48,4 +48,4 @@ void requireNothing(const QJsonObject& object, const QString& file, const char* 
     }
 }
 
-}  // namespace rfu::command
+}  // namespace rfu
