@@ -1,6 +1,9 @@
 #include <qqml.h>
 #include <QQmlExtensionPlugin>
 
+#include "qml/lists/Catalogue.h"
+#include "qml/lists/ChoiceModel.h"
+#include "qml/lists/SetupModel.h"
 #include "qml/lists/ToastModel.h"
 #include "qml/texts/LevelEntry.h"
 #include "qml/texts/LevelText.h"
@@ -22,9 +25,12 @@ public:
         qmlRegisterSingletonType<RfUnits>(
             uri, kMajor, kMinor, "RfUnits",
             [](QQmlEngine*, QJSEngine*) -> QObject* { return new RfUnits; });
+        qmlRegisterType<Catalogue>(uri, kMajor, kMinor, "Catalogue");
+        qmlRegisterType<ChoiceModel>(uri, kMajor, kMinor, "ChoiceModel");
         qmlRegisterType<LevelEntry>(uri, kMajor, kMinor, "LevelEntry");
         qmlRegisterType<LevelText>(uri, kMajor, kMinor, "LevelText");
         qmlRegisterType<RangeHint>(uri, kMajor, kMinor, "RangeHint");
+        qmlRegisterType<SetupModel>(uri, kMajor, kMinor, "SetupModel");
         qmlRegisterType<ToastModel>(uri, kMajor, kMinor, "ToastModel");
     }
 };

@@ -11,7 +11,16 @@ TestCase {
     Component { id: levelText; LevelText { level: -50; unit: "V" } }
     Component { id: levelEntry; LevelEntry { text: "5 V"; max: 0 } }
     Component { id: rangeHint; RangeHint { type: RangeHint.Dbuv; min: -30; max: 0 } }
+    Component { id: catalogue; Catalogue { source: "qrc:/catalogue.json" } }
+    Component { id: choiceModel; ChoiceModel { catalogue: Catalogue {} } }
+    Component { id: setupModel; SetupModel { source: "qrc:/setups.json" } }
     Component { id: toastModel; ToastModel {} }
+
+    function ready(component, status) {
+        const object = createTemporaryObject(component, test)
+        tryCompare(object, "status", status)
+        return object
+    }
 
     function test_survivesGarbageCollection_data() {
         return [
@@ -19,6 +28,9 @@ TestCase {
             { tag: "LevelText", make: () => createTemporaryObject(levelText, test) },
             { tag: "LevelEntry", make: () => createTemporaryObject(levelEntry, test) },
             { tag: "RangeHint", make: () => createTemporaryObject(rangeHint, test) },
+            { tag: "Catalogue", make: () => ready(catalogue, Catalogue.Ready) },
+            { tag: "ChoiceModel", make: () => createTemporaryObject(choiceModel, test) },
+            { tag: "SetupModel", make: () => ready(setupModel, SetupModel.Ready) },
             { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) }
         ]
     }
