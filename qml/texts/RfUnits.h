@@ -8,7 +8,7 @@ namespace rfu::qml {
 
 /// The units, and texts of numbers that have no unit to choose. A singleton:
 ///
-///     ComboBox { model: RfUnits.levelUnits.concat(RfUnits.fieldUnits) }
+///     ComboBox { model: [].concat(RfUnits.levelUnits, RfUnits.fieldUnits) }
 class RfUnits : public QObject {
     Q_OBJECT
     /// The units that levels are shown in without an antenna, from "dBm" to "W".

@@ -1,7 +1,8 @@
-// Runs the tests of the QML module, with two types of their own: RfUtilsTest 1.0.
+// Runs the tests of the QML module, with types of their own: RfUtilsTest 1.0.
 #include <qqml.h>
 #include <QtQuickTest>
 
+#include "documentPages.h"
 #include "modelTester.h"
 #include "testFolder.h"
 
@@ -10,6 +11,7 @@ class Setup : public QObject {
 
 public:
     Setup() {
+        qmlRegisterType<DocumentPages>("RfUtilsTest", 1, 0, "DocumentPages");
         qmlRegisterType<ModelTester>("RfUtilsTest", 1, 0, "ModelTester");
         qmlRegisterType<TestFolder>("RfUtilsTest", 1, 0, "TestFolder");
     }
