@@ -15,9 +15,7 @@ QStringList RecordingSource::inputs() const {
 }
 
 Recording::Recording(RecordingSource source) : source_(std::move(source)), window_(source_.window) {
-    if (source_.files.size() > 1) {
-        look();
-    } else {
+    if (source_.files.size() == 1) {
         reader_ = openToRead(files().first());
     }
 }
@@ -397,9 +395,15 @@ std::int64_t Recording::bytesToRead(const QStringList& inOrder) const {
     return bytes;
 }
 
-/// Finds what the window counts from the end.
+/// Looks into several files, and finds what the window counts from the end.
 /// @return false where reading is stopped
 bool Recording::begin() {
+    if (files().size() > 1) {
+        look();
+        if (isStopped_) {
+            return false;
+        }
+    }
     QStringList inOrder = files();
     if (!parts_.empty()) {
         std::transform(parts_.begin(), parts_.end(), inOrder.begin(),

@@ -57,13 +57,13 @@ class Recording {
 public:
     static constexpr std::size_t kMostHeld = 256u << 20;
 
-    /// @throw InputError when a file cannot be read; several files: also where they do not go together
+    /// @throw InputError where a single file cannot be opened
     explicit Recording(RecordingSource source);
     Recording(const Recording&) = delete;
     Recording& operator=(const Recording&) = delete;
 
     /// @return false at the end
-    /// @throw InputError for a file without any sweep, for one that begins too early, for a window
+    /// @throw InputError for files that do not go together, for one without any sweep, for a window
     ///        without any, and as SweepReader does
     bool next(Sweep& sweep);
 

@@ -576,6 +576,13 @@ TEST(Trace, finishesWithWhatWasReadWhenItIsInterrupted) {
         const CommandResult none = early.result();
         EXPECT_EQ(none.exitStatus, row.exitStatus);
         EXPECT_EQ(none.errors, "rfutils: -: interrupted before a sweep was complete\n");
+
+        const SampleFolder others;
+        others.add("second.csv", hopLine('a', "0", "-1"));
+        LiveCommand several(trace("") + QStringList(others.path() + "/second.csv"),
+                            hopLine('a', "0", "-1").substr(0, 40));
+        several.send(row.signal);
+        EXPECT_EQ(several.result().exitStatus, row.exitStatus) << "while it looks into the files";
     }
 }
 
