@@ -21,6 +21,9 @@ namespace {
 constexpr std::size_t kLeastPart = 8;
 constexpr int kHoursOfDay = 24;
 
+// In a sum of points, those above the threshold count in the upper half of the bits.
+constexpr std::uint64_t kOneAbove = std::uint64_t{1} << 32U;
+
 /// The largest code that does not lie above a level.
 PackedLevel packedThreshold(double level) {
     constexpr double kRounding = 1e-6;  // of a code: a sum like -89.9 + 0.1 counts as -89.8
@@ -121,18 +124,19 @@ Occupancy::Occupancy(const FrequencyAxis& axis, std::vector<Channel> channels,
       maxBytes_(maxBytes),
       band_(std::find_if(channels_.begin(), channels_.end(), std::mem_fn(&Channel::isRecorded))
                 ->range),
-      measured_(axis.points.size() + 1, 0),
-      above_(axis.points.size() + 1, 0) {
+      sums_(axis.points.size() + 1, 0) {
     const ChannelPlacer placer(axis);
     for (const bool isUsable : placer.usable()) {
         isUsable_.push_back(isUsable ? 1 : 0);
     }
     for (const Channel& channel : channels_) {
+        const std::size_t place = bins_.size();
+        areOfPoints_ = areOfPoints_ && channel.firstPoint == place && channel.endPoint == place + 1;
         if (channel.isRecorded()) {
             band_.low = std::min(band_.low, channel.range.low);
             band_.high = std::max(band_.high, channel.range.high);
         }
-        bins_.push_back(static_cast<std::int32_t>(
+        bins_.push_back(static_cast<std::uint32_t>(
             std::count(isUsable_.begin() + static_cast<std::ptrdiff_t>(channel.firstPoint),
                        isUsable_.begin() + static_cast<std::ptrdiff_t>(channel.endPoint), 1)));
     }
@@ -165,27 +169,41 @@ OccupancyCounts& Occupancy::countsOf(int hour) {
 template <typename Level>
 void Occupancy::count(const Level* levels, Level notMeasured, const std::vector<Level>& thresholds,
                       OccupancyCounts& counts) {
-    std::int32_t measured = 0;
-    std::int32_t above = 0;
-    for (std::size_t i = 0; i < isUsable_.size(); ++i) {
-        measured += int{levels[i] != notMeasured} & isUsable_[i];
-        above += int{levels[i] > thresholds[i]} & isUsable_[i];
-        measured_[i + 1] = measured;
-        above_[i + 1] = above;
-    }
-    for (std::size_t i = 0; i < channels_.size(); ++i) {
-        const Channel& channel = channels_[i];
-        const bool isWhole =
-            channel.isRecorded() &&
-            measured_[channel.endPoint] - measured_[channel.firstPoint] == bins_[i];
-        const bool isAbove = above_[channel.endPoint] != above_[channel.firstPoint];
-        counts.channels[i].samples += int{isWhole};
-        counts.channels[i].occupied += int{isWhole && isAbove};
-    }
-    counts.cells.samples += measured_[bandPoints_.second] - measured_[bandPoints_.first];
-    counts.cells.occupied += above_[bandPoints_.second] - above_[bandPoints_.first];
     ++counts.sweeps;
     counts.thresholds += threshold_;
+    if (areOfPoints_) {
+        int measured = 0;
+        int above = 0;
+        for (std::size_t i = 0; i < channels_.size(); ++i) {
+            const int isMeasured = levels[i] != notMeasured ? 1 : 0;
+            const int isAbove = levels[i] > thresholds[i] ? 1 : 0;
+            counts.channels[i].samples += isMeasured;
+            counts.channels[i].occupied += isAbove;
+            measured += isMeasured;
+            above += isAbove;
+        }
+        counts.cells.merge({measured, above});
+        return;
+    }
+    std::uint64_t sum = 0;
+    for (std::size_t i = 0; i < isUsable_.size(); ++i) {
+        const auto isMeasured = static_cast<std::uint64_t>(levels[i] != notMeasured);
+        const auto isAbove = static_cast<std::uint64_t>(levels[i] > thresholds[i]);
+        sum += (isMeasured + isAbove * kOneAbove) * isUsable_[i];
+        sums_[i + 1] = sum;
+    }
+    const auto sumOf = [this](std::size_t first, std::size_t end) {
+        return sums_[end] - sums_[first];
+    };
+    for (std::size_t i = 0; i < channels_.size(); ++i) {
+        const std::uint64_t found = sumOf(channels_[i].firstPoint, channels_[i].endPoint);
+        const bool isWhole = bins_[i] > 0 && found % kOneAbove == bins_[i];
+        counts.channels[i].samples += isWhole ? 1 : 0;
+        counts.channels[i].occupied += isWhole && found >= kOneAbove ? 1 : 0;
+    }
+    const std::uint64_t found = sumOf(bandPoints_.first, bandPoints_.second);
+    counts.cells.merge(
+        {static_cast<long long>(found % kOneAbove), static_cast<long long>(found / kOneAbove)});
 }
 
 void Occupancy::add(const Sweep& sweep) {

@@ -117,12 +117,12 @@ private:
     FrequencyRange band_;
     std::pair<std::size_t, std::size_t> bandPoints_;  // the first, and behind the last
     std::vector<std::uint8_t> isUsable_;              // of each point, 0 or 1
-    std::vector<std::int32_t> bins_;                  // of each channel, how many points count
+    std::vector<std::uint32_t> bins_;                 // of each channel, how many points count
+    bool areOfPoints_ = true;                         // each of the point of its number
     double threshold_ = 0.0;                          // mean of the band
 
     // Of the newest sweep: how many points before each one were measured and lay above.
-    std::vector<std::int32_t> measured_;
-    std::vector<std::int32_t> above_;
+    std::vector<std::uint64_t> sums_;
 
     // Sweeps whose thresholds are not known yet.
     LevelHistory history_;
