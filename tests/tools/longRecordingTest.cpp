@@ -105,6 +105,8 @@ TEST(LongRecording, TakesLittleMemoryAndTimeInProportion) {
         "waterfall FILE --png cells.png --raw",
         "peaks FILE --format csv",
         "occupancy FILE --above 10 --format csv",
+        "occupancy FILE --limit -70 --by hour --format csv",
+        "compare FILE FILE --of median --format csv",
         "power FILE --channel 90MHz:91MHz --format csv",
         "mask FILE --mask mask.csv --format csv",
     };
