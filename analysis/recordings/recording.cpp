@@ -37,9 +37,13 @@ std::unique_ptr<SweepReader> Recording::open(const QString& file, Reading readin
             source_.onRead(read_, all_);
         };
     }
-    return std::make_unique<SweepReader>(file, source_.isLive ? 1 : kLearnedSweeps,
-                                         std::move(waiting), std::move(onBrokenLine),
-                                         source_.isLive, choice);
+    auto reader =
+        std::make_unique<SweepReader>(file, source_.isLive ? 1 : kLearnedSweeps, std::move(waiting),
+                                      std::move(onBrokenLine), source_.isLive, choice);
+    if (source_.keepsLines && reading == Reading::Whole) {
+        reader->keepLines();
+    }
+    return reader;
 }
 
 /// Opens a file whose sweeps come next.
@@ -448,6 +452,14 @@ bool Recording::next(Sweep& sweep) {
         return false;
     }
     return holdsLast_ ? nextOfLast(sweep) : nextOfWindow(sweep);
+}
+
+std::vector<Hop> Recording::hopsInOrder() const {
+    std::vector<Hop> hops = reader_->hopsInOrder();
+    if (hops.size() < whole_.hops.size()) {  // most receivers go up
+        hops.assign(whole_.hops.begin(), whole_.hops.end());
+    }
+    return hops;
 }
 
 }  // namespace rfu

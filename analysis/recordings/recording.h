@@ -32,8 +32,9 @@ struct RecordingSource {
     std::function<void(const InputError&)> onNote = [](const InputError&) {};
     /// Told how many bytes were read, and how many there are to read in all; 0 where nobody knows.
     std::function<void(std::int64_t read, std::int64_t all)> onRead = {};
-    bool isLive = false;    // one source: no sweep waits for the next, and the axis grows
-    bool isStrict = false;  // a line that makes no sense is an error
+    bool isLive = false;      // one source: no sweep waits for the next, and the axis grows
+    bool keepsLines = false;  // sweeps have their lines as they stand, not corrected
+    bool isStrict = false;    // a line that makes no sense is an error
     LevelCorrection correction = {};
     WindowOptions window = {};  // what is not live: also so many at the end
 
@@ -74,6 +75,10 @@ public:
     /// Both known after the first sweep.
     bool hasFrequencies() const { return !axis_.points.empty(); }
     const FrequencyAxis& axis() const { return axis_; }
+
+    /// The hops in the order in which the receiver takes them, by frequency where the file that is read
+    /// lacks some; known after the first sweep.
+    std::vector<Hop> hopsInOrder() const;
 
     const QStringList& files() const { return source_.files; }
     /// What is wrong with the recording as a whole: names its first file.

@@ -196,6 +196,28 @@ std::size_t countFields(std::string_view fields) {
     return static_cast<std::size_t>(std::count(fields.begin(), fields.end(), ',')) + 1;
 }
 
+std::size_t endOfFields(std::string_view fields, std::size_t count) {
+    using namespace detail;
+    constexpr std::uint64_t kLow = inEachByte(0x7F);
+    const char* at = fields.data();
+    const char* const end = at + fields.size();
+    for (; end - at >= 8; at += 8) {
+        const std::uint64_t other = loadEight(at) ^ inEachByte(',');
+        const std::uint64_t commas = ~(((other & kLow) + kLow) | other | kLow);
+        const std::size_t found = ((commas >> 7U) * inEachByte(1)) >> 56U;
+        if (found >= count) {
+            break;
+        }
+        count -= found;
+    }
+    for (; at != end; ++at) {
+        if (*at == ',' && --count == 0) {
+            return static_cast<std::size_t>(at - fields.data());
+        }
+    }
+    return std::string_view::npos;
+}
+
 std::optional<std::size_t> decimalsOf(std::string_view level) {
     if (std::none_of(level.begin(), level.end(), detail::isDigit)) {
         return std::nullopt;

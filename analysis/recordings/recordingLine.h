@@ -57,6 +57,10 @@ HopLine readHopLine(std::string_view line, const LineReader& where);
 /// Number of comma separated fields.
 std::size_t countFields(std::string_view fields);
 
+/// Where the comma behind so many fields stands; npos where there are no more.
+/// @param count above 0
+std::size_t endOfFields(std::string_view fields, std::size_t count);
+
 /// Number of decimals of a level plus one for the point, 0 without a point; nothing for a level that
 /// was not measured.
 std::optional<std::size_t> decimalsOf(std::string_view level);

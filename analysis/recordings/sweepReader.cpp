@@ -163,6 +163,7 @@ bool SweepReader::nextTrace(Sweep& sweep) {
 void SweepReader::readTrace(std::string_view line, Sweep& sweep) {
     const std::size_t expected = traceLength_ == 0 ? countFields(line) : traceLength_;
     sweep.time.clear();
+    sweep.lines.clear();
     sweep.levels.resize(expected);
     const std::size_t levels = readLevels(line, sweep.levels.data(), expected, lines_);
     if (levels != expected) {
@@ -170,6 +171,9 @@ void SweepReader::readTrace(std::string_view line, Sweep& sweep) {
              std::to_string(expected));
     }
     traceLength_ = expected;
+    if (keepsLines_) {
+        sweep.lines.push_back({{}, std::string(line), 0});
+    }
 }
 
 /// Makes pending_ hold the next line of hops that makes sense.
@@ -190,26 +194,49 @@ bool SweepReader::nextHopLine() {
 void SweepReader::readHop(std::string_view line) {
     pending_ = readHopLine(line, lines_);
     requirePlace(pending_->hop);
-    isPendingRead_ = wantsPending();
-    if (!isPendingRead_) {
-        return;
+    pendingText_ = line;
+    pendingBins_ = wantedBins();
+    if (!pendingBins_.isEmpty()) {
+        readWantedLevels();
     }
+}
+
+void SweepReader::readWantedLevels() {
     const std::size_t points = pending_->hop.points();
-    pendingLevels_.resize(std::max(pendingLevels_.size(), points));
-    const std::size_t found = readLevels(pending_->levels, pendingLevels_.data(), points, lines_);
-    if (found < points) {
+    std::string_view fields = pending_->levels;
+    std::size_t found = pendingBins_.first;
+    if (pendingBins_.first > 0) {
+        const std::size_t comma = endOfFields(fields, pendingBins_.first);
+        if (comma == std::string_view::npos) {
+            found = countFields(fields);
+            fields = {};
+        } else {
+            fields.remove_prefix(comma + 1);
+        }
+    }
+    if (pendingBins_.end < points) {
+        fields = fields.substr(0, endOfFields(fields, pendingBins_.end - pendingBins_.first));
+    }
+    if (found == pendingBins_.first) {
+        pendingLevels_.resize(std::max(pendingLevels_.size(), points));
+        found += readLevels(fields, pendingLevels_.data() + pendingBins_.first,
+                            pendingBins_.end - pendingBins_.first, lines_);
+    }
+    if (found < pendingBins_.end) {
         fail(std::to_string(found) + " levels, while " + std::to_string(points) +
              " fit between Hz low and Hz high");
     }
 }
 
-bool SweepReader::wantsPending() {
+/// Of the pending line.
+BinRange SweepReader::wantedBins() {
+    const BinRange all = {0, pending_->hop.points()};
     if (choice_ == nullptr || isLearning_) {
-        return true;
+        return all;
     }
     const bool begins = openHops_ == 0 || beginsSweep(find(pending_->hop));
-    return choice_->wantsHop(pending_->hop) &&
-           (begins ? choice_->wantsSweep(pending_->microseconds) : isOpenWanted_);
+    const bool isWanted = begins ? choice_->wantsSweep(pending_->microseconds) : isOpenWanted_;
+    return isWanted ? choice_->binsOf(pending_->hop) : BinRange();
 }
 
 /// Of the open sweep, which begins.
@@ -282,13 +309,19 @@ void SweepReader::take(Place& place) {
     if (openHops_ == 0) {
         choose(pending_->microseconds);
         open_.time = pending_->time;
+        open_.lines.clear();
         open_.levels.assign(isOpenWanted_ ? points_ : 0, traceRssiBuffer::kNoMeasurement);
     }
     if (isOpenWanted_) {
         open_.levels.resize(points_, traceRssiBuffer::kNoMeasurement);
-        if (isPendingRead_) {
-            std::copy_n(pendingLevels_.begin(), place.hop.points(),
-                        open_.levels.begin() + static_cast<std::ptrdiff_t>(place.firstLevel));
+        std::copy(pendingLevels_.begin() + static_cast<std::ptrdiff_t>(pendingBins_.first),
+                  pendingLevels_.begin() + static_cast<std::ptrdiff_t>(pendingBins_.end),
+                  open_.levels.begin() +
+                      static_cast<std::ptrdiff_t>(place.firstLevel + pendingBins_.first));
+        if (keepsLines_ && !pendingBins_.isEmpty()) {
+            open_.lines.push_back(
+                {place.hop, std::string(pendingText_),
+                 static_cast<std::size_t>(pending_->levels.data() - pendingText_.data())});
         }
     }
     place.sweep = sweep_;
@@ -409,6 +442,12 @@ void SweepReader::learnFirstLines() {
         std::swap_ranges(first.levels.begin() + firstLevel, first.levels.end(),
                          open_.levels.begin() + firstLevel);
         openHops_ = order_.size() - bound;
+        if (keepsLines_) {
+            const auto firstLine = first.lines.begin() + static_cast<std::ptrdiff_t>(bound);
+            open_.lines.assign(std::make_move_iterator(firstLine),
+                               std::make_move_iterator(first.lines.end()));
+            first.lines.erase(firstLine, first.lines.end());
+        }
         std::for_each(firstPlace, order_.end(), [this](Place* place) { place->sweep = sweep_; });
         std::rotate(order_.begin(), firstPlace, order_.end());
     }
@@ -471,6 +510,13 @@ void SweepReader::grow(Sweep& sweep) {
     std::replace_if(
         formerPoints_.begin(), formerPoints_.end(),
         [before](std::size_t point) { return point >= before; }, kNewPoint);
+}
+
+std::vector<Hop> SweepReader::hopsInOrder() const {
+    std::vector<Hop> hops;
+    std::transform(order_.begin(), order_.end(), std::back_inserter(hops),
+                   [](const Place* place) { return place->hop; });
+    return hops;
 }
 
 }  // namespace rfu

@@ -17,10 +17,18 @@
 
 namespace rfu {
 
+/// A line of a sweep as it stands in the file.
+struct SweepLine {
+    Hop hop;  // not of a trace
+    std::string text;
+    std::size_t levels;  // where its levels begin in the text
+};
+
 /// All levels that were measured in one go.
 struct Sweep {
     std::string time;            // of its first line; empty where the recording has no times
     std::vector<double> levels;  // dBm, one per point; traceRssiBuffer::kNoMeasurement for none
+    std::vector<SweepLine> lines = {};  // as they came, where the reader keeps them
 };
 
 /// A hop, and those of its bins that are points.
@@ -43,12 +51,21 @@ struct FrequencyAxis {
     std::vector<AxisHop> hops;   // ascending; their bins are the points
 };
 
+/// From the first to before the end.
+struct BinRange {
+    std::size_t first = 0;
+    std::size_t end = 0;
+
+    bool isEmpty() const { return first >= end; }
+};
+
 /// Which hops and sweeps of a recording are read. The levels of the others are not.
 class SweepChoice {
 public:
     virtual ~SweepChoice() = default;
 
-    virtual bool wantsHop(const Hop& hop) const = 0;
+    /// Bins of a hop, all that are wanted among them; none where it is not.
+    virtual BinRange binsOf(const Hop& hop) const = 0;
     /// Of a sweep that would be the next.
     /// @param time in microseconds from a fixed day
     virtual bool wantsSweep(std::int64_t time) const = 0;
@@ -91,6 +108,9 @@ public:
                 std::function<void(const InputError&)> onBrokenLine = {}, bool isLive = false,
                 SweepChoice* choice = nullptr);
 
+    /// Lets sweeps have their lines, of those hops that are read. To be called first.
+    void keepLines() { keepsLines_ = true; }
+
     /// Once the hops are learned it returns as soon as a sweep is known to be complete, without
     /// waiting for more input than that takes.
     /// @return false at the end
@@ -110,6 +130,8 @@ public:
     bool hasFrequencies() const { return !axis_.points.empty(); }
     /// Known after the first sweep.
     const FrequencyAxis& axis() const { return axis_; }
+    /// The hops in the order in which the receiver takes them; known with the axis.
+    std::vector<Hop> hopsInOrder() const;
     const QString& file() const { return lines_.file(); }
 
     /// Number of the last line if it may be cut and was therefore left out, else 0; known at the
@@ -144,7 +166,8 @@ private:
     bool nextHopLine();
     void readHop(std::string_view line);
     void requirePlace(const Hop& hop);
-    bool wantsPending();
+    BinRange wantedBins();
+    void readWantedLevels();
     void choose(std::int64_t time);
     void chooseLearned();
     void learn();
@@ -167,6 +190,7 @@ private:
     std::function<void(const InputError&)> onBrokenLine_;
     bool isLive_;
     SweepChoice* choice_;
+    bool keepsLines_ = false;
     Shape shape_ = Shape::Unknown;
     bool mayBeHeader_ = true;                    // the next line with text
     std::optional<std::string_view> firstLine_;  // until it is read as its shape
@@ -178,7 +202,8 @@ private:
     bool isLearning_ = true;
     std::optional<HopLine> pending_;     // read, but not yet taken into a sweep
     std::vector<double> pendingLevels_;  // at least as many as its hop has
-    bool isPendingRead_ = false;         // whether they are its levels
+    BinRange pendingBins_;               // of which they are
+    std::string_view pendingText_;       // the line
     std::map<double, Place> places_;     // by Hz low
     std::vector<Place*> order_;          // by turn; those new in the open sweep behind
     std::size_t points_ = 0;             // of all places

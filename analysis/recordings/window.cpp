@@ -76,13 +76,28 @@ bool WindowOptions::countsFromEnd() const {
            (to && to->origin == WindowTime::Origin::End);
 }
 
-bool Window::wantsHop(const Hop& hop) const {
-    return options_.bands.empty() ||
-           std::any_of(options_.bands.begin(), options_.bands.end(),
-                       [&hop](const FrequencyRange& band) {
-                           return hop.low < band.high * kHertzPerMegahertz &&
-                                  hop.high > band.low * kHertzPerMegahertz;
-                       });
+BinRange Window::binsOf(const Hop& hop) const {
+    const std::size_t points = hop.points();
+    if (options_.bands.empty()) {
+        return {0, points};
+    }
+    // The first bin whose middle is not below a frequency. The margin is for what rounding does.
+    constexpr double kMargin = 1e-3;
+    const auto bin = [&hop, points](double frequency, double margin) {
+        const double at = (frequency * kHertzPerMegahertz - hop.low) / hop.step - 0.5 + margin;
+        return static_cast<std::size_t>(
+            std::clamp(std::ceil(at), 0.0, static_cast<double>(points)));
+    };
+    BinRange range;
+    for (const FrequencyRange& band : options_.bands) {
+        const BinRange some = {bin(band.low, -kMargin), bin(band.high, kMargin)};
+        if (!some.isEmpty()) {
+            range = range.isEmpty() ? some
+                                    : BinRange{std::min(range.first, some.first),
+                                               std::max(range.end, some.end)};
+        }
+    }
+    return range;
 }
 
 bool Window::isBetween(std::int64_t time) const {

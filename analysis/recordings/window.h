@@ -56,7 +56,7 @@ public:
     void skip(long long sweeps) { skipped_ = sweeps; }
     void skipAll() { skip(std::numeric_limits<long long>::max()); }
 
-    bool wantsHop(const Hop& hop) const override;
+    BinRange binsOf(const Hop& hop) const override;
     bool wantsSweep(std::int64_t time) const override;
     void begin(std::int64_t time) override;
 

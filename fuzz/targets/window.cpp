@@ -2,18 +2,22 @@
 // --every, --last and --band, the rest is the recording. Holds for any bytes:
 // - a time that is read is within its bounds, and one of a day reads the same as it is written;
 // - a recording that reads without an error hands out through the window what a plain restatement chooses
-//   from all its sweeps and points, or an error where that is nothing.
+//   from all its sweeps and points, or an error where that is nothing;
+// - what is written of it reads as as many points, and writing that again gives the same
+//   bytes, unless lines of one sweep lie more than a second apart, and through the same window unless that thins or depends on the first day or the end.
 #include "support/input.h"
 #include "support/require.h"
 #include "support/scratchFile.h"
 
 #include "analysis/recordings/recording.h"
+#include "analysis/recordings/recordingWriter.h"
 #include "analysis/recordings/timeStamp.h"
 #include "analysis/recordings/window.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -131,6 +135,81 @@ std::vector<std::size_t> chosenPoints(const FrequencyAxis& axis, const WindowOpt
     return chosen;
 }
 
+/// The longest step in time between two lines of a sweep.
+std::int64_t longestPause(const Sweep& sweep) {
+    std::int64_t longest = 0;
+    std::int64_t before = microsecondsOf(sweep.time);
+    for (const SweepLine& line : sweep.lines) {
+        std::string date(line.text.substr(0, line.text.find(',')));
+        std::string_view rest = std::string_view(line.text).substr(date.size() + 1);
+        const std::string time(trimmed(rest.substr(0, rest.find(','))));
+        const std::int64_t now = microsecondsOf(trimmed(date), time);
+        longest = std::max(longest, std::abs(now - before));
+        before = now;
+    }
+    return longest;
+}
+
+/// The lines of a part of a recording; where that is nothing, none.
+/// @param pauses the longest step in time between two lines of a sweep
+std::string write(const QString& file, const WindowOptions& window, std::int64_t& pauses) {
+    pauses = 0;
+    RecordingSource source;
+    source.files = QStringList(file);
+    source.isStrict = true;
+    source.window = window;
+    source.keepsLines = true;
+    std::string text;
+    try {
+        Recording recording(source);
+        std::optional<RecordingWriter> writer;
+        for (Sweep sweep; recording.next(sweep);) {
+            if (!writer) {
+                writer.emplace(recording, false);
+            }
+            pauses = std::max(pauses, longestPause(sweep));
+            writer->write(sweep, text);
+        }
+        if (writer) {
+            writer->finish(text);
+        }
+    } catch (const InputError& error) {
+        REQUIRE(error.file() == file);
+        text.clear();
+    }
+    return text;
+}
+
+void requireWritten(const QString& file, WindowOptions window, const Reading& chosen) {
+    static ScratchFile part("part.csv");
+    std::int64_t ofPart = 0;
+    const std::string text = write(file, window, ofPart);
+    std::int64_t pauses = 0;
+    write(file, {}, pauses);
+    part.write(text.data(), text.size());
+    const auto reading = read(part.path(), {});
+    REQUIRE(reading.has_value());
+    REQUIRE(reading->axis.points.size() == chosen.axis.points.size());
+    if (pauses > 1000000) {
+        return;
+    }
+    REQUIRE(write(part.path(), {}, ofPart) == text);
+    REQUIRE(reading->sweeps.size() == chosen.sweeps.size());
+    for (std::size_t i = 0; i < chosen.sweeps.size(); ++i) {
+        REQUIRE(reading->sweeps[i].time == chosen.sweeps[i].time);
+        REQUIRE(reading->sweeps[i].levels == chosen.sweeps[i].levels);
+    }
+    // Of the part, the first day and the end may be others.
+    const auto isOf = [](const std::optional<WindowTime>& time, WindowTime::Origin origin) {
+        return time && time->origin == origin;
+    };
+    if (window.every == 1 && !isOf(window.to, WindowTime::Origin::End) &&
+        !isOf(window.from, WindowTime::Origin::FirstDay) &&
+        !isOf(window.to, WindowTime::Origin::FirstDay)) {
+        REQUIRE(write(part.path(), window, ofPart) == text);
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -166,5 +245,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             REQUIRE(chosen->axis.points[k] == all->axis.points[points[k]]);
         }
     }
+    requireWritten(file.path(), window, *chosen);
     return 0;
 }

@@ -8,6 +8,7 @@ namespace rfu::command {
 extern const Subcommand kCatalogue;
 extern const Subcommand kCompare;
 extern const Subcommand kConvert;
+extern const Subcommand kCut;
 extern const Subcommand kDd;
 extern const Subcommand kDms;
 extern const Subcommand kFreq;
@@ -29,8 +30,8 @@ extern const Subcommand kWidth;
 
 /// In the order of the overview.
 inline constexpr const Subcommand* kSubcommands[] = {
-    &kConvert, &kUnits, &kScale,     &kFreq,    &kWidth,     &kRange, &kCatalogue,
-    &kSetups,  &kTrace, &kWaterfall, &kPeaks,   &kOccupancy, &kPower, &kMask,
-    &kCompare, &kMerge, &kRaster,    &kProfile, &kTab,       &kDms,   &kDd};
+    &kConvert, &kUnits,     &kScale,   &kFreq,      &kWidth, &kRange, &kCatalogue, &kSetups,
+    &kTrace,   &kWaterfall, &kPeaks,   &kOccupancy, &kPower, &kMask,  &kCompare,   &kCut,
+    &kMerge,   &kRaster,    &kProfile, &kTab,       &kDms,   &kDd};
 
 }  // namespace rfu::command

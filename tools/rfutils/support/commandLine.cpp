@@ -30,11 +30,12 @@ std::string dashed(const Option& option) {
 
 /// @param name with its dashes
 const Option& optionOf(const Subcommand& subcommand, const QString& name) {
-    const std::string asked = name == QLatin1String("-h") ? "--help" : name.toStdString();
+    const std::string asked = name.toStdString();
     std::vector<std::string> known;
     for (const Option* option : optionsOf(subcommand)) {
         known.push_back(dashed(*option));
-        if (asked == known.back()) {
+        const bool isShort = option->letter != 0 && asked == std::string("-") + option->letter;
+        if (isShort || asked == known.back()) {
             return *option;
         }
     }

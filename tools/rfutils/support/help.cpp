@@ -77,8 +77,8 @@ std::string syntaxOf(const Subcommand& subcommand) {
 }
 
 std::string label(const Option& option) {
-    const bool isHelp = option.name == std::string_view("help");
-    return std::string(isHelp ? "  -h, --" : "  --") + option.name +
+    const std::string shortName = option.letter == 0 ? "" : std::string("-") + option.letter + ", ";
+    return "  " + shortName + "--" + option.name +
            (option.kind == Kind::Flag ? "" : std::string(" ") + option.valueName);
 }
 

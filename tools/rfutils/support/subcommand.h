@@ -15,8 +15,9 @@ class CommandLine;
 enum class Kind {
     Flag,  ///< an option without a value
     Text,
-    File,     ///< a file to read
-    Picture,  ///< a PNG or SVG file to write
+    File,       ///< a file to read
+    Recording,  ///< a recording to write
+    Picture,    ///< a PNG or SVG file to write
     Number,
     Level,     ///< in dBm
     Gain,      ///< in dBi
@@ -45,6 +46,7 @@ struct Option {
     const char* fallback = nullptr;  ///< the value if the option is not given
     int minCount = 0;
     int maxCount = 1;  ///< if it is 1, the last one counts
+    char letter = 0;   ///< of its short name, "-o"; 0 for none
 };
 
 inline constexpr int kAnyCount = std::numeric_limits<int>::max();
@@ -74,7 +76,7 @@ struct Subcommand {
 
 // clang-format off
 inline constexpr Option kCommonOptions[] = {
-    {"help", "", Kind::Flag, "Show this help."},
+    {"help", "", Kind::Flag, "Show this help.", nullptr, 0, 1, 'h'},
     {"format", "FORMAT", Kind::Format, "text, csv or json.", "text"}};
 
 // The antenna that field units refer to.
