@@ -21,7 +21,7 @@ std::string extentOf(const LevelTrace& trace) {
 }
 
 /// Between two levels; at an end its own level, also where the other one is missing.
-double between(double from, double to, double part) {
+double interpolated(double from, double to, double part) {
     constexpr double kRounding = 1e-6;
     return part < kRounding ? from : part > 1.0 - kRounding ? to : from + part * (to - from);
 }
@@ -101,8 +101,8 @@ std::vector<double> resampled(const LevelTrace& trace, const FrequencyAxis& axis
         const Bin& low = hasBelow ? *std::prev(above) : *above;
         const Bin& high = hasAbove ? *above : low;
         const double span = high.middle() - low.middle();
-        levels[wanted.point] = between(trace.levels[low.point], trace.levels[high.point],
-                                       span > 0.0 ? (place - low.middle()) / span : 0.0);
+        levels[wanted.point] = interpolated(trace.levels[low.point], trace.levels[high.point],
+                                            span > 0.0 ? (place - low.middle()) / span : 0.0);
     }
     return levels;
 }

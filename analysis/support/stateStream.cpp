@@ -13,7 +13,7 @@ namespace rfu {
 
 namespace {
 
-constexpr int kBlock = 65536;
+constexpr int kBytesOfBlock = 65536;
 constexpr unsigned kBits = 7;  // of a count in each byte
 constexpr unsigned kMore = 1U << kBits;
 constexpr std::size_t kBytesOfNumber = sizeof(double);
@@ -45,10 +45,10 @@ void StateWriter::flush() {
 void StateWriter::bytes(std::string_view bytes) {
     size_ += bytes.size();
     while (!bytes.empty()) {
-        const std::string_view piece = bytes.substr(0, kBlock);
+        const std::string_view piece = bytes.substr(0, kBytesOfBlock);
         held_ += piece;
         bytes.remove_prefix(piece.size());
-        if (held_.size() >= kBlock) {
+        if (held_.size() >= kBytesOfBlock) {
             flush();
         }
     }
@@ -102,7 +102,7 @@ void StateReader::fail() const {
 }
 
 void StateReader::fill() {
-    held_ = file_.read(static_cast<qint64>(std::min<std::uint64_t>(left_, kBlock)));
+    held_ = file_.read(static_cast<qint64>(std::min<std::uint64_t>(left_, kBytesOfBlock)));
     at_ = 0;
     require(!held_.isEmpty());
     left_ -= static_cast<std::uint64_t>(held_.size());
@@ -173,7 +173,7 @@ bool StateReader::hasChecksum(const QString& name) {
     qint64 left = file.size() - static_cast<qint64>(kStateChecksum);
     QCryptographicHash hash(QCryptographicHash::Sha256);
     while (left > 0) {
-        const QByteArray block = file.read(std::min<qint64>(left, kBlock));
+        const QByteArray block = file.read(std::min<qint64>(left, kBytesOfBlock));
         if (block.isEmpty()) {
             return false;
         }

@@ -35,7 +35,7 @@ namespace {
 
 constexpr int kDifferenceDecimals = 2;  // of dB
 // Text is written in pieces, so that a table of many rows takes little memory.
-constexpr std::size_t kRowsAtOnce = 10000;
+constexpr std::size_t kPointsAtOnce = 10000;
 
 PointStatistic statisticOf(const QString& name) {
     const std::pair<const char*, PointStatistic> kStatistics[] = {
@@ -221,7 +221,7 @@ private:
                 presenter.emplace(options_.view.unit, antennaAt(i));
             }
             table.add({i, *presenter});
-            if ((i + 1) % kRowsAtOnce == 0) {
+            if ((i + 1) % kPointsAtOnce == 0) {
                 table.writeRows();
             }
         }
