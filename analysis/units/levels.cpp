@@ -18,15 +18,17 @@ constexpr double kBetweenKiloAndMega = 30000.0;
 Entry splitEntry(std::string_view text) {
     const auto split = splitValue(text);
     if (!split) {
-        return {0.0, {}, quoted(text) + " is not a number with or without a unit"};
+        return {0.0, {}, rfu::quoted(text) + " is not a number with or without a unit"};
     }
     const std::string_view rest = split->unit;
     if (!rest.empty() && rest[0] == ',') {
-        return {
-            0.0, {}, quoted(text) + " is not understood: numbers have a decimal point, no comma"};
+        return {0.0,
+                {},
+                rfu::quoted(text) + " is not understood: numbers have a decimal point, no comma"};
     }
     if (!rest.empty() && split->value == 0.0 && (rest[0] == 'x' || rest[0] == 'X')) {
-        return {0.0, {}, quoted(text) + " is not understood: hexadecimal numbers are not read"};
+        return {
+            0.0, {}, rfu::quoted(text) + " is not understood: hexadecimal numbers are not read"};
     }
     return {split->value, rest, {}};
 }

@@ -138,7 +138,7 @@ const RelatedUnit* findRelated(const QString& name) {
 }
 
 std::string unknownUnit(const QString& name, Direction usable) {
-    const std::string unknown = "there is no unit " + quoted(name.toStdString()) + "; ";
+    const std::string unknown = "there is no unit " + rfu::quoted(name.toStdString()) + "; ";
     if (const RelatedUnit* const unit = findRelated(name)) {
         return unknown + "use " + unit->known.toString().toStdString() + ": " + unit->relation;
     }
@@ -168,7 +168,7 @@ std::string readableUnitsOf(Quantity quantity) {
 /// Why a unit that levels are shown in cannot be read, or that there is no such unit.
 /// @param name as the vocabulary spells what was typed
 std::string notReadable(const QString& typed, const QString& name) {
-    const std::string asQuoted = quoted(typed.toStdString());
+    const std::string asQuoted = rfu::quoted(typed.toStdString());
     const Unit* const known = findUnit(name);
     if (known != nullptr) {
         if (const Unit* const spelled = otherSpelling(name, &Unit::canBeRead)) {
@@ -188,7 +188,7 @@ std::string notReadable(const QString& typed, const QString& name) {
 /// Why a unit cannot be asked for, or that there is no such unit.
 /// @param name as the vocabulary spells what was typed
 std::string notShowable(const QString& typed, const QString& name) {
-    const std::string asQuoted = quoted(typed.toStdString());
+    const std::string asQuoted = rfu::quoted(typed.toStdString());
     if (const Unit* const base = baseOfPrefixed(name)) {
         return asQuoted + " cannot be asked for, the prefix follows from the level; ask for " +
                nameOf(*base);

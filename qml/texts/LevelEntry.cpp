@@ -95,7 +95,7 @@ LevelEntry::Result LevelEntry::read(const QString& text) const {
     HMath math;
     const double level = entryLevel(math, unit, entry.value, {frequency_, gain_});
     return std::isfinite(level) ? withinLimits(level)
-                                : refused(quoted(typed) + " has no level, it is too small");
+                                : refused(rfu::quoted(typed) + " has no level, it is too small");
 }
 
 LevelEntry::Result LevelEntry::withinLimits(double level) const {

@@ -43,7 +43,7 @@ void LevelText::setShowUnit(bool showsUnit) {
 }
 
 LevelText::Shown LevelText::shownNow() const {
-    const Shown none = {missingText(), missingText(), {}, {}, false};
+    Shown none = {missingText(), missingText(), {}, {}, false};
     const Unit* const unit = findUnit(unit_);
     if (!std::isfinite(level_) || unit == nullptr || !unit->canBeShown() ||
         (unit->needsAntenna() && !isFrequency(frequency_))) {
