@@ -51,9 +51,15 @@ void readBands(StateReader& reader, FrequencyAxis& axis) {
         band.firstPoint = reader.count(axis.points.size());
         band.low = reader.finite();
         band.high = reader.finite();
-        reader.require(band.low <= band.high && band.firstPoint < axis.points.size());
+        reader.require(band.firstPoint < axis.points.size());
         reader.require(i == 0 ? band.firstPoint == 0
                               : band.firstPoint > axis.bands[i - 1].firstPoint);
+    }
+    auto band = axis.bands.begin();
+    for (std::size_t i = 0; i < axis.points.size(); ++i) {
+        reader.require(band != axis.bands.end());
+        band += band + 1 != axis.bands.end() && band[1].firstPoint == i ? 1 : 0;
+        reader.require(band->low <= axis.points[i] && axis.points[i] < band->high);
     }
 }
 
@@ -69,6 +75,7 @@ void readHops(StateReader& reader, FrequencyAxis& axis) {
         const std::size_t bins = hop.points();
         hop.firstBin = reader.count(bins);
         hop.bins = reader.count(bins - hop.firstBin);
+        reader.require(hop.bins > 0);
         points += hop.bins;
     }
     reader.require(points == axis.points.size());
@@ -155,7 +162,10 @@ Layout layoutOf(const QString& name) {
 StateHead headOf(const QString& name) {
     const Layout layout = layoutOf(name);
     StateReader reader(name, layout.head, layout.place);
-    return readHead(reader);
+    StateHead head = readHead(reader);
+    // Of points without frequencies there are statistics, of at least a byte.
+    reader.require(!head.axis.points.empty() || head.points <= layout.head - layout.statistics);
+    return head;
 }
 
 /// "--limit -60", "--channel 98.2:98.4 --channel 99:100" or "no --limit".

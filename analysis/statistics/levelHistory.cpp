@@ -494,4 +494,15 @@ void LevelHistory::merge(StatePart& part, std::size_t points) {
     dropUnusedTimes();
 }
 
+bool LevelHistory::agreesWith(const PointStatistics& statistics, std::size_t point) const {
+    const PointHistogram& histogram = histograms_[point];
+    if (statistics.count != histogram.measured() || statistics.count == 0) {
+        return statistics.count == histogram.measured();
+    }
+    PackedLevel highest = kNotMeasured;
+    packLevels(&*statistics.maximum, nullptr, 1, &highest);
+    const int bin = histogram.highestBin();
+    return (bin - 1) * binWidth_ < highest && highest <= bin * binWidth_;
+}
+
 }  // namespace rfu

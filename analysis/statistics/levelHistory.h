@@ -10,6 +10,7 @@
 #include "analysis/recordings/stateFile.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/statistics/pointHistogram.h"
+#include "analysis/statistics/pointStatistics.h"
 
 namespace rfu {
 
@@ -73,6 +74,8 @@ public:
     /// Adds the sweeps of a state, which come after all others. From then on there are histograms.
     /// @param points of all states together
     void merge(StatePart& part, std::size_t points);
+    /// Behind merge(): whether statistics of a point may be those of its levels.
+    bool agreesWith(const PointStatistics& statistics, std::size_t point) const;
 
 private:
     /// A few neighbouring points. Its levels stand sweep by sweep, in pieces that all panels begin

@@ -98,7 +98,7 @@ OccupancyCounts OccupancyCounts::read(StatePart& part, std::size_t channels) {
         counts.channels.push_back(readCount(reader, sweeps));
     }
     counts.cells = readCount(reader, sweeps * part.head.points);
-    counts.thresholds = reader.finite();
+    counts.thresholds = reader.number();
     return counts;
 }
 

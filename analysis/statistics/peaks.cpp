@@ -100,6 +100,9 @@ void PeakFinder::merge(StatePart& part, std::size_t points) {
         tallies_[place].merge(part.statistics, part.head.sweeps);
     }
     history_.merge(part, points);
+    for (const std::size_t place : part.places) {
+        part.statistics.require(history_.agreesWith(tallies_[place].statistics(), place));
+    }
 }
 
 std::vector<Signal> PeakFinder::find(const FrequencyAxis& axis, const std::vector<bool>& isLeftOut,

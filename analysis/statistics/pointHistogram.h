@@ -27,6 +27,8 @@ public:
     void add(const PackedLevel* codes, std::size_t count, std::uint32_t sweep, int width);
 
     long long measured() const { return measured_; }
+    /// That is not empty. @pre a level was measured
+    int highestBin() const { return firstBin_ + static_cast<int>(counts_.size()) - 1; }
 
     /// Calls use(bin, count) for each bin that is not empty, from the lowest on.
     void forEachBin(const std::function<void(int bin, long long count)>& use) const;
@@ -62,7 +64,6 @@ private:
         std::uint32_t sweep;
     };
 
-    int highestBin() const { return firstBin_ + static_cast<int>(counts_.size()) - 1; }
     void reserveBins(int lowest, int highest);
     void readSteps(StateReader& reader, const std::vector<std::pair<int, long long>>& bins,
                    std::uint32_t sweeps);

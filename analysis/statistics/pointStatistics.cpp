@@ -49,7 +49,7 @@ void PointTally::merge(StateReader& reader, long long sweeps) {
     }
     count_ += count;
     above_ += static_cast<long long>(reader.count(static_cast<std::uint64_t>(count)));
-    sum_ += reader.finite();
+    sum_ += reader.number();  // beyond doubles where levels are near their end
     const double maximum = reader.finite();
     const double minimum = reader.finite();
     reader.require(minimum <= maximum && minimum > kNone);
