@@ -494,7 +494,7 @@ constexpr Subcommand kTrace = {
      "rfutils trace fm_band.csv --all-points --keep 100 --format csv",
      "rfutils trace fm_band.csv --marker 98.3MHz --unit V/m --gain 2",
      "rfutils trace wifi_band.csv --marker 2.437GHz --plot wifi.png",
-     "rfutils trace wifi_band.csv --limit -60 --plot wifi.svg --levels -100:-40",
+     "rfutils trace wifi_band.csv --limit -60 --plot wifi_limit.png --levels -100:-40",
      "rfutils trace fm_band.csv --state fm_band.state"},
     runTrace,
     nullptr,
