@@ -87,6 +87,17 @@ TEST(Trace, showsAllPoints) {
              "  {\"point\": 3, \"frequencyMHz\": 103, \"count\": 1, \"average\": -80, "
              "\"maximum\": -80, \"minimum\": -80, \"unit\": \"dBm\", \"above\": 0}\n"
              "]\n"),
+        // -60 dBm + 107
+        good("a limit in another unit", "--all-points --format csv --limit 47dBuV --band 100:102",
+             kBand,
+             "point,frequencyMHz,count,average,maximum,minimum,unit,above\n"
+             "0,100,3,-52,-50,-54,dBm,3\n"
+             "1,101,2,-63,-60,-66,dBm,0\n"),
+        // -30 dBm are 47.2 dBuV/m at 1 MHz: 107 - 29.8; 87.2 at 100 MHz
+        good("a limit in a field", "--marker 0 --center 100M --limit 107.1dBuV/m --format csv",
+             "-10,-9\n-10.2,-9\n",
+             "marker,point,frequencyMHz,count,average,maximum,minimum,unit,above\n"
+             "0,0,,2,-10.1,-10,-10.2,dBm,1\n"),
         good("a recording as precise as it was written", "--all-points --format csv",
              onePoint({"-50.125"}),
              "point,frequencyMHz,count,average,maximum,minimum,unit\n"
@@ -680,8 +691,10 @@ TEST(Trace, refusesWrongUsage) {
                 "--center needs a --unit that depends on the antenna, such as dBuV/m"),
         misused("an antenna for volts", "--marker 0 --unit V --gain 2",
                 "--gain needs a --unit that depends on the antenna, such as dBuV/m"),
-        misused("another unit than dBm", "--limit 47dBuV",
-                "--limit: \"47dBuV\" is not a level such as -60dBm or a number of dBm"),
+        misused("a limit in a field without an antenna", "--marker 0 --limit 47dBuV/m",
+                "dBuV/m needs the centre frequency of the antenna: --center"),
+        misused("a limit in an unknown unit", "--marker 0 --limit 47dBx",
+                "--limit: there is no unit \"dBx\"; the nearest are dBm, dBV or dBmV"),
     });
     expectCommands(
         {{"field unit without any frequency", trace("--marker 0 --unit dBuV/m"), "-30\n", 2, "",

@@ -84,7 +84,7 @@ struct OccupancyRequest {
         counting.isByHour = isByHour(line);
         counting.above = limit ? 0.0 : positiveOf(line, "above");
         counting.window = floorWindowOf(line);
-        requireAntennaUnit(line, limit && limit->unit->needsAntenna() ? *limit->unit : view.unit);
+        requireAntennaUnit(line, antennaUnitOf(line, view.unit));
     }
 
     RecordingSource source;
@@ -256,7 +256,8 @@ private:
             {{"hour", [](const BandRow& row) { return row.hour; }, request_.counting.isByHour},
              {"fromMHz", [&](const BandRow&) { return withDecimals(band.low, kHertzDecimals); }},
              {"toMHz", [&](const BandRow&) { return withDecimals(band.high, kHertzDecimals); }},
-             {"channels", [](const BandRow& row) { return row.counts.measuredChannels(); }},
+             {"channels", [](const BandRow& row) { return row.counts.measuredChannels(); }, true,
+              1},
              {"samples", [](const BandRow& row) { return row.counts.cells.samples; }},
              {"fbo",
               [](const BandRow& row) {

@@ -12,6 +12,7 @@
 #include "analysis/statistics/sweepStore.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "recordings/checkedValues.h"
 #include "recordings/mergers.h"
 #include "recordings/plotOf.h"
 #include "recordings/recordingOptions.h"
@@ -63,7 +64,7 @@ struct TraceOptions {
     explicit TraceOptions(const CommandLine& line, bool areStates = false)
         : source(recordingOf(line)),
           markers(line.values<MarkerRequest>("marker")),
-          limit(line.find<double>("limit")),
+          limit(limitOf(line)),
           capacity(capacityOf(line)),
           view(levelViewOf(line)),
           allPoints(line.isSet("all-points")),
@@ -109,7 +110,7 @@ struct TraceOptions {
         if (!mask.isEmpty() && !plots()) {
             throw UsageError("--mask needs --plot");
         }
-        requireAntennaUnit(line, view.unit);
+        requireAntennaUnit(line, antennaUnitOf(line, view.unit));
     }
 
     QStringList inputs() const {
@@ -467,8 +468,9 @@ constexpr Subcommand kTrace = {
       "Show this point, up to six times: the one nearest to a frequency such as 88.1MHz or 2.4GHz, "
       "or the number of a point.",
       nullptr, 0, static_cast<int>(traceRssiBuffer::kMarkers)},
-     {"limit", "DBM", Kind::Level,
-      "Count how often a level was above this one, and draw it in the plot."},
+     {"limit", "LEVEL", Kind::Quantity,
+      "Count how often a level was above this one, such as -60 for dBm or 47dBuV, and draw it in "
+      "the plot; a field needs --center."},
      {"all-points", "", Kind::Flag, "Show all points."},
      {"keep", "N", Kind::Text, "How many recent sweeps count, or all.", kKeptByDefault},
      {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete."},

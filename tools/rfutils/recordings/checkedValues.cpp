@@ -1,9 +1,12 @@
 #include "recordings/checkedValues.h"
 
+#include <rfUtils/units/HMath.h>
+
 #include <string>
 
 #include "analysis/statistics/noiseFloor.h"
 #include "support/errors.h"
+#include "support/units.h"
 
 namespace rfu::command {
 
@@ -13,6 +16,18 @@ double positiveOf(const CommandLine& line, const char* name) {
         throw UsageError(std::string("--") + name + " has to be above zero");
     }
     return value;
+}
+
+std::optional<double> limitOf(const CommandLine& line) {
+    const auto limit = line.find<Quantity>("limit");
+    HMath math;
+    return limit ? std::optional(levelOf(math, *limit->unit, limit->value, antennaOf(line)))
+                 : std::nullopt;
+}
+
+const rfu::Unit& antennaUnitOf(const CommandLine& line, const rfu::Unit& shown) {
+    const auto limit = line.find<Quantity>("limit");
+    return limit && limit->unit->needsAntenna() ? *limit->unit : shown;
 }
 
 std::size_t floorWindowOf(const CommandLine& line) {

@@ -45,10 +45,6 @@ std::optional<const rfu::Unit*> parseUnit(std::string_view text) {
     return &unitToShow(text);
 }
 
-std::optional<double> parseLevel(std::string_view text) {
-    return parseNumberOf("dBm", text);
-}
-
 std::optional<double> parsePercent(std::string_view text) {
     return parseNumberOf("%", text);
 }
@@ -86,7 +82,6 @@ struct Reader {
 // clang-format off
 constexpr Reader kReaders[] = {
     {Kind::Number,    "a number",                                             readBy<parseNumber>},
-    {Kind::Level,     "a level such as -60dBm or a number of dBm",            readBy<parseLevel>},
     {Kind::Gain,      "a gain such as 3dBi or a number of dBi",               readBy<parseGain>},
     {Kind::Decibels,  "a difference such as 6dB or a number of dB",           readBy<parseDecibels>},
     {Kind::Integer,   "a whole number",                                       readBy<parseInteger>},

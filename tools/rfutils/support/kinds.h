@@ -31,7 +31,7 @@ struct Quantity {
     const rfu::Unit* unit;
 };
 
-/// A value by its kind: Number, Level, Gain, Decibels, Percent and Frequency (MHz) are double, Integer
+/// A value by its kind: Number, Gain, Decibels, Percent and Frequency (MHz) are double, Integer
 /// is int, Cell is QPoint, Pair is QPointF, Range is NumberRange.
 using Value = std::variant<double, int, Format, const rfu::Unit*, MarkerRequest, QPoint, QPointF,
                            NumberRange, FrequencyRange, Spur, WindowTime, Quantity, ChannelRaster>;

@@ -19,7 +19,6 @@ enum class Kind {
     Recording,  ///< a recording to write
     Picture,    ///< a PNG or SVG file to write
     Number,
-    Level,     ///< in dBm
     Gain,      ///< in dBi
     Decibels,  ///< a difference of levels
     Integer,
