@@ -40,9 +40,13 @@ protected:
             std::mismatch(rows.rbegin(), rows.rbegin() + offset(most - head), rows_.rbegin(), same)
                 .first -
             rows.rbegin());
+        const std::size_t inserted = rows.size() - tail;
         remove(head, rows_.size() - tail);
-        insert(head, rows, rows.size() - tail);
-        for (std::size_t i = 0; i < rows.size(); ++i) {
+        insert(head, rows, inserted);
+        for (std::size_t i = 0; i < head; ++i) {
+            update(i, std::move(rows[i]));
+        }
+        for (std::size_t i = inserted; i < rows.size(); ++i) {
             update(i, std::move(rows[i]));
         }
     }
