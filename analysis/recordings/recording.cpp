@@ -10,6 +10,19 @@
 
 namespace rfu {
 
+namespace {
+
+/// Memory of a sweep that is held.
+std::size_t bytesOf(const Sweep& sweep) {
+    std::size_t bytes = sizeof sweep + kBytesOfTime + sweep.levels.size() * sizeof(double);
+    for (const SweepLine& line : sweep.lines) {
+        bytes += sizeof line + line.text.size();
+    }
+    return bytes;
+}
+
+}  // namespace
+
 QStringList RecordingSource::inputs() const {
     return correction.file().isEmpty() ? files : files + QStringList(correction.file());
 }
@@ -425,13 +438,15 @@ bool Recording::begin() {
 
 /// The next of the last sweeps, which are held from the first call on.
 bool Recording::nextOfLast(Sweep& sweep) {
+    std::size_t bytes = 0;
     while (!areHeld_ && nextOfWindow(sweep)) {
+        bytes += bytesOf(sweep);
         last_.push_back(std::move(sweep));
         if (last_.size() > static_cast<std::size_t>(window_.options().last)) {
+            bytes -= bytesOf(last_.front());
             last_.pop_front();
         }
-        const std::size_t bytes = last_.back().levels.size() * sizeof(double) + kBytesOfTime;
-        if (last_.size() * bytes > kMostHeld) {
+        if (bytes > kMostHeld) {
             throw error("that many sweeps at the end take more than " +
                         std::to_string(kMostHeld >> 20) +
                         " MB; give a regular file, which is read twice");

@@ -60,10 +60,35 @@ std::size_t decimalsToWrite(std::string_view fields) {
     return std::clamp(withPoint == 0 ? 0 : withPoint - 1, kLeastDecimals, kMostDecimals);
 }
 
+/// A level of two decimals, which nearly all have.
+/// @return false near a tie, where rounding takes more care
+bool appendHundredths(double level, std::string& text) {
+    const double hundredths = level * 100.0;
+    const double nearest = std::nearbyint(hundredths);
+    if (std::abs(hundredths - nearest) > 0.499 || nearest == 0.0) {
+        return false;
+    }
+    const auto number = static_cast<unsigned>(std::abs(nearest));
+    std::array<char, 8> buffer;  // "-998.99"
+    char* at = buffer.data();
+    if (nearest < 0.0) {
+        *at++ = '-';
+    }
+    at = std::to_chars(at, buffer.data() + buffer.size(), number / 100).ptr;
+    *at++ = '.';
+    *at++ = static_cast<char>('0' + number / 10 % 10);
+    *at++ = static_cast<char>('0' + number % 10);
+    text.append(buffer.data(), at);
+    return true;
+}
+
 /// A level within those that can be read again.
 void appendLevel(double level, std::size_t decimals, std::string& text) {
     constexpr double kLargest = 998.99;
     const double bounded = std::clamp(level, -kLargest, kLargest);
+    if (decimals == kLeastDecimals && appendHundredths(bounded, text)) {
+        return;
+    }
     std::array<char, 16> buffer;  // "-998.990000"
     const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), bounded,
                                       std::chars_format::fixed, static_cast<int>(decimals));

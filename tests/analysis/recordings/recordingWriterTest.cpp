@@ -211,6 +211,9 @@ TEST(RecordingWriter, WritesChangedLevelsWithTheirDecimals) {
                   line("00", (head + row.changed).c_str()))
             << row.name;
     }
+    // As doubles, 1.005 lies below the tie and 0.005 above it.
+    EXPECT_EQ(written({"0.26,0.63,-1.38,-0.379,-0.37,99.625\n"}, {}, 0.375),
+              "0.64,1.00,-1.00,-0.00,0.01,100.00\n");
     EXPECT_EQ(written({"-1,nan,3\n"}, {}, 0.125), "-0.88,nan,3.12\n") << "ties go to even";
     EXPECT_EQ(written({hopLines("a0 b0")}, {}, 1.0, {100.0, 200.0}),
               hopLine('a', "0", "100.00") + hopLine('b', "0", "199.00"));
