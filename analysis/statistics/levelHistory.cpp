@@ -112,8 +112,10 @@ void LevelHistory::begin(std::size_t points) {
 
 /// Short ones first: pieces that stay nearly empty take memory too.
 void LevelHistory::beginPiece() {
-    const std::size_t room =
+    const std::size_t doubled =
         pieces_.empty() ? kMinPiece : std::min(2 * pieces_.back().room, kMaxPiece);
+    const std::size_t left = maxBytesHeld() - std::min(bytesHeld(), maxBytesHeld());
+    const std::size_t room = std::clamp(left / bytesOfSweep(), kMinPiece, doubled);
     pieces_.push_back({room, 0});
     for (Panel& panel : panels_) {
         panel.pieces.emplace_back(new PackedLevel[room * panel.points]);
@@ -125,7 +127,7 @@ void LevelHistory::add(const Sweep& sweep) {
         begin(sweep.levels.size());
     }
     if (pieces_.empty() || pieces_.back().sweeps == pieces_.back().room) {
-        if (bytesHeld() >= (histograms_.empty() ? maxBytes_ : maxBytes_ / kShareOfPieces)) {
+        if (bytesHeld() >= maxBytesHeld()) {
             drain();
         }
         beginPiece();
@@ -142,8 +144,17 @@ void LevelHistory::add(const Sweep& sweep) {
     ++sweeps_;
 }
 
+std::size_t LevelHistory::bytesOfSweep() const {
+    return points_ * sizeof(PackedLevel) + kBytesOfTime;
+}
+
 std::size_t LevelHistory::bytesHeld() const {
-    return sweepsHeld_ * (points_ * sizeof(PackedLevel) + kBytesOfTime);
+    return sweepsHeld_ * bytesOfSweep();
+}
+
+/// Before the levels become histograms.
+std::size_t LevelHistory::maxBytesHeld() const {
+    return histograms_.empty() ? maxBytes_ : maxBytes_ / kShareOfPieces;
 }
 
 void LevelHistory::forEachSweep(
@@ -191,12 +202,17 @@ void LevelHistory::drain(std::size_t panel) {
     panels_[panel].pieces.clear();  // at once, for the histograms that follow
 }
 
-std::size_t LevelHistory::bytesOfHistograms() const {
+/// Of some points.
+std::size_t LevelHistory::bytesOfHistograms(std::size_t first, std::size_t end) const {
     std::size_t sum = 0;
-    for (const PointHistogram& histogram : histograms_) {
-        sum += histogram.bytes();
+    for (std::size_t point = first; point < end; ++point) {
+        sum += histograms_[point].bytes();
     }
     return sum;
+}
+
+std::size_t LevelHistory::bytesOfHistograms() const {
+    return bytesOfHistograms(0, points_);
 }
 
 void LevelHistory::coarsen() {
@@ -208,14 +224,23 @@ void LevelHistory::coarsen() {
 
 void LevelHistory::drain() {
     histograms_.resize(points_);
+    std::size_t bytes = bytesOfHistograms();
     for (std::size_t panel = 0; panel < panels_.size(); ++panel) {
+        const std::size_t first = panel * kPanel;
+        const std::size_t end = first + panels_[panel].points;
+        bytes -= bytesOfHistograms(first, end);
         drain(panel);
+        bytes += bytesOfHistograms(first, end);
+        // Beside the levels that are still held.
+        const std::size_t held = sweepsHeld_ * (points_ - end) * sizeof(PackedLevel);
+        while (bytes > std::min(maxBytesOf(maxBytes_), maxBytes_ - std::min(held, maxBytes_)) &&
+               binWidth_ < kCoarsest) {
+            coarsen();
+            bytes = bytesOfHistograms();
+        }
     }
     pieces_.clear();
     sweepsHeld_ = 0;
-    while (bytesOfHistograms() > maxBytesOf(maxBytes_) && binWidth_ < kCoarsest) {
-        coarsen();
-    }
     dropUnusedTimes();
 }
 

@@ -100,6 +100,9 @@ private:
     void addTo(PointHistogram& histogram, std::size_t point) const;
     void settle();
     void coarsen();
+    std::size_t bytesOfSweep() const;
+    std::size_t maxBytesHeld() const;
+    std::size_t bytesOfHistograms(std::size_t first, std::size_t end) const;
     std::size_t bytesOfHistograms() const;
     void dropUnusedTimes();
     std::vector<Stamp>::const_iterator stampOf(std::uint32_t sweep) const;
