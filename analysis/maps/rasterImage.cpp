@@ -9,7 +9,7 @@ namespace rfu {
 
 namespace {
 
-const ColorRange& rangeOf(const std::vector<ColorRange>& ranges, double value) {
+const ColorRange& colorRangeOf(const std::vector<ColorRange>& ranges, double value) {
     const auto holding =
         std::find_if(ranges.begin(), ranges.end(),
                      [value](const ColorRange& range) { return range.holds(value); });
@@ -31,10 +31,10 @@ QImage draw(const Raster& raster) {
         auto* const pixels = reinterpret_cast<QRgb*>(image.scanLine(row));
         for (int column = 0; column < image.width(); ++column) {
             const float value = raster.cell(column, row);
-            pixels[column] =
-                raster.isMeasured(value)
-                    ? rangeOf(ranges, static_cast<double>(value)).color(static_cast<double>(value))
-                    : qRgba(0, 0, 0, 0);
+            pixels[column] = raster.isMeasured(value)
+                                 ? colorRangeOf(ranges, static_cast<double>(value))
+                                       .color(static_cast<double>(value))
+                                 : qRgba(0, 0, 0, 0);
         }
     }
     return image;

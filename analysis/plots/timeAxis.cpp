@@ -42,7 +42,7 @@ std::int64_t roundTimeStep(double step) {
 }
 
 /// Decimals of the seconds of round times.
-int decimalsOf(std::int64_t step) {
+int secondDecimals(std::int64_t step) {
     int decimals = 0;
     for (std::int64_t unit = kMicrosecondsPerSecond; step % unit != 0; unit /= 10) {
         ++decimals;
@@ -108,7 +108,7 @@ private:
 
     QString timeLabel(const Placed& placed) const {
         const bool showsSeconds = step_ % kMinute != 0 || placed.time % kMinute != 0;
-        const std::string text = timeText(placed.time, decimalsOf(step_));
+        const std::string text = timeText(placed.time, secondDecimals(step_));
         return QString::fromStdString(showsSeconds ? text : text.substr(0, text.rfind(':')));
     }
 

@@ -23,7 +23,7 @@ namespace rfu {
 namespace {
 
 constexpr std::string_view kBetween = ", ";
-constexpr std::string_view kNotMeasured = "nan";
+constexpr std::string_view kNoLevel = "nan";
 constexpr std::size_t kLeastDecimals = 2;
 constexpr std::size_t kMostDecimals = 6;
 
@@ -122,7 +122,7 @@ SweepLine lineWithoutMeasurement(const Hop& hop) {
     line.levels = line.text.size();
     for (std::size_t i = 0; i < hop.points(); ++i) {
         line.text += i == 0 ? " " : kBetween;
-        line.text += kNotMeasured;
+        line.text += kNoLevel;
     }
     return line;
 }
@@ -313,7 +313,7 @@ void RecordingWriter::writeLevels(std::string_view fields, const Run& run,
         text += i == 0 ? "" : ",";
         text.append(field.substr(0, blanks));
         if (isMissing(levels[point])) {
-            text.append(kNotMeasured);
+            text.append(kNoLevel);
         } else if (isChanged_) {
             appendLevel(levels[point] + (offsets_.empty() ? 0.0 : offsets_[point]), decimals, text);
         } else {

@@ -12,7 +12,7 @@ namespace rfu {
 
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 std::string extentOf(const LevelTrace& trace) {
     const std::string points = std::to_string(trace.levels.size()) + " points";
@@ -52,7 +52,7 @@ std::vector<double> PointLevels::levels() {
             statistic_ == PointStatistic::Maximum   ? statistics.maximum
             : statistic_ == PointStatistic::Minimum ? statistics.minimum
                                                     : statistics.average;
-        levels.push_back(level.value_or(kNone));
+        levels.push_back(level.value_or(kMissing));
     }
     return levels;
 }
@@ -78,7 +78,7 @@ std::optional<std::string> whyApart(const LevelTrace& trace, const LevelTrace& o
 
 std::vector<double> resampled(const LevelTrace& trace, const FrequencyAxis& axis) {
     const std::vector<Bin> bins = filledBins(trace.axis);
-    std::vector<double> levels(axis.points.size(), kNone);
+    std::vector<double> levels(axis.points.size(), kMissing);
     for (const Bin& wanted : filledBins(axis)) {
         const double place = wanted.middle();
         const auto band = std::find_if(

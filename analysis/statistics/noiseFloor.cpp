@@ -12,7 +12,7 @@ namespace rfu {
 
 namespace {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kUnmeasured = std::numeric_limits<double>::quiet_NaN();
 
 struct Line {
     double level;  // where place is 0
@@ -230,7 +230,8 @@ private:
                 window.finer.push_back(finer_[i]);
             }
         }
-        return window.size() == 0 ? Fit{{kNaN, 0.0}, {kNaN, 0.0}, kNaN} : fitted(window);
+        return window.size() == 0 ? Fit{{kUnmeasured, 0.0}, {kUnmeasured, 0.0}, kUnmeasured}
+                                  : fitted(window);
     }
 
     const std::vector<double>& medians_;
@@ -327,8 +328,8 @@ private:
 
 NoiseFloor noiseFloor(const std::vector<double>& medians, const std::vector<double>& finer,
                       const std::vector<std::size_t>& bands, std::size_t window) {
-    NoiseFloor floor = {std::vector<double>(medians.size(), kNaN),
-                        std::vector<double>(medians.size(), kNaN),
+    NoiseFloor floor = {std::vector<double>(medians.size(), kUnmeasured),
+                        std::vector<double>(medians.size(), kUnmeasured),
                         std::vector<bool>(medians.size(), false), 0.0};
     for (std::size_t i = 0; i < bands.size(); ++i) {
         const std::size_t end = i + 1 < bands.size() ? bands[i + 1] : medians.size();

@@ -44,7 +44,7 @@ QString argumentOf(const Option& option, const QString& value) {
 }
 
 /// The options that the states fix.
-QStringList settingsOf(const StateSet& states, const Merger& merger) {
+QStringList settingOptions(const StateSet& states, const Merger& merger) {
     QStringList arguments;
     for (const StateSetting& setting : states.head().settings) {
         for (const Option& option : merger.command.options) {
@@ -83,7 +83,7 @@ QStringList optionsOf(const CommandLine& line, const StateSet& states, const Mer
 CommandLine lineOf(const CommandLine& line, const StateSet& states, const Merger& merger) {
     const QStringList options = optionsOf(line, states, merger);
     try {
-        return CommandLine(merger.command, settingsOf(states, merger) + options +
+        return CommandLine(merger.command, settingOptions(states, merger) + options +
                                                QStringList(QStringLiteral("--")) + states.files());
     } catch (const Failure&) {  // the options have been read before
         throw InputError(states.files().first(), kDamagedState);

@@ -98,7 +98,7 @@ struct OccupancyRequest {
 };
 
 /// What a state fixes. Fields have the antenna with them.
-std::vector<StateSetting> settingsOf(const CommandLine& line) {
+std::vector<StateSetting> occupancySettings(const CommandLine& line) {
     std::vector<StateSetting> settings;
     const auto limit = line.value<Quantity>("limit");
     settings.push_back({"limit", shortest(limit.value) + nameOf(*limit.unit)});
@@ -360,7 +360,7 @@ void runOccupancy(const CommandLine& line) {
         StateOutput output(request.state, request.source.inputs());
         report.occupancy().write(output.writer());
         head.command = kOccupancy.name;
-        head.settings = settingsOf(line);
+        head.settings = occupancySettings(line);
         output.finish(head);
     }
     throwIfInterrupted();

@@ -51,7 +51,7 @@ std::optional<double> spacingOf(const CommandLine& line) {
     return line.isSet("spacing") ? std::optional(positiveOf(line, "spacing")) : std::nullopt;
 }
 
-std::vector<StateSetting> settingsOf(const CommandLine& line) {
+std::vector<StateSetting> powerSettings(const CommandLine& line) {
     std::vector<StateSetting> settings = {{"series", ""}};
     for (const FrequencyRange& channel : line.values<FrequencyRange>("channel")) {
         settings.push_back({"channel", shortest(channel.low) + ':' + shortest(channel.high)});
@@ -71,7 +71,7 @@ struct PowerOptions {
           spacing(spacingOf(line)),
           figures{shareOf(line), positiveOf(line, "enbw")},
           isSeries(line.isSet("series")),
-          settings(settingsOf(line)),
+          settings(powerSettings(line)),
           state(stateFileOf(line, source.inputs())),
           view(levelViewOf(line)),
           format(line.format()) {

@@ -135,7 +135,7 @@ struct TraceOptions {
     Format format;
 };
 
-std::vector<StateSetting> settingsOf(const TraceOptions& options) {
+std::vector<StateSetting> traceSettings(const TraceOptions& options) {
     std::vector<StateSetting> settings;
     if (options.limit) {
         settings.push_back({"limit", shortest(*options.limit)});
@@ -346,7 +346,7 @@ public:
         sweeps_.write(output.writer());
         StateHead head;
         head.command = kTrace.name;
-        head.settings = settingsOf(options_);
+        head.settings = traceSettings(options_);
         head.points = points_;
         head.axis = recording_.axis();
         head.sweeps = sweeps_.count();
