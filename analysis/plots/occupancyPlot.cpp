@@ -181,8 +181,10 @@ OccupancyPlot::OccupancyPlot(const std::vector<Channel>& all, const FrequencyRan
             const ShareInterval interval =
                 isMeasured ? wilsonInterval(count) : ShareInterval{kNone, kNone};
             row.share.push_back(isMeasured ? count.share() : kNone);
-            row.low.push_back(interval.low);
-            row.high.push_back(interval.high);
+            if (hour == kAllHours) {
+                row.low.push_back(interval.low);
+                row.high.push_back(interval.high);
+            }
         }
         rows.push_back(std::move(row));
     }

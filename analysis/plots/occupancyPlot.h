@@ -19,7 +19,7 @@ struct OccupancyPlot {
     struct Row {
         int hour;  // kAllHours for all
         std::vector<double> share;
-        std::vector<double> low;
+        std::vector<double> low;  // of the interval; none of single hours
         std::vector<double> high;
     };
 

@@ -74,7 +74,7 @@ struct OccupancyOptions {
 class Occupancy {
 public:
     /// Of the levels that a floor is found from.
-    static constexpr std::size_t kMaxBytes = 160000000;
+    static constexpr std::size_t kMaxBytes = 140000000;
     /// By hour; more would not fit the memory.
     static constexpr std::size_t kMaxChannelsByHour = 200000;
 
