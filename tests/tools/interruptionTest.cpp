@@ -14,6 +14,21 @@ const char* const kSweeps =
 
 }  // namespace
 
+TEST(InterruptedCommands, writeTheirStates) {
+    for (const QStringList& words :
+         {QStringList{"trace", "-"}, QStringList{"peaks", "-", "--above", "20"},
+          QStringList{"power", "-", "--series", "--channel", "101:102"},
+          QStringList{"occupancy", "-", "--limit", "-60"}}) {
+        LiveCommand command(words + QStringList{"--state", "half.state"}, kSweeps);
+        command.send(SIGTERM);
+        const CommandResult result = command.result();
+        EXPECT_EQ(result.exitStatus, 143) << result.errors;
+        QStringList merge = {"merge", "half.state"};
+        merge += words.contains(QStringLiteral("--above")) ? words.mid(2) : QStringList();
+        EXPECT_EQ(runCommand(merge, {}, command.folder).output, result.output);
+    }
+}
+
 TEST(InterruptedCommands, finishWithWhatWasRead) {
     const SampleFolder masks;
     masks.add("mask.csv", "100,-30,\n104,-30,\n");
