@@ -13,7 +13,6 @@ using rfu::test::Noise;
 namespace {
 
 constexpr double kNone = traceRssiBuffer::kNoMeasurement;
-constexpr std::size_t kEnough = 1000000;  // bytes
 
 /// Bins of 1 MHz from 100 MHz on.
 FrequencyAxis axisOf(std::size_t points) {
