@@ -14,7 +14,7 @@ inline constexpr Option kStateOption = {
 
 /// --state, empty without. @throw InputError for a file that may not be replaced
 inline QString stateFileOf(const CommandLine& line, const QStringList& inputs) {
-    const QString file = line.text(kStateOption.name);
+    QString file = line.text(kStateOption.name);
     if (!file.isEmpty()) {
         requireOwn(file, inputs);
     }
