@@ -188,15 +188,18 @@ void requireSettings(const QString& file, const StateHead& head, const QString& 
         throw InputError(file, "is a state of rfutils " + head.command + comparison +
                                    "is one of rfutils " + otherHead.command);
     }
+    std::string own;
+    std::string others;
     for (const auto* settings : {&head.settings, &otherHead.settings}) {
         for (const StateSetting& setting : *settings) {
-            const std::string own = describe(head.settings, setting.name);
-            const std::string others = describe(otherHead.settings, setting.name);
-            if (own != others) {
-                throw InputError(file,
-                                 "was made with " + own + comparison + "was made with " + others);
+            if (own == others) {
+                own = describe(head.settings, setting.name);
+                others = describe(otherHead.settings, setting.name);
             }
         }
+    }
+    if (own != others) {
+        throw InputError(file, "was made with " + own + comparison + "was made with " + others);
     }
 }
 
