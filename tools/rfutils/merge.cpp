@@ -56,6 +56,19 @@ QStringList settingOptions(const StateSet& states, const Merger& merger) {
     return arguments;
 }
 
+/// @throw UsageError for an option that states do not take
+void requireOption(const std::string& name, const StateSet& states, const Merger& merger) {
+    const std::string ofCommand = "the states of rfutils " + std::string(merger.command.name);
+    if (name != "format" && !names(merger.options, name)) {
+        throw UsageError("--" + name + " does not apply to " + ofCommand);
+    }
+    const auto& settings = states.head().settings;
+    if (std::any_of(settings.begin(), settings.end(),
+                    [&name](const StateSetting& setting) { return setting.name == name; })) {
+        throw UsageError("--" + name + " is fixed by " + ofCommand);
+    }
+}
+
 /// The options that show what the states hold.
 QStringList optionsOf(const CommandLine& line, const StateSet& states, const Merger& merger) {
     QStringList arguments;
@@ -64,15 +77,7 @@ QStringList optionsOf(const CommandLine& line, const StateSet& states, const Mer
         if (!line.isSet(name) || name == kStateOption.name) {
             continue;
         }
-        const std::string states_ = "the states of rfutils " + std::string(merger.command.name);
-        if (name != "format" && !names(merger.options, name)) {
-            throw UsageError("--" + name + " does not apply to " + states_);
-        }
-        const auto& settings = states.head().settings;
-        if (std::any_of(settings.begin(), settings.end(),
-                        [&name](const StateSetting& setting) { return setting.name == name; })) {
-            throw UsageError("--" + name + " is fixed by " + states_);
-        }
+        requireOption(name, states, merger);
         for (const QString& value : line.texts(name)) {
             arguments += argumentOf(*option, value);
         }
