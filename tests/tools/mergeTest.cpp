@@ -1,5 +1,6 @@
 // States of parts of a recording, merged, print what one run over the whole recording prints.
 #include <gtest/gtest.h>
+#include <support/cText.h>
 
 #include <QFile>
 #include <random>
@@ -26,7 +27,9 @@ std::vector<std::string> sweeps(int count) {
                 const int noise = -9000 - static_cast<int>(random() % 300);
                 const bool isSignal = hop == 0 ? bin == 4 && i % 3 == 1 : bin == 2;
                 const int level = noise + (isSignal ? 4000 : 0);
-                lines += i == 4 && bin == 6 ? ", nan" : ", " + std::to_string(level / 100.0);
+                lines += i == 4 && bin == 6
+                             ? ", nan"
+                             : ", " + QString::number(level / 100.0, 'f', 2).toStdString();
             }
             lines += '\n';
         }
@@ -79,7 +82,8 @@ void expectSame(const std::string& output, const std::string& expected, const st
     ASSERT_EQ(fields.size(), others.size()) << what << "\n" << output << expected;
     for (std::size_t i = 0; i < fields.size(); ++i) {
         if (fields[i] != others[i]) {
-            EXPECT_NEAR(std::stod(fields[i]), std::stod(others[i]), 1e-10) << what;
+            EXPECT_NEAR(rfu::test::decimalOf(fields[i]), rfu::test::decimalOf(others[i]), 1e-10)
+                << what;
         }
     }
 }
