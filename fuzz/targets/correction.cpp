@@ -50,6 +50,7 @@ void requireRows(const LevelCorrection& correction, const std::vector<FrequencyR
 
 void requireLevels(const LevelCorrection& correction, const std::vector<FrequencyRow>& rows) {
     std::vector<double> frequencies;
+    frequencies.reserve(rows.size());
     for (const FrequencyRow& row : rows) {
         frequencies.push_back(row.frequency);
     }

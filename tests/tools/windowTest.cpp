@@ -3,7 +3,6 @@
 
 #include "runCommand.h"
 
-using rfu::test::hopLine;
 using rfu::test::hopLines;
 
 namespace {

@@ -14,22 +14,23 @@ using Origin = rfu::WindowTime::Origin;
 TEST(WindowTime, IsOfADayOrBeforeTheEnd) {
     const std::int64_t day = rfu::microsecondsOf("2024-05-04", "00:00:00");
     constexpr std::int64_t kMinute = 60000000;
+    constexpr std::int64_t kHour = 60 * kMinute;
     const struct {
         const char* text;
         Origin origin;
         std::int64_t microseconds;
     } kRows[] = {
-        {"2024-05-04 21:15", Origin::FixedDay, day + (21 * 60 + 15) * kMinute},
-        {"2024-05-04 21:15:30", Origin::FixedDay, day + (21 * 60 + 15) * kMinute + kMinute / 2},
+        {"2024-05-04 21:15", Origin::FixedDay, day + 21 * kHour + 15 * kMinute},
+        {"2024-05-04 21:15:30", Origin::FixedDay, day + 21 * kHour + 15 * kMinute + kMinute / 2},
         {" 2024-05-04  00:00:00.000001 ", Origin::FixedDay, day + 1},
-        {"2024-02-29 00:00", Origin::FixedDay, day - 65 * 24 * 60 * kMinute},
-        {"21:15", Origin::FirstDay, (21 * 60 + 15) * kMinute},
+        {"2024-02-29 00:00", Origin::FixedDay, day - 1560 * kHour},
+        {"21:15", Origin::FirstDay, 21 * kHour + 15 * kMinute},
         {"00:00:30.25", Origin::FirstDay, 30250000},
-        {"23:59:60", Origin::FirstDay, 24 * 60 * kMinute},
+        {"23:59:60", Origin::FirstDay, 24 * kHour},
         {"-90s", Origin::End, -90000000},
         {"-10m", Origin::End, -10 * kMinute},
         {"-1.5h", Origin::End, -90 * kMinute},
-        {"-2d", Origin::End, -2 * 24 * 60 * kMinute},
+        {"-2d", Origin::End, -48 * kHour},
         {"-0s", Origin::End, 0},
         {"-0.0000015s", Origin::End, -2},
         {"-1157407d", Origin::End, -99999964800000000},
