@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "analysis/recordings/timeStamp.h"
+#include "analysis/support/inputError.h"
 #include "analysis/support/stateStream.h"
 
 namespace rfu {
@@ -487,6 +488,11 @@ void LevelHistory::readTimes(StateReader& reader, std::uint32_t sweeps) {
 
 void LevelHistory::merge(StatePart& part, std::size_t points) {
     StateReader& reader = part.statistics;
+    if (points > kMaxPoints) {
+        throw InputError(part.file, "has " + std::to_string(part.head.points) +
+                                        " points; the levels of more than " +
+                                        std::to_string(kMaxPoints) + " cannot be merged");
+    }
     const auto sweeps = static_cast<std::uint32_t>(part.head.sweeps);
     const auto width = static_cast<int>(reader.count(kCoarsest));
     int known = PointHistogram::kFinest;

@@ -20,12 +20,17 @@ namespace rfu {
 class LevelHistory {
 public:
     static constexpr std::size_t kMaxBytes = 200000000;
+    /// With histograms; those of more points would be too wide or would not fit.
+    static constexpr std::size_t kMaxPoints = 400000;
 
     /// @param maxBytes of memory, but for at least a few bytes a point
     explicit LevelHistory(std::size_t maxBytes = kMaxBytes);
 
     /// @param sweep as many levels in every one
     void add(const Sweep& sweep);
+
+    /// Whether the levels fill the memory and there are too many points to go on.
+    bool isFull() const { return points_ > kMaxPoints && bytesHeld() >= maxBytes_; }
 
     std::size_t points() const { return points_; }
     std::size_t sweeps() const { return sweeps_; }

@@ -50,6 +50,7 @@ public:
     void merge(StatePart& part, std::size_t points);
 
     /// See LevelHistory.
+    bool isFull() const { return history_.isFull(); }
     double resolution() const { return history_.resolution(); }
 
 private:

@@ -154,6 +154,12 @@ void read(Recording& recording, PeakFinder& finder, StateHead& head) {
             throw recording.error("the recording holds no frequencies");
         }
         finder.add(sweep);
+        if (finder.isFull()) {
+            throw recording.error("has " + std::to_string(sweep.levels.size()) +
+                                  " points, whose levels do not fit " +
+                                  std::to_string(LevelHistory::kMaxBytes / 1000000) +
+                                  " MB; --band chooses some of them");
+        }
         if (head.sweeps == 0) {
             head.firstTime = sweep.time;
         }

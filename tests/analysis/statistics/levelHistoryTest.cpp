@@ -188,3 +188,15 @@ TEST(LevelHistory, HasThresholdsOnAGrid) {
         EXPECT_EQ(LevelHistory::onGrid(row.level), row.onGrid) << row.level;
     }
 }
+
+TEST(LevelHistory, IsFullWhereItsHistogramsWouldNotFit) {
+    const std::vector<double> levels(LevelHistory::kMaxPoints + 1, -90.0);
+    LevelHistory history(3 * levels.size());
+    history.add({"0", levels});
+    EXPECT_FALSE(history.isFull());
+    history.add({"1", levels});
+    EXPECT_TRUE(history.isFull());
+    LevelHistory few(100);
+    few.add({"0", std::vector<double>(100, -90.0)});
+    EXPECT_FALSE(few.isFull());
+}
