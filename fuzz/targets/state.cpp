@@ -135,7 +135,7 @@ std::optional<std::string> read(const QString& file) {
 bool isRefused(const std::string& bytes) {
     const QString file = fileOf("damaged", bytes);
     try {
-        StateSet({file});
+        const StateSet states({file});
         return false;
     } catch (const InputError& error) {
         return error.file() == file;
