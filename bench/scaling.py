@@ -88,8 +88,8 @@ def missed(facts):
 
 # The plot ----------------------------------------------------------------------------------------
 
-WIDTH, HEIGHT = 760, 440
-LEFT, RIGHT, TOP, BOTTOM = 70, 250, 20, 50
+WIDTH, HEIGHT = 860, 440
+LEFT, RIGHT, TOP, BOTTOM = 70, 290, 20, 50
 
 
 def plot(costs):

@@ -303,10 +303,7 @@ constexpr Subcommand kCompare = {
     {{"of", "STATISTIC", Kind::Text, "What is compared: average, maximum, minimum or median.", "average"},
      {"above", "DB", Kind::Decibels, "Also gather the points that differ by more than this."},
      {"resample", "", Kind::Flag, "Take the levels of B at the points of A."},
-     {"unit", "UNIT", Kind::Unit,
-      "Show levels in this unit (rfutils units lists them); a field unit takes the frequency of "
-      "each point unless --center is given.",
-      "dBm"},
+     kPointUnitOption,
      kCenterOption,
      kGainOption,
      {"plot", "OUT", Kind::Picture,

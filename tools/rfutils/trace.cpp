@@ -13,6 +13,7 @@
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "recordings/checkedValues.h"
+#include "recordings/levelView.h"
 #include "recordings/mergers.h"
 #include "recordings/plotOf.h"
 #include "recordings/recordingOptions.h"
@@ -474,10 +475,7 @@ constexpr Subcommand kTrace = {
      {"all-points", "", Kind::Flag, "Show all points."},
      {"keep", "N", Kind::Text, "How many recent sweeps count, or all.", kKeptByDefault},
      {"follow", "", Kind::Flag, "Show the markers again as soon as a sweep is complete."},
-     {"unit", "UNIT", Kind::Unit,
-      "Show levels in this unit (rfutils units lists them); a field unit takes the frequency of "
-      "each point unless --center is given.",
-      "dBm"},
+     kPointUnitOption,
      kCenterOption,
      kGainOption,
      {"more", "", Kind::Flag,

@@ -6,6 +6,7 @@
 #include "support/commandLine.h"
 #include "support/format.h"
 #include "support/prefixNote.h"
+#include "support/subcommand.h"
 #include "support/table.h"
 #include "support/units.h"
 
@@ -24,6 +25,14 @@ struct LevelView {
     Antenna antennaAt(double frequency) const;
     Antenna antennaAt(const FrequencyAxis& axis, int point) const;
 };
+
+// clang-format off
+/// --unit of a command that shows levels by point.
+inline constexpr Option kPointUnitOption = {
+    "unit", "UNIT", Kind::Unit,
+    "Show levels in this unit (rfutils units lists them); a field unit takes the frequency of "
+    "each point unless --center is given.", "dBm"};
+// clang-format on
 
 /// --unit, --center and --gain.
 LevelView levelViewOf(const CommandLine& line);
