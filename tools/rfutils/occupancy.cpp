@@ -106,11 +106,15 @@ std::vector<StateSetting> occupancySettings(const CommandLine& line) {
         settings.push_back({"channels", shortest(raster->low) + ':' + shortest(raster->step) + ':' +
                                             std::to_string(raster->count)});
     }
-    for (const char* name : {"channel-width", "center", "gain"}) {
-        const bool isOfAntenna = name != std::string("channel-width");
-        if (line.isSet(name) && (!isOfAntenna || limit.unit->needsAntenna())) {
+    const auto addNumber = [&line, &settings](const char* name) {
+        if (line.isSet(name)) {
             settings.push_back({name, shortest(line.value<double>(name))});
         }
+    };
+    addNumber("channel-width");
+    if (limit.unit->needsAntenna()) {
+        addNumber("center");
+        addNumber("gain");
     }
     if (line.isSet("by")) {
         settings.push_back({"by", "hour"});
