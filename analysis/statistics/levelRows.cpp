@@ -50,6 +50,16 @@ void LevelRows::copyRow(std::size_t row, double* levels) const {
     }
 }
 
+void LevelRows::copyRow(std::size_t row, PackedLevel* levels) const {
+    const Block& block = blockOf(row);
+    const std::size_t at = startOf(row);
+    if (block.isPacked) {
+        std::copy_n(block.packed.data() + at, columns_, levels);
+    } else {
+        packLevels(block.whole.data() + at, nullptr, columns_, levels);
+    }
+}
+
 void LevelRows::unpack(Block& block) {
     block.whole.resize(block.packed.size());
     std::transform(block.packed.begin(), block.packed.end(), block.whole.begin(), levelOfPacked);

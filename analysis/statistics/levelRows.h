@@ -21,6 +21,8 @@ public:
     double level(std::size_t row, std::size_t column) const;
     /// @param levels of the row, as many as columns
     void copyRow(std::size_t row, double* levels) const;
+    /// The same, rounded as by packLevels().
+    void copyRow(std::size_t row, PackedLevel* levels) const;
 
     /// @param row of the right length
     void append(const std::vector<double>& row);
