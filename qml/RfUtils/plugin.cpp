@@ -9,6 +9,7 @@
 #include "qml/texts/LevelText.h"
 #include "qml/texts/RangeHint.h"
 #include "qml/texts/RfUnits.h"
+#include "qml/traces/TraceModel.h"
 
 using namespace rfu::qml;
 
@@ -32,6 +33,7 @@ public:
         qmlRegisterType<RangeHint>(uri, kMajor, kMinor, "RangeHint");
         qmlRegisterType<SetupModel>(uri, kMajor, kMinor, "SetupModel");
         qmlRegisterType<ToastModel>(uri, kMajor, kMinor, "ToastModel");
+        qmlRegisterType<TraceModel>(uri, kMajor, kMinor, "TraceModel");
     }
 };
 

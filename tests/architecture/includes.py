@@ -35,7 +35,9 @@ MAY_USE = {
     "qml/support": EVERY_ROOM | {"analysis/support"},
     "qml/texts": EVERY_ROOM | {"analysis/support", "analysis/units", "qml/support"},
     "qml/lists": EVERY_ROOM | {"analysis/support", "analysis/catalogues", "qml/support"},
-    "qml/RfUtils": {"qml/texts", "qml/lists"},
+    "qml/traces": EVERY_ROOM | {"analysis/support", "analysis/recordings", "analysis/statistics",
+                                "qml/support"},
+    "qml/RfUtils": {"qml/texts", "qml/lists", "qml/traces"},
     "examples": LIBRARY,
 }
 # Libraries that a public header must not bring to its users.

@@ -21,6 +21,11 @@ public:
         file.write(text.toUtf8());
         return url(name);
     }
+    Q_INVOKABLE QString read(const QString& name) const {
+        QFile file(folder_.filePath(name));
+        file.open(QIODevice::ReadOnly);
+        return QString::fromUtf8(file.readAll());
+    }
     Q_INVOKABLE bool remove(const QString& name) const {
         return QFile::remove(folder_.filePath(name));
     }

@@ -15,6 +15,7 @@ TestCase {
     Component { id: choiceModel; ChoiceModel { catalogue: Catalogue {} } }
     Component { id: setupModel; SetupModel { source: "qrc:/setups.json" } }
     Component { id: toastModel; ToastModel {} }
+    Component { id: traceModel; TraceModel { startFrequency: 88; stopFrequency: 108; Component.onCompleted: append([-1, -2]) } }
 
     function ready(component, status) {
         const object = createTemporaryObject(component, test)
@@ -31,7 +32,8 @@ TestCase {
             { tag: "Catalogue", make: () => ready(catalogue, Catalogue.Ready) },
             { tag: "ChoiceModel", make: () => createTemporaryObject(choiceModel, test) },
             { tag: "SetupModel", make: () => ready(setupModel, SetupModel.Ready) },
-            { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) }
+            { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) },
+            { tag: "TraceModel", make: () => createTemporaryObject(traceModel, test) }
         ]
     }
     function test_survivesGarbageCollection(row) {
