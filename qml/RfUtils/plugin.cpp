@@ -10,6 +10,9 @@
 #include "qml/texts/RangeHint.h"
 #include "qml/texts/RfUnits.h"
 #include "qml/traces/TraceModel.h"
+#include "qml/views/FrequencyZoom.h"
+#include "qml/views/SpectrumItem.h"
+#include "qml/views/TraceView.h"
 
 using namespace rfu::qml;
 
@@ -28,12 +31,17 @@ public:
             [](QQmlEngine*, QJSEngine*) -> QObject* { return new RfUnits; });
         qmlRegisterType<Catalogue>(uri, kMajor, kMinor, "Catalogue");
         qmlRegisterType<ChoiceModel>(uri, kMajor, kMinor, "ChoiceModel");
+        qmlRegisterType<FrequencyZoom>(uri, kMajor, kMinor, "FrequencyZoom");
         qmlRegisterType<LevelEntry>(uri, kMajor, kMinor, "LevelEntry");
         qmlRegisterType<LevelText>(uri, kMajor, kMinor, "LevelText");
         qmlRegisterType<RangeHint>(uri, kMajor, kMinor, "RangeHint");
         qmlRegisterType<SetupModel>(uri, kMajor, kMinor, "SetupModel");
+        qmlRegisterUncreatableType<SpectrumItem>(
+            uri, kMajor, kMinor, "SpectrumItem",
+            QStringLiteral("SpectrumItem is what TraceView and WaterfallView have in common"));
         qmlRegisterType<ToastModel>(uri, kMajor, kMinor, "ToastModel");
         qmlRegisterType<TraceModel>(uri, kMajor, kMinor, "TraceModel");
+        qmlRegisterType<TraceView>(uri, kMajor, kMinor, "TraceView");
     }
 };
 

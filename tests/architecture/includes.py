@@ -37,7 +37,9 @@ MAY_USE = {
     "qml/lists": EVERY_ROOM | {"analysis/support", "analysis/catalogues", "qml/support"},
     "qml/traces": EVERY_ROOM | {"analysis/support", "analysis/recordings", "analysis/statistics",
                                 "qml/support"},
-    "qml/RfUtils": {"qml/texts", "qml/lists", "qml/traces"},
+    "qml/views": EVERY_ROOM | {"analysis/support", "analysis/units", "analysis/recordings",
+                               "analysis/statistics", "analysis/plots", "qml/support", "qml/traces"},
+    "qml/RfUtils": {"qml/texts", "qml/lists", "qml/traces", "qml/views"},
     "examples": LIBRARY,
 }
 # Libraries that a public header must not bring to its users.

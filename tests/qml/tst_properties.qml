@@ -15,6 +15,8 @@ TestCase {
     Component { id: choiceModel; ChoiceModel { catalogue: Catalogue {} } }
     Component { id: setupModel; SetupModel { source: "qrc:/setups.json" } }
     Component { id: toastModel; ToastModel {} }
+    Component { id: frequencyZoom; FrequencyZoom {} }
+    Component { id: traceView; TraceView {} }
     Component { id: traceModel; TraceModel { startFrequency: 88; stopFrequency: 108; Component.onCompleted: append([-1, -2]) } }
 
     function ready(component, status) {
@@ -33,6 +35,8 @@ TestCase {
             { tag: "ChoiceModel", make: () => createTemporaryObject(choiceModel, test) },
             { tag: "SetupModel", make: () => ready(setupModel, SetupModel.Ready) },
             { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) },
+            { tag: "FrequencyZoom", make: () => createTemporaryObject(frequencyZoom, test) },
+            { tag: "TraceView", make: () => createTemporaryObject(traceView, test), names: ["trace", "zoom", "markers", "font"] },
             { tag: "TraceModel", make: () => createTemporaryObject(traceModel, test) }
         ]
     }
