@@ -9,6 +9,7 @@
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -19,11 +20,24 @@ namespace {
 constexpr std::size_t kBlock = 65536;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-int openFileOrInput(const QString& file) {
+/// Opens a file that reading may be stopped of: a FIFO that has no writer yet is not waited for.
+int openToStop(const QString& file) {
+    const int descriptor = openForReading(file, O_NONBLOCK);
+    const int flags = descriptor < 0 ? -1 : ::fcntl(descriptor, F_GETFL);
+    if (flags >= 0) {
+        ::fcntl(descriptor, F_SETFL, flags & ~O_NONBLOCK);
+    }
+    return descriptor;
+}
+
+int openInput(const QString& file, const Waiting& waiting) {
+    if (waiting.input >= 0) {
+        return waiting.input;
+    }
     if (file == kStandardInput) {
         return STDIN_FILENO;
     }
-    const int descriptor = openForReading(file, 0);
+    const int descriptor = waiting.stop < 0 ? openForReading(file, 0) : openToStop(file);
     if (descriptor < 0) {
         throw InputError(file, std::strerror(errno));
     }
@@ -33,10 +47,10 @@ int openFileOrInput(const QString& file) {
 }  // namespace
 
 LineReader::LineReader(const QString& file, Waiting waiting)
-    : file_(file), descriptor_(openFileOrInput(file)), waiting_(std::move(waiting)) {}
+    : file_(file), descriptor_(openInput(file, waiting)), waiting_(std::move(waiting)) {}
 
 LineReader::~LineReader() {
-    if (descriptor_ != STDIN_FILENO) {
+    if (descriptor_ != STDIN_FILENO && descriptor_ != waiting_.input) {
         ::close(descriptor_);
     }
 }

@@ -20,6 +20,8 @@ struct Waiting {
     int stop = -1;
     /// Told how many bytes of the file a read gave, packed ones where it is compressed.
     std::function<void(std::size_t)> after = {};
+    /// A descriptor to read from, which stays open; the file only names it then. Negative for none.
+    int input = -1;
 };
 
 /// The lines of a file or, for the name "-", of standard input, compressed by gzip, xz or zstd or not.

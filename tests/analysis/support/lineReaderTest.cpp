@@ -14,6 +14,7 @@
 
 using rfu::InputError;
 using rfu::LineReader;
+using rfu::Waiting;
 
 namespace {
 
@@ -160,4 +161,53 @@ TEST(LineReader, StopsBeforeItReads) {
     LineReader reader(pathOf(files.write("lines.csv", "a\n")), {{}, stop.ends[0]});
     std::string_view line;
     EXPECT_FALSE(reader.next(line));
+}
+
+TEST(LineReader, ReadsADescriptorThatStaysOpen) {
+    const Pipe input;
+    input.write("a\n");
+    Waiting waiting;
+    waiting.input = input.ends[0];
+    {
+        LineReader reader(pathOf("recorder"), waiting);
+        std::string_view line;
+        EXPECT_TRUE(reader.next(line) && line == "a");
+        EXPECT_EQ(reader.file(), pathOf("recorder"));
+    }
+    input.write("b\n");
+    LineReader reader(pathOf("recorder"), waiting);
+    std::string_view line;
+    EXPECT_TRUE(reader.next(line) && line == "b");
+}
+
+TEST(LineReader, StopsWhileNobodyWritesToAFifo) {
+    const TempFiles files;
+    const QString fifo = pathOf(files.makeFifo("fifo"));
+    const Pipe stop;
+    LineReader stopped(fifo, {{}, stop.ends[0]});
+    std::thread stopper([&stop] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        stop.write("x");
+    });
+    std::string_view line;
+    EXPECT_FALSE(stopped.next(line));
+    EXPECT_TRUE(stopped.isStopped());
+    stopper.join();
+}
+
+TEST(LineReader, WaitsForTheWriterOfAFifo) {
+    const TempFiles files;
+    const std::string fifo = files.makeFifo("fifo");
+    const Pipe stop;
+    LineReader reader(pathOf(fifo), {{}, stop.ends[0]});
+    std::thread writer([&fifo] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        std::ofstream(fifo) << "a\nb\n" << std::flush;
+    });
+    std::string_view line;
+    EXPECT_TRUE(reader.next(line) && line == "a");
+    EXPECT_TRUE(reader.next(line) && line == "b");
+    EXPECT_FALSE(reader.next(line)) << "the writer has closed it";
+    EXPECT_FALSE(reader.isStopped());
+    writer.join();
 }
