@@ -355,7 +355,7 @@ void Recording::requireSweep() const {
 bool Recording::readHeads(const QString& file, Window& window, std::string& lastTime) {
     const auto reader = open(file, Reading::Heads, &window);
     Sweep sweep;
-    while (reader->next(sweep)) {
+    while (reader->next(sweep) && sweep.time.empty()) {  // else it is behind what is counted
         window.begin(0);  // of a trace; those without times are handed out
     }
     lastTime = reader->lastTime();
@@ -394,6 +394,9 @@ bool Recording::countSweeps(const QStringList& inOrder) {
         }
     }
     window_.skip(std::max(0LL, none.sweeps() - window_.options().last));
+    if (window_.options().goesOn) {
+        read_ = 0;  // nobody knows beforehand how much is counted
+    }
     return true;
 }
 
@@ -407,7 +410,7 @@ std::int64_t Recording::bytesToRead(const QStringList& inOrder) const {
             return 0;
         }
         const bool isReadForEnd = options.countsFromEnd() && file == inOrder.last();
-        bytes += *size * (1 + int{options.last > 0} + int{isReadForEnd});
+        bytes += *size * (1 + int{options.last > 0 && !options.goesOn} + int{isReadForEnd});
     }
     return bytes;
 }

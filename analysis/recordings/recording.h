@@ -80,6 +80,9 @@ public:
     /// lacks some; known after the first sweep.
     std::vector<Hop> hopsInOrder() const;
 
+    /// Lines that made no sense, of the file that is read so far.
+    long long brokenLines() const { return brokenLines_; }
+
     const QStringList& files() const { return source_.files; }
     /// What is wrong with the recording as a whole: names its first file.
     InputError error(const std::string& problem) const { return {files().first(), problem}; }

@@ -100,23 +100,32 @@ BinRange Window::binsOf(const Hop& hop) const {
     return range;
 }
 
+/// Of a bound, from the fixed day.
+/// @param time of a sweep, whose day counts before the first one is known
+std::int64_t Window::timeOf(const WindowTime& bound, std::int64_t time) const {
+    switch (bound.origin) {
+        case WindowTime::Origin::FixedDay:
+            return bound.microseconds;
+        case WindowTime::Origin::FirstDay:
+            return firstDay_.value_or(dayOf(time)) + bound.microseconds;
+        case WindowTime::Origin::End:
+            break;
+    }
+    return end_ + bound.microseconds;
+}
+
+bool Window::isBehind(std::int64_t time) const {
+    return options_.to && time > timeOf(*options_.to, time);
+}
+
 bool Window::isBetween(std::int64_t time) const {
-    const auto at = [this, time](const WindowTime& bound) {
-        switch (bound.origin) {
-            case WindowTime::Origin::FixedDay:
-                return bound.microseconds;
-            case WindowTime::Origin::FirstDay:
-                return firstDay_.value_or(dayOf(time)) + bound.microseconds;
-            case WindowTime::Origin::End:
-                break;
-        }
-        return end_ + bound.microseconds;
-    };
-    return (!options_.from || time >= at(*options_.from)) &&
-           (!options_.to || time <= at(*options_.to));
+    return (!options_.from || time >= timeOf(*options_.from, time)) && !isBehind(time);
 }
 
 bool Window::wantsSweep(std::int64_t time) const {
+    if (options_.goesOn && isBehind(time)) {
+        return true;
+    }
     return isBetween(time) && between_ % options_.every == 0 &&
            between_ / options_.every >= skipped_;
 }

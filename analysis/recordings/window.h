@@ -37,6 +37,9 @@ struct WindowOptions {
     std::optional<WindowTime> to = {};
     long long every = 1;  // the first sweep between these times and each every-th behind it
     long long last = 0;   // of those so many at the end; 0 for all
+    /// Behind them also the sweeps later than `to`, so that reading goes on from a time. What is
+    /// counted for `last` ends at the first of them.
+    bool goesOn = false;
 
     bool limitsTime() const { return from || to; }
     bool countsFromEnd() const;
@@ -68,6 +71,8 @@ public:
 
 private:
     bool isBetween(std::int64_t time) const;
+    bool isBehind(std::int64_t time) const;
+    std::int64_t timeOf(const WindowTime& bound, std::int64_t time) const;
 
     WindowOptions options_;
     long long between_ = 0;  // sweeps between the two times so far

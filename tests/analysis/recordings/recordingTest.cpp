@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <support/tempFiles.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -231,6 +232,39 @@ TEST(Recording, HandsOutTheSweepsOfAWindow) {
     }
 }
 
+TEST(Recording, GoesOnBehindATime) {
+    const std::string six = hopLines("a0 b0 a1 b1 a2 b2 a3 b3 a4 b4 a5 b5");
+    const std::string late = hopLine('a', "20", "-21") + hopLine('b', "20", "-22");
+    const auto goingOn = [](const char* to, long long last) {
+        WindowOptions window;
+        window.to = at(to);
+        window.last = last;
+        window.goesOn = true;
+        return window;
+    };
+    const struct {
+        const char* name;
+        std::vector<std::string> files;
+        WindowOptions window;
+        const char* reading;
+    } kRows[] = {
+        {"the last two and all behind", {six}, goingOn("10:00:03", 2), "5 6|7 8|9 10|11 12"},
+        {"between two sweeps", {six}, goingOn("10:00:03.5", 1), "7 8|9 10|11 12"},
+        {"fewer than that", {six}, goingOn("10:00:01", 5), "1 2|3 4|5 6|7 8|9 10|11 12"},
+        {"before the first", {six}, goingOn("09:00:00", 1), "1 2|3 4|5 6|7 8|9 10|11 12"},
+        {"behind the last", {six}, goingOn("11:00:00", 2), "9 10|11 12"},
+        {"of several files", {late, six}, goingOn("10:00:04", 1), "9 10|11 12|21 22"},
+        {"into the next file", {late, six}, goingOn("10:00:20", 2), "11 12|21 22"},
+        {"the clock is set back: counted up to the first that is later",
+         {hopLines("a0 b0 a1 b1 a2 b2 a3 b3 a4 b4 a9 b9 a1 b1 a2 b2")},
+         goingOn("10:00:05", 1),
+         "9 10|11 12|13 14|15 16"},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(readingOf(row.files, windowOf(row.window)), row.reading) << row.name;
+    }
+}
+
 TEST(Recording, HandsOutThePointsOfAWindow) {
     const std::string two = hopLines("a0 b0 c0 d0 a1 b1 c1 d1");
     // Bins of 1 MHz: their middles are 100.5, 101.5, 102.5 and 103.5 MHz.
@@ -298,6 +332,42 @@ TEST(Recording, TellsHowFarItHasRead) {
         readingOf(row.files, source);
         EXPECT_EQ(before, row.bytes) << row.name;
     }
+}
+
+TEST(Recording, TellsOfGoingOnHowFarItHasReadLast) {
+    std::string sweeps;
+    for (int second = 10; second < 60; ++second) {
+        for (char hop = 'a'; hop <= 'z'; ++hop) {
+            sweeps += hopLine(hop, std::to_string(second), "-100.00");
+        }
+    }
+    RecordingSource source;
+    source.window.to = at("10:00:58");
+    source.window.last = 1;
+    source.window.goesOn = true;
+    std::vector<std::int64_t> reads;
+    source.onRead = [&](std::int64_t read, std::int64_t all) {
+        EXPECT_EQ(all, static_cast<std::int64_t>(sweeps.size()));
+        reads.push_back(read);
+    };
+    readingOf({sweeps}, source);
+    EXPECT_EQ(reads.back(), static_cast<std::int64_t>(sweeps.size()));
+    EXPECT_EQ(std::count(reads.begin(), reads.end(), reads.front()), 2) << "it begins again";
+}
+
+TEST(Recording, CountsBrokenLines) {
+    const TempFiles folder;
+    RecordingSource source;
+    source.files += QString::fromStdString(
+        folder.write("r.csv", hopLines("a0 b0") + "x\n2024\n" + hopLines("a1 b1 a2 b2") + "y\n"));
+    source.isLive = true;
+    Recording recording(source);
+    std::string counts;
+    for (Sweep sweep; recording.next(sweep);) {
+        counts += std::to_string(recording.brokenLines()) + ' ';
+    }
+    EXPECT_EQ(counts, "2 2 2 ");
+    EXPECT_EQ(recording.brokenLines(), 3);
 }
 
 TEST(Recording, CorrectsLevelsAtTheirFrequencies) {
