@@ -27,7 +27,7 @@ MAY_USE = {
     "analysis/recordings": EVERY_ROOM | {"analysis/support"},
     "analysis/statistics": EVERY_ROOM | {"analysis/support", "analysis/recordings"},
     "analysis/maps": EVERY_ROOM | {"analysis/support", "analysis/plots", "rfUtils/geo/detail"},
-    "analysis/plots": EVERY_ROOM | {"analysis/support", "analysis/recordings",
+    "analysis/plots": EVERY_ROOM | {"analysis/support", "analysis/units", "analysis/recordings",
                                     "analysis/statistics"},
     "tools/rfutils": LIBRARY | {"analysis/support", "analysis/recordings", "analysis/statistics",
                                 "analysis/maps", "analysis/plots", "analysis/units",

@@ -1,13 +1,13 @@
 #include <QImage>
 #include <QSize>
 #include <QString>
-#include <cmath>
 #include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
 
 #include "analysis/plots/rawWaterfall.h"
+#include "analysis/plots/unitScale.h"
 #include "analysis/plots/waterfall.h"
 #include "analysis/support/fileWatch.h"
 #include "analysis/support/inputError.h"
@@ -66,29 +66,12 @@ const Palette* paletteOf(const CommandLine& line) {
     return palette;
 }
 
-/// The levels of a recording in the unit that they are shown in. If the unit depends on the frequency,
-/// each point has an offset to a common scale.
+/// The levels of a recording in the unit that they are shown in.
 struct ShownLevels {
     ShownLevels(const LevelView& view, const FrequencyAxis& axis)
-        : unit(view.unit), presenter(unit, sharedAntenna(view, axis)) {
-        scale.unit = nameOf(unit);
-        scale.atZero = presenter.value(0.0);
-        if (unit.isLinear()) {
-            scale.decibelsPerDecade =
-                std::round(20.0 / std::log10(presenter.value(20.0) / scale.atZero));
-        }
-        if (view.isOfEachPoint()) {
-            for (const double frequency : axis.points) {
-                const LevelPresenter ofPoint(unit, view.antennaAt(frequency));
-                offsets.push_back(scale.dBm(ofPoint.value(0.0)));
-            }
-        }
-    }
-
-    static Antenna sharedAntenna(const LevelView& view, const FrequencyAxis& axis) {
-        // Only the end of the axis is certain to be above 0 MHz.
-        return axis.bands.empty() ? view.antenna : view.antennaAt(axis.bands.back().high);
-    }
+        : unit(view.unit),
+          common(unitScaleOf(unit, view.antenna, axis)),
+          presenter(unit, common.antenna) {}
 
     /// --levels in dBm.
     std::optional<LevelRange> rangeOf(const CommandLine& line) const {
@@ -96,10 +79,10 @@ struct ShownLevels {
         if (!shown) {
             return std::nullopt;
         }
-        if (scale.isLinear() && shown->low <= 0.0) {
-            throw UsageError("--levels: " + scale.unit + " begin above zero");
+        if (common.scale.isLinear() && shown->low <= 0.0) {
+            throw UsageError("--levels: " + common.scale.unit + " begin above zero");
         }
-        const LevelRange range = {scale.dBm(shown->low), scale.dBm(shown->high)};
+        const LevelRange range = {common.scale.dBm(shown->low), common.scale.dBm(shown->high)};
         if (!(range.high - range.low >= kNarrowestRange)) {
             throw UsageError("--levels: the two are less than " +
                              std::string(ShortestText(kNarrowestRange).view()) + " dB apart");
@@ -108,14 +91,13 @@ struct ShownLevels {
     }
 
     Cell cell(double dBm) {
-        return unit.isLinear() ? Cell(scale.shown(dBm), presenter.text(dBm))
-                               : withDecimals(scale.shown(dBm), kLevelDecimals);
+        return unit.isLinear() ? Cell(common.scale.shown(dBm), presenter.text(dBm))
+                               : withDecimals(common.scale.shown(dBm), kLevelDecimals);
     }
 
     const rfu::Unit& unit;
+    UnitScale common;
     LevelPresenter presenter;
-    LevelScale scale;
-    std::vector<double> offsets;
 };
 
 /// A recording of which the first sweep is read, so that its axis is known.
@@ -155,7 +137,7 @@ public:
                              {"height", size.height()},
                              {"levelsMin", isMeasured ? shown.cell(range.low) : Cell()},
                              {"levelsMax", isMeasured ? shown.cell(range.high) : Cell()},
-                             {"unit", shown.scale.unit}});
+                             {"unit", shown.common.scale.unit}});
     }
 
 private:
@@ -226,9 +208,9 @@ void runWaterfall(const CommandLine& line) {
 
     BegunRecording recording(source);
     ShownLevels shown(view, recording.axis());
-    options.scale = shown.scale;
+    options.scale = shown.common.scale;
     options.colors.range = shown.rangeOf(line);
-    options.colors.offsets = std::move(shown.offsets);
+    options.colors.offsets = std::move(shown.common.offsets);
     const auto showSummary = [&](QSize size, const auto& waterfall) {
         const bool hasRange = waterfall.levels().measured() > 0 || line.isSet("levels");
         recording.printSummary(line.format(), size, hasRange, waterfall.range(), shown);
