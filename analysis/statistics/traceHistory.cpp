@@ -11,16 +11,16 @@ namespace rfu {
 namespace {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
-constexpr double kNone = traceRssiBuffer::kNoMeasurement;
+constexpr double kNoMeasurement = traceRssiBuffer::kNoMeasurement;
 constexpr double kStepsOfSum = 1e6;    // per dB
 constexpr double kLargestInSum = 1e6;  // dB, so that the sum of a million traces fits
 
 double orNan(double level) {
-    return level == kNone ? kNan : level;
+    return level == kNoMeasurement ? kNan : level;
 }
 
 double orNone(double level) {
-    return std::isfinite(level) ? level : kNone;
+    return std::isfinite(level) ? level : kNoMeasurement;
 }
 
 std::int64_t stepsOf(double level) {
@@ -62,7 +62,7 @@ void TraceHistory::grow(const FrequencyAxis& axis, const std::vector<std::size_t
     for (; rows_.size() > 0; rows_.dropOldest()) {
         levels.resize(rows_.columns());
         rows_.copyRow(0, levels.data());
-        rearrange(levels, former, kNone);
+        rearrange(levels, former, kNoMeasurement);
         rows.append(levels);
     }
     rows_ = std::move(rows);
@@ -123,7 +123,7 @@ void TraceHistory::add(const std::vector<double>& levels, std::int64_t time) {
 /// @param sign 1 for a row that comes, -1 for one that goes
 void TraceHistory::addToSums(const std::vector<double>& levels, std::int64_t sign) {
     for (std::size_t i = 0; i < levels.size(); ++i) {
-        const bool isMeasured = levels[i] != kNone;
+        const bool isMeasured = levels[i] != kNoMeasurement;
         sums_[i].level += isMeasured ? sign * stepsOf(levels[i]) : 0;
         sums_[i].count += isMeasured ? sign : 0;
     }

@@ -9,6 +9,7 @@
 #include "qml/texts/LevelText.h"
 #include "qml/texts/RangeHint.h"
 #include "qml/texts/RfUnits.h"
+#include "qml/traces/MarkerModel.h"
 #include "qml/traces/TraceModel.h"
 #include "qml/views/FrequencyZoom.h"
 #include "qml/views/SpectrumItem.h"
@@ -34,6 +35,7 @@ public:
         qmlRegisterType<FrequencyZoom>(uri, kMajor, kMinor, "FrequencyZoom");
         qmlRegisterType<LevelEntry>(uri, kMajor, kMinor, "LevelEntry");
         qmlRegisterType<LevelText>(uri, kMajor, kMinor, "LevelText");
+        qmlRegisterType<MarkerModel>(uri, kMajor, kMinor, "MarkerModel");
         qmlRegisterType<RangeHint>(uri, kMajor, kMinor, "RangeHint");
         qmlRegisterType<SetupModel>(uri, kMajor, kMinor, "SetupModel");
         qmlRegisterUncreatableType<SpectrumItem>(

@@ -19,6 +19,11 @@ TestCase {
     Component { id: traceView; TraceView {} }
     Component { id: traceModel; TraceModel { startFrequency: 88; stopFrequency: 108; Component.onCompleted: append([-1, -2]) } }
 
+    Component {
+        id: markerModel
+        MarkerModel { trace: TraceModel { Component.onCompleted: append([-1, -2]) } limit: -1.5; Component.onCompleted: set(0, 1) }
+    }
+
     function ready(component, status) {
         const object = createTemporaryObject(component, test)
         tryCompare(object, "status", status)
@@ -34,6 +39,7 @@ TestCase {
             { tag: "Catalogue", make: () => ready(catalogue, Catalogue.Ready) },
             { tag: "ChoiceModel", make: () => createTemporaryObject(choiceModel, test) },
             { tag: "SetupModel", make: () => ready(setupModel, SetupModel.Ready) },
+            { tag: "MarkerModel", make: () => createTemporaryObject(markerModel, test) },
             { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) },
             { tag: "FrequencyZoom", make: () => createTemporaryObject(frequencyZoom, test) },
             { tag: "TraceView", make: () => createTemporaryObject(traceView, test), names: ["trace", "zoom", "markers", "font"] },

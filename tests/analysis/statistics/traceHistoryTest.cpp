@@ -1,7 +1,6 @@
 #include "analysis/statistics/traceHistory.h"
 
 #include <gtest/gtest.h>
-#include <support/allocations.h>
 #include <support/samples.h>
 
 #include <cmath>
