@@ -17,9 +17,8 @@ namespace {
 constexpr double kDegreesPerRadian = detail::utm::kDegreesPerRadian;
 
 /// The conversion of the library without its rounding.
-Place placeOf(QPointF point, const veltaGEO& map) {
-    const auto place =
-        detail::utm::placeOf(point.x(), point.y(), map.utmZone, map.southHemisphere != 0);
+Place placeOf(QPointF point, const Projection& utm) {
+    const auto place = detail::utm::placeOf(point.x(), point.y(), utm.utmZone, utm.isSouth);
     return {place.latitude * kDegreesPerRadian, place.longitude};
 }
 
@@ -29,20 +28,20 @@ double longitudeNear(double longitude, double other) {
 }
 
 /// Newton's method; the derivatives are differences over one kilometre.
-std::optional<QPointF> utmPointAt(const Place& place, const veltaGEO& map, QPointF point) {
+std::optional<QPointF> utmPointAt(const Place& place, const Projection& utm, QPointF point) {
     constexpr int kMaxSteps = 30;  // five are enough within a zone
     constexpr double kStep = 1000.0;
     constexpr double kTolerance = 1e-6;  // metres
     const double longitude =
-        longitudeNear(place.longitude, detail::utm::centralMeridianOf(map.utmZone));
+        longitudeNear(place.longitude, detail::utm::centralMeridianOf(utm.utmZone));
     const auto change = [&](QPointF step) {
-        const Place before = placeOf(point - step, map);
-        const Place after = placeOf(point + step, map);
+        const Place before = placeOf(point - step, utm);
+        const Place after = placeOf(point + step, utm);
         return QPointF(after.longitude - before.longitude, after.latitude - before.latitude) /
                (2.0 * kStep);
     };
     for (int i = 0; i < kMaxSteps; ++i) {
-        const Place reached = placeOf(point, map);
+        const Place reached = placeOf(point, utm);
         const QPointF missing(longitude - reached.longitude, place.latitude - reached.latitude);
         const QPointF perX = change({kStep, 0.0});
         const QPointF perY = change({0.0, kStep});
@@ -69,10 +68,30 @@ bool isAt(const PointAsRead& point, const CellGrid& grid) {
            isNear(point.y, grid.north - point.pixel.y() * grid.cellSize);
 }
 
+void requireFitting(const TabFile& tab, const QString& tabFile, const QString& rasterFile,
+                    const CellGrid& grid) {
+    if (tab.units() == MapUnits::Unknown) {
+        throw InputError(tabFile, "does not say what its coordinates are: it has no Units");
+    }
+    for (std::size_t i = 0; i < tab.points.size(); ++i) {
+        if (!isAt(tab.points[i], grid)) {
+            throw InputError(
+                tabFile, "places Pt " + std::to_string(i + 1) + " more than a cell from where " +
+                             QFileInfo(rasterFile).fileName().toStdString() + " has it");
+        }
+    }
+}
+
 }  // namespace
 
+TabFile loadTabOf(const QString& rasterFile, const CellGrid& grid, const QString& tabFile) {
+    TabFile tab = loadTab(tabFile);
+    requireFitting(tab, tabFile, rasterFile, grid);
+    return tab;
+}
+
 TabFile loadTabBeside(const QString& rasterFile, const CellGrid& grid) {
-    const QString name = withExtension(rasterFile, "tab");
+    const QString name = tabBeside(rasterFile);
     if (!QFileInfo::exists(name)) {
         throw InputError(rasterFile, "has no georeference beside it: there is no " +
                                          QFileInfo(name).fileName().toStdString());
@@ -82,29 +101,41 @@ TabFile loadTabBeside(const QString& rasterFile, const CellGrid& grid) {
         throw InputError(name, "is the georeference of another raster, " +
                                    quoted(QFileInfo(tab.rasterFile).fileName().toStdString()));
     }
-    if (tab.units() == MapUnits::Unknown) {
-        throw InputError(name, "does not say what its coordinates are: it has no Units");
-    }
-    for (std::size_t i = 0; i < tab.points.size(); ++i) {
-        if (!isAt(tab.points[i], grid)) {
-            throw InputError(name, "places Pt " + std::to_string(i + 1) +
-                                       " more than a cell from where " +
-                                       QFileInfo(rasterFile).fileName().toStdString() + " has it");
-        }
-    }
+    requireFitting(tab, name, rasterFile, grid);
     return tab;
 }
 
-std::optional<QPointF> pointAt(const Place& place, const TabFile& tab, QPointF near) {
-    if (tab.units() == MapUnits::Degrees) {
-        return QPointF(longitudeNear(place.longitude, near.x()), place.latitude);
+QString tabBeside(const QString& rasterFile) {
+    return withExtension(rasterFile, "tab");
+}
+
+std::optional<QPointF> pointAt(const Place& place, const Projection& projection, QPointF near) {
+    switch (projection.units) {
+        case MapUnits::Degrees:
+            return QPointF(longitudeNear(place.longitude, near.x()), place.latitude);
+        case MapUnits::Utm:
+            return utmPointAt(place, projection, near);
+        case MapUnits::Unknown:
+            break;
     }
-    return utmPointAt(place, *tab.map, near);
+    return std::nullopt;
+}
+
+std::optional<Place> placeAt(QPointF point, const Projection& projection) {
+    Place place{point.y(), point.x()};
+    if (projection.units == MapUnits::Utm) {
+        place = placeOf(point, projection);
+    }
+    const bool isPlace = std::abs(place.latitude) <= 90.0 && std::isfinite(place.longitude);
+    if (projection.units == MapUnits::Unknown || !isPlace) {
+        return std::nullopt;
+    }
+    return Place{place.latitude, longitudeNear(place.longitude, 0.0)};
 }
 
 bool isInDegrees(const CellGrid& grid, const QString& rasterFile) {
     try {
-        const MapUnits units = loadTab(withExtension(rasterFile, "tab")).units();
+        const MapUnits units = loadTab(tabBeside(rasterFile)).units();
         if (units != MapUnits::Unknown) {
             return units == MapUnits::Degrees;
         }

@@ -1,8 +1,10 @@
 #include "analysis/maps/rasterFile.h"
 
+#include <QFile>
 #include <QFileInfo>
-#include <QTextCodec>
 #include <algorithm>
+#include <cstdint>
+#include <iterator>
 #include <limits>
 #include <string>
 #include <utility>
@@ -18,24 +20,6 @@
 namespace rfu {
 
 namespace {
-
-/// Sets a codec that keeps every byte during its lifetime: the library decodes float BIL files by the
-/// codec of the locale.
-class ByteCodec {
-public:
-    ByteCodec() : before_(QTextCodec::codecForLocale()) {
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO 8859-1"));
-    }
-    ~ByteCodec() { QTextCodec::setCodecForLocale(before_); }
-    ByteCodec(const ByteCodec&) = delete;
-    ByteCodec& operator=(const ByteCodec&) = delete;
-
-    /// Under the codec every character of a file name is one byte of it.
-    static QString nameOf(const QString& file) { return QString::fromLatin1(file.toUtf8()); }
-
-private:
-    QTextCodec* before_;
-};
 
 constexpr Rule kFileRules[] = {{"file-unreadable", Severity::Error}};
 
@@ -73,14 +57,55 @@ void addBil(RasterCheck& result, const QString& name) {
     }
 }
 
-/// The loader takes a table that it cannot open for one that is not there.
 void addColors(RasterCheck& result, const QString& file) {
-    if (QFileInfo::exists(file)) {
-        addFindings(result, file, [&] {
-            requireReadable(file);
-            return Findings(file, kFileRules);
-        });
+    addFindings(result, file, [&] {
+        requireReadable(file);
+        return Findings(file, kFileRules);
+    });
+}
+
+constexpr char kColorExtension[] = "clr";
+
+/// A colour table in the place of the one that the library has read: no end of an entry that a line of the table leaves
+/// out is that of the former table.
+void loadColors(veltaGEO& map, const QString& file) {
+    for (float* const values : {map.lowValue, map.highValue}) {
+        std::fill_n(values, std::size(map.lowValue), 0.0F);
     }
+    for (std::int32_t* const components :
+         {map.lowRed, map.lowGreen, map.lowBlue, map.highRed, map.highGreen, map.highBlue}) {
+        std::fill_n(components, std::size(map.lowRed), 0);
+    }
+    const QString message = map.errMsg;
+    map.LoadColorTable(file);
+    map.setErrMsg(message);
+}
+
+/// Reads the cells of a grid of floats, little-endian singles, as the library reads them under a text codec that keeps
+/// every byte. @pre the file has been checked
+bool readCells(veltaGEO& map, const QString& name) {
+    QFile cells;
+    openRegular(cells, withExtension(name, "bil"));
+    const qint64 rowBytes = map.nCols * qint64{sizeof(float)};
+    for (int row = 0; row < map.nRows; ++row) {
+        if (cells.read(reinterpret_cast<char*>(map.grid[row]), rowBytes) != rowBytes) {
+            map.setErrMsg(cells.errorString());
+            return false;
+        }
+    }
+    return true;
+}
+
+/// The library would decode the cells by the codec of the process, and setting another one would disturb other threads.
+/// So it reads all but the cells, as it does for a grid of integers.
+bool loadBil(veltaGEO& map, const QString& name) {
+    if (!map.loadHDRFile(name)) {
+        return false;
+    }
+    const std::int32_t isFloat = std::exchange(map.isFloat, 0);
+    const bool isLoaded = map.loadBILFile(name);
+    map.isFloat = isFloat;
+    return isLoaded && (isFloat == 0 || readCells(map, name));
 }
 
 /// A raster format that is checked and loaded.
@@ -100,9 +125,7 @@ const RasterFormat kFormats[] = {
      Origin::LowerLeftCorner},
     {{"bil", "hdr"},
      addBil,
-     [](veltaGEO& map, const QString& name) {
-         return map.loadHDRFile(name) && map.loadBILFile(name);
-     },
+     loadBil,
      [](const veltaGEO& map) { return map.isFloat == 1; },
      Origin::UpperLeftCentre}};
 
@@ -136,6 +159,31 @@ const RasterFormat& formatOf(const QString& file) {
     throw InputError(file, "a raster ends in " + extensionList());
 }
 
+RasterCheck checkGrid(const QString& file) {
+    requireReadable(file);
+    RasterCheck result;
+    formatOf(file).addFindings(result, file);
+    return result;
+}
+
+/// Loads what has been checked.
+/// @throw InputError with the first error of the check
+Raster loadChecked(const QString& file, const RasterCheck& check) {
+    for (const Findings& findings : check.files) {
+        findings.throwFirstError();
+    }
+    const RasterFormat& format = formatOf(file);
+    Raster raster;
+    raster.map = std::make_unique<veltaGEO>();
+    if (!format.load(*raster.map, file)) {
+        throw InputError(file, raster.map->errMsg.toStdString());
+    }
+    raster.origin = format.origin;
+    raster.hasCells = format.hasCells(*raster.map);
+    raster.hasNoData = check.hasNoData;
+    return raster;
+}
+
 }  // namespace
 
 QString withExtension(const QString& file, const char* extension) {
@@ -144,15 +192,17 @@ QString withExtension(const QString& file, const char* extension) {
 }
 
 RasterCheck checkRaster(const QString& file) {
-    requireReadable(file);
-    RasterCheck result;
-    formatOf(file).addFindings(result, file);
-    addColors(result, withExtension(file, "clr"));
+    RasterCheck result = checkGrid(file);
+    const QString colors = withExtension(file, kColorExtension);
+    // The loader takes a table that it cannot open for one that is not there.
+    if (QFileInfo::exists(colors)) {
+        addColors(result, colors);
+    }
     return result;
 }
 
 QStringList filesOfRaster(const QString& file) {
-    QStringList names{withExtension(file, "clr")};
+    QStringList names{withExtension(file, kColorExtension)};
     for (const char* const extension : formatOf(file).extensions) {
         names += withExtension(file, extension);
     }
@@ -161,25 +211,23 @@ QStringList filesOfRaster(const QString& file) {
 
 Raster loadRaster(const QString& file) {
     requireReadable(file);
-    const RasterFormat& format = formatOf(file);
     const FileWatch watch(filesOfRaster(file));  // the library opens the names itself
-    const RasterCheck check = checkRaster(file);
-    for (const Findings& findings : check.files) {
-        findings.throwFirstError();
-    }
-    Raster raster;
-    raster.map = std::make_unique<veltaGEO>();
-    const bool isLoaded = [&] {
-        const ByteCodec codec;
-        return format.load(*raster.map, ByteCodec::nameOf(file));
-    }();
+    Raster raster = loadChecked(file, checkRaster(file));
     watch.requireUnchanged();
-    if (!isLoaded) {
-        throw InputError(file, raster.map->errMsg.toStdString());
+    return raster;
+}
+
+Raster loadRaster(const QString& file, const QString& colorTable) {
+    if (QFileInfo(colorTable).suffix() != QLatin1String(kColorExtension)) {
+        throw InputError(colorTable, "a colour table ends in .clr");
     }
-    raster.origin = format.origin;
-    raster.hasCells = format.hasCells(*raster.map);
-    raster.hasNoData = check.hasNoData;
+    requireReadable(file);
+    const FileWatch watch(filesOfRaster(file) << colorTable);
+    RasterCheck check = checkGrid(file);
+    addColors(check, colorTable);
+    Raster raster = loadChecked(file, check);
+    loadColors(*raster.map, colorTable);
+    watch.requireUnchanged();
     return raster;
 }
 

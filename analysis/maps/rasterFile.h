@@ -50,6 +50,10 @@ QStringList filesOfRaster(const QString& file);
 /// @throw InputError as checkRaster() does, and with the first error that it finds
 Raster loadRaster(const QString& file);
 
+/// The same with another colour table than the one beside the raster.
+/// @param colorTable FILE.clr, which has to exist
+Raster loadRaster(const QString& file, const QString& colorTable);
+
 /// The name of the file of the same family with another extension.
 QString withExtension(const QString& file, const char* extension);
 

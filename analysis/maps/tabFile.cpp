@@ -253,6 +253,10 @@ MapUnits TabFile::units() const {
                                          : MapUnits::Unknown;
 }
 
+Projection TabFile::projection() const {
+    return {units(), map->utmZone, map->southHemisphere != 0};
+}
+
 TabCheck checkTab(const QString& file) {
     return TabWalk(file).run();
 }

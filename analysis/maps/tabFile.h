@@ -29,12 +29,20 @@ TabCheck checkTab(const QString& file);
 /// What the coordinates of a georeference are.
 enum class MapUnits { Unknown, Degrees, Utm };
 
+/// How map coordinates lie on the Earth.
+struct Projection {
+    MapUnits units = MapUnits::Unknown;
+    int utmZone = 0;       // of UTM coordinates
+    bool isSouth = false;  // likewise
+};
+
 /// A georeference file.
 struct TabFile {
     std::unique_ptr<veltaGEO> map;  // as the library reads it: points converted
     std::array<PointAsRead, 4> points;
 
     MapUnits units() const;
+    Projection projection() const;
 
     /// The raster beside the file.
     QString rasterFile;

@@ -42,7 +42,7 @@ ChosenCell cellAtPlace(QPointF latitudeLongitude, const Raster& raster, const QS
     const CellGrid grid = requireGrid(raster, file);
     const TabFile tab = loadTabBeside(file, grid);
     const Place place = {latitudeLongitude.x(), latitudeLongitude.y()};
-    const auto point = pointAt(place, tab, grid.middle());
+    const auto point = pointAt(place, tab.projection(), grid.middle());
     const auto cell = point ? grid.cellAt(*point) : std::nullopt;
     if (!cell) {
         throw InputError(file, "has no cell at latitude " + coordinateText(place.latitude) +

@@ -29,14 +29,11 @@ const std::string kInZone31 =
 const std::string kInMetres = "  Units \"m\"\n";
 const std::string kInDegrees = "  Units \"degree\"\n";
 
-TabFile utmTab(int zone, bool isSouth) {
-    TabFile tab;
-    tab.map = std::make_unique<veltaGEO>();
-    tab.map->unitKind = 2;
-    tab.map->utmZone = zone;
-    tab.map->southHemisphere = isSouth ? 1 : 0;
-    return tab;
+Projection utm(int zone, bool isSouth) {
+    return {MapUnits::Utm, zone, isSouth};
 }
+
+constexpr Projection kDegrees{MapUnits::Degrees, 0, false};
 
 class GeoreferenceTest : public MapFiles {
 protected:
@@ -71,7 +68,7 @@ TEST_F(GeoreferenceTest, InvertsTheConversionFromUtm) {
                                              samples.between(-100000.0, 100000.0));
         const auto found =
             pointAt({place.latitude * detail::utm::kDegreesPerRadian, place.longitude},
-                    utmTab(zone, isSouth), near);
+                    utm(zone, isSouth), near);
         ASSERT_TRUE(found) << start.x() << ' ' << start.y();
         ASSERT_NEAR(found->x(), start.x(), 1e-4) << start.x() << ' ' << start.y();
         ASSERT_NEAR(found->y(), start.y(), 1e-4) << start.x() << ' ' << start.y();
@@ -81,7 +78,7 @@ TEST_F(GeoreferenceTest, InvertsTheConversionFromUtm) {
 /// As far as the degrees go that the library gives: singles, latitudes rounded down to 1e-6.
 TEST_F(GeoreferenceTest, FindsPlacesThatTheLibraryHasConverted) {
     Samples samples(13);
-    const veltaGEO& map = *utmTab(1, false).map;
+    const auto map = std::make_unique<veltaGEO>();
     for (int i = 0; i < caseCount() / 50; ++i) {
         const int zone = 1 + i % 60;
         // Whole metres, which singles hold.
@@ -89,13 +86,13 @@ TEST_F(GeoreferenceTest, FindsPlacesThatTheLibraryHasConverted) {
         const auto northing = static_cast<float>(samples.below(9300001));
         float latitude = 0.0F;
         float longitude = 0.0F;
-        map.utmToLatLng(easting, northing, zone, 0, &latitude, &longitude);
+        map->utmToLatLng(easting, northing, zone, 0, &latitude, &longitude);
         const auto step = [](float value) {
             return static_cast<double>(std::nextafter(value, 1e9F) - value);
         };
         const double room = kMetresPerDegree * (1e-6 + step(latitude) / 2 + step(longitude) / 2);
         const auto found =
-            pointAt({latitude, longitude}, utmTab(zone, false), QPointF(easting, northing));
+            pointAt({latitude, longitude}, utm(zone, false), QPointF(easting, northing));
         ASSERT_TRUE(found);
         ASSERT_NEAR(found->x(), static_cast<double>(easting), room) << zone << ' ' << northing;
         ASSERT_NEAR(found->y(), static_cast<double>(northing), room) << zone << ' ' << easting;
@@ -103,8 +100,8 @@ TEST_F(GeoreferenceTest, FindsPlacesThatTheLibraryHasConverted) {
 }
 
 TEST_F(GeoreferenceTest, FindsPlacesAcrossTheDateLine) {
-    const auto west = pointAt({10.0, 179.9}, utmTab(1, false), {170000.0, 1100000.0});
-    const auto same = pointAt({10.0, -180.1}, utmTab(1, false), {170000.0, 1100000.0});
+    const auto west = pointAt({10.0, 179.9}, utm(1, false), {170000.0, 1100000.0});
+    const auto same = pointAt({10.0, -180.1}, utm(1, false), {170000.0, 1100000.0});
     ASSERT_TRUE(west && same);
     EXPECT_NEAR(west->x(), same->x(), 1e-3);
     // 3.1 degrees west of the central meridian at 10 degrees north: some 340 km
@@ -112,15 +109,40 @@ TEST_F(GeoreferenceTest, FindsPlacesAcrossTheDateLine) {
 }
 
 TEST_F(GeoreferenceTest, FindsNothingWhereTheConversionLeadsNowhere) {
-    EXPECT_FALSE(pointAt({47.0, 9.0}, utmTab(32, false), {1e30, 1e30}));
-    EXPECT_FALSE(pointAt({47.0, 9.0}, utmTab(32, false), {std::nan(""), 0.0}));
+    EXPECT_FALSE(pointAt({47.0, 9.0}, utm(32, false), {1e30, 1e30}));
+    EXPECT_FALSE(pointAt({47.0, 9.0}, utm(32, false), {std::nan(""), 0.0}));
 }
 
 TEST_F(GeoreferenceTest, TakesDegreesAsTheyAre) {
-    TabFile tab = utmTab(0, false);
-    tab.map->unitKind = 1;
-    EXPECT_EQ(pointAt({47.5, 9.25}, tab, {9.0, 47.0}), QPointF(9.25, 47.5));
-    EXPECT_EQ(pointAt({-10.0, -170.0}, tab, {181.0, -10.0}), QPointF(190.0, -10.0));
+    EXPECT_EQ(pointAt({47.5, 9.25}, kDegrees, {9.0, 47.0}), QPointF(9.25, 47.5));
+    EXPECT_EQ(pointAt({-10.0, -170.0}, kDegrees, {181.0, -10.0}), QPointF(190.0, -10.0));
+}
+
+TEST_F(GeoreferenceTest, GivesThePlacesOfPoints) {
+    const struct {
+        const char* name;
+        Projection projection;
+        QPointF point;
+        double latitude;
+        double longitude;
+    } kPoints[] = {
+        {"on the equator and the central meridian", utm(31, false), {500000.0, 0.0}, 0.0, 3.0},
+        {"degrees", kDegrees, {9.25, 47.5}, 47.5, 9.25},
+        {"degrees counted to 360", kDegrees, {190.0, -10.0}, -10.0, -170.0},
+        {"beyond the date line", utm(1, false), {-160000.0, 0.0}, 0.0, 177.07}};
+    for (const auto& row : kPoints) {
+        const auto place = placeAt(row.point, row.projection);
+        ASSERT_TRUE(place) << row.name;
+        EXPECT_NEAR(place->latitude, row.latitude, 1e-9) << row.name;
+        EXPECT_NEAR(place->longitude, row.longitude, 0.01) << row.name;
+    }
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_FALSE(placeAt({9.0, 90.5}, kDegrees));
+    EXPECT_FALSE(placeAt({nan, 9.0}, kDegrees));
+    EXPECT_FALSE(placeAt({9.0, nan}, kDegrees));
+    EXPECT_FALSE(placeAt({1e30, 1e30}, utm(31, false)));
+    EXPECT_FALSE(placeAt({9.0, 47.0}, {})) << "nothing is known of the coordinates";
+    EXPECT_FALSE(pointAt({47.0, 9.0}, {}, {9.0, 47.0}));
 }
 
 TEST_F(GeoreferenceTest, IsTheTabFileBesideTheRaster) {
@@ -160,6 +182,20 @@ TEST_F(GeoreferenceTest, RefusesAGeoreferenceThatDoesNotPlaceTheMap) {
     const QString alone = write("alone.asc", kMapGrid);
     EXPECT_EQ(refusal([&] { loadTabBeside(alone, requireGrid(loadRaster(alone), alone)); }),
               "alone.asc: has no georeference beside it: there is no alone.tab");
+}
+
+TEST_F(GeoreferenceTest, MayHaveAnotherNameThanTheRaster) {
+    const QString file = write("map.asc", kMapGrid);
+    const CellGrid grid = requireGrid(loadRaster(file), file);
+    const std::string corners = "  Type \"RASTER\"\n" + kMapCorners + kInZone31 + kInMetres;
+    const QString other = write("other.tab", "  File \"map.bil\"\n" + corners);
+    EXPECT_EQ(loadTabOf(file, grid, other).projection().utmZone, 31);
+    const CellGrid shifted{4, 3, 100.0, 500200.0, 5000000.0, 500600.0, 5000300.0};
+    EXPECT_EQ(refusal([&] { loadTabOf(file, shifted, other); }),
+              "other.tab: places Pt 1 more than a cell from where map.asc has it");
+    EXPECT_EQ(refusal([&] { loadTabOf(file, grid, named("none.tab")); }),
+              "none.tab: No such file or directory");
+    EXPECT_EQ(tabBeside(QStringLiteral("a.b/map.asc")), QStringLiteral("a.b/map.tab"));
 }
 
 TEST_F(GeoreferenceTest, TellsMapsInDegreesByTheirExtent) {

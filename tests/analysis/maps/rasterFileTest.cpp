@@ -4,6 +4,8 @@
 
 #include <support/scopedCodec.h>
 
+#include <QTextCodec>
+
 #include <atomic>
 #include <cstddef>
 #include <filesystem>
@@ -64,6 +66,58 @@ TEST_F(RasterFileTest, LoadsFloatGridsByteForByteByAnyName) {
                 << name << ' ' << cell;
         }
     }
+}
+
+/// Other threads encode names of files by the codec of the process meanwhile.
+TEST_F(RasterFileTest, LeavesTheCodecOfTheProcessAlone) {
+    const ScopedCodec codec("UTF-8");
+    write("map.hdr", kFloatHeader);
+    write("map.bil", bytesOf(kFloats));
+    std::atomic<bool> isOver{false};
+    int changed = 0;
+    std::thread other([&] {
+        const QTextCodec* const before = QTextCodec::codecForLocale();
+        while (!isOver) {
+            changed += QTextCodec::codecForLocale() != before ? 1 : 0;
+        }
+    });
+    for (int i = 0; i < 20; ++i) {
+        EXPECT_EQ(loadRaster(named("map.bil")).cell(0, 1), 240.25F);
+    }
+    isOver = true;
+    other.join();
+    EXPECT_EQ(changed, 0);
+}
+
+TEST_F(RasterFileTest, TakesAnotherColorTable) {
+    const QString file = write("map.asc", kAsciiGrid);
+    write("map.clr", "0 1 2 3\n1 4 5 6\n2 7 8 9\n3 10 11 12\n");
+    const QString other = write("other.clr", "5 9 9 9\n6 8 8 8\n# no colour line\n7 7 7 7\n");
+    const Raster raster = loadRaster(file, other);
+    const veltaGEO& map = *raster.map;
+    EXPECT_EQ(raster.cell(2, 1), 300.0F);
+    EXPECT_EQ(map.colorCount, 2);
+    EXPECT_EQ(map.lowValue[0], 5.0F);
+    EXPECT_EQ(map.highBlue[0], 8);
+    EXPECT_EQ(map.lowValue[1], 0.0F) << "nothing of map.clr";
+    EXPECT_EQ(map.lowRed[1], 0);
+    EXPECT_EQ(map.highValue[1], 7.0F);
+    EXPECT_EQ(map.errMsg, QStringLiteral("Raster file loaded"));
+}
+
+TEST_F(RasterFileTest, RefusesNamesThatAreNotThoseOfColorTables) {
+    const QString file = write("map.asc", kAsciiGrid);
+    files.makeFolder("map.clr");  // not asked for
+    files.makeFolder("folder.clr");
+    write("colors.txt", "0 1 2 3\n1 4 5 6\n");
+    const auto refusalWith = [&](const char* name) {
+        return refusal([&] { loadRaster(file, named(name)); });
+    };
+    EXPECT_EQ(refusalWith("colors.txt"), "colors.txt: a colour table ends in .clr");
+    EXPECT_EQ(refusalWith("none.clr"), "none.clr: No such file or directory");
+    EXPECT_EQ(refusalWith("folder.clr"), "folder.clr: Is a directory");
+    EXPECT_EQ(refusal([&] { loadRaster(named("none.asc"), write("good.clr", "")); }),
+              "none.asc: No such file or directory");
 }
 
 TEST_F(RasterFileTest, TakesNoValueForNoDataWhereTheFileNamesNone) {
