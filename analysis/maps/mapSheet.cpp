@@ -23,9 +23,9 @@ constexpr int kMinSheetWidth = 360;  // room for two labels side by side
 const QColor kBackground(0xec, 0xf1, 0xf5);  // where the map is transparent
 const QColor kPointColor(0xd6, 0x33, 0x4c);
 
-void drawCross(QPainter& painter, QPointF at) {
+void drawCross(QPainter& painter, QPointF at, const QColor& color) {
     constexpr double kRadius = 8.0;
-    for (const QPen& pen : {QPen(Qt::white, 5.0), QPen(kPointColor, 2.0)}) {
+    for (const QPen& pen : {QPen(Qt::white, 5.0), QPen(color, 2.0)}) {
         painter.setPen(pen);
         painter.setBrush(Qt::NoBrush);
         painter.drawEllipse(at, kRadius, kRadius);
@@ -34,28 +34,57 @@ void drawCross(QPainter& painter, QPointF at) {
     }
 }
 
-/// The label is above its mark in the upper half of the sheet and below it in the lower half, so that
-/// labels of marks at the corners are outside the map.
-void drawLabel(QPainter& painter, QPointF at, const MapMark& mark, QSizeF sheet) {
-    const QFontMetricsF bold(fontOf(kLabelSize, true));
-    const QFontMetricsF plain(fontOf(kLabelSize, false));
-    const double width =
-        std::max(bold.horizontalAdvance(mark.name), plain.horizontalAdvance(mark.place)) + 8.0;
-    const double line = plain.height();
-    const double highest = std::max(sheet.width() - width - 4.0, 4.0);
+/// A line of a label.
+struct LabelLine {
+    QString text;
+    QFont font;
+    QColor color;
+};
+
+void drawLabel(QPainter& painter, QPointF at, const std::vector<LabelLine>& lines,
+               const QColor& plate, QSizeF area) {
+    double width = 0.0;
+    double height = 0.0;
+    for (const LabelLine& line : lines) {
+        const QFontMetricsF metrics(line.font);
+        width = std::max(width, metrics.horizontalAdvance(line.text) + 8.0);
+        height += metrics.height();
+    }
+    const double highest = std::max(area.width() - width - 4.0, 4.0);
     const double left = std::clamp(at.x() - width / 2.0, 4.0, highest);
-    const bool isAbove = at.y() < sheet.height() / 2.0;
-    const double top = isAbove ? at.y() - 15.0 - 2.0 * line : at.y() + 15.0;
-    painter.fillRect(QRectF(left, top, width, 2.0 * line), QColor(255, 255, 255, 215));
-    painter.setPen(kPointColor);
-    painter.setFont(fontOf(kLabelSize, true));
-    painter.drawText(QRectF(left, top, width, line), Qt::AlignCenter, mark.name);
-    painter.setPen(kInk);
-    painter.setFont(fontOf(kLabelSize, false));
-    painter.drawText(QRectF(left, top + line, width, line), Qt::AlignCenter, mark.place);
+    const bool isAbove = at.y() < area.height() / 2.0;
+    double top = isAbove ? at.y() - 15.0 - height : at.y() + 15.0;
+    painter.fillRect(QRectF(left, top, width, height), plate);
+    for (const LabelLine& line : lines) {
+        const QRectF place(left, top, width, QFontMetricsF(line.font).height());
+        painter.setPen(line.color);
+        painter.setFont(line.font);
+        painter.drawText(place, Qt::AlignCenter, line.text);
+        top = place.bottom();
+    }
 }
 
 }  // namespace
+
+MarkStyle sheetStyle() {
+    return {kPointColor, kInk, QColor(255, 255, 255, 215), fontOf(kLabelSize, true),
+            fontOf(kLabelSize, false)};
+}
+
+void drawMark(QPainter& painter, QPointF at, const MapMark& mark, const MarkStyle& style,
+              QSizeF area) {
+    drawCross(painter, at, style.color);
+    std::vector<LabelLine> lines;
+    if (!mark.name.isEmpty()) {
+        lines.push_back({mark.name, style.nameFont, style.color});
+    }
+    if (!mark.place.isEmpty()) {
+        lines.push_back({mark.place, style.placeFont, style.ink});
+    }
+    if (!lines.empty()) {
+        drawLabel(painter, at, lines, style.plate, area);
+    }
+}
 
 QImage drawSheet(const QImage& map, const std::vector<MapMark>& marks) {
     const int factor = std::max(1, kWantedSide / std::max(map.width(), map.height()));
@@ -71,11 +100,11 @@ QImage drawSheet(const QImage& map, const std::vector<MapMark>& marks) {
     painter.setPen(QPen(kFaint, 1));
     painter.drawRect(area.adjusted(-1, -1, 0, 0));
     painter.setRenderHint(QPainter::Antialiasing);
+    const MarkStyle style = sheetStyle();
     for (const MapMark& mark : marks) {
         if (QRectF(QPointF(0, 0), QSizeF(map.size())).contains(mark.pixel)) {
-            const QPointF at = QPointF(area.topLeft()) + mark.pixel * factor;
-            drawCross(painter, at);
-            drawLabel(painter, at, mark, sheet.size());
+            drawMark(painter, QPointF(area.topLeft()) + mark.pixel * factor, mark, style,
+                     sheet.size());
         }
     }
     return sheet;
