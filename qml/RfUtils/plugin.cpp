@@ -1,10 +1,14 @@
 #include <qqml.h>
+#include <QQmlEngine>
 #include <QQmlExtensionPlugin>
 
 #include "qml/lists/Catalogue.h"
 #include "qml/lists/ChoiceModel.h"
 #include "qml/lists/SetupModel.h"
 #include "qml/lists/ToastModel.h"
+#include "qml/maps/MapView.h"
+#include "qml/maps/RasterMap.h"
+#include "qml/maps/mapPictures.h"
 #include "qml/texts/LevelEntry.h"
 #include "qml/texts/LevelText.h"
 #include "qml/texts/RangeHint.h"
@@ -35,8 +39,10 @@ public:
         qmlRegisterType<FrequencyZoom>(uri, kMajor, kMinor, "FrequencyZoom");
         qmlRegisterType<LevelEntry>(uri, kMajor, kMinor, "LevelEntry");
         qmlRegisterType<LevelText>(uri, kMajor, kMinor, "LevelText");
+        qmlRegisterType<MapView>(uri, kMajor, kMinor, "MapView");
         qmlRegisterType<MarkerModel>(uri, kMajor, kMinor, "MarkerModel");
         qmlRegisterType<RangeHint>(uri, kMajor, kMinor, "RangeHint");
+        qmlRegisterType<RasterMap>(uri, kMajor, kMinor, "RasterMap");
         qmlRegisterType<SetupModel>(uri, kMajor, kMinor, "SetupModel");
         qmlRegisterUncreatableType<SpectrumItem>(
             uri, kMajor, kMinor, "SpectrumItem",
@@ -44,6 +50,13 @@ public:
         qmlRegisterType<ToastModel>(uri, kMajor, kMinor, "ToastModel");
         qmlRegisterType<TraceModel>(uri, kMajor, kMinor, "TraceModel");
         qmlRegisterType<TraceView>(uri, kMajor, kMinor, "TraceView");
+    }
+
+    void initializeEngine(QQmlEngine* engine, const char*) override {
+        const QString name = QLatin1String(MapPictures::kProvider);
+        if (engine->imageProvider(name) == nullptr) {
+            engine->addImageProvider(name, new MapPictures);  // owned by the engine
+        }
     }
 };
 

@@ -35,11 +35,12 @@ MAY_USE = {
     "qml/support": EVERY_ROOM | {"analysis/support"},
     "qml/texts": EVERY_ROOM | {"analysis/support", "analysis/units", "qml/support"},
     "qml/lists": EVERY_ROOM | {"analysis/support", "analysis/catalogues", "qml/support"},
+    "qml/maps": EVERY_ROOM | {"analysis/support", "analysis/maps", "qml/support"},
     "qml/traces": EVERY_ROOM | {"analysis/support", "analysis/recordings", "analysis/statistics",
                                 "qml/support"},
     "qml/views": EVERY_ROOM | {"analysis/support", "analysis/units", "analysis/recordings",
                                "analysis/statistics", "analysis/plots", "qml/support", "qml/traces"},
-    "qml/RfUtils": {"qml/texts", "qml/lists", "qml/traces", "qml/views"},
+    "qml/RfUtils": {"qml/texts", "qml/lists", "qml/maps", "qml/traces", "qml/views"},
     "examples": LIBRARY,
 }
 # Libraries that a public header must not bring to its users.

@@ -3,6 +3,7 @@
 #include <QtQuickTest>
 
 #include "documentPages.h"
+#include "itemPicture.h"
 #include "modelTester.h"
 #include "testFolder.h"
 
@@ -12,6 +13,7 @@ class Setup : public QObject {
 public:
     Setup() {
         qmlRegisterType<DocumentPages>("RfUtilsTest", 1, 0, "DocumentPages");
+        qmlRegisterType<ItemPicture>("RfUtilsTest", 1, 0, "ItemPicture");
         qmlRegisterType<ModelTester>("RfUtilsTest", 1, 0, "ModelTester");
         qmlRegisterType<TestFolder>("RfUtilsTest", 1, 0, "TestFolder");
     }

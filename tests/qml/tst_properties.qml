@@ -10,6 +10,8 @@ TestCase {
 
     Component { id: levelText; LevelText { level: -50; unit: "V" } }
     Component { id: levelEntry; LevelEntry { text: "5 V"; max: 0 } }
+    Component { id: rasterMap; RasterMap {} }
+    Component { id: mapView; MapView { map: RasterMap {} } }
     Component { id: rangeHint; RangeHint { type: RangeHint.Dbuv; min: -30; max: 0 } }
     Component { id: catalogue; Catalogue { source: "qrc:/catalogue.json" } }
     Component { id: choiceModel; ChoiceModel { catalogue: Catalogue {} } }
@@ -35,6 +37,8 @@ TestCase {
             { tag: "RfUnits", make: () => RfUnits, names: ["levelUnits", "fieldUnits", "entryUnits"] },
             { tag: "LevelText", make: () => createTemporaryObject(levelText, test) },
             { tag: "LevelEntry", make: () => createTemporaryObject(levelEntry, test) },
+            { tag: "RasterMap", make: () => createTemporaryObject(rasterMap, test) },
+            { tag: "MapView", make: () => createTemporaryObject(mapView, test), names: ["map", "marks", "font"] },
             { tag: "RangeHint", make: () => createTemporaryObject(rangeHint, test) },
             { tag: "Catalogue", make: () => ready(catalogue, Catalogue.Ready) },
             { tag: "ChoiceModel", make: () => createTemporaryObject(choiceModel, test) },
