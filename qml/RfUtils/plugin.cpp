@@ -14,6 +14,7 @@
 #include "qml/texts/RangeHint.h"
 #include "qml/texts/RfUnits.h"
 #include "qml/traces/MarkerModel.h"
+#include "qml/traces/RecordingSource.h"
 #include "qml/traces/TraceModel.h"
 #include "qml/views/FrequencyZoom.h"
 #include "qml/views/SpectrumItem.h"
@@ -43,6 +44,7 @@ public:
         qmlRegisterType<MarkerModel>(uri, kMajor, kMinor, "MarkerModel");
         qmlRegisterType<RangeHint>(uri, kMajor, kMinor, "RangeHint");
         qmlRegisterType<RasterMap>(uri, kMajor, kMinor, "RasterMap");
+        qmlRegisterType<RecordingSource>(uri, kMajor, kMinor, "RecordingSource");
         qmlRegisterType<SetupModel>(uri, kMajor, kMinor, "SetupModel");
         qmlRegisterUncreatableType<SpectrumItem>(
             uri, kMajor, kMinor, "SpectrumItem",

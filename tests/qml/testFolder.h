@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
+#include <sys/stat.h>
+
 /// A folder for the files of a test, removed with the object.
 class TestFolder : public QObject {
     Q_OBJECT
@@ -31,6 +33,15 @@ public:
     }
     Q_INVOKABLE QUrl url(const QString& name) const {
         return QUrl::fromLocalFile(folder_.filePath(name));
+    }
+    /// A FIFO that nobody writes to.
+    Q_INVOKABLE QUrl makeFifo(const QString& name) const {
+        mkfifo(QFile::encodeName(folder_.filePath(name)).constData(), S_IRUSR | S_IWUSR);
+        return url(name);
+    }
+    /// Whether there is a process, also one that has ended and was not waited for.
+    Q_INVOKABLE bool hasProcess(int number) const {
+        return QFile::exists(QStringLiteral("/proc/%1").arg(number));
     }
     Q_INVOKABLE QString path(const QString& name) const { return folder_.filePath(name); }
 

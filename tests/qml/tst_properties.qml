@@ -2,6 +2,7 @@ import QtQml 2.15
 import QtQuick 2.15
 import QtTest 1.2
 import RfUtils 1.0
+import RfUtilsTest 1.0
 
 // What all types have in common.
 TestCase {
@@ -20,6 +21,15 @@ TestCase {
     Component { id: frequencyZoom; FrequencyZoom {} }
     Component { id: traceView; TraceView {} }
     Component { id: traceModel; TraceModel { startFrequency: 88; stopFrequency: 108; Component.onCompleted: append([-1, -2]) } }
+    Component {
+        id: recordingSource
+        RecordingSource {
+            trace: TraceModel {}
+            source: folder.write("r.csv", "-1,-2\n")
+            arguments: ["unused"]
+        }
+    }
+    TestFolder { id: folder }
 
     Component {
         id: markerModel
@@ -47,6 +57,7 @@ TestCase {
             { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) },
             { tag: "FrequencyZoom", make: () => createTemporaryObject(frequencyZoom, test) },
             { tag: "TraceView", make: () => createTemporaryObject(traceView, test), names: ["trace", "zoom", "markers", "font"] },
+            { tag: "RecordingSource", make: () => ready(recordingSource, RecordingSource.Ready) },
             { tag: "TraceModel", make: () => createTemporaryObject(traceModel, test) }
         ]
     }
