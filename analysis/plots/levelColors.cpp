@@ -12,6 +12,8 @@ constexpr double kLowestShare = 0.01;
 constexpr double kHighestShare = 0.999;
 constexpr double kEntryRounding = 1e-9;  // of an entry, at the border of two entries
 constexpr double kLevelMargin = 0.5;     // dB, added to both sides where all levels are equal
+constexpr double kSteadyStep = 5.0;      // dB
+constexpr double kMostRoom = 10.0;       // dB
 
 }  // namespace
 
@@ -23,6 +25,15 @@ LevelRange usualRange(const LevelHistogram& levels) {
         range.high += kLevelMargin;
     }
     return range;
+}
+
+LevelRange steadyRange(const std::optional<LevelRange>& before, const LevelRange& usual) {
+    const auto fits = [](double room) { return room >= 0.0 && room <= kMostRoom; };
+    if (before && fits(usual.low - before->low) && fits(before->high - usual.high)) {
+        return *before;
+    }
+    return {std::floor(usual.low / kSteadyStep) * kSteadyStep,
+            std::ceil(usual.high / kSteadyStep) * kSteadyStep};
 }
 
 LevelColors::LevelColors(const Palette& palette, const LevelRange& range) : palette_(palette) {

@@ -23,6 +23,12 @@ inline constexpr double kNarrowestRange = 0.1;  // dB
 /// From the 1st to the 99.9th percentile, widened where that is narrower than kNarrowestRange.
 LevelRange usualRange(const LevelHistogram& levels);
 
+/// A range around the usual one that stays for as long as possible, so that colours do not change with
+/// every row: its ends are multiples of 5 dB, and it is another one only once the usual range leaves it or
+/// an end is more than 10 dB away from it.
+/// @param before the range until now
+LevelRange steadyRange(const std::optional<LevelRange>& before, const LevelRange& usual);
+
 /// How the levels of a recording are coloured.
 struct WaterfallColors {
     const Palette* palette = &kPalettes[0];

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <vector>
+
 using rfu::LevelColors;
 using rfu::LevelHistogram;
 using rfu::LevelRange;
@@ -42,4 +45,26 @@ TEST(LevelColors, WidenARangeOfOneLevel) {
     levels.add(same, 3);
     EXPECT_EQ(rfu::usualRange(levels).low, -50.5);
     EXPECT_EQ(rfu::usualRange(levels).high, -49.41);
+}
+
+TEST(LevelColors, KeepASteadyRange) {
+    const struct {
+        const char* name;
+        std::optional<LevelRange> before;
+        LevelRange usual;
+        LevelRange steady;
+    } kRows[] = {{"at first", {}, {-97.3, -31.2}, {-100.0, -30.0}},
+                 {"at first, on the steps", {}, {-95.0, -30.0}, {-95.0, -30.0}},
+                 {"the same", {{-100.0, -30.0}}, {-97.3, -31.2}, {-100.0, -30.0}},
+                 {"little room", {{-100.0, -30.0}}, {-100.0, -30.0}, {-100.0, -30.0}},
+                 {"much room", {{-100.0, -30.0}}, {-90.0, -40.0}, {-100.0, -30.0}},
+                 {"lower", {{-100.0, -30.0}}, {-100.1, -30.0}, {-105.0, -30.0}},
+                 {"higher", {{-100.0, -30.0}}, {-95.0, -29.9}, {-95.0, -25.0}},
+                 {"too much room below", {{-100.0, -30.0}}, {-89.9, -31.0}, {-90.0, -30.0}},
+                 {"too much room above", {{-100.0, -30.0}}, {-98.0, -40.1}, {-100.0, -40.0}}};
+    for (const auto& row : kRows) {
+        const LevelRange steady = rfu::steadyRange(row.before, row.usual);
+        EXPECT_EQ(steady.low, row.steady.low) << row.name;
+        EXPECT_EQ(steady.high, row.steady.high) << row.name;
+    }
 }
