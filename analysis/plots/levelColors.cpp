@@ -27,7 +27,7 @@ LevelRange usualRange(const LevelHistogram& levels) {
     return range;
 }
 
-LevelRange steadyRange(const std::optional<LevelRange>& before, const LevelRange& usual) {
+LevelRange steadyColors(const std::optional<LevelRange>& before, const LevelRange& usual) {
     const auto fits = [](double room) { return room >= 0.0 && room <= kMostRoom; };
     if (before && fits(usual.low - before->low) && fits(before->high - usual.high)) {
         return *before;

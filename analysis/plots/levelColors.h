@@ -27,7 +27,7 @@ LevelRange usualRange(const LevelHistogram& levels);
 /// every row: its ends are multiples of 5 dB, and it is another one only once the usual range leaves it or
 /// an end is more than 10 dB away from it.
 /// @param before the range until now
-LevelRange steadyRange(const std::optional<LevelRange>& before, const LevelRange& usual);
+LevelRange steadyColors(const std::optional<LevelRange>& before, const LevelRange& usual);
 
 /// How the levels of a recording are coloured.
 struct WaterfallColors {

@@ -46,7 +46,7 @@ void WaterfallStrips::keepOnly(std::uint64_t first, std::uint64_t last) {
     strips_.erase(strips_.upper_bound(stripOf(last)), strips_.end());
 }
 
-void WaterfallStrips::setRow(std::uint64_t row, const PackedLevel* levels) {
+void WaterfallStrips::setRow(std::uint64_t row, std::int64_t time, const PackedLevel* levels) {
     Strip& strip = strips_[stripOf(row)];
     if (strip.levels.empty()) {
         strip.levels.assign(kRowsOfStrip * width_, kNotMeasured);
@@ -55,6 +55,7 @@ void WaterfallStrips::setRow(std::uint64_t row, const PackedLevel* levels) {
     for (const ColumnPoints& column : columns_) {
         reduced[column.column] = maximumOf(levels, column);
     }
+    strip.times[placeOf(row)] = time;
     strip.held |= bitOf(row);
     strip.uncoloured |= bitOf(row);
     strip.revision = ++lastRevision_;
@@ -68,6 +69,10 @@ const WaterfallStrips::Strip* WaterfallStrips::find(std::uint64_t strip) const {
 bool WaterfallStrips::hasRow(std::uint64_t row) const {
     const Strip* const strip = find(stripOf(row));
     return strip != nullptr && (strip->held & bitOf(row)) != 0;
+}
+
+std::int64_t WaterfallStrips::time(std::uint64_t row) const {
+    return find(stripOf(row))->times[placeOf(row)];
 }
 
 PackedLevel WaterfallStrips::level(std::uint64_t row, int column) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -49,9 +50,12 @@ public:
     /// Forgets the strips without any of the rows from `first` to `last`.
     void keepOnly(std::uint64_t first, std::uint64_t last);
 
+    /// @param time   of the row, as the caller counts it
     /// @param levels of all points
-    void setRow(std::uint64_t row, const PackedLevel* levels);
+    void setRow(std::uint64_t row, std::int64_t time, const PackedLevel* levels);
     bool hasRow(std::uint64_t row) const;
+    /// @pre the row is held
+    std::int64_t time(std::uint64_t row) const;
     /// The highest level of a column; kNotMeasured where there is none, no such row or column.
     PackedLevel level(std::uint64_t row, int column) const;
     /// Of all rows that are held, as reduced.
@@ -68,6 +72,7 @@ public:
 private:
     struct Strip {
         std::vector<PackedLevel> levels;  // row by row, from the oldest on
+        std::array<std::int64_t, kRowsOfStrip> times = {};
         QImage picture;
         std::uint64_t held = 0;        // one bit for each row
         std::uint64_t uncoloured = 0;  // the same

@@ -44,7 +44,7 @@ void row(benchmark::State& state) {
     strips.setColors(rfu::kPalettes[0], kRange);
     std::uint64_t number = 0;
     for (auto _ : state) {
-        strips.setRow(number, levels[number % kRows].data());
+        strips.setRow(number, 0, levels[number % kRows].data());
         benchmark::DoNotOptimize(strips.picture(WaterfallStrips::stripOf(number)).constBits());
         ++number;
         strips.keepOnly(number < kRows ? 0 : number - kRows, number);

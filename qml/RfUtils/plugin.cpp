@@ -19,6 +19,7 @@
 #include "qml/views/FrequencyZoom.h"
 #include "qml/views/SpectrumItem.h"
 #include "qml/views/TraceView.h"
+#include "qml/views/WaterfallView.h"
 
 using namespace rfu::qml;
 
@@ -52,6 +53,7 @@ public:
         qmlRegisterType<ToastModel>(uri, kMajor, kMinor, "ToastModel");
         qmlRegisterType<TraceModel>(uri, kMajor, kMinor, "TraceModel");
         qmlRegisterType<TraceView>(uri, kMajor, kMinor, "TraceView");
+        qmlRegisterType<WaterfallView>(uri, kMajor, kMinor, "WaterfallView");
     }
 
     void initializeEngine(QQmlEngine* engine, const char*) override {

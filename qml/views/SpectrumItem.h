@@ -105,7 +105,14 @@ protected:
     SpectrumItem();
 
     TraceModel* trace() const { return trace_; }
-    QAbstractItemModel* markers() const { return markers_; }
+    const QFont& font() const { return font_; }
+    const QColor& textColor() const { return textColor_; }
+    const QColor& gridColor() const { return gridColor_; }
+    const QColor& backgroundColor() const { return backgroundColor_; }
+    const QColor& cursorColor() const { return cursorColor_; }
+    const QColor& markerColor() const { return markerColor_; }
+    FrequencyZoom* zoom() const { return zoom_; }
+    bool isInteractive() const { return isInteractive_; }
 
     /// Of a logical pixel, in device pixels.
     double pixelRatio() const;
@@ -168,11 +175,10 @@ private:
     };
 
     void setTrace(TraceModel* trace);
-    FrequencyZoom* zoom() const { return zoom_; }
     void setZoom(FrequencyZoom* zoom);
     void connectZoom(FrequencyZoom* zoom);
+    QAbstractItemModel* markers() const { return markers_; }
     void setMarkers(QAbstractItemModel* markers);
-    bool isInteractive() const { return isInteractive_; }
     void setInteractive(bool isInteractive);
     double cursorFrequency() const { return zoom_->cursor(); }
     void setCursorFrequency(double frequency) { zoom_->setCursor(frequency); }

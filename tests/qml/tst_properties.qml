@@ -20,6 +20,7 @@ TestCase {
     Component { id: toastModel; ToastModel {} }
     Component { id: frequencyZoom; FrequencyZoom {} }
     Component { id: traceView; TraceView {} }
+    Component { id: waterfallView; WaterfallView {} }
     Component { id: traceModel; TraceModel { startFrequency: 88; stopFrequency: 108; Component.onCompleted: append([-1, -2]) } }
     Component {
         id: recordingSource
@@ -58,6 +59,8 @@ TestCase {
             { tag: "FrequencyZoom", make: () => createTemporaryObject(frequencyZoom, test) },
             { tag: "TraceView", make: () => createTemporaryObject(traceView, test), names: ["trace", "zoom", "markers", "font"] },
             { tag: "RecordingSource", make: () => ready(recordingSource, RecordingSource.Ready) },
+            { tag: "WaterfallView", make: () => createTemporaryObject(waterfallView, test),
+              names: ["trace", "zoom", "markers", "font", "palette", "palettes", "cursorTime"] },
             { tag: "TraceModel", make: () => createTemporaryObject(traceModel, test) }
         ]
     }

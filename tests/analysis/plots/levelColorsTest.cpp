@@ -63,7 +63,7 @@ TEST(LevelColors, KeepASteadyRange) {
                  {"too much room below", {{-100.0, -30.0}}, {-89.9, -31.0}, {-90.0, -30.0}},
                  {"too much room above", {{-100.0, -30.0}}, {-98.0, -40.1}, {-100.0, -40.0}}};
     for (const auto& row : kRows) {
-        const LevelRange steady = rfu::steadyRange(row.before, row.usual);
+        const LevelRange steady = rfu::steadyColors(row.before, row.usual);
         EXPECT_EQ(steady.low, row.steady.low) << row.name;
         EXPECT_EQ(steady.high, row.steady.high) << row.name;
     }

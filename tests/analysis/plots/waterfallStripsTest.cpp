@@ -53,9 +53,9 @@ protected:
 }  // namespace
 
 TEST_F(StripsOfSixPoints, ReduceToTheMaximumOfEachColumn) {
-    strips.setRow(5, low.data());
-    strips.setRow(6, high.data());
-    strips.setRow(7, holed.data());
+    strips.setRow(5, 0, low.data());
+    strips.setRow(6, 0, high.data());
+    strips.setRow(7, 0, holed.data());
     EXPECT_EQ(levelsOf(5), (Levels{-10000, -10000, kNotMeasured, -10000}));
     EXPECT_EQ(levelsOf(6), (Levels{0, 100, kNotMeasured, 0}));
     EXPECT_EQ(levelsOf(7), (Levels{kNotMeasured, -10000, kNotMeasured, 0}));
@@ -65,8 +65,8 @@ TEST_F(StripsOfSixPoints, ReduceToTheMaximumOfEachColumn) {
 }
 
 TEST_F(StripsOfSixPoints, PutTheNewestRowOnTop) {
-    strips.setRow(64, low.data());
-    strips.setRow(127, high.data());
+    strips.setRow(64, 0, low.data());
+    strips.setRow(127, 0, high.data());
     const QImage picture = strips.picture(1);
     ASSERT_EQ(picture.size(), QSize(4, 64));
     EXPECT_EQ(picture.pixel(0, 63), kViridisLow);
@@ -76,9 +76,9 @@ TEST_F(StripsOfSixPoints, PutTheNewestRowOnTop) {
 }
 
 TEST_F(StripsOfSixPoints, ColourLate) {
-    strips.setRow(0, low.data());
-    strips.setRow(1, high.data());
-    strips.setRow(2, holed.data());
+    strips.setRow(0, 0, low.data());
+    strips.setRow(1, 0, high.data());
+    strips.setRow(2, 0, holed.data());
     EXPECT_EQ(pixel(0, 0), kViridisLow);
     EXPECT_EQ(pixel(1, 0), kViridisHigh);
     strips.setColors(paletteOf("magma"), {-100.0, 0.0});
@@ -92,11 +92,11 @@ TEST_F(StripsOfSixPoints, ColourLate) {
 
 TEST_F(StripsOfSixPoints, ChangeOnePictureForARow) {
     for (std::uint64_t row = 0; row < 192; ++row) {
-        strips.setRow(row, low.data());
+        strips.setRow(row, 0, low.data());
     }
     EXPECT_EQ(strips.strips(), (std::vector<std::uint64_t>{0, 1, 2}));
     const std::uint64_t before[] = {strips.revision(0), strips.revision(1), strips.revision(2)};
-    strips.setRow(70, high.data());
+    strips.setRow(70, 0, high.data());
     EXPECT_EQ(strips.revision(0), before[0]);
     EXPECT_NE(strips.revision(1), before[1]);
     EXPECT_EQ(strips.revision(2), before[2]);
@@ -109,9 +109,11 @@ TEST_F(StripsOfSixPoints, ChangeOnePictureForARow) {
 }
 
 TEST_F(StripsOfSixPoints, HoldTheRowsAskedForOnly) {
-    for (const std::uint64_t row : {0, 63, 64, 200, 320}) {
-        strips.setRow(row, low.data());
+    for (const std::int64_t row : {0, 63, 64, 200, 320}) {
+        strips.setRow(static_cast<std::uint64_t>(row), 1000 - row, low.data());
     }
+    EXPECT_EQ(strips.time(63), 937);
+    EXPECT_EQ(strips.time(320), 680);
     EXPECT_TRUE(strips.hasRow(63));
     EXPECT_FALSE(strips.hasRow(62));
     strips.keepOnly(64, 255);
@@ -123,15 +125,15 @@ TEST_F(StripsOfSixPoints, HoldTheRowsAskedForOnly) {
     EXPECT_TRUE(strips.strips().empty());
     // The numbers of rows do not end.
     const std::uint64_t last = std::numeric_limits<std::uint64_t>::max();
-    strips.setRow(last, high.data());
+    strips.setRow(last, 0, high.data());
     EXPECT_EQ(pixel(last, 0), kViridisHigh);
     strips.clear();
     EXPECT_FALSE(strips.hasRow(last));
 }
 
 TEST_F(StripsOfSixPoints, CountTheReducedLevels) {
-    strips.setRow(0, low.data());
-    strips.setRow(64, high.data());
+    strips.setRow(0, 0, low.data());
+    strips.setRow(64, 0, high.data());
     const rfu::LevelHistogram histogram = strips.histogram();
     EXPECT_EQ(histogram.measured(), 6);
     EXPECT_EQ(histogram.percentile(0.5), -10000);
@@ -141,12 +143,12 @@ TEST_F(StripsOfSixPoints, CountTheReducedLevels) {
 TEST(WaterfallStrips, BearAViewWithoutWidth) {
     WaterfallStrips strips;
     const PackedLevel level = 0;
-    strips.setRow(3, &level);
+    strips.setRow(3, 0, &level);
     EXPECT_TRUE(strips.hasRow(3));
     EXPECT_TRUE(strips.picture(0).isNull());
     strips.setColumns({{0, 0, 1}}, 1);
     strips.setColors(paletteOf("viridis"), {5.0, -5.0});
-    strips.setRow(3, &level);
+    strips.setRow(3, 0, &level);
     EXPECT_EQ(strips.picture(0).pixel(0, WaterfallStrips::lineOf(3)), kViridisLow)
         << "a range that is too narrow begins at its lower end";
 }
