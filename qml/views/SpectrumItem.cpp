@@ -57,6 +57,13 @@ QVector<QPointF> fingersOf(const QTouchEvent& event) {
     return fingers;
 }
 
+/// The number of a role; NaN where there is none.
+double numberOf(const QModelIndex& index, int role) {
+    bool isNumber = false;
+    const double number = role < 0 ? kNone : index.data(role).toDouble(&isNumber);
+    return isNumber ? number : kNone;
+}
+
 double dragDistance() {
     return QGuiApplication::styleHints()->startDragDistance();
 }
@@ -130,7 +137,7 @@ void SpectrumItem::connectZoom(FrequencyZoom* zoom) {
     zoom_ = zoom;
     connect(zoom, &FrequencyZoom::shownChanged, this, &SpectrumItem::refresh);
     connect(zoom, &FrequencyZoom::cursorChanged, this, [this] {
-        refresh();
+        noteOverlay();
         Q_EMIT cursorFrequencyChanged();
     });
     if (zoom != ownZoom_) {
@@ -153,15 +160,16 @@ void SpectrumItem::setMarkers(QAbstractItemModel* markers) {
     if (markers != nullptr) {
         const QHash<int, QByteArray> names = markers->roleNames();
         frequencyRole_ = names.key("frequency", -1);
+        placeRole_ = names.key("pointFrequency", -1);
         levelRole_ = names.key("level", -1);
-        connect(markers, &QAbstractItemModel::dataChanged, this, &SpectrumItem::refresh);
-        connect(markers, &QAbstractItemModel::modelReset, this, &SpectrumItem::refresh);
+        connect(markers, &QAbstractItemModel::dataChanged, this, [this] { noteOverlay(); });
+        connect(markers, &QAbstractItemModel::modelReset, this, [this] { noteOverlay(); });
         connect(markers, &QObject::destroyed, this, [this] {
-            refresh();
+            noteOverlay();
             Q_EMIT markersChanged();
         });
     }
-    refresh();
+    noteOverlay();
     Q_EMIT markersChanged();
 }
 
@@ -224,16 +232,21 @@ std::vector<SpectrumItem::ShownMarker> SpectrumItem::shownMarkers() const {
     const int rows = markers_ == nullptr ? 0 : markers_->rowCount();
     for (int row = 0; row < rows; ++row) {
         const QModelIndex index = markers_->index(row, 0);
-        const double frequency = markers_->data(index, frequencyRole_).toDouble();
+        const double place = numberOf(index, placeRole_);
+        const double frequency = std::isnan(place) ? numberOf(index, frequencyRole_) : place;
         const ValueRange& range = zoom_->shown();
         if (frequency >= range.low && frequency <= range.high) {
-            shown.push_back({row, frequency, markers_->data(index, levelRole_).toDouble()});
+            shown.push_back({row, frequency, numberOf(index, levelRole_)});
         }
     }
     return shown;
 }
 
 void SpectrumItem::refresh() {
+    drawSoon();
+}
+
+void SpectrumItem::drawSoon() {
     if (isComponentComplete()) {
         polish();
         update();
@@ -334,11 +347,16 @@ void SpectrumItem::touchUngrabEvent() {
 }
 
 void SpectrumItem::hoverEnterEvent(QHoverEvent* event) {
-    pointAt(event->posF());
+    hovered_ = event->posF();
+    pointAt(hovered_);
 }
 
 void SpectrumItem::hoverMoveEvent(QHoverEvent* event) {
-    pointAt(event->posF());
+    // Qt also sends such events after frames, for items that have moved under the pointer.
+    if (event->posF() != hovered_) {
+        pointAt(event->posF());
+    }
+    hovered_ = event->posF();
 }
 
 void SpectrumItem::hoverLeaveEvent(QHoverEvent*) {

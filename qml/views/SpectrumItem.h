@@ -44,7 +44,7 @@ class SpectrumItem : public QQuickItem {
     Q_PROPERTY(QAbstractItemModel* markers READ markers WRITE setMarkers NOTIFY markersChanged)
     /// Whether the view takes the actions above. True at first.
     Q_PROPERTY(bool interactive READ isInteractive WRITE setInteractive NOTIFY interactiveChanged)
-    /// Room between the left edge of the view and the plot; 64 at first.
+    /// Room between the left edge of the view and the plot; 76 at first.
     Q_PROPERTY(double leftMargin MEMBER leftMargin_ NOTIFY leftMarginChanged)
     /// Room on the right of the plot; 16 at first.
     Q_PROPERTY(double rightMargin MEMBER rightMargin_ NOTIFY rightMarginChanged)
@@ -126,17 +126,21 @@ protected:
     /// A marker that is on the plot.
     struct ShownMarker {
         int row;
-        double frequency;
-        double level;  // dBm; NaN where it was not measured
+        double frequency;  // of its point, where that is known
+        double level;      // dBm; NaN where it was not measured
     };
     std::vector<ShownMarker> shownMarkers() const;
 
-    /// What is shown may be another: calls updatePolish() and updatePaintNode() for the next frame.
-    void refresh();
+    /// What is shown may be another.
+    virtual void refresh();
     /// The traces have changed.
     virtual void noteTraces() { refresh(); }
     /// The traces up to now are gone, or there is another trace.
     virtual void noteCleared() { refresh(); }
+    /// The cursor or the markers may be elsewhere.
+    virtual void noteOverlay() { refresh(); }
+    /// Lets updatePolish() and updatePaintNode() be called for the next frame.
+    void drawSoon();
     /// @return the level at a place of the plot, in dBm; NaN for none
     virtual double levelAtPoint(const QPointF& point) const = 0;
 
@@ -202,9 +206,10 @@ private:
     FrequencyZoom* zoom_;
     QPointer<QAbstractItemModel> markers_;
     int frequencyRole_ = -1;
+    int placeRole_ = -1;  // frequency of the point
     int levelRole_ = -1;
     bool isInteractive_ = true;
-    double leftMargin_ = 64.0;
+    double leftMargin_ = 76.0;
     double rightMargin_ = 16.0;
     double topMargin_ = 16.0;
     double bottomMargin_ = 28.0;
@@ -215,6 +220,7 @@ private:
     QColor cursorColor_;
     QColor markerColor_;
     Gesture gesture_;
+    QPointF hovered_;  // where the pointer was last
     QPointF lastTap_;
     ulong lastTapTime_ = 0;  // ms; 0 for none
 };

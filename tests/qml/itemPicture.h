@@ -6,6 +6,7 @@
 #include <QQuickItem>
 #include <QQuickItemGrabResult>
 #include <QSharedPointer>
+#include <QSizeF>
 
 /// A picture of an item, whose pixels tests read. What an item does not draw is black under the software backend: put a
 /// coloured rectangle behind it.
@@ -20,9 +21,10 @@ public:
     int height() const { return picture_.height(); }
 
     /// The picture is there with the signal `taken`.
-    Q_INVOKABLE void take(QQuickItem* item) {
+    /// @param ratio pixels of the picture for each of the item
+    Q_INVOKABLE void take(QQuickItem* item, double ratio = 1.0) {
         picture_ = QImage();
-        result_ = item->grabToImage();
+        result_ = item->grabToImage((QSizeF(item->width(), item->height()) * ratio).toSize());
         if (result_ != nullptr) {
             connect(result_.data(), &QQuickItemGrabResult::ready, this, [this] {
                 picture_ = result_->image();
