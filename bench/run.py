@@ -16,10 +16,11 @@ targets.json is a list of rows:
     prepare  optional with commands: shell command that makes what they read
     ours     optional: who is ours; "ours" where it is not told
     against  the alternative; or {who: times, ...}, the sum of these multiples of several;
-             or null with the sense "a second"
+             or null with the senses "a second" and "milliseconds"
     sense    "at most": our time is at most `limit` times theirs
              "at least as fast": we are at least `limit` times as fast
              "a second": we do at least `limit` of the `count` things of the command a second
+             "milliseconds": we take at most `limit` ms
              "measure": there is no target; `limit` is null
 """
 import argparse
@@ -147,6 +148,8 @@ def figure(row, medians):
     ours = medians[ours_of(row)]
     if row["sense"] == "a second":
         return row["count"] / ours
+    if row["sense"] == "milliseconds":
+        return ours * 1e3
     theirs = sum(times * medians[name] for name, times in weights_of(row).items())
     return ours / theirs if row["sense"] in ("at most", "measure") else theirs / ours
 
@@ -164,6 +167,7 @@ def evaluate(row, samples):
     high = resampled[round(0.975 * (RESAMPLINGS - 1))]
     limit = row["limit"]
     missed = {"at most": lambda: low > limit, "measure": lambda: False,
+              "milliseconds": lambda: low > limit,
               "at least as fast": lambda: high < limit, "a second": lambda: high < limit}
     return {"work": row["work"], "label": row["label"], "against": row["against"],
             "sense": row["sense"], "limit": limit, "ratio": value, "spread": [low, high],
@@ -184,6 +188,7 @@ def target_text(row):
     return {"at most": lambda: f"at most {row['limit']:g} times the time",
             "at least as fast": lambda: f"at least {row['limit']:g} times as fast",
             "a second": lambda: f"at least {number(row['limit'])} a second",
+            "milliseconds": lambda: f"at most {row['limit']:g} ms",
             "measure": lambda: ""}[row["sense"]]()
 
 
