@@ -27,11 +27,22 @@ bool packExactly(const std::vector<double>& row, PackedLevel* packed) {
     return isExact;
 }
 
+/// Keeps the memory of levels that are no longer needed, or what is spare already if that is more.
+template <typename Level>
+void recycle(std::vector<Level>& levels, std::vector<Level>& spare) {
+    if (levels.capacity() > spare.capacity()) {
+        spare = std::exchange(levels, std::vector<Level>());
+    }
+    levels = std::vector<Level>();  // frees the memory, unlike clear()
+    spare.clear();
+}
+
 }  // namespace
 
 LevelRows::LevelRows(std::size_t columns)
     : columns_(columns),
-      rowsOfBlock_(std::max<std::size_t>(kLevelsOfBlock / std::max<std::size_t>(columns, 1), 1)) {}
+      rowsOfBlock_(std::max<std::size_t>(kLevelsOfBlock / std::max<std::size_t>(columns, 1), 1)),
+      row_(columns) {}
 
 double LevelRows::level(std::size_t row, std::size_t column) const {
     const Block& block = blockOf(row);
@@ -61,28 +72,38 @@ void LevelRows::copyRow(std::size_t row, PackedLevel* levels) const {
 }
 
 void LevelRows::unpack(Block& block) {
+    block.whole = std::exchange(spareWhole_, std::vector<double>());
+    block.whole.reserve(rowsOfBlock_ * columns_);
     block.whole.resize(block.packed.size());
     std::transform(block.packed.begin(), block.packed.end(), block.whole.begin(), levelOfPacked);
-    block.packed = {};
+    recycle(block.packed, sparePacked_);
     block.isPacked = false;
 }
 
-void LevelRows::append(const std::vector<double>& row) {
+/// For the next row.
+LevelRows::Block& LevelRows::blockWithRoom() {
     if ((dropped_ + size_) / rowsOfBlock_ == blocks_.size()) {
-        blocks_.push_back(std::exchange(spare_, {}));
-        blocks_.back().packed.reserve(rowsOfBlock_ * columns_);
-    }
-    Block& block = blocks_.back();
-    if (block.isPacked) {
-        const std::size_t at = block.packed.size();
-        block.packed.resize(at + columns_);
-        if (!packExactly(row, block.packed.data() + at)) {
-            block.packed.resize(at);
-            unpack(block);
+        if (blocks_.full()) {
+            blocks_.set_capacity(2 * blocks_.capacity() + 1);
         }
+        blocks_.push_back({});
+    }
+    return blocks_.back();
+}
+
+void LevelRows::append(const std::vector<double>& row) {
+    Block& block = blockWithRoom();
+    if (block.isPacked && !packExactly(row, row_.data())) {
+        unpack(block);
     }
     if (!block.isPacked) {
         block.whole.insert(block.whole.end(), row.begin(), row.end());
+    } else {
+        if (block.packed.empty()) {
+            block.packed = std::exchange(sparePacked_, std::vector<PackedLevel>());
+            block.packed.reserve(rowsOfBlock_ * columns_);
+        }
+        block.packed.insert(block.packed.end(), row_.begin(), row_.end());
     }
     ++size_;
 }
@@ -91,10 +112,8 @@ void LevelRows::dropOldest() {
     ++dropped_;
     --size_;
     if (dropped_ == rowsOfBlock_) {
-        spare_ = std::move(blocks_.front());
-        spare_.packed.clear();
-        spare_.whole.clear();
-        spare_.isPacked = true;
+        recycle(blocks_.front().packed, sparePacked_);
+        recycle(blocks_.front().whole, spareWhole_);
         blocks_.pop_front();
         dropped_ = 0;
     }

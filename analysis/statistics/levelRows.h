@@ -1,7 +1,8 @@
 #pragma once
 
+#include <boost/circular_buffer.hpp>
+
 #include <cstddef>
-#include <deque>
 #include <vector>
 
 #include "analysis/statistics/packedLevel.h"
@@ -10,7 +11,8 @@ namespace rfu {
 
 /// Rows of levels in dBm, all of the same length, from oldest to newest; levels come back bit for bit.
 /// Rows are stored in blocks, so that a short row takes no more memory than its levels. A block stores
-/// packed levels as long as all of its levels are whole hundredths of a dB.
+/// packed levels as long as all of its levels are whole hundredths of a dB. The memory of dropped rows is used
+/// again, so that none is allocated where one is dropped for each that comes.
 class LevelRows {
 public:
     explicit LevelRows(std::size_t columns);
@@ -39,13 +41,16 @@ private:
     std::size_t startOf(std::size_t row) const {
         return (dropped_ + row) % rowsOfBlock_ * columns_;
     }
-    static void unpack(Block& block);
+    Block& blockWithRoom();
+    void unpack(Block& block);
 
     std::size_t columns_;
     std::size_t rowsOfBlock_;
-    std::deque<Block> blocks_;
-    Block spare_;              // an empty block, whose memory is used again
-    std::size_t dropped_ = 0;  // rows of the first block
+    boost::circular_buffer<Block> blocks_;
+    std::vector<PackedLevel> sparePacked_;  // empty, but with the memory of former blocks
+    std::vector<double> spareWhole_;
+    std::vector<PackedLevel> row_;  // the last one, packed
+    std::size_t dropped_ = 0;       // rows of the first block
     std::size_t size_ = 0;
 };
 

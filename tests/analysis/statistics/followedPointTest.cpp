@@ -1,6 +1,7 @@
 #include "analysis/statistics/followedPoint.h"
 
 #include <gtest/gtest.h>
+#include <support/allocations.h>
 #include <support/samples.h>
 
 #include <cmath>
@@ -131,4 +132,32 @@ TEST(FollowedPoint, HasNothingWhereNothingWasMeasured) {
     levels.follow(history, 0);
     EXPECT_FALSE(levels.statistics(0.0).average);
     EXPECT_FALSE(levels.powerMean(milliwatts));
+}
+
+TEST(FollowedPoint, AllocatesNothingOnceTheDepthIsReached) {
+    constexpr int kDepth = 50;
+    TraceHistory history(kDepth);
+    FollowedPoint point;
+    MilliwattTable milliwatts;
+    const std::vector<double> trace = {-10.0, -20.0};
+    const auto add = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            history.add(trace);
+            point.follow(history, 1);
+        }
+    };
+    add(10000);
+    long long above = 0;
+    double powerMean = 0.0;
+    std::size_t count = 0;
+    {
+        const Allocations allocations;
+        add(10000);
+        above = point.statistics(-30.0).above;
+        powerMean = point.powerMean(milliwatts).value();
+        count = allocations.count();
+    }
+    EXPECT_EQ(above, kDepth);
+    EXPECT_NEAR(powerMean, -20.0, 1e-12);
+    EXPECT_EQ(count, 0U);
 }

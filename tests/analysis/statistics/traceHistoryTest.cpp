@@ -1,6 +1,7 @@
 #include "analysis/statistics/traceHistory.h"
 
 #include <gtest/gtest.h>
+#include <support/allocations.h>
 #include <support/samples.h>
 
 #include <cmath>
@@ -213,4 +214,40 @@ TEST(TraceHistory, TakesTracesWithoutPoints) {
     EXPECT_EQ(history.size(), 2U);
     EXPECT_EQ(history.time(1), 5);
     EXPECT_TRUE(history.average().empty());
+}
+
+TEST(TraceHistory, AllocatesNothingOnceTheDepthIsReached) {
+    struct Row {
+        const char* name;
+        double parts;  // of a dB, from level to level
+    };
+    for (const Row& row :
+         {Row{"hundredths", 100.0}, Row{"both kinds", 1000.0}, Row{"others", 300.0}}) {
+        for (const std::size_t points : {1U, 100U, 5000U}) {
+            SCOPED_TRACE(row.name);
+            constexpr int kDepth = 30;
+            TraceHistory history(kDepth);
+            std::vector<double> trace(points);
+            const auto add = [&](int number) {
+                for (std::size_t i = 0; i < points; ++i) {
+                    trace[i] = -(static_cast<double>(i) + number + 1.0) / row.parts;
+                }
+                history.add(trace, number);
+            };
+            // As many more as a block of short rows may hold.
+            for (int i = 0; i < kDepth + 2 * 8192 / static_cast<int>(points); ++i) {
+                add(i);
+            }
+            std::size_t count = 0;
+            {
+                const Allocations allocations;
+                for (int i = 0; i < 3 * 8192 / static_cast<int>(points) + 3 * kDepth; ++i) {
+                    add(i);
+                }
+                count = allocations.count();
+            }
+            EXPECT_EQ(count, 0U) << points;
+            EXPECT_EQ(history.level(kDepth - 1, points - 1), trace.back());
+        }
+    }
 }
