@@ -73,9 +73,9 @@ std::unique_ptr<QObject> filledPage(QQmlEngine& engine, bool isTyped, bool isInH
     std::unique_ptr<QObject> page(component.create());
     rfu::bench::Random random(20261121);
     for (int i = 0; page != nullptr && i < kSweeps; ++i) {
-        QMetaObject::invokeMethod(page.get(), "take",
-                                  Q_ARG(QVariant, QVariant::fromValue(sweep(random, isInHundredths))),
-                                  Q_ARG(QVariant, isTyped));
+        QMetaObject::invokeMethod(
+            page.get(), "take", Q_ARG(QVariant, QVariant::fromValue(sweep(random, isInHundredths))),
+            Q_ARG(QVariant, isTyped));
     }
     for (int i = 0; page != nullptr && i < kDepth; ++i) {
         QMetaObject::invokeMethod(page.get(), "append");

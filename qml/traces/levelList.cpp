@@ -22,6 +22,21 @@ void dropZerosThatAreNone(const QJSValue& list, std::vector<double>& levels) {
     }
 }
 
+/// @param array  a Float64Array
+/// @return whether it is one that holds something
+bool copyDoubles(const QJSValue& array, std::vector<double>& levels) {
+    const QByteArray bytes = array.property(QStringLiteral("buffer")).toVariant().toByteArray();
+    const int offset = array.property(QStringLiteral("byteOffset")).toInt();
+    const int size = array.property(QStringLiteral("byteLength")).toInt();
+    // What only pretends to be an array may say anything.
+    if (size <= 0 || offset < 0 || offset > bytes.size() || size > bytes.size() - offset) {
+        return false;
+    }
+    levels.resize(static_cast<std::size_t>(size) / sizeof(double));
+    std::memcpy(levels.data(), bytes.constData() + offset, levels.size() * sizeof(double));
+    return !levels.empty();
+}
+
 }  // namespace
 
 bool readLevelList(const QJSValue& list, QJSEngine& engine, std::vector<double>& levels) {
@@ -31,15 +46,14 @@ bool readLevelList(const QJSValue& list, QJSEngine& engine, std::vector<double>&
     if (!(length >= 1.0 && length <= kMostLevels)) {
         return false;
     }
+    QJSValue doubles = engine.globalObject().property(QStringLiteral("Float64Array"));
+    if (list.prototype().strictlyEquals(doubles.property(QStringLiteral("prototype")))) {
+        return copyDoubles(list, levels);
+    }
     // The engine converts a list much faster than element by element from here.
-    const QJSValue numbers =
-        engine.globalObject().property(QStringLiteral("Float64Array")).callAsConstructor({list});
-    const QByteArray bytes = numbers.property(QStringLiteral("buffer")).toVariant().toByteArray();
-    if (numbers.isError() || bytes.isEmpty()) {
+    if (!copyDoubles(doubles.callAsConstructor({list}), levels)) {
         return false;
     }
-    levels.resize(static_cast<std::size_t>(bytes.size()) / sizeof(double));
-    std::memcpy(levels.data(), bytes.constData(), levels.size() * sizeof(double));
     dropZerosThatAreNone(list, levels);
     return true;
 }

@@ -2,6 +2,7 @@
 #include <qqml.h>
 #include <QtQuickTest>
 
+#include "allocationCounter.h"
 #include "documentPages.h"
 #include "itemPicture.h"
 #include "modelTester.h"
@@ -12,6 +13,7 @@ class Setup : public QObject {
 
 public:
     Setup() {
+        qmlRegisterType<AllocationCounter>("RfUtilsTest", 1, 0, "AllocationCounter");
         qmlRegisterType<DocumentPages>("RfUtilsTest", 1, 0, "DocumentPages");
         qmlRegisterType<ItemPicture>("RfUtilsTest", 1, 0, "ItemPicture");
         qmlRegisterType<ModelTester>("RfUtilsTest", 1, 0, "ModelTester");

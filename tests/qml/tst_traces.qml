@@ -106,6 +106,7 @@ TestCase {
             { tag: "a part", list: new Float64Array([-1, -2, -3, -4]).subarray(1, 3), levels: [-2, -3] },
             { tag: "like an array", list: { length: 2, 0: -1, 1: -2 }, levels: [-1, -2] },
             { tag: "zeros", list: [0, -0], levels: [0, 0] },
+            { tag: "zeros of an array", list: new Float64Array(2), levels: [0, 0] },
             { tag: "not measured", list: [-1, undefined, null, -999, -Infinity], levels: [-1, NaN, NaN, NaN, NaN] },
             { tag: "holes", list: [-1, , -3], levels: [-1, NaN, -3] },
             { tag: "no numbers", list: ["", "x", {}, [], false, () => 1], levels: [NaN, NaN, NaN, NaN, NaN, NaN] }
@@ -130,6 +131,8 @@ TestCase {
             { tag: "text as length", list: { length: "two" } },
             { tag: "too long", list: { length: 4194305 } },
             { tag: "far too long", list: { length: 1e300 } },
+            { tag: "no typed array", list: Object.setPrototypeOf({ length: 3, buffer: new ArrayBuffer(8), byteOffset: -8,
+                                                                   byteLength: 24 }, Float64Array.prototype) },
             { tag: "array without elements", list: new Array(4294967295) }
         ]
     }
@@ -142,6 +145,40 @@ TestCase {
         compareLevels(p.trace.levels(TraceModel.Newest), [-1, -2])
         compare(p.updates.count, 0)
     }
+
+    AllocationCounter { id: allocations }
+
+    function test_aMillionSweepsTakeNoMemory() {
+        const trace = createTemporaryObject(lone, test, { depth: 50, updateInterval: 100000 })
+        const markers = createTemporaryObject(sixMarkers, test, { trace: trace })
+        for (let row = 0; row < 6; ++row) {
+            markers.set(row, row)
+        }
+        const levels = new Float64Array(20).fill(-0.5)
+        const append = times => {
+            for (let i = 0; i < times; ++i) {
+                levels[3] = -1 - i % 100
+                trace.append(levels)
+            }
+        }
+        // Sweeps allocate nothing; the engine does, less and less.
+        const few = 10
+        for (let i = 0; i < 179; ++i) {
+            append(5000)
+        }
+        verify(allocations.during(() => append(5000)) < few)
+        // The same where markers are told of each.
+        trace.updateInterval = 0
+        for (let i = 0; i < 19; ++i) {
+            append(5000)
+        }
+        verify(allocations.during(() => append(5000)) < few)
+        compare(trace.total, 1000000)
+        compare(trace.count, 50)
+        fuzzyCompare(markers.get(3).average, -75.5, 1e-9)
+    }
+    Component { id: lone; TraceModel {} }
+    Component { id: sixMarkers; MarkerModel {} }
 
     function test_tellsAtMostOnceInAnInterval() {
         const p = createTemporaryObject(page, test)
