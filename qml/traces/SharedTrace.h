@@ -14,10 +14,11 @@ namespace rfu::qml {
 /// each for a short time. Whoever writes on another thread holds the shared trace, not the model, which
 /// may end before.
 struct SharedTrace {
+    /// @param depth how many traces are kept, at least 1
     explicit SharedTrace(std::size_t depth) : history(depth) {}
 
-    std::mutex mutex;
-    TraceHistory history;
+    std::mutex mutex;      ///< to be held while the history is used
+    TraceHistory history;  ///< the traces
 
     /// Tells the model, if there still is one, that the history has changed. Called on any thread, without
     /// the lock; until the model has looked, further calls cost nothing.

@@ -85,6 +85,7 @@ public:
     /// Lets maximum and minimum hold start again.
     Q_INVOKABLE void clearHolds();
 
+    /// @param series which of the levels
     /// @return the level of each point in dBm, NaN where it was not measured
     Q_INVOKABLE QVector<double> levels(rfu::qml::TraceModel::Series series) const;
 
@@ -108,7 +109,8 @@ Q_SIGNALS:
     void updated();
     /// The traces up to now are gone, or their points are others. Comes before `updated`.
     void cleared();
-    /// A file has been written, or could not be: see `errorString`.
+    /// A file has been written, or could not be.
+    /// @param success whether it was written; else see `errorString`
     void saved(bool success);
     /// @cond notify signals
     void depthChanged();
