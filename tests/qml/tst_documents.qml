@@ -7,6 +7,10 @@ import RfUtilsTest 1.0
 TestCase {
     id: test
     name: "Documents"
+    when: windowShown // views judge what they show
+    width: 800
+    height: 600
+    visible: true
 
     DocumentPages { id: documents }
 
