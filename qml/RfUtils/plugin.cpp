@@ -1,6 +1,7 @@
 #include <qqml.h>
 #include <QQmlEngine>
 #include <QQmlExtensionPlugin>
+#include <QQuickItem>
 
 #include "qml/lists/Catalogue.h"
 #include "qml/lists/ChoiceModel.h"
@@ -32,6 +33,9 @@ public:
     void registerTypes(const char* uri) override {
         constexpr int kMajor = 1;
         constexpr int kMinor = 0;
+        // What Qt Quick added to items since its first version is there for the views too.
+        constexpr int kItemRevision = 11;
+        qmlRegisterRevision<QQuickItem, kItemRevision>(uri, kMajor, kMinor);
         // The engine owns the object.
         qmlRegisterSingletonType<RfUnits>(
             uri, kMajor, kMinor, "RfUnits",
