@@ -41,6 +41,7 @@ MAY_USE = {
     "qml/views": EVERY_ROOM | {"analysis/support", "analysis/units", "analysis/recordings",
                                "analysis/statistics", "analysis/plots", "qml/support", "qml/traces"},
     "qml/RfUtils": {"qml/texts", "qml/lists", "qml/maps", "qml/traces", "qml/views"},
+    "tools/rfutils-view": set(),
     "examples": LIBRARY,
 }
 # Libraries that a public header must not bring to its users.

@@ -28,6 +28,11 @@ tree() {
     if grep -rIl "$work" "$prefix"; then
         fail "tree: a file holds the path of its installation"
     fi
+    if [ -x "$prefix/bin/rfutils-view" ]; then
+        test "$(env -u LD_LIBRARY_PATH "$prefix/bin/rfutils-view" --version)" = "rfutils-view $VERSION"
+        test -f "$prefix/share/applications/rfutils-view.desktop"
+        test -f "$prefix/share/icons/hicolor/scalable/apps/rfutils-view.svg"
+    fi
     if [ -x "$prefix/bin/rfutils" ]; then
         test "$(env -u LD_LIBRARY_PATH "$prefix/bin/rfutils" --version)" = "rfutils $VERSION"
     fi
@@ -100,6 +105,11 @@ message("plugin ${plugin}")'
     unset LD_LIBRARY_PATH
     ldd "$modules/RfUtils/librfUtilsQml.so" >libraries.txt
     grep -qF "$modules/RfUtils/../../../librfUtils.so." libraries.txt
+    if [ -x "$prefix/bin/rfutils-view" ]; then
+        # The viewer finds the module beside it.
+        QT_QPA_PLATFORM=minimal:enable_fonts "$prefix/bin/rfutils-view" "$SOURCE/examples/data/fm_band.csv" --screenshot viewer.png
+        test -s viewer.png
+    fi
     "$BUILD/tests/qml/qml_runner" -import "$modules" -input "$SOURCE/tests/qml/tst_units.qml"
 }
 

@@ -1,0 +1,209 @@
+// The viewer: reads the options and shows the page. All else is QML on the module RfUtils.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QIcon>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QQmlApplicationEngine>
+#include <QTranslator>
+#include <QUrl>
+#include <QVariant>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+/// Options whose text the page takes as it is, and those that name a file.
+struct Option {
+    const char* name;
+    const char* value;
+    const char* property;
+    const char* help;
+};
+// clang-format off
+constexpr Option kTexts[] = {
+    {"unit", "UNIT", "startUnit", "Unit of all levels, such as dBuV or V/m"}};
+constexpr Option kFiles[] = {
+    {"catalogue", "FILE", "catalogueFile", "Offer the choices of this catalogue among the settings too"},
+    {"map", "FILE", "mapFile", "Show this raster map on the page of maps"},
+    {"mask", "FILE", "maskFile", "Judge the levels by this mask: lines of MHz,dBm"},
+    {"screenshot", "FILE", "pictureFile", "Write a picture (PNG) once the recording is read, and end"}};
+constexpr Option kNumbers[] = {
+    {"gain", "DBI", "startGain", "Gain of the antenna in dBi, for units of field strength"},
+    {"limit", "DBM", "startLimit", "Judge the levels by this limit in dBm"},
+    {"marker", "MHZ", "startMarkers", "Set a marker at this frequency in MHz; up to six times"},
+    {"width", "PIXELS", "startWidth", "Width of the window"},
+    {"height", "PIXELS", "startHeight", "Height of the window"}};
+// clang-format on
+
+QUrl urlOf(const QString& file) {
+    return QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath());
+}
+
+/// The arguments before "--", and the recording program with its arguments behind it.
+struct Arguments {
+    QStringList own;
+    QStringList program;
+};
+
+Arguments split(const QStringList& all) {
+    const auto dashes = std::find(all.begin(), all.end(), QStringLiteral("--"));
+    Arguments split;
+    std::copy(all.begin(), dashes, std::back_inserter(split.own));
+    if (dashes != all.end()) {
+        std::copy(dashes + 1, all.end(), std::back_inserter(split.program));
+    }
+    return split;
+}
+
+void describe(QCommandLineParser& parser) {
+    parser.setApplicationDescription(
+        QStringLiteral("Shows a recording of sweeps: spectrum, waterfall, markers.\n"
+                       "Behind -- follows a program that records to its standard output, such as\n"
+                       "rfutils-view -- rtl_power -f 88M:108M:50k -i 1 -"));
+    parser.addPositionalArgument(QStringLiteral("FILE"),
+                                 QStringLiteral("Recording to show; - for standard input"),
+                                 QStringLiteral("[FILE | - | -- PROGRAM [ARGUMENT...]]"));
+    const auto add = [&parser](const Option& option) {
+        parser.addOption({QString::fromLatin1(option.name), QString::fromLatin1(option.help),
+                          QString::fromLatin1(option.value)});
+    };
+    std::for_each(std::begin(kTexts), std::end(kTexts), add);
+    std::for_each(std::begin(kFiles), std::end(kFiles), add);
+    std::for_each(std::begin(kNumbers), std::end(kNumbers), add);
+    parser.addOption({QStringLiteral("light"), QStringLiteral("Dark on light")});
+    parser.addOption({QStringLiteral("dark"), QStringLiteral("Light on dark, as without option")});
+    parser.addHelpOption();
+    parser.addVersionOption();
+}
+
+/// The numbers of an option; nothing, with a message, where one is none.
+std::optional<QVariantList> numbersOf(const QStringList& texts, const Option& option) {
+    QVariantList numbers;
+    for (const QString& text : texts) {
+        bool isNumber = false;
+        numbers.append(text.toDouble(&isNumber));
+        if (!isNumber) {
+            std::fprintf(stderr, "rfutils-view: --%s: \"%s\" is not a number\n", option.name,
+                         qPrintable(text));
+            return {};
+        }
+    }
+    return numbers;
+}
+
+/// What the page starts with; nothing, with a message, where the usage is wrong.
+std::optional<QVariantMap> startOf(QCommandLineParser& parser, const Arguments& arguments) {
+    if (!parser.parse(arguments.own)) {
+        std::fprintf(stderr, "rfutils-view: %s\n", qPrintable(parser.errorText()));
+        return {};
+    }
+    const QStringList files = parser.positionalArguments();
+    if (files.size() + (arguments.program.isEmpty() ? 0 : 1) > 1) {
+        std::fprintf(stderr, "rfutils-view: give one recording: a file, - or a program\n");
+        return {};
+    }
+    QVariantMap start;
+    if (!files.isEmpty()) {
+        const QString& file = files.front();
+        start[QStringLiteral("source")] =
+            file == QLatin1String("-") ? QUrl(QStringLiteral("file:-")) : urlOf(file);
+    }
+    if (!arguments.program.isEmpty()) {
+        start[QStringLiteral("program")] = arguments.program.front();
+        start[QStringLiteral("programArguments")] = QStringList(arguments.program.mid(1));
+    }
+    for (const Option& option : kTexts) {
+        if (const QString name = QString::fromLatin1(option.name); parser.isSet(name)) {
+            start[QString::fromLatin1(option.property)] = parser.value(name);
+        }
+    }
+    for (const Option& option : kFiles) {
+        if (const QString name = QString::fromLatin1(option.name); parser.isSet(name)) {
+            start[QString::fromLatin1(option.property)] = urlOf(parser.value(name));
+        }
+    }
+    for (const Option& option : kNumbers) {
+        const auto numbers = numbersOf(parser.values(QString::fromLatin1(option.name)), option);
+        if (!numbers) {
+            return {};
+        }
+        const QString property = QString::fromLatin1(option.property);
+        if (property == QLatin1String("startMarkers")) {
+            start[property] = *numbers;
+        } else if (!numbers->isEmpty()) {
+            start[property] = numbers->back();
+        }
+    }
+    start[QStringLiteral("startDark")] = !parser.isSet(QStringLiteral("light"));
+    return start;
+}
+
+/// Help and version need no display.
+bool onlyTells(int argc, char** argv) {
+    return std::any_of(argv + std::min(argc, 1), argv + argc, [](const char* argument) {
+        const QLatin1String text(argument);
+        return text == QLatin1String("-h") || text == QLatin1String("--help") ||
+               text == QLatin1String("-v") || text == QLatin1String("--version");
+    });
+}
+
+std::unique_ptr<QCoreApplication> application(int& argc, char** argv) {
+    QCoreApplication::setApplicationName(QStringLiteral("rfutils-view"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(RFUTILS_VERSION));
+    if (onlyTells(argc, argv)) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+#endif
+    // With widgets: the dialogs for files are theirs where the desktop has none of its own.
+    auto graphical = std::make_unique<QApplication>(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("rfutils-view"));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/rfutils-view.svg")));
+    return graphical;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    const auto running = application(argc, argv);
+    QCommandLineParser parser;
+    describe(parser);
+    const Arguments arguments = split(QCoreApplication::arguments());
+    const std::optional<QVariantMap> start = startOf(parser, arguments);
+    if (!start) {
+        return kWrongUsage;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        parser.showVersion();
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        parser.showHelp();
+    }
+
+    QTranslator ofQt;
+    if (ofQt.load(QLocale(), QStringLiteral("qt"), QStringLiteral("_"),
+                  QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
+        QCoreApplication::installTranslator(&ofQt);
+    }
+    QTranslator ofViewer;
+    if (ofViewer.load(QLocale(), QStringLiteral("rfutils-view"), QStringLiteral("_"),
+                      QStringLiteral(":/translations"))) {
+        QCoreApplication::installTranslator(&ofViewer);
+    }
+
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QCoreApplication::applicationDirPath() +
+                         QStringLiteral("/" RFUTILS_QML_FOLDER));
+    engine.setInitialProperties(*start);
+    engine.load(QUrl(QStringLiteral("qrc:/qml/Main.qml")));
+    return engine.rootObjects().isEmpty() ? kFailed : QCoreApplication::exec();
+}
