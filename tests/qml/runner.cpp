@@ -3,6 +3,7 @@
 #include <QtQuickTest>
 
 #include "allocationCounter.h"
+#include "commandOutput.h"
 #include "documentPages.h"
 #include "itemPicture.h"
 #include "modelTester.h"
@@ -14,6 +15,7 @@ class Setup : public QObject {
 public:
     Setup() {
         qmlRegisterType<AllocationCounter>("RfUtilsTest", 1, 0, "AllocationCounter");
+        qmlRegisterType<CommandOutput>("RfUtilsTest", 1, 0, "CommandOutput");
         qmlRegisterType<DocumentPages>("RfUtilsTest", 1, 0, "DocumentPages");
         qmlRegisterType<ItemPicture>("RfUtilsTest", 1, 0, "ItemPicture");
         qmlRegisterType<ModelTester>("RfUtilsTest", 1, 0, "ModelTester");

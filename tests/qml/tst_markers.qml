@@ -105,6 +105,46 @@ TestCase {
             frequency: "chosen" in row ? row.chosen : row.frequency, pointFrequency: row.pointFrequency || NaN }))
     }
 
+    CommandOutput { id: command }
+
+    Component {
+        id: recorded
+        Item {
+            property alias recording: recording
+            property alias markers: markers
+            TraceModel { id: trace }
+            RecordingSource { id: recording; trace: trace }
+            MarkerModel { id: markers; trace: trace; limit: -60 }
+            property alias depth: trace.depth
+        }
+    }
+    function test_showsTheNumbersOfTheCommand_data() {
+        return [
+            { tag: "hundred sweeps", file: "fm_band.csv", depth: 100, frequencies: [88, 90.02, 98.3, 100, 104.61, 107.99] },
+            { tag: "one sweep", file: "fm_band.csv", depth: 1, frequencies: [88, 98.3] },
+            { tag: "all", file: "fm_next_day.csv", depth: 1000, frequencies: [95.7, 98.3] },
+            { tag: "several bands", file: "wifi_band.csv", depth: 50, frequencies: [2412, 2437.2, 2472] }
+        ]
+    }
+    function test_showsTheNumbersOfTheCommand(row) {
+        if (!command.exists()) {
+            skip("the command is not built")
+        }
+        const p = createTemporaryObject(recorded, test, { depth: row.depth })
+        row.frequencies.forEach((frequency, i) => p.markers.set(i, frequency))
+        p.recording.source = command.sample(row.file)
+        tryCompare(p.recording, "status", RecordingSource.Ready)
+        const printed = JSON.parse(command.of(["trace", row.file, "--more", "--limit", "-60", "--keep", String(row.depth), "--format",
+            "json"].concat(...row.frequencies.map(frequency => ["--marker", frequency + "MHz"]))))
+        compare(printed.length, row.frequencies.length)
+        tryVerify(() => p.markers.get(0).average === printed[0].average)
+        printed.forEach((expected, i) => compareRow(p.markers, i, {
+            frequency: row.frequencies[i], point: expected.point, pointFrequency: expected.frequencyMHz,
+            average: expected.average, powerMean: expected.powerMean, maximum: expected.maximum,
+            minimum: expected.minimum, above: expected.above
+        }))
+    }
+
     function test_placesLikeTheCommand_data() {
         return [
             { tag: "on a point", frequency: 102, point: 2 },
