@@ -233,10 +233,12 @@ QVariantMap TraceView::violation(int index) const {
 
 void TraceView::refresh() {
     isStale_ = true;
+    settleSoon();
     drawSoon();
 }
 
 void TraceView::noteOverlay() {
+    settleSoon();
     drawSoon();
 }
 
@@ -246,16 +248,38 @@ void TraceView::noteCleared() {
     refresh();
 }
 
-void TraceView::updatePolish() {
+/// Properties follow even where nothing is drawn, such as in a window that is not shown.
+void TraceView::settleSoon() {
+    if (isComponentComplete() && !std::exchange(willSettle_, true)) {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                willSettle_ = false;
+                settle();
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+/// Brings all properties up to date.
+void TraceView::settle() {
     if (std::exchange(isStale_, false)) {
+        isDrawn_ = false;
         readTrace();
         chooseScale();
         chooseLevels();
         judge();
-        draw();
+        findVisible(devicePlot());
     }
     if (assign(cursorLevel_, levelAtCursor())) {
         Q_EMIT cursorLevelChanged();
+    }
+}
+
+void TraceView::updatePolish() {
+    settle();
+    if (!std::exchange(isDrawn_, true)) {
+        draw();
     }
     overlay_ = overlayNow();
 }
@@ -413,9 +437,7 @@ void TraceView::draw() {
         isPictureNew_ = true;
     }
     bars_.clear();
-    visible_ = {};
-    if (!plot.isEmpty() && !std::isnan(zoom()->low())) {
-        findVisible(plot);
+    if (!visible_.x.empty()) {
         appendCurves(plot);
         appendLimits(plot);
     }
@@ -439,7 +461,11 @@ PlotFace TraceView::faceNow() const {
 }
 
 void TraceView::findVisible(const QRect& plot) {
+    visible_ = {};
     const ValueRange& range = zoom()->shown();
+    if (plot.isEmpty() || std::isnan(range.low)) {
+        return;
+    }
     const std::vector<double>& places = shown_.places;
     const auto first = std::lower_bound(places.begin(), places.end(), range.low);
     const auto end = std::upper_bound(first, places.end(), range.high);

@@ -254,6 +254,8 @@ private:
     void judge(std::vector<Found>& found, std::size_t& judged, const LimitMask& limits,
                const PointScale* scale) const;
 
+    void settleSoon();
+    void settle();
     void draw();
     PlotFace faceNow() const;
     void findVisible(const QRect& plot);
@@ -298,6 +300,8 @@ private:
     BackgroundRead<LimitMask> reading_;
 
     bool isStale_ = true;  // more than the overlay
+    bool willSettle_ = false;
+    bool isDrawn_ = false;
     Shown shown_;
     PointScale scale_;
     PointScale maskScale_;
