@@ -55,6 +55,11 @@ TestCase {
     function lines(text) {
         return "printf '%s' '" + text + "'\n"
     }
+    /// Lets a script wait for a file.
+    function awaits(name) {
+        folder.remove(name)
+        return "while [ ! -e '" + folder.path(name) + "' ]; do sleep 0.02; done\n"
+    }
     function levels(p, series) {
         return [].slice.call(p.trace.levels(series))
     }
@@ -352,7 +357,6 @@ TestCase {
         const p = make({ speed: 0.5 })
         const begin = Date.now()
         p.source.source = folder.write("r.csv", recording(6, 0.1))
-        tryVerify(() => p.source.sweeps >= 1, 900)
         tryCompare(p.source, "duration", 0.5)
         tryCompare(p.source, "status", RecordingSource.Ready, 10000)
         verify(Date.now() - begin >= 990, Date.now() - begin)
@@ -365,7 +369,7 @@ TestCase {
         const p = make({ speed: 1, source: folder.write("r.csv", hop(0, 100, [-1, -2]) + hop(50, 100, [-3, -4])) })
         tryCompare(p.source, "duration", 50)
         compare(p.source.sweeps, 1)
-        p.source.speed = 100
+        p.source.speed = 10
         wait(100)
         compare(p.source.sweeps, 1)
         p.source.speed = -1
@@ -388,7 +392,7 @@ TestCase {
         p.source.position = 0.5
         tryCompare(p.source, "seeking", false)
         verify(p.source.running)
-        tryCompare(p.source, "position", 0.6)
+        tryVerify(() => p.source.position > 0.5)
     }
 
     function test_pauses() {
@@ -423,14 +427,15 @@ TestCase {
     }
 
     function test_readsAProgram() {
-        const p = run(lines(recording(2)) + "sleep 0.2\n" + lines(sweep(2) + sweep(3).slice(0, 30)) + "sleep 0.2\n"
-                      + lines(sweep(3).slice(30)))
+        const p = run(lines(recording(2)) + awaits("first") + lines(sweep(2) + sweep(3).slice(0, 30))
+                      + awaits("second") + lines(sweep(3).slice(30)))
         compare(p.source.status, RecordingSource.Loading)
         tryCompare(p.source, "sweeps", 2)
         verify(p.source.live)
         compare(newest(p), [-2, -2.5])
         compare(p.source.status, RecordingSource.Loading)
         compare(p.source.progress, NaN)
+        folder.write("first", "")
         tryCompare(p.source, "sweeps", 3)
         compare(newest(p), [-3, -3.5])
         compare(p.source.position, 2)
@@ -438,6 +443,7 @@ TestCase {
         p.source.position = 0
         compare(p.source.position, 2)
         verify(!p.source.seeking)
+        folder.write("second", "")
         tryCompare(p.source, "status", RecordingSource.Ready)
         compare(newest(p), [-4, -4.5])
         compare(p.source.errorString, "")
@@ -580,8 +586,9 @@ TestCase {
         wait(0)
         const other = make({ source: fifo, position: 3 })
         wait(50)
-        const writer = run("{\n" + lines(recording(2)) + "sleep 0.1\n" + lines(sweep(2)) + "} > '" + folder.path("fifo") + "'\n")
+        const writer = run("{\n" + lines(recording(2)) + awaits("more") + lines(sweep(2)) + "} > '" + folder.path("fifo") + "'\n")
         tryCompare(other.source, "sweeps", 2)
+        folder.write("more", "")
         tryCompare(other.source, "status", RecordingSource.Ready)
         compare(newest(other), [-3, -3.5])
         compare(other.source.position, 2)
