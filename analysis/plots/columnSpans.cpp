@@ -9,7 +9,7 @@ namespace rfu {
 
 namespace {
 
-constexpr double kFar = 1e6;  // pixels: finite, and far enough to keep the slope of a line
+constexpr double kFarAway = 1e6;  // pixels: finite, and far enough to keep the slope of a line
 
 /// The ranges while they grow.
 class CoveredColumns {
@@ -50,7 +50,7 @@ private:
 };
 
 double near(double y) {
-    return std::clamp(y, -kFar, kFar);
+    return std::clamp(y, -kFarAway, kFarAway);
 }
 
 PixelSpan cut(double first, double end, int rows) {

@@ -22,10 +22,10 @@ namespace rfu::qml {
 namespace {
 
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double kZoomStep = 1.25;    // of one step of the wheel or a key
-constexpr double kPanStep = 0.1;      // of the view
-constexpr double kFaster = 3.0;       // steps at once, with Ctrl
-constexpr double kWheelStep = 120.0;  // eighths of a degree, one step of a usual wheel
+constexpr double kMapZoomStep = 1.25;    // of one step of the wheel or a key
+constexpr double kMapPanStep = 0.1;      // of the view
+constexpr double kMapFaster = 3.0;       // steps at once, with Ctrl
+constexpr double kMapWheelStep = 120.0;  // eighths of a degree, one step of a usual wheel
 
 /// Pixels by which a key moves the map, in parts of the view.
 struct MoveKey {
@@ -34,10 +34,10 @@ struct MoveKey {
     double y;
 };
 
-constexpr MoveKey kMoveKeys[] = {{Qt::Key_Left, kPanStep, 0.0},
-                                 {Qt::Key_Right, -kPanStep, 0.0},
-                                 {Qt::Key_Up, 0.0, kPanStep},
-                                 {Qt::Key_Down, 0.0, -kPanStep}};
+constexpr MoveKey kMoveKeys[] = {{Qt::Key_Left, kMapPanStep, 0.0},
+                                 {Qt::Key_Right, -kMapPanStep, 0.0},
+                                 {Qt::Key_Up, 0.0, kMapPanStep},
+                                 {Qt::Key_Down, 0.0, -kMapPanStep}};
 
 struct ZoomKey {
     int key;
@@ -47,7 +47,7 @@ struct ZoomKey {
 constexpr ZoomKey kZoomKeys[] = {{Qt::Key_Plus, 1.0}, {Qt::Key_Equal, 1.0}, {Qt::Key_Minus, -1.0}};
 
 double fasterBy(Qt::KeyboardModifiers keys) {
-    return keys.testFlag(Qt::ControlModifier) ? kFaster : 1.0;
+    return keys.testFlag(Qt::ControlModifier) ? kMapFaster : 1.0;
 }
 
 /// A picture and where it is shown.
@@ -359,8 +359,8 @@ void MapView::wheelEvent(QWheelEvent* event) {
         event->ignore();
         return;
     }
-    const double steps = event->angleDelta().y() / kWheelStep * fasterBy(event->modifiers());
-    zoom(std::pow(kZoomStep, steps), event->position().x(), event->position().y());
+    const double steps = event->angleDelta().y() / kMapWheelStep * fasterBy(event->modifiers());
+    zoom(std::pow(kMapZoomStep, steps), event->position().x(), event->position().y());
     event->accept();
 }
 
@@ -493,7 +493,7 @@ void MapView::keyPressEvent(QKeyEvent* event) {
         look(sight_.dragged({}, QPointF(move->x * width(), move->y * height()) * faster));
         event->accept();
     } else if (zoomed != std::end(kZoomKeys)) {
-        zoom(std::pow(kZoomStep, zoomed->steps * faster), width() / 2.0, height() / 2.0);
+        zoom(std::pow(kMapZoomStep, zoomed->steps * faster), width() / 2.0, height() / 2.0);
         event->accept();
     } else if (event->key() == Qt::Key_Home) {
         fit();
