@@ -16,9 +16,10 @@ Rectangle {
     readonly property alias view: view
     signal open()
 
-    readonly property string cursorText: place(view.cursorX, view.cursorY, view.cursorValue)
+    readonly property string cursorText: [earthly(view.cursorX, view.cursorY),
+        place(view.cursorX, view.cursorY, view.cursorValue)].filter(text => text !== "").join("   ")
 
-    color: Theme.plot
+    color: Theme.control
 
     function numberText(number) {
         return isNaN(number) ? "" : String(Number(number.toFixed(2)))
@@ -28,6 +29,13 @@ Rectangle {
     function place(x, y, value) {
         return isNaN(x) || isNaN(y) ? ""
             : numberText(x) + "  " + numberText(y) + "   " + (isNaN(value) ? qsTr("no value") : numberText(value))
+    }
+
+    /// Where on the Earth a place is; empty where the map does not tell.
+    function earthly(x, y) {
+        const at = map.hasPlaces && !isNaN(x) ? map.placeAt(x, y) : {}
+        return at.latitude === undefined || isNaN(at.latitude) ? ""
+            : RfUnits.angleText(at.latitude) + "  " + RfUnits.angleText(at.longitude)
     }
 
     component Label: Text {
@@ -65,7 +73,8 @@ Rectangle {
             textColor: Theme.text
             labelColor: Theme.panel
             markColor: Theme.accent
-            marks: page.marked ? [{ x: page.markX, y: page.markY, label: position.text, detail: page.numberText(page.markX) + "  " + page.numberText(page.markY) }] : []
+            marks: page.marked ? [{ x: page.markX, y: page.markY, label: position.text, detail: page.earthly(page.markX, page.markY)
+                || page.numberText(page.markX) + "  " + page.numberText(page.markY) }] : []
             onClicked: (x, y) => {
                 page.markX = x
                 page.markY = y
@@ -79,7 +88,7 @@ Rectangle {
                 visible: text !== ""
                 text: map.status === RasterMap.Error ? map.errorString
                     : map.status === RasterMap.Loading ? qsTr("reading the map")
-                    : map.status === RasterMap.Null ? qsTr("No map: open an ASCII grid, a BIL raster or a TAB file.") : ""
+                    : map.status === RasterMap.Null ? qsTr("No map: open an ASCII grid (.asc) or a BIL raster (.bil, .hdr).") : ""
                 font.pixelSize: Theme.fontSize + 1
                 color: map.status === RasterMap.Error ? Theme.fail : Theme.dim
             }

@@ -50,7 +50,7 @@ Rectangle {
         ProgressBar {
             id: bar
             objectName: "progress"
-            visible: line.reading && !isNaN(line.recording.progress)
+            visible: line.reading && !line.recording.live && !isNaN(line.recording.progress)
             value: visible ? line.recording.progress : 0
             Layout.preferredWidth: 90
             Layout.preferredHeight: 8

@@ -9,7 +9,7 @@ AbstractButton {
     property var command: ({ title: "", text: "", keys: [], run: () => {} })
 
     text: command.title
-    implicitWidth: Math.max(Theme.button, label.implicitWidth + 16)
+    implicitWidth: Math.max(Theme.button, label.implicitWidth + 13)
     implicitHeight: Theme.button
     focusPolicy: Qt.TabFocus
     onClicked: command.run()

@@ -16,13 +16,13 @@ Rectangle {
     color: Theme.window
 
     component Gap: Item {
-        Layout.preferredWidth: 4
+        Layout.preferredWidth: 3
     }
 
     RowLayout {
         id: row
         anchors { fill: parent; leftMargin: 6; rightMargin: 6 }
-        spacing: 4
+        spacing: 3
 
         ToolItem { command: strip.commands.of("open") }
         ToolItem { command: strip.commands.of("picture") }

@@ -411,10 +411,6 @@
         <translation>Karte wird gelesen</translation>
     </message>
     <message>
-        <source>No map: open an ASCII grid, a BIL raster or a TAB file.</source>
-        <translation>Keine Karte: ASCII-Raster, BIL-Raster oder TAB-Datei öffnen.</translation>
-    </message>
-    <message>
         <source>Open map</source>
         <translation>Karte öffnen</translation>
     </message>
@@ -429,6 +425,10 @@
     <message>
         <source>Position</source>
         <translation>Ort</translation>
+    </message>
+    <message>
+        <source>No map: open an ASCII grid (.asc) or a BIL raster (.bil, .hdr).</source>
+        <translation>Keine Karte: ASCII-Raster (.asc) oder BIL-Raster (.bil, .hdr) öffnen.</translation>
     </message>
 </context>
 <context>
