@@ -43,6 +43,16 @@ TestCase {
         tryVerify(() => image !== null, 10000)
         return image
     }
+    /// The height of an item once its layout has come to rest.
+    function settled(item) {
+        let height = -1
+        tryVerify(() => {
+            const rests = item.height === height
+            height = item.height
+            return rests
+        })
+        return height
+    }
     /// The text of a cell of the table of markers.
     function cell(window, marker, column) {
         return findChild(find(window, "marker" + marker), column).text
@@ -65,7 +75,7 @@ TestCase {
         const window = open()
         compare(find(window, "state").text, "no recording: Ctrl+O opens one")
         compare(window.measurement.trace.count, 0)
-        window.commands.table.filter(row => !["picture", "data", "quit", "fullScreen"].includes(row.name))
+        window.commands.table.filter(row => !["quit", "fullScreen"].includes(row.name))
             .forEach(row => row.run())
         wait(50)
     }
@@ -197,6 +207,12 @@ TestCase {
         keyClick("t")
         verify(!window.showTable)
 
+        const spectrum = find(window, "spectrum")
+        const height = settled(spectrum)
+        keyClick(Qt.Key_Down, Qt.ShiftModifier)
+        tryCompare(spectrum, "height", height + 40)
+        keyClick(Qt.Key_Up, Qt.ShiftModifier)
+        tryCompare(spectrum, "height", height)
         const whole = m.zoom.high - m.zoom.low
         keyClick(Qt.Key_Plus)
         tryVerify(() => m.zoom.high - m.zoom.low < whole)
@@ -256,7 +272,7 @@ TestCase {
         tryCompare(m.zoom, "zoomed", false)
 
         const waterfall = find(window, "waterfall")
-        const height = waterfall.height
+        const height = settled(waterfall)
         const handle = waterfall.parent.mapToItem(root(window), waterfall.parent.width / 2, -3)
         mouseDrag(root(window), handle.x, handle.y, 0, 60)
         tryVerify(() => Math.abs(waterfall.height - (height - 60)) <= 12, 3000, "the splitter can be dragged")

@@ -19,6 +19,7 @@ Item {
                 () => page.savePicture()),
         command("data", qsTr("File"), ["Ctrl+E"], qsTr("Data"), qsTr("save the shown sweep as CSV"),
                 () => page.saveData()),
+        command("openMap", qsTr("File"), ["Ctrl+M"], qsTr("Open map"), qsTr("open a map"), () => page.openMap()),
         command("quit", qsTr("File"), ["Ctrl+Q"], qsTr("Quit"), qsTr("end the program"), () => page.close()),
 
         command("pause", qsTr("Recording"), ["P"], qsTr("Pause"), qsTr("pause and go on"),
@@ -89,6 +90,10 @@ Item {
                 () => { page.showTable = !page.showTable }),
         command("theme", qsTr("View"), ["D"], qsTr("Theme"), qsTr("light or dark"),
                 () => measurement.chooseNext("theme", ["dark", "light"], 1)),
+        command("larger", qsTr("View"), ["Shift+Down"], "", qsTr("more room for the spectrum"),
+                () => page.divide(40)),
+        command("smaller", qsTr("View"), ["Shift+Up"], "", qsTr("more room for the waterfall"),
+                () => page.divide(-40)),
         command("fullScreen", qsTr("View"), ["F11"], "", qsTr("fill the screen"), () => page.toggleFullScreen()),
         command("help", qsTr("View"), ["F1", "?"], "?", qsTr("show this help"),
                 () => { page.showHelp = !page.showHelp }),

@@ -74,7 +74,12 @@ ApplicationWindow {
     function open() { openDialog.choose(qsTr("Open a recording"), file => openRecording(file)) }
     function openMask() { openDialog.choose(qsTr("Open a mask"), file => { measurement.mask = file }) }
     function openCatalogue() { openDialog.choose(qsTr("Open a catalogue"), file => { catalogueFile = file }) }
-    function openMap() { openDialog.choose(qsTr("Open a map"), file => { mapPage.source = file }) }
+    function openMap() {
+        openDialog.choose(qsTr("Open a map"), file => {
+            mapPage.source = file
+            showMap = true
+        })
+    }
     function savePicture() { saveDialog.choose(qsTr("Save the window as a picture"), "png", writePicture) }
     function saveData() {
         saveDialog.choose(qsTr("Save the sweep as CSV"), "csv", file => measurement.trace.save(file))
@@ -96,6 +101,7 @@ ApplicationWindow {
     }
     signal pictureWritten()
 
+    function divide(pixels) { spectrumPage.divide(pixels) }
     function scroll(pages) { spectrumPage.scroll(pages) }
     function scrollToNewest() {
         spectrumPage.waterfall.scroll = 0
@@ -167,7 +173,7 @@ ApplicationWindow {
                     measurement: measurement
                     commands: commands
                 }
-                MapPage { id: mapPage; onOpen: window.openMap() }
+                MapPage { id: mapPage; commands: commands }
             }
             SettingsPanel {
                 Layout.fillHeight: true

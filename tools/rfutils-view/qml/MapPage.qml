@@ -7,6 +7,7 @@ import RfUtils 1.0
 Rectangle {
     id: page
 
+    required property Commands commands
     property alias source: map.source
     /// Map coordinates of the position; NaN for none.
     property real markX: NaN
@@ -14,7 +15,6 @@ Rectangle {
     readonly property bool marked: !isNaN(markX) && !isNaN(markY)
     readonly property alias map: map
     readonly property alias view: view
-    signal open()
 
     readonly property string cursorText: [earthly(view.cursorX, view.cursorY),
         place(view.cursorX, view.cursorY, view.cursorValue)].filter(text => text !== "").join("   ")
@@ -100,9 +100,7 @@ Rectangle {
             RowLayout {
                 anchors { fill: parent; leftMargin: 8; rightMargin: 8 }
                 spacing: 8
-                ToolItem {
-                    command: ({ title: qsTr("Open map"), text: qsTr("open a map"), keys: [], run: () => page.open() })
-                }
+                ToolItem { command: page.commands.of("openMap") }
                 Label {
                     visible: map.columns > 0
                     text: qsTr("%1 × %2 cells").arg(map.columns).arg(map.rows)

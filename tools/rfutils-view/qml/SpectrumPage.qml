@@ -31,6 +31,10 @@ Item {
         return parts.join("   ")
     }
 
+    /// Gives the spectrum that many more pixels.
+    function divide(pixels) {
+        upper.SplitView.preferredHeight = Math.min(Math.max(upper.height + pixels, 90), split.height - 67)
+    }
     function scroll(pages) {
         const rows = Math.max(1, Math.floor((waterfall.height - 20) / waterfall.rowHeight * 0.8))
         waterfall.scroll = Math.min(Math.max(waterfall.scroll + pages * rows, 0), Math.max(bar.last, 0))
@@ -62,6 +66,7 @@ Item {
         }
 
         Item {
+            id: upper
             SplitView.preferredHeight: split.height * 0.5
             SplitView.minimumHeight: 90
 

@@ -46,6 +46,9 @@ Rectangle {
                 : line.recording.program !== "" ? line.recording.program
                 : String(line.recording.source) === "" ? qsTr("no recording: Ctrl+O opens one")
                 : line.nameOf(line.recording.source)
+            HoverHandler { id: hover }
+            ToolTip.visible: hover.hovered && ToolTip.text !== ""
+            ToolTip.text: [line.recording.errorString, line.recording.note].filter(text => text !== "").join("\n")
         }
         ProgressBar {
             id: bar

@@ -271,6 +271,22 @@
         <source>take marker %1</source>
         <translation>Marker %1 nehmen</translation>
     </message>
+    <message>
+        <source>Open map</source>
+        <translation>Karte öffnen</translation>
+    </message>
+    <message>
+        <source>open a map</source>
+        <translation>Karte öffnen</translation>
+    </message>
+    <message>
+        <source>more room for the spectrum</source>
+        <translation>mehr Platz fürs Spektrum</translation>
+    </message>
+    <message>
+        <source>more room for the waterfall</source>
+        <translation>mehr Platz für den Wasserfall</translation>
+    </message>
 </context>
 <context>
     <name>FileField</name>
@@ -409,14 +425,6 @@
     <message>
         <source>reading the map</source>
         <translation>Karte wird gelesen</translation>
-    </message>
-    <message>
-        <source>Open map</source>
-        <translation>Karte öffnen</translation>
-    </message>
-    <message>
-        <source>open a map</source>
-        <translation>Karte öffnen</translation>
     </message>
     <message>
         <source>%1 × %2 cells</source>
