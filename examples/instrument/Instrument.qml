@@ -55,7 +55,7 @@ Page {
             if (status === RecordingSource.Error) {
                 panel.notify(errorString)
             } else if (status === RecordingSource.Ready) {
-                panel.notify(receiver.sweeps + " sweeps of " + sweeps.points + " points")
+                panel.notify(receiver.sweeps + " sweeps read")
                 spectrum.markPeaks()
             }
         }

@@ -129,7 +129,7 @@ TestCase {
         compare(notices.count, 2)
         tryVerify(() => notices.currentItem.text === "Setup: Walk test inside a building")
         notices.currentIndex = 0
-        tryVerify(() => notices.currentItem.text === "240 sweeps of 512 points")
+        tryVerify(() => notices.currentItem.text === "240 sweeps read")
     }
 
     function test_reportsMissingFiles() {
