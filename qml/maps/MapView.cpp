@@ -90,7 +90,7 @@ private:
     qint64 key_ = 0;
 };
 
-struct MapNode : QSGNode {
+struct MapNode : QSGTransformNode {
     PictureNode map;
     PictureNode marks;  // above it
 };

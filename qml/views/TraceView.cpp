@@ -24,8 +24,8 @@ constexpr double kLowestLevel = -1000.0;  // dBm, that an axis may have
 constexpr double kHighestLevel = 1000.0;
 constexpr double kFewestDecibels = 1.0;  // on an axis
 
-/// The nodes of a view, from back to front.
-class TraceNode : public QSGNode {
+/// The nodes of a view, from back to front. A transform for the same reason as OverlayNode.
+class TraceNode : public QSGTransformNode {
 public:
     /// Behind the curves.
     void showPicture(QQuickWindow& window, const QImage& image, double ratio) {

@@ -30,8 +30,9 @@ struct Overlay {
     double ratio = 1.0;  // device pixels of a logical one
 };
 
-/// Draws an overlay with rectangles and small pictures, which every backend has.
-class OverlayNode : public QSGNode {
+/// Draws an overlay with rectangles and small pictures, which every backend has. A transform that moves nothing:
+/// the software backend forgets the place of what is added later below a plain QSGNode.
+class OverlayNode : public QSGTransformNode {
 public:
     void show(QQuickWindow& window, const Overlay& overlay);
 

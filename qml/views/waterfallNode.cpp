@@ -9,10 +9,10 @@ namespace rfu::qml {
 
 WaterfallNode::WaterfallNode(QQuickWindow& window)
     : window_(window),
-      background_(new QSGNode),
-      strips_(new QSGNode),
-      lines_(new QSGNode),
-      labels_(new QSGNode) {
+      background_(new QSGTransformNode),
+      strips_(new QSGTransformNode),
+      lines_(new QSGTransformNode),
+      labels_(new QSGTransformNode) {
     for (QSGNode* const layer : {background_, strips_, lines_, labels_}) {
         appendChildNode(layer);
     }

@@ -20,7 +20,10 @@ namespace rfu::qml {
 /// What a waterfall draws, from back to front: the background, strips of rows, lines and labels. Made of
 /// pictures and rectangles, which every backend of the scene graph draws. Lives on the thread that
 /// renders.
-class WaterfallNode : public QSGNode {
+///
+/// All inner nodes are transforms, though nothing is moved: the software backend forgets the place of what is
+/// added later below a plain QSGNode.
+class WaterfallNode : public QSGTransformNode {
 public:
     /// A part of a strip. Areas are in pixels of the view.
     struct Strip {

@@ -7,6 +7,7 @@
 #include "documentPages.h"
 #include "itemPicture.h"
 #include "modelTester.h"
+#include "stage.h"
 #include "testFolder.h"
 
 class Setup : public QObject {
@@ -19,6 +20,7 @@ public:
         qmlRegisterType<DocumentPages>("RfUtilsTest", 1, 0, "DocumentPages");
         qmlRegisterType<ItemPicture>("RfUtilsTest", 1, 0, "ItemPicture");
         qmlRegisterType<ModelTester>("RfUtilsTest", 1, 0, "ModelTester");
+        qmlRegisterType<Stage>("RfUtilsTest", 1, 0, "Stage");
         qmlRegisterType<TestFolder>("RfUtilsTest", 1, 0, "TestFolder");
     }
 };
