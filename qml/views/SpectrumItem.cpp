@@ -33,17 +33,17 @@ double fasterWith(Qt::KeyboardModifiers modifiers) {
 
 /// What a key does.
 struct KeyAction {
-    int key;
     double zoomSteps;
     double panSteps;
+    int key;
     bool resets;
 };
 
 constexpr KeyAction kKeys[] = {
-    {Qt::Key_Left, 0.0, -1.0, false}, {Qt::Key_Right, 0.0, 1.0, false},
-    {Qt::Key_Up, 1.0, 0.0, false},    {Qt::Key_Down, -1.0, 0.0, false},
-    {Qt::Key_Plus, 1.0, 0.0, false},  {Qt::Key_Minus, -1.0, 0.0, false},
-    {Qt::Key_Home, 0.0, 0.0, true},
+    {0.0, -1.0, Qt::Key_Left, false}, {0.0, 1.0, Qt::Key_Right, false},
+    {1.0, 0.0, Qt::Key_Up, false},    {-1.0, 0.0, Qt::Key_Down, false},
+    {1.0, 0.0, Qt::Key_Plus, false},  {-1.0, 0.0, Qt::Key_Minus, false},
+    {0.0, 0.0, Qt::Key_Home, true},
 };
 
 /// The points of a touch that are still on the screen.

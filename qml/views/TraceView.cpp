@@ -137,6 +137,9 @@ TraceView::TraceView()
               finishMask(Ready, {});
           }
       }) {
+    settling_.setSingleShot(true);
+    settling_.setInterval(0);
+    connect(&settling_, &QTimer::timeout, this, &TraceView::settle);
     for (const auto signal :
          {&TraceView::unitChanged, &TraceView::gainChanged, &TraceView::minLevelChanged,
           &TraceView::maxLevelChanged, &TraceView::showNewestChanged,
@@ -250,14 +253,8 @@ void TraceView::noteCleared() {
 
 /// Properties follow even where nothing is drawn, such as in a window that is not shown.
 void TraceView::settleSoon() {
-    if (isComponentComplete() && !std::exchange(willSettle_, true)) {
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                willSettle_ = false;
-                settle();
-            },
-            Qt::QueuedConnection);
+    if (isComponentComplete() && !settling_.isActive()) {
+        settling_.start();
     }
 }
 

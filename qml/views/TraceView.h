@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QImage>
 #include <QString>
+#include <QTimer>
 #include <QUrl>
 #include <QVariantMap>
 
@@ -300,7 +301,7 @@ private:
     BackgroundRead<LimitMask> reading_;
 
     bool isStale_ = true;  // more than the overlay
-    bool willSettle_ = false;
+    QTimer settling_;      // runs until settle()
     bool isDrawn_ = false;
     Shown shown_;
     PointScale scale_;
