@@ -1,13 +1,23 @@
 #include <support/allocations.h>
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-bool watching = false;
-std::size_t allocations = 0;
-std::size_t allocatedBytes = 0;
+// Any thread allocates.
+std::atomic<bool> watching = false;
+std::atomic<std::size_t> allocations = 0;
+std::atomic<std::size_t> allocatedBytes = 0;
+
+void* allocate(std::size_t size) noexcept {
+    if (watching) {
+        ++allocations;
+        allocatedBytes += size;
+    }
+    return std::malloc(size == 0 ? 1 : size);
+}
 
 }  // namespace
 
@@ -30,14 +40,14 @@ std::size_t Allocations::bytes() const {
 }
 
 void* operator new(std::size_t size) {
-    if (watching) {
-        ++allocations;
-        allocatedBytes += size;
-    }
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) {
+    if (void* memory = allocate(size)) {
         return memory;
     }
     throw std::bad_alloc();
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size);
 }
 
 void operator delete(void* memory) noexcept {
