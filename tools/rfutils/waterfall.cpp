@@ -68,11 +68,6 @@ const Palette* paletteOf(const CommandLine& line) {
 
 /// The levels of a recording in the unit that they are shown in.
 struct ShownLevels {
-    ShownLevels(const LevelView& view, const FrequencyAxis& axis)
-        : unit(view.unit),
-          common(unitScaleOf(unit, view.antenna, axis)),
-          presenter(unit, common.antenna) {}
-
     /// --levels in dBm.
     std::optional<LevelRange> rangeOf(const CommandLine& line) const {
         const auto shown = line.find<NumberRange>("levels");
@@ -99,6 +94,11 @@ struct ShownLevels {
     UnitScale common;
     LevelPresenter presenter;
 };
+
+ShownLevels shownLevelsOf(const LevelView& view, const FrequencyAxis& axis) {
+    const UnitScale common = unitScaleOf(view.unit, view.antenna, axis);
+    return {view.unit, common, LevelPresenter(view.unit, common.antenna)};
+}
 
 /// A recording of which the first sweep is read, so that its axis is known.
 class BegunRecording {
@@ -207,7 +207,7 @@ void runWaterfall(const CommandLine& line) {
     requireReplaceable(picture, source.inputs());
 
     BegunRecording recording(source);
-    ShownLevels shown(view, recording.axis());
+    ShownLevels shown = shownLevelsOf(view, recording.axis());
     options.scale = shown.common.scale;
     options.colors.range = shown.rangeOf(line);
     options.colors.offsets = std::move(shown.common.offsets);
