@@ -1,6 +1,7 @@
 #include "analysis/plots/waterfallStrips.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace rfu {
@@ -114,20 +115,29 @@ QImage WaterfallStrips::picture(std::uint64_t strip) {
         painted.picture.fill(Qt::transparent);
     }
     for (std::size_t place = 0; place < kRowsOfStrip && width_ > 0; ++place) {
-        if ((painted.uncoloured >> place & 1U) != 0) {
-            paintRow(painted, place);
+        const std::uint64_t bit = bitOf(place);
+        if ((painted.uncoloured & bit) != 0) {
+            painted.opaque =
+                paintRow(painted, place) ? painted.opaque | bit : painted.opaque & ~bit;
         }
     }
     painted.uncoloured = 0;
+    painted.picture.reinterpretAsFormat(painted.opaque == ~std::uint64_t{0}
+                                            ? QImage::Format_RGB32
+                                            : QImage::Format_ARGB32_Premultiplied);
     return painted.picture;
 }
 
-void WaterfallStrips::paintRow(Strip& strip, std::size_t place) const {
+/// @return whether all of the row was measured
+bool WaterfallStrips::paintRow(Strip& strip, std::size_t place) const {
     auto* const pixels = reinterpret_cast<QRgb*>(strip.picture.scanLine(lineOf(place)));
     const PackedLevel* const levels = strip.levels.data() + place * width_;
+    PackedLevel lowest = std::numeric_limits<PackedLevel>::max();
     for (std::size_t column = 0; column < width_; ++column) {
         pixels[column] = colors_->color(levels[column]);
+        lowest = std::min(lowest, levels[column]);
     }
+    return lowest != kNotMeasured;
 }
 
 }  // namespace rfu

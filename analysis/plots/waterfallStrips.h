@@ -66,7 +66,8 @@ public:
     /// A number that differs whenever the picture of a strip does; 0 where there is none.
     std::uint64_t revision(std::uint64_t strip) const;
     /// As wide as the view and 64 rows high. What was not measured, and rows that are not held, are
-    /// transparent. Null where there is no such strip.
+    /// transparent; a picture without them is of the format RGB32, which is drawn faster. Null where there is
+    /// no such strip.
     QImage picture(std::uint64_t strip);
 
 private:
@@ -76,13 +77,14 @@ private:
         QImage picture;
         std::uint64_t held = 0;        // one bit for each row
         std::uint64_t uncoloured = 0;  // the same
+        std::uint64_t opaque = 0;      // the same
         std::uint64_t revision = 0;
     };
 
     static std::size_t placeOf(std::uint64_t row) { return row % kRowsOfStrip; }
     static std::uint64_t bitOf(std::uint64_t row) { return std::uint64_t{1} << placeOf(row); }
     const Strip* find(std::uint64_t strip) const;
-    void paintRow(Strip& strip, std::size_t place) const;
+    bool paintRow(Strip& strip, std::size_t place) const;
 
     std::vector<ColumnPoints> columns_;
     std::size_t width_ = 0;

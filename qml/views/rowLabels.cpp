@@ -12,6 +12,12 @@ namespace {
 constexpr double kTick = 4.0;  // pixels
 constexpr double kBesideTick = 3.0;
 
+/// A date, such as "2024-05-04", without the year where there is no room for it.
+QString fitting(const QString& date, const QFontMetricsF& metrics, double room) {
+    constexpr int kYear = 5;
+    return metrics.horizontalAdvance(date) <= room ? date : date.mid(kYear);
+}
+
 }  // namespace
 
 void RowLabels::show(const std::vector<RowLabel>& labels, const Style& style) {
@@ -47,7 +53,7 @@ void RowLabels::paint() {
         const double y = std::round(label.y);
         painter.fillRect(QRectF(right - kTick, y, kTick, 1.0), style_.color);
         write(y, label.text);
-        write(y + height, label.date);
+        write(y + height, fitting(label.date, metrics, right - kTick - kBesideTick));
     }
 }
 

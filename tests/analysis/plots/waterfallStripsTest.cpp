@@ -140,6 +140,27 @@ TEST_F(StripsOfSixPoints, CountTheReducedLevels) {
     EXPECT_EQ(histogram.percentile(1.0), 100);
 }
 
+TEST(WaterfallStrips, AreOpaqueWhereAllOfThemWasMeasured) {
+    WaterfallStrips strips;
+    strips.setColumns({{0, 0, 1}, {1, 1, 2}}, 2);
+    strips.setColors(paletteOf("viridis"), {-100.0, 0.0});
+    const Levels both = {-10000, 0};
+    const Levels one = {-10000, kNotMeasured};
+    for (std::uint64_t row = 0; row < 64; ++row) {
+        EXPECT_TRUE(strips.picture(0).isNull() || strips.picture(0).hasAlphaChannel()) << row;
+        strips.setRow(row, 0, both.data());
+    }
+    EXPECT_EQ(strips.picture(0).format(), QImage::Format_RGB32);
+    EXPECT_EQ(strips.picture(0).pixel(1, 5), kViridisHigh);
+    strips.setRow(10, 0, one.data());
+    EXPECT_EQ(strips.picture(0).pixel(1, WaterfallStrips::lineOf(10)), kTransparent);
+    EXPECT_EQ(strips.picture(0).pixel(1, WaterfallStrips::lineOf(11)), kViridisHigh);
+    strips.setRow(10, 0, both.data());
+    strips.setColors(paletteOf("magma"), {-100.0, 0.0});
+    EXPECT_FALSE(strips.picture(0).hasAlphaChannel());
+    EXPECT_EQ(strips.picture(0).pixel(0, 0), kMagmaLow);
+}
+
 TEST(WaterfallStrips, BearAViewWithoutWidth) {
     WaterfallStrips strips;
     const PackedLevel level = 0;
