@@ -104,10 +104,8 @@ TraceModel::TraceModel()
     timer_.setSingleShot(true);
     timer_.setTimerType(Qt::PreciseTimer);
     connect(&timer_, &QTimer::timeout, this, &TraceModel::tell);
-    shared_->setListener([this] {
-        QMetaObject::invokeMethod(
-            this, [this] { tellSoon(); }, Qt::QueuedConnection);
-    });
+    shared_->setListener(
+        [this] { QMetaObject::invokeMethod(this, "tellSoon", Qt::QueuedConnection); });
 }
 
 TraceModel::~TraceModel() {

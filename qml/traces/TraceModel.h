@@ -125,6 +125,9 @@ Q_SIGNALS:
     void errorStringChanged();
     /// @endcond
 
+private Q_SLOTS:
+    void tellSoon();
+
 private:
     /// What the page was told last.
     struct Told {
@@ -154,7 +157,6 @@ private:
     void setEnd(double& end, double frequency);
     bool hasRange() const { return start_ < stop_; }
     void add(const std::vector<double>& levels);
-    void tellSoon();
     void tell();
     Told toldNow();
     void finishSaving(bool isSaved, const QString& error);
