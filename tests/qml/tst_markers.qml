@@ -304,6 +304,21 @@ TestCase {
         compare(search(0), [true, true, true, false])
     }
 
+    function test_takesNothingOverFromAnotherTrace() {
+        const first = createTemporaryObject(lone, test)
+        const second = createTemporaryObject(lone, test)
+        first.append([-1, -2])
+        second.append([-8, -9])
+        const p = createTemporaryObject(page, test)
+        p.markers.set(0, 1)
+        p.markers.trace = first
+        compareRow(p.markers, 0, { level: -2, average: -2 })
+        p.markers.trace = second
+        compareRow(p.markers, 0, { level: -9, average: -9, maximum: -9 })
+        p.markers.trace = first
+        compareRow(p.markers, 0, { level: -2, average: -2, minimum: -2 })
+    }
+
     function test_outlivesTheTrace() {
         const p = createTemporaryObject(page, test)
         const trace = lone.createObject(test)

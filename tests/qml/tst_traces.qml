@@ -154,7 +154,7 @@ TestCase {
         for (let row = 0; row < 6; ++row) {
             markers.set(row, row)
         }
-        const levels = new Float64Array(20).fill(-0.5)
+        const levels = new Float64Array(6).fill(-0.5)
         const append = times => {
             for (let i = 0; i < times; ++i) {
                 levels[3] = -1 - i % 100
