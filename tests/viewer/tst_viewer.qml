@@ -8,6 +8,7 @@ import ViewerTest 1.0
 TestCase {
     id: test
     name: "Viewer"
+    when: windowShown
 
     readonly property url band: machine.sample("fm_band.csv")
 
@@ -118,6 +119,7 @@ TestCase {
         const level = Math.max(...levels)
         const frequency = m.trace.frequencies()[levels.indexOf(level)]
         verify(frequency > 98.2 && frequency < 98.4)
+        settled(spectrum)
         m.zoom.show(97.5, 99)
         const x = spectrum.xOf(frequency)
         const y = spectrum.yOf(level)
@@ -125,9 +127,12 @@ TestCase {
         compare(waterfall.mapToItem(root(window), 0, 0).x, spectrum.mapToItem(root(window), 0, 0).x)
         fuzzyCompare(spectrum.frequencyAt(x), frequency, 0.001)
 
-        const ratio = machine.sizeOf(grab(spectrum)).width / spectrum.width
-        const rows = at => machine.rowsOf(grab(spectrum), "#ffd34d", Math.round(at * ratio), 0,
-            Math.round(spectrum.height * ratio))
+        // In the picture of the whole window, so that what is not shown is not found.
+        const corner = spectrum.mapToItem(root(window), 0, 0)
+        const ratio = machine.sizeOf(grab(root(window))).width / window.width
+        const rows = at => machine.rowsOf(grab(root(window)), "#ffd34d", Math.round((corner.x + at) * ratio),
+            Math.round(corner.y * ratio), Math.round((corner.y + spectrum.height) * ratio))
+            .map(row => row - corner.y * ratio)
         verify(rows(x)[0] !== undefined, "the carrier is drawn")
         verify(Math.abs(rows(x)[0] / ratio - y) <= 2, rows(x)[0] / ratio + " instead of " + y)
         const beside = rows(spectrum.xOf(frequency + 0.2))
@@ -144,9 +149,10 @@ TestCase {
         m.hottest = -50
         const waterfall = find(window, "waterfall")
         const colour = frequency => {
-            const image = grab(waterfall)
-            const ratio = machine.sizeOf(image).width / waterfall.width
-            return machine.pixel(image, Math.round(waterfall.xOf(frequency) * ratio), Math.round(20 * ratio))
+            const image = grab(root(window))
+            const ratio = machine.sizeOf(image).width / window.width
+            const place = waterfall.mapToItem(root(window), waterfall.xOf(frequency), 20)
+            return machine.pixel(image, Math.round(place.x * ratio), Math.round(place.y * ratio))
         }
         m.zoom.show(97.5, 99)
         tryVerify(() => colour(98.3125 + 0.02) === "#fde725", 3000, "the carrier has the hottest colour")
