@@ -6,6 +6,7 @@ import RfUtils 1.0
 TestCase {
     id: test
     name: "FrequencyZoom"
+    when: windowShown
 
     // 100 points of 0.2 MHz
     Component { id: sweeps; TraceModel { startFrequency: 88; stopFrequency: 108; updateInterval: 0 } }

@@ -6,6 +6,7 @@ import RfUtils 1.0
 TestCase {
     id: test
     name: "LevelText"
+    when: windowShown
 
     Component {
         id: text

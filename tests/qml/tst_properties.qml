@@ -8,6 +8,7 @@ import RfUtilsTest 1.0
 TestCase {
     id: test
     name: "Properties"
+    when: windowShown
 
     Component { id: levelText; LevelText { level: -50; unit: "V" } }
     Component { id: levelEntry; LevelEntry { text: "5 V"; max: 0 } }

@@ -7,6 +7,7 @@ import RfUtilsTest 1.0
 TestCase {
     id: test
     name: "SetupModel"
+    when: windowShown
 
     TestFolder { id: folder }
 

@@ -4,6 +4,7 @@ import RfUtils 1.0
 
 TestCase {
     name: "RfUnits"
+    when: windowShown
 
     function test_lists() {
         compare(RfUnits.levelUnits, ["dBm", "dBV", "dBmV", "dBuV", "V", "W"])
