@@ -90,26 +90,34 @@ void RecordingSource::setRunning(bool isRunning) {
     }
     told_.isRunning = isRunning;
     isHeld_ = false;
-    if (feed_ != nullptr) {
-        feed_->setRunning(isRunning);
-    } else if (status_ == Loading) {
-        beginTimer_.start();
-    }
+    followRunning();
     Q_EMIT runningChanged();
 }
 
-void RecordingSource::setLooping(bool isLooping) {
-    if (!assign(isLooping_, isLooping)) {
-        return;
-    }
+void RecordingSource::followRunning() {
     if (feed_ != nullptr) {
-        feed_->setLooping(isLooping);
-    } else if (isLooping && status_ == Ready && told_.end == SweepFeed::End::Whole && isFile()) {
+        feed_->setRunning(isRunning_);
+    } else if (status_ == Loading) {
+        beginTimer_.start();
+    }
+}
+
+void RecordingSource::setLooping(bool isLooping) {
+    if (assign(isLooping_, isLooping)) {
+        followLooping();
+        Q_EMIT loopChanged();
+    }
+}
+
+/// A file that was read to its end begins again.
+void RecordingSource::followLooping() {
+    if (feed_ != nullptr) {
+        feed_->setLooping(isLooping_);
+    } else if (isLooping_ && status_ == Ready && told_.end == SweepFeed::End::Whole && isFile()) {
         keepsTrace_ = true;
         finish(Loading, {});
         beginTimer_.start();
     }
-    Q_EMIT loopChanged();
 }
 
 void RecordingSource::setSpeed(double speed) {
@@ -227,8 +235,7 @@ void RecordingSource::beginProgram() {
         return;
     }
     live_ = std::make_unique<LiveProgram>(program_, arguments_, [this] {
-        QMetaObject::invokeMethod(
-            this, [this] { conclude(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, "conclude", Qt::QueuedConnection);
     });
     SweepFeed::Order order;
     order.file = program_;
@@ -244,8 +251,7 @@ void RecordingSource::feed(SweepFeed::Order order) {
     order.isLooping = isLooping_;
     order.speed = speed_;
     feed_ = std::make_unique<SweepFeed>(std::move(order), [this] {
-        QMetaObject::invokeMethod(
-            this, [this] { look(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, "look", Qt::QueuedConnection);
     });
 }
 

@@ -123,6 +123,10 @@ Q_SIGNALS:
     void seekingChanged();
     /// @endcond
 
+private Q_SLOTS:
+    void look();
+    void conclude();
+
 private:
     TraceModel* trace() const { return trace_; }
     void setTrace(TraceModel* trace);
@@ -161,10 +165,10 @@ private:
     void beginProgram();
     void feed(SweepFeed::Order order);
     void halt();
-    void look();
+    void followRunning();
+    void followLooping();
     void tell();
     void show(SweepFeed::State now);
-    void conclude();
     void settle();
     void end(const QString& error);
     void finish(Status status, const QString& error);

@@ -52,7 +52,7 @@ void sendAway(QProcess* process) {
                      });
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, process,
                      [process] { waitForEnd(*process); });
-    QTimer::singleShot(kMillisecondsToEnd, process, [process] { process->kill(); });
+    QTimer::singleShot(kMillisecondsToEnd, process, SLOT(kill()));
 }
 
 }  // namespace

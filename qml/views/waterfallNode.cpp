@@ -35,8 +35,9 @@ void WaterfallNode::showLines(const std::vector<Line>& lines) {
 
 void WaterfallNode::showLinesIn(QQuickWindow& window, QSGNode& layer,
                                 const std::vector<Line>& lines) {
-    while (layer.childCount() > 0) {
-        delete layer.firstChild();
+    while (QSGNode* const child = layer.firstChild()) {
+        layer.removeChildNode(child);
+        delete child;
     }
     for (const Line& line : lines) {
         if (line.color.alpha() > 0 && !line.area.isEmpty()) {
