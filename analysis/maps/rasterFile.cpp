@@ -167,15 +167,17 @@ RasterCheck checkGrid(const QString& file) {
 }
 
 /// Loads what has been checked.
-/// @throw InputError with the first error of the check
-Raster loadChecked(const QString& file, const RasterCheck& check) {
+/// @throw InputError with the first error of the check, and where a file has changed meanwhile
+Raster loadChecked(const QString& file, const RasterCheck& check, const FileWatch& watch) {
     for (const Findings& findings : check.files) {
         findings.throwFirstError();
     }
     const RasterFormat& format = formatOf(file);
     Raster raster;
     raster.map = std::make_unique<veltaGEO>();
-    if (!format.load(*raster.map, file)) {
+    const bool isLoaded = format.load(*raster.map, file);
+    watch.requireUnchanged();
+    if (!isLoaded) {
         throw InputError(file, raster.map->errMsg.toStdString());
     }
     raster.origin = format.origin;
@@ -212,9 +214,7 @@ QStringList filesOfRaster(const QString& file) {
 Raster loadRaster(const QString& file) {
     requireReadable(file);
     const FileWatch watch(filesOfRaster(file));  // the library opens the names itself
-    Raster raster = loadChecked(file, checkRaster(file));
-    watch.requireUnchanged();
-    return raster;
+    return loadChecked(file, checkRaster(file), watch);
 }
 
 Raster loadRaster(const QString& file, const QString& colorTable) {
@@ -225,7 +225,7 @@ Raster loadRaster(const QString& file, const QString& colorTable) {
     const FileWatch watch(filesOfRaster(file) << colorTable);
     RasterCheck check = checkGrid(file);
     addColors(check, colorTable);
-    Raster raster = loadChecked(file, check);
+    Raster raster = loadChecked(file, check, watch);
     loadColors(*raster.map, colorTable);
     watch.requireUnchanged();
     return raster;

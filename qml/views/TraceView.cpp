@@ -219,19 +219,20 @@ double TraceView::levelAtPoint(const QPointF& point) const {
     return levelAt(point.y(), frequencyAlong(point.x()));
 }
 
-QVariantMap TraceView::violation(int index) const {
-    if (index < 0 || index >= violations()) {
-        return {};
+QVariantList TraceView::violations() const {
+    QVariantList list;
+    for (const Found& found : found_) {
+        list.append(
+            QVariantMap{{QStringLiteral("from"), found.from},
+                        {QStringLiteral("to"), found.to},
+                        {QStringLiteral("frequency"), found.frequency},
+                        {QStringLiteral("level"), found.level},
+                        {QStringLiteral("limit"),
+                         found.isUpper ? found.level + found.margin : found.level - found.margin},
+                        {QStringLiteral("margin"), found.margin},
+                        {QStringLiteral("upper"), found.isUpper}});
     }
-    const Found& found = found_[static_cast<std::size_t>(index)];
-    return {{QStringLiteral("from"), found.from},
-            {QStringLiteral("to"), found.to},
-            {QStringLiteral("frequency"), found.frequency},
-            {QStringLiteral("level"), found.level},
-            {QStringLiteral("limit"),
-             found.isUpper ? found.level + found.margin : found.level - found.margin},
-            {QStringLiteral("margin"), found.margin},
-            {QStringLiteral("upper"), found.isUpper}};
+    return list;
 }
 
 void TraceView::refresh() {
@@ -416,8 +417,7 @@ void TraceView::judge() {
         limits.upper.add({shown_.axis.bands.back().high, limit_});
         judge(found, judged, limits, nullptr);
     }
-    std::swap(found_, found);
-    if (found_.size() != found.size()) {
+    if (assign(found_, found)) {
         Q_EMIT violationsChanged();
     }
     if (assign(verdict_, judged == 0 ? None : found_.empty() ? Pass : Fail)) {

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QTimer>
 #include <QUrl>
-#include <QVariantMap>
+#include <QVariantList>
 
 #include <array>
 #include <cstdint>
@@ -97,8 +97,11 @@ class TraceView : public SpectrumItem {
     Q_PROPERTY(rfu::qml::TraceModel::Series judged MEMBER judged_ NOTIFY judgedChanged)
     /// Whether the points keep to limit and mask.
     Q_PROPERTY(Verdict verdict READ verdict NOTIFY verdictChanged)
-    /// How many runs of neighbouring points are beyond limit or mask; see violation().
-    Q_PROPERTY(int violations READ violations NOTIFY violationsChanged)
+    /// The runs of neighbouring points beyond the limits, by frequency; first those of the mask. Each has `from` and
+    /// `to`, the first and the last frequency of the run, `frequency` of the point farthest beyond, its `level` and its
+    /// `limit` in dBm, its `margin` in dB, below 0, and `upper`, whether it is an upper limit. Without frequencies
+    /// numbers of points.
+    Q_PROPERTY(QVariantList violations READ violations NOTIFY violationsChanged)
 
     /// The level of the newest trace at the cursor, in dBm: the highest of the points in its pixel, or that of the nearest
     /// point. NaN where it was not measured.
@@ -135,11 +138,6 @@ public:
     /// @return its place from the upper edge of the view, which may be beside the plot; NaN where there is no room
     Q_INVOKABLE double yOf(double level,
                            double frequency = std::numeric_limits<double>::quiet_NaN()) const;
-    /// @param index  from 0, by frequency; first those of the mask
-    /// @return `from` and `to`, the first and the last frequency beyond the limit, `frequency` of the point farthest
-    ///         beyond it, its `level` and its `limit` in dBm, its `margin` in dB, below 0, and `upper`, whether it is
-    ///         an upper limit. Without frequencies numbers of points. Empty for another index
-    Q_INVOKABLE QVariantMap violation(int index) const;
 
     /// @cond notify signals
 Q_SIGNALS:
@@ -226,6 +224,11 @@ private:
         double level;
         double margin;  // dB
         bool isUpper;
+
+        bool operator==(const Found& other) const {
+            return from == other.from && to == other.to && frequency == other.frequency &&
+                   level == other.level && margin == other.margin && isUpper == other.isUpper;
+        }
     };
 
     QString shownUnit() const { return shownUnit_; }
@@ -238,7 +241,7 @@ private:
     Status status() const { return status_; }
     QString errorString() const { return error_; }
     Verdict verdict() const { return verdict_; }
-    int violations() const { return static_cast<int>(found_.size()); }
+    QVariantList violations() const;
     double cursorLevel() const { return cursorLevel_; }
 
     void readMask();

@@ -321,23 +321,28 @@ TestCase {
         compare(p.view.verdict, TraceView.None)
         p.view.limit = -50
         tryCompare(p.view, "verdict", TraceView.Fail)
-        compare(p.view.violations, 2)
-        compare(p.view.violation(0), { from: 106, to: 106, frequency: 106, level: -40, limit: -50, margin: -10, upper: true })
-        compare(p.view.violation(1).margin, -1)
-        compare(p.view.violation(2), {})
-        compare(p.view.violation(-1), {})
+        compare(p.view.violations.length, 2)
+        compare(p.view.violations[0], { from: 106, to: 106, frequency: 106, level: -40, limit: -50, margin: -10, upper: true })
+        compare(p.view.violations[1].margin, -1)
         grab(p)
         verify(isNear(rows(100, edge), 70, 70))
         const verdicts = createTemporaryObject(spies, test, { target: p.view, signalName: "verdictChanged" })
         const counts = createTemporaryObject(spies, test, { target: p.view, signalName: "violationsChanged" })
         p.view.limit = -40
         tryCompare(p.view, "verdict", TraceView.Pass)
-        compare(p.view.violations, 0)
+        compare(p.view.violations, [])
         compare(verdicts.count, 1)
         compare(counts.count, 1)
         // The hold is judged unless it is to be another.
         p.trace.append(sweep({ 60: -30 }))
         tryCompare(p.view, "verdict", TraceView.Fail)
+        compare(p.view.violations[0].margin, -10)
+        compare(counts.count, 2)
+        // As many as before, farther beyond.
+        p.trace.append(sweep({ 60: -28 }))
+        tryCompare(counts, "count", 3)
+        compare(p.view.violations.length, 1)
+        compare(p.view.violations[0].margin, -12)
         p.trace.append(sweep())
         wait(50)
         compare(p.view.verdict, TraceView.Fail)
@@ -370,7 +375,7 @@ TestCase {
         compare(p.view.status, TraceView.Loading)
         tryCompare(p.view, "status", TraceView.Ready)
         tryCompare(p.view, "verdict", row.verdict)
-        compare(p.view.violations, row.violations)
+        compare(p.view.violations.length, row.violations)
         compare(p.view.errorString, "")
         // The unit of the axis changes nothing of that.
         p.view.unit = "V/m"

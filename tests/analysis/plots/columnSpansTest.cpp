@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <locale>
 #include <sstream>
 #include <string>
 
@@ -29,6 +30,7 @@ std::vector<ColumnRange> rangesOf(const Values& x, const Values& y, const Breaks
 /// "3-5 4 . 7": from top to bottom, or a single place, or a column without.
 std::string textOf(const std::vector<ColumnRange>& ranges) {
     std::ostringstream text;
+    text.imbue(std::locale::classic());
     for (const ColumnRange& range : ranges) {
         text << (text.tellp() > 0 ? " " : "");
         if (std::isnan(range.top) || std::isnan(range.bottom)) {
