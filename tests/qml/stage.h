@@ -17,6 +17,8 @@ class Stage : public QObject {
 
 public:
     Stage() : window_(std::make_unique<QQuickWindow>(&control_)) {}
+    /// What was drawn ends before the window.
+    ~Stage() override { control_.invalidate(); }
 
     /// Until the item or the stage ends. The processor must be what draws.
     Q_INVOKABLE void show(QQuickItem* item) {
