@@ -1,7 +1,7 @@
 #include "analysis/statistics/tracePeaks.h"
 
 #include <cmath>
-#include <optional>
+#include <limits>
 
 namespace rfu {
 
@@ -15,24 +15,24 @@ bool isUp(double from, double to, double excursion) {
 
 std::vector<std::size_t> peaksOf(const std::vector<double>& levels, double excursion) {
     std::vector<std::size_t> peaks;
-    std::optional<std::size_t> top;  // once the trace has risen from a valley
-    std::optional<double> valley;
+    bool hasRisen = false;  // from a valley
+    std::size_t top = 0;    // since then
+    double valley = std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < levels.size(); ++i) {
         const double level = levels[i];
         if (std::isnan(level)) {
             continue;
         }
-        if (!top) {
-            if (!valley || level < *valley) {
-                valley = level;
-            } else if (isUp(*valley, level, excursion)) {
-                top = i;
-            }
-        } else if (level > levels[*top]) {
+        if (!hasRisen && level < valley) {
+            valley = level;
+        } else if (!hasRisen) {
+            hasRisen = isUp(valley, level, excursion);
             top = i;
-        } else if (isUp(level, levels[*top], excursion)) {
-            peaks.push_back(*top);
-            top.reset();
+        } else if (level > levels[top]) {
+            top = i;
+        } else if (isUp(level, levels[top], excursion)) {
+            peaks.push_back(top);
+            hasRisen = false;
             valley = level;
         }
     }
