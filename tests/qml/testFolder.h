@@ -44,6 +44,10 @@ public:
         return QFile::exists(QStringLiteral("/proc/%1").arg(number));
     }
     Q_INVOKABLE QString path(const QString& name) const { return folder_.filePath(name); }
+    /// Whether this build reads what gzip has compressed.
+    Q_INVOKABLE bool unpacksGzip() const {
+        return QStringLiteral(RFUTILS_UNPACKED).contains(QStringLiteral("gzip"));
+    }
 
 private:
     QTemporaryDir folder_;

@@ -141,6 +141,11 @@ TestCase {
         const packer = run("gzip -c '" + folder.path("r.csv") + "' > '" + folder.path("r.csv.gz") + "'\n" + lines(sweep(0)))
         tryCompare(packer.source, "status", RecordingSource.Ready)
         const p = make({ source: folder.url("r.csv.gz") })
+        if (!folder.unpacksGzip()) {
+            tryCompare(p.source, "status", RecordingSource.Error)
+            verify(p.source.errorString.includes("r.csv.gz: is compressed; unpack it: gzip -dc"))
+            return
+        }
         tryCompare(p.source, "status", RecordingSource.Ready)
         compare(newest(p), [-4, -4.5])
         compare(p.source.duration, 3)
