@@ -1,5 +1,6 @@
-# Installs the library, its CMake package and its pkg-config module, all relocatable. RfUtilsRoom.cmake installs the
-# public headers.
+# Installs the library, its CMake package and its pkg-config module, all relocatable, and the documents with the examples.
+# RfUtilsRoom.cmake installs the public headers; command, module and viewer install themselves. Each file belongs to one
+# of the components that docs/installation.md describes.
 
 # A program of an enclosing project needs the shared library installed beside it, and nothing else.
 if(NOT RFUTILS_INSTALL)
@@ -36,3 +37,23 @@ if(RFUTILS_PLATFORM_TARGET)
 endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/rfUtils.pc.in" "${PROJECT_BINARY_DIR}/rfUtils.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/rfUtils.pc" DESTINATION "${rfutils_pc_dir}" COMPONENT dev)
+
+# As in the source tree, so that the links between them hold.
+file(GLOB rfutils_documents "${PROJECT_SOURCE_DIR}/*.md")
+install(FILES ${rfutils_documents} DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT doc)
+install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT doc
+    FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")
+install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT doc
+    REGEX "/examples/CMakeLists\\.txt$" EXCLUDE
+    PATTERN "build" EXCLUDE
+    PATTERN "__pycache__" EXCLUDE)
+
+if(rfutils_top_level)
+    set(rfutils_own_folders "${CMAKE_INSTALL_INCLUDEDIR}/rfUtils" "${rfutils_cmake_dir}" "${rfutils_qml_dir}/RfUtils"
+        "${CMAKE_INSTALL_DOCDIR}")
+    add_custom_target(uninstall
+        COMMAND ${CMAKE_COMMAND} "-DOWN_FOLDERS=${rfutils_own_folders}" -P "${PROJECT_SOURCE_DIR}/cmake/uninstall.cmake"
+        WORKING_DIRECTORY "${PROJECT_BINARY_DIR}"
+        COMMENT "Removing what was installed last"
+        VERBATIM)
+endif()

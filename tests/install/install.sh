@@ -38,6 +38,105 @@ tree() {
     fi
 }
 
+# What each component holds of a whole installation.
+expected_component() { # path
+    case $1 in
+        ./$LIBDIR/librfUtils.so.*) echo runtime ;;
+        ./include/* | ./$LIBDIR/cmake/* | ./$LIBDIR/pkgconfig/* | ./$LIBDIR/librfUtils.so) echo dev ;;
+        ./bin/rfutils) echo tools ;;
+        ./$LIBDIR/qt5/qml/RfUtils/*) echo qml ;;
+        ./bin/rfutils-view | ./share/applications/* | ./share/icons/*) echo viewer ;;
+        ./share/doc/*) echo doc ;;
+        *) echo none ;;
+    esac
+}
+
+install_components() { # folder component...
+    local folder=$1 component
+    shift
+    for component; do
+        cmake --install "$BUILD" --component "$component" --prefix "$PWD/$folder" >/dev/null
+    done
+}
+
+# Each file of an installation belongs to one component, and each component works with those that it needs.
+components() {
+    local component
+    unset LD_LIBRARY_PATH
+    (cd "$prefix" && find . ! -type d) | while read -r file; do
+        echo "$(expected_component "$file") $file"
+    done | sort >expected.txt
+    for component in runtime dev tools qml viewer doc; do
+        install_components "$component" "$component"
+        if [ -d "$component" ]; then
+            (cd "$component" && find . ! -type d -printf "$component %p\n")
+        fi
+    done | sort >found.txt
+    diff expected.txt found.txt
+
+    install_components library runtime dev
+    cmake -S "$example" -B build -DCMAKE_PREFIX_PATH="$PWD/library" -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
+    cmake --build build >/dev/null
+    expect_output build/levels
+    mkdir page
+    printf 'cmake_minimum_required(VERSION 3.16)\nproject(page)\nfind_package(rfUtils REQUIRED COMPONENTS Qml)\n' \
+        >page/CMakeLists.txt
+    if cmake -S page -B page/build -DCMAKE_PREFIX_PATH="$PWD/library" >/dev/null 2>refusal.txt; then
+        fail "components: the package found a module that is not installed"
+    fi
+
+    if [ -d tools ]; then
+        install_components command runtime tools
+        test "$(command/bin/rfutils --version)" = "rfutils $VERSION"
+    fi
+    if [ -d viewer ]; then
+        install_components window runtime qml viewer
+        QT_QPA_PLATFORM=minimal:enable_fonts QT_QUICK_BACKEND=software window/bin/rfutils-view "$SOURCE/examples/data/fm_band.csv" \
+            --screenshot viewer.png
+        test -s viewer.png
+    fi
+
+    # Examples and documents need no source tree.
+    local documents=doc/share/doc/rfUtils
+    cmake -S "$documents/examples/parameters" -B parameters -DCMAKE_PREFIX_PATH="$PWD/library" \
+        -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
+    cmake --build parameters >/dev/null
+    diff "$documents/examples/parameters/expected.txt" <(parameters/parameters)
+    grep -oE '\]\((docs|examples)[^)#]*' "$documents/README.md" | cut -c 3- | while read -r link; do
+        test -e "$documents/$link" || fail "components: README.md leads to $link, which is not installed"
+    done
+}
+
+# Removes what it installed and no other file, from a build of its own: the manifests of BUILD may be of an installation
+# that is in use.
+uninstall() {
+    cmake -S "$SOURCE" -B build -G Ninja -DRFUTILS_BUILD_TESTS=OFF -DRFUTILS_BUILD_TOOLS=OFF -DRFUTILS_BUILD_QML=OFF \
+        -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
+    cmake --build build >/dev/null
+
+    mkdir -p prefix/include/rfUtils/units
+    touch prefix/include/rfUtils/units/own.h
+    cmake --install build --prefix "$PWD/prefix" >/dev/null
+    test -L "prefix/$LIBDIR/librfUtils.so"
+    cmake --build build --target uninstall >/dev/null
+    test "$(find prefix ! -type d)" = prefix/include/rfUtils/units/own.h
+    test ! -e prefix/share/doc/rfUtils
+    test ! -e "prefix/$LIBDIR/cmake/rfUtils"
+
+    # Two components, below DESTDIR.
+    for component in runtime doc; do
+        DESTDIR=$PWD/stage cmake --install build --component $component --prefix /usr >/dev/null
+    done
+    test -f stage/usr/share/doc/rfUtils/README.md
+    DESTDIR=$PWD/stage cmake --build build --target uninstall >/dev/null
+    test -z "$(find stage ! -type d)"
+
+    if cmake --build build --target uninstall >refusal.txt 2>&1; then
+        fail "uninstall: nothing was uninstalled without a complaint"
+    fi
+    grep -q 'nothing to uninstall' refusal.txt
+}
+
 # All installed headers together; that each compiles alone is a part of the build.
 headers() {
     local flags
