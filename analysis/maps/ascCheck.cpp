@@ -12,6 +12,7 @@
 
 #include "analysis/maps/headerCheck.h"
 #include "analysis/maps/mapLines.h"
+#include "analysis/maps/mapRules.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "analysis/support/words.h"
@@ -20,27 +21,62 @@ namespace rfu {
 
 namespace {
 
-constexpr Rule kAscRules[] = {{"line-cut", Severity::Error},
-                              {"text-after-nul", Severity::Error},
-                              {"token-cut", Severity::Error},
-                              {"no-number", Severity::Error},
-                              {"no-whole-number", Severity::Error},
-                              {"number-infinite", Severity::Warning},
-                              {"key-case", Severity::Error},
-                              {"key-not-read", Severity::Error},
-                              {"key-needs-one-value", Severity::Error},
-                              {"key-unknown", Severity::Warning},
-                              {"key-repeated", Severity::Warning},
-                              {"size-refused", Severity::Error},
-                              {"size-unusable", Severity::Error},
-                              {"size-changed", Severity::Error},
-                              {"columns-too-few", Severity::Error},
-                              {"nodata-missing", Severity::Error},
-                              {"row-width", Severity::Error},
-                              {"row-misplaced", Severity::Error},
-                              {"row-beyond-grid", Severity::Error},
-                              {"rows-missing", Severity::Error},
-                              {"line-skipped", Severity::Warning}};
+constexpr Rule kAscRules[] = {
+    map_rules::kLineCut,
+    map_rules::kTextAfterNul,
+    map_rules::kTokenCut,
+    map_rules::kNoNumber,
+    map_rules::kNoWholeNumber,
+    map_rules::kNumberInfinite,
+    map_rules::kKeyCase,
+    {"key-not-read", Severity::Error,
+     "The place of a grid is given by xllcorner, yllcorner and cellsize. xllcenter, yllcenter, dx "
+     "and dy, which other "
+     "programs write too, are ignored: the map lies at 0, 0 or has cells of size 0.",
+     "xllcenter 500015",
+     "Give xllcorner and yllcorner, half a cell less than xllcenter and yllcenter, and cellsize in "
+     "place of equal dx "
+     "and dy."},
+    map_rules::kKeyNeedsOneValue,
+    map_rules::kKeyUnknown,
+    map_rules::kKeyRepeated,
+    map_rules::kSizeRefused,
+    map_rules::kSizeUnusable,
+    {"size-changed", Severity::Error,
+     "The rows before a line that changes ncols were read with another number of columns.",
+     "ncols 4\n1 2 3 4\nncols 5\n1 2 3 4 5", "Put the header lines in front of the rows."},
+    {"columns-too-few", Severity::Error,
+     "A line of fewer than three cells is no row to the loader: grids of one or two columns have "
+     "no cells.",
+     "ncols 2", "Add columns of the no-data value, so that there are three."},
+    {"nodata-missing", Severity::Error,
+     "The loader counts rows from the line after NODATA_value. Without that line it counts from "
+     "the first line of the "
+     "file: behind a header of five lines the first row becomes row 5.",
+     "ncols 3\nnrows 1\ncellsize 30\n1 2 3",
+     "Add NODATA_value as the last header line: NODATA_value -9999."},
+    {"row-width", Severity::Error,
+     "A row has more or fewer cells than ncols. Missing cells become 0, and those beyond ncols are "
+     "not read. Rows that "
+     "are wrapped over several lines become several rows, and numbers with a decimal comma become "
+     "two cells each.",
+     "ncols 4\n1,5 2,5 3,5 4,5",
+     "Write each row in one line, its cells separated by blanks, with decimal points."},
+    {"row-misplaced", Severity::Error,
+     "The loader places a row by the number of its line, counted from the line after NODATA_value. "
+     "A header line or a "
+     "blank line behind it leaves a row of the map unset and moves the others down.",
+     "NODATA_value -9999\ncellsize 30\n1 2 3",
+     "Make NODATA_value the last header line, and delete blank lines between rows."},
+    {"row-beyond-grid", Severity::Error,
+     "There are more rows than nrows. Those beyond it are not shown.",
+     "nrows 1\nNODATA_value -9999\n1 2 3\n4 5 6", "Correct nrows, or delete the rows."},
+    {"rows-missing", Severity::Error,
+     "There are fewer rows than nrows. The missing ones keep what the map held before, at first 0.",
+     "nrows 3\nNODATA_value -9999\n1 2 3",
+     "Correct nrows, or complete the rows. A file that ends early was often copied while it was "
+     "written."},
+    map_rules::kLineSkipped};
 
 constexpr std::size_t kMinRowTokens = 3;  // with fewer a line is no row to the loader
 
@@ -201,6 +237,10 @@ private:
 };
 
 }  // namespace
+
+RuleTable ascRules() {
+    return kAscRules;
+}
 
 AscCheck checkAsc(const QString& file) {
     return AscWalk(file).run();

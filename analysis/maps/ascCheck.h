@@ -6,6 +6,9 @@
 
 namespace rfu {
 
+/// What checkAsc() looks at.
+RuleTable ascRules();
+
 struct AscCheck {
     Findings findings;
     bool hasNoData = false;  // whether the file names such a value

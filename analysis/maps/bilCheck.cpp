@@ -12,6 +12,7 @@
 
 #include "analysis/maps/headerCheck.h"
 #include "analysis/maps/mapLines.h"
+#include "analysis/maps/mapRules.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
@@ -23,18 +24,47 @@ namespace rfu {
 namespace {
 
 constexpr Rule kHdrRules[] = {
-    {"line-cut", Severity::Error},        {"text-after-nul", Severity::Error},
-    {"token-cut", Severity::Error},       {"no-number", Severity::Error},
-    {"no-whole-number", Severity::Error}, {"number-infinite", Severity::Warning},
-    {"key-case", Severity::Error},        {"key-needs-one-value", Severity::Error},
-    {"key-unknown", Severity::Warning},   {"key-repeated", Severity::Warning},
-    {"value-case", Severity::Error},      {"size-refused", Severity::Error},
-    {"size-unusable", Severity::Error},   {"layout-not-read", Severity::Error},
-    {"line-skipped", Severity::Warning}};
+    map_rules::kLineCut,
+    map_rules::kTextAfterNul,
+    map_rules::kTokenCut,
+    map_rules::kNoNumber,
+    map_rules::kNoWholeNumber,
+    map_rules::kNumberInfinite,
+    map_rules::kKeyCase,
+    map_rules::kKeyNeedsOneValue,
+    map_rules::kKeyUnknown,
+    map_rules::kKeyRepeated,
+    {"value-case", Severity::Error,
+     "PIXELTYPE FLOAT makes the loader read the cells as floats, in capitals only. With any other "
+     "value the grid counts "
+     "as one of integers, and no cell is read.",
+     "PIXELTYPE float", "Write PIXELTYPE FLOAT."},
+    map_rules::kSizeRefused,
+    map_rules::kSizeUnusable,
+    {"layout-not-read", Severity::Error,
+     "The loader reads one band of rows of little-endian singles from the start of the file, in "
+     "square cells, whatever "
+     "the header says about bytes, bands and heights. A grid of another layout is garbled.",
+     "BYTEORDER M",
+     "Write the grid anew in this layout: gdal_translate -of EHdr -ot Float32, on a little-endian "
+     "machine."},
+    map_rules::kLineSkipped};
 
-constexpr Rule kBilRules[] = {{"cells-missing", Severity::Error},
-                              {"cells-left-over", Severity::Warning},
-                              {"unicode-mark", Severity::Error}};
+constexpr Rule kBilRules[] = {
+    {"cells-missing", Severity::Error,
+     "The file is shorter than its header says. The missing cells become no-data.",
+     "a file of 12 bytes with a header of 2 columns and 2 rows",
+     "Copy the file again, or correct NCOLS and NROWS."},
+    {"cells-left-over", Severity::Warning,
+     "The file is longer than its header says. The rest is not read.",
+     "a file of 20 bytes with a header of 2 columns and 2 rows",
+     "Correct NCOLS and NROWS if they are wrong: each cell takes 4 bytes."},
+    {"unicode-mark", Severity::Error,
+     "The loader decodes the cells as text. Where the first bytes are a mark of Unicode text (FF "
+     "FE, FE FF, EF BB BF or "
+     "00 00 FE FF) they are dropped and the cells are garbled.",
+     "a first cell of the bytes FF FE 00 00",
+     "Change the first cell, to the no-data value for example."}};
 
 constexpr qint64 kCellBytes = 4;
 constexpr std::size_t kHeaderTokens = 2;
@@ -169,6 +199,14 @@ private:
 };
 
 }  // namespace
+
+RuleTable hdrRules() {
+    return kHdrRules;
+}
+
+RuleTable bilRules() {
+    return kBilRules;
+}
 
 HdrCheck checkHdr(const QString& file) {
     return HdrWalk(file).run();

@@ -8,6 +8,11 @@
 
 namespace rfu {
 
+/// What checkHdr() looks at.
+RuleTable hdrRules();
+/// What checkBil() looks at.
+RuleTable bilRules();
+
 struct HdrCheck {
     Findings findings;
     std::int32_t columns = 0;

@@ -77,10 +77,10 @@ double MapLines::checkNumber(const detail::RawToken& token) {
     return value.value_or(0.0);
 }
 
-float MapLines::checkSingle(const detail::RawToken& token) {
+float MapLines::checkSingle(const detail::RawToken& token, std::string_view beyondRange) {
     const float value = detail::toFloat(checkNumber(token));
     if (std::isinf(value)) {
-        report("number-infinite", token.begin,
+        report(beyondRange, token.begin,
                quoted(writtenText(token)) + " is beyond the range of a single: read as infinite");
     }
     checkLength(token);

@@ -52,8 +52,9 @@ public:
     /// (no-number), which has the value 0.
     double checkNumber(const detail::RawToken& token);
     /// The same where the loader reads a single: reports a token that is cut (token-cut) or beyond
-    /// the range of a single (number-infinite) as well.
-    float checkSingle(const detail::RawToken& token);
+    /// the range of a single as well.
+    float checkSingle(const detail::RawToken& token,
+                      std::string_view beyondRange = "number-infinite");
 
     /// Reports a token of the last line that is cut (token-cut).
     void checkLength(const detail::RawToken& token);

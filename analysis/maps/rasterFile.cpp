@@ -21,7 +21,7 @@ namespace rfu {
 
 namespace {
 
-constexpr Rule kFileRules[] = {{"file-unreadable", Severity::Error}};
+constexpr Rule kFileRules[] = {kFileUnreadable};
 
 /// Adds the findings that `check()` gives, or its InputError as one.
 template <typename Check>

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "analysis/maps/mapLines.h"
+#include "analysis/maps/mapRules.h"
 #include "analysis/support/fileWatch.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
@@ -22,20 +23,54 @@ namespace rfu {
 
 namespace {
 
-constexpr Rule kTabRules[] = {{"line-cut", Severity::Error},
-                              {"text-after-nul", Severity::Error},
-                              {"token-cut", Severity::Error},
-                              {"no-number", Severity::Error},
-                              {"number-infinite", Severity::Error},
-                              {"key-case", Severity::Error},
-                              {"key-needs-one-value", Severity::Error},
-                              {"type-not-supported", Severity::Error},
-                              {"raster-not-named", Severity::Error},
-                              {"units-misplaced", Severity::Error},
-                              {"coordsys-missing", Severity::Error},
-                              {"not-utm", Severity::Error},
-                              {"point-missing", Severity::Error},
-                              {"point-repeated", Severity::Warning}};
+constexpr std::string_view kPointInfinite = "point-infinite";
+
+constexpr Rule kTabRules[] = {
+    map_rules::kLineCut,
+    map_rules::kTextAfterNul,
+    map_rules::kTokenCut,
+    map_rules::kNoNumber,
+    {kPointInfinite, Severity::Error,
+     "The places of control points are single-precision numbers. One beyond about 3.4e38 becomes "
+     "infinite, and the map "
+     "lies nowhere.",
+     "(1e39,0) (0,0) Label \"Pt 1\"", "Write the place of the point."},
+    map_rules::kKeyCase,
+    map_rules::kKeyNeedsOneValue,
+    {"type-not-supported", Severity::Error,
+     "The loader refuses any file whose Type is not \"RASTER\".", "Type \"NATIVE\"",
+     "Register the raster anew in the program that wrote the file; a table of other things is no "
+     "georeference."},
+    {"raster-not-named", Severity::Error,
+     "Without a File line the library does not know whose place this is, and shows no map.",
+     "Definition Table\n  Type \"RASTER\"", "Add the name of the raster: File \"terrain.asc\"."},
+    {"units-misplaced", Severity::Error,
+     "A Units line other than degree converts the control points at once, by the CoordSys line "
+     "before it. Points and "
+     "CoordSys that follow it are not converted, and a second one converts the points once more.",
+     "Units \"m\"\n(500000,0) (0,0) Label \"Pt 1\"",
+     "Make Units the last line, and leave one of them."},
+    {"coordsys-missing", Severity::Error,
+     "A Units line other than degree converts the control points from UTM. The zone follows from "
+     "the CoordSys line, "
+     "which is missing.",
+     "Units \"m\"",
+     "Add CoordSys before Units: CoordSys Earth Projection 8, 104, \"m\", 9, 0, 0.9996, 500000, "
+     "0."},
+    {"not-utm", Severity::Error,
+     "Any projected system counts as UTM on WGS 84: projection number, datum, scale factor and "
+     "units are not read. "
+     "Points of another system are converted to wrong places.",
+     "CoordSys Earth Projection 3, 33, \"m\", 3, 46.5, 44, 49, 700000, 6600000",
+     "Project the raster to UTM on WGS 84 (gdalwarp -t_srs EPSG:32632 for zone 32 north)."},
+    {"point-missing", Severity::Error,
+     "The map lies by four control points. One that the file does not name keeps its former place, "
+     "at first 0, 0.",
+     "three points only", "Add the point: (X,Y) (COLUMN,ROW) Label \"Pt 4\"."},
+    {"point-repeated", Severity::Warning,
+     "A control point stands in the file more than once. The last one counts.",
+     "(1,2) (0,0) Label \"Pt 1\"\n(3,4) (0,0) Label \"Pt 1\"",
+     "Delete the line that does not hold."}};
 
 /// A value of CoordSys that the loader presumes when it converts the points.
 struct UtmValue {
@@ -186,7 +221,7 @@ private:
             }
         }
         for (const std::size_t number : {6U, 7U, 9U, 10U}) {
-            lines_.checkSingle(tokens[number].raw);
+            lines_.checkSingle(tokens[number].raw, kPointInfinite);
         }
     }
 
@@ -196,8 +231,8 @@ private:
             lines_.report("point-repeated", tokens.back().raw.begin,
                           tokens.back().text + " is given once more; the last one counts");
         }
-        points_[index].x = lines_.checkSingle(tokens[0].raw);
-        points_[index].y = lines_.checkSingle(tokens[1].raw);
+        points_[index].x = lines_.checkSingle(tokens[0].raw, kPointInfinite);
+        points_[index].y = lines_.checkSingle(tokens[1].raw, kPointInfinite);
         points_[index].pixel = {lines_.checkNumber(tokens[2].raw),
                                 lines_.checkNumber(tokens[3].raw)};
     }
@@ -255,6 +290,10 @@ MapUnits TabFile::units() const {
 
 Projection TabFile::projection() const {
     return {units(), map->utmZone, map->southHemisphere != 0};
+}
+
+RuleTable tabRules() {
+    return kTabRules;
 }
 
 TabCheck checkTab(const QString& file) {

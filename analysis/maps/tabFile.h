@@ -17,6 +17,9 @@ struct PointAsRead {
     QPointF pixel;  // column and row in the raster
 };
 
+/// What checkTab() looks at.
+RuleTable tabRules();
+
 struct TabCheck {
     Findings findings;
     std::array<PointAsRead, 4> points;

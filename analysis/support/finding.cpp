@@ -21,23 +21,30 @@ bool isBefore(const Finding& a, const Finding& b) {
 
 }  // namespace
 
-void Findings::add(std::string_view rule, long long line, long long column, std::string text) {
-    const auto found = std::find_if(rules_.begin(), rules_.end(),
-                                    [rule](const Rule& known) { return known.name == rule; });
-    if (found == rules_.end()) {
+const Rule* RuleTable::find(std::string_view name) const {
+    const Rule* const found =
+        std::find_if(begin_, end_, [name](const Rule& rule) { return rule.name == name; });
+    return found == end_ ? nullptr : found;
+}
+
+void Findings::add(std::string_view rule, long long line, long long column, std::string text,
+                   std::vector<Edit> mend) {
+    const Rule* const found = rules_.find(rule);
+    if (found == nullptr) {
         throw std::logic_error("no rule of this name: " + std::string(rule));
     }
-    const bool isFirstError = found->severity == Severity::Error && !hasError_;
-    if (kept_.size() >= kMaxKept && !isFirstError) {
-        ++dropped_;
-        return;
+    if (++counts_[found->name] <= kMaxKept) {
+        kept_.push_back(
+            {found->name, found->severity, file_, line, column, std::move(text), std::move(mend)});
     }
-    hasError_ = hasError_ || isFirstError;
-    kept_.push_back({found->name, found->severity, file_, line, column, std::move(text)});
 }
 
 void Findings::sort() {
     std::stable_sort(kept_.begin(), kept_.end(), isBefore);
+}
+
+bool Findings::hasError() const {
+    return std::any_of(kept_.begin(), kept_.end(), isError);
 }
 
 void Findings::throwFirstError() const {

@@ -2,6 +2,8 @@
 
 #include <QString>
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,10 +17,46 @@ enum class Severity {
     Note
 };
 
-/// A rule that files of a format are checked against, its name in kebab-case.
+/// A rule that files of a format are checked against. One that several formats share has one
+/// definition.
 struct Rule {
-    std::string_view name;
+    std::string_view name;  ///< in kebab-case
     Severity severity;
+    const char* explanation;  ///< what the library does, in whole sentences
+    const char* example;      ///< lines of a file that breaks it; of a binary file its description
+    const char* mend;         ///< what to do about it, in whole sentences
+};
+
+/// Of files of all formats.
+inline constexpr Rule kFileUnreadable = {
+    "file-unreadable", Severity::Error,
+    "The file does not open: it is not there, it is a folder or a device, or may not be read. To "
+    "the library it is not "
+    "there.",
+    "terrain.hdr: No such file or directory",
+    "Put the file there, beside the one that needs it, and let it be read."};
+
+/// The rules of a format, an array that outlives the table.
+class RuleTable {
+public:
+    template <std::size_t Count>
+    constexpr RuleTable(const Rule (&rules)[Count]) : begin_(rules), end_(rules + Count) {}
+
+    const Rule* begin() const { return begin_; }
+    const Rule* end() const { return end_; }
+    /// Null where there is none.
+    const Rule* find(std::string_view name) const;
+
+private:
+    const Rule* begin_;
+    const Rule* end_;
+};
+
+/// What takes the place of some bytes of a file.
+struct Edit {
+    std::int64_t offset;  ///< of the first byte that is replaced
+    std::int64_t length;  ///< of what is replaced; 0 to insert
+    std::string replacement;
 };
 
 /// A place in a file that breaks a rule.
@@ -29,23 +67,23 @@ struct Finding {
     long long line;    // counted from 1; 0 for the file as a whole
     long long column;  // in bytes, counted from 1; 0 for the line as a whole
     std::string text;
+    std::vector<Edit> mend = {};  // ascending; empty where there is not one right mend
 };
 
 /// The findings in one file.
 class Findings {
 public:
-    /// How many are kept. The first error is kept in any case.
-    static constexpr std::size_t kMaxKept = 200;
+    /// How many of each rule are kept.
+    static constexpr long long kMaxKept = 200;
 
-    /// @param rules the table of the file's format, which has to outlive the findings
-    template <std::size_t Count>
-    Findings(const QString& file, const Rule (&rules)[Count])
-        : file_(file), rules_(rules, rules + Count) {}
+    /// @param rules the table of the file's format
+    Findings(const QString& file, RuleTable rules) : file_(file), rules_(rules) {}
 
     const QString& file() const { return file_; }
 
     /// @param rule a name of the table
-    void add(std::string_view rule, long long line, long long column, std::string text);
+    void add(std::string_view rule, long long line, long long column, std::string text,
+             std::vector<Edit> mend = {});
     /// Of the file as a whole.
     void add(std::string_view rule, std::string text) { add(rule, 0, 0, std::move(text)); }
 
@@ -53,19 +91,18 @@ public:
     void sort();
 
     const std::vector<Finding>& kept() const { return kept_; }
-    /// How many came after there were kMaxKept.
-    long long dropped() const { return dropped_; }
+    /// How many there were of each rule, kept or not.
+    const std::map<std::string_view, long long>& counts() const { return counts_; }
 
-    bool hasError() const { return hasError_; }
+    bool hasError() const;
     /// @throw InputError with the first error, if there is one
     void throwFirstError() const;
 
 private:
     QString file_;
-    std::vector<Rule> rules_;
+    RuleTable rules_;
     std::vector<Finding> kept_;
-    long long dropped_ = 0;
-    bool hasError_ = false;
+    std::map<std::string_view, long long> counts_;
 };
 
 }  // namespace rfu

@@ -6,6 +6,7 @@ namespace rfu::command {
 
 // Each in the source file of its name or, where it shares one, of what the two have in common.
 extern const Subcommand kCatalogue;
+extern const Subcommand kCheck;
 extern const Subcommand kCompare;
 extern const Subcommand kConvert;
 extern const Subcommand kCut;
@@ -32,6 +33,6 @@ extern const Subcommand kWidth;
 inline constexpr const Subcommand* kSubcommands[] = {
     &kConvert, &kUnits,     &kScale,   &kFreq,      &kWidth, &kRange, &kCatalogue, &kSetups,
     &kTrace,   &kWaterfall, &kPeaks,   &kOccupancy, &kPower, &kMask,  &kCompare,   &kCut,
-    &kMerge,   &kRaster,    &kProfile, &kTab,       &kDms,   &kDd};
+    &kMerge,   &kRaster,    &kProfile, &kTab,       &kCheck, &kDms,   &kDd};
 
 }  // namespace rfu::command

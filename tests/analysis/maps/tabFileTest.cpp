@@ -96,7 +96,7 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
          {"7:6 error no-number: \"1e400\" is no number"}},
         {"too large for a single",
          point("  (1,1e39) (0,0)"),
-         {"7:6 error number-infinite: \"1e39\" is beyond the range of a single: read as infinite"}},
+         {"7:6 error point-infinite: \"1e39\" is beyond the range of a single: read as infinite"}},
         {"padded",
          point("  (1," + std::string(63, '0') + "5) (0,0)"),
          {"7:6 error token-cut: \"" + std::string(60, '0') +

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <initializer_list>
 #include <limits>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace rfu::command {
@@ -63,7 +65,7 @@ struct Subcommand {
     /// One line per paragraph; the help wraps lines that do not begin with a blank.
     const char* description;
     std::initializer_list<Argument> arguments;
-    std::initializer_list<Option> options;  ///< beside kCommonOptions
+    std::initializer_list<Option> options;  ///< beside kCommonOptions, or in their place
     std::initializer_list<const char*> examples;
     /// Prints to standardOutput(). @throw Failure, InputError
     void (*run)(const CommandLine& line);
@@ -86,7 +88,7 @@ inline constexpr Option kGainOption = {
     "gain", "DBI", Kind::Gain, "Antenna gain in dBi for field units.", "0"};
 // clang-format on
 
-/// Its own and the common ones.
+/// Its own and those common ones that it does not replace.
 inline std::vector<const Option*> optionsOf(const Subcommand& subcommand) {
     std::vector<const Option*> options;
     for (const Option& option : subcommand.options) {
@@ -97,8 +99,13 @@ inline std::vector<const Option*> optionsOf(const Subcommand& subcommand) {
             options.push_back(&option);
         }
     }
-    for (const Option& option : kCommonOptions) {
-        options.push_back(&option);
+    for (const Option& common : kCommonOptions) {
+        const bool isReplaced = std::any_of(options.begin(), options.end(), [&](const Option* own) {
+            return std::string_view(own->name) == common.name;
+        });
+        if (!isReplaced) {
+            options.push_back(&common);
+        }
     }
     return options;
 }

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <vector>
+
+#include "analysis/checks/fileKind.h"
+#include "analysis/support/finding.h"
+
+namespace rfu {
+
+/// A rule, and the kinds of files that it is about.
+struct KnownRule {
+    Rule rule;
+    std::vector<FileKind> kinds;
+};
+
+/// The rules of all kinds of files, by their names.
+std::vector<KnownRule> knownRules();
+
+}  // namespace rfu
