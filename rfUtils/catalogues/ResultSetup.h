@@ -34,7 +34,9 @@ public:
     ///
     /// The file is a JSON object. Each member with an array is a group of setups (its key is not
     /// stored), each object in the array one setup:
-    ///   {"power": [{"id": "chp", "label": "Channel Power"}, {"id": "obw", "label": "OBW"}]}
+    ///
+    ///     {"power": [{"id": "chp", "label": "Channel Power"}, {"id": "obw", "label": "OBW"}]}
+    ///
     /// Both members are required, of any type; a value that is not a string reads as a null QString.
     /// Other members are ignored. Groups are taken in ascending key order, whatever their order in
     /// the file; the setups of a group keep their order. Keys compare by character code, as in
@@ -43,15 +45,19 @@ public:
     ///
     /// Each step logs a line to Qt's message log (qDebug: debug severity, default category, strings
     /// in double quotes with QDebug's escapes); nothing is logged at any other severity:
-    ///   missing file          Not found json file. -> "path"
-    ///   unreadable file       "the reader's error text"
-    ///   each top-level member "key"
-    ///   ... neither array nor object: its string value as well, "" for a number
-    ///   entry without label   Not found property at json.[label] ->  "id"
-    ///   entry without id      Not found property at json.[id] ->  "id"
-    /// (two blanks before the id). An element that is not an object counts as an entry without a
-    /// label. The id in the last two lines is not that of the faulty entry: it is the id of the
-    /// setup appended last from the same group, or the group's key before the first one.
+    ///
+    /// | step                          | line                                                   |
+    /// |-------------------------------|--------------------------------------------------------|
+    /// | missing file                  | `Not found json file. -> "path"`                       |
+    /// | unreadable file               | `"the reader's error text"`                            |
+    /// | each top-level member         | `"key"`                                                |
+    /// | ... neither array nor object  | its string value as well, `""` for a number            |
+    /// | entry without label           | `Not found property at json.[label] ->  "id"`          |
+    /// | entry without id              | `Not found property at json.[id] ->  "id"`             |
+    ///
+    /// There are two blanks before the id. An element that is not an object counts as an entry
+    /// without a label. The id in the last two lines is not that of the faulty entry: it is the id
+    /// of the setup appended last from the same group, or the group's key before the first one.
     ///
     /// @param path file or Qt resource
     /// @return false, with the list unchanged, when the file does not exist or cannot be parsed;

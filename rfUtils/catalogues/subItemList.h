@@ -49,9 +49,11 @@ public:
     ///
     /// The file is a JSON object. Each member with an array is an item: its key is the item id,
     /// each object in the array one choice:
-    ///   {"attenuation": [
-    ///       {"label": "Auto",   "id": "auto", "enum": 0, "dispSeq": 1},
-    ///       {"label": "Manual", "id": "man",  "enum": 1, "dispSeq": 2}]}
+    ///
+    ///     {"attenuation": [
+    ///         {"label": "Auto",   "id": "auto", "enum": 0, "dispSeq": 1},
+    ///         {"label": "Manual", "id": "man",  "enum": 1, "dispSeq": 2}]}
+    ///
     /// All four members are required, of any type; a choice that lacks one is skipped silently, as
     /// is an element that is not an object. Other members, and top-level members that are not
     /// arrays, are ignored. A file with an array at the top level is accepted and loads nothing.
@@ -71,7 +73,9 @@ public:
     bool loadJson(const std::string& path);
 
     /// Adds one choice, or replaces the choice of the same item and id.
-    ///   addSubItem("freq", "Manual", "man", 1, 2) -> {"freq", "man", "Manual", 1, 2}
+    ///
+    ///     addSubItem("freq", "Manual", "man", 1, 2) -> {"freq", "man", "Manual", 1, 2}
+    ///
     /// @param itemId,label,id,enumValue,dispSeq the fields of the record; note that the label comes
     ///        before the id
     /// @return true
@@ -136,7 +140,9 @@ public:
     /// Prints one line per choice to standard output (C's stdout): a running number from 1 across
     /// all items, upper-case id, item id, label, id as stored, code and display sequence, with a
     /// blank before the line end:
-    ///   1 "MAN" "freq" "Manual" "man" 1 2
+    ///
+    ///     1 "MAN" "freq" "Manual" "man" 1 2
+    ///
     /// Items and choices come in no defined order. Strings end at their first NUL; quotes in them
     /// are not escaped.
     /// @return true

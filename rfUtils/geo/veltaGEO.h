@@ -301,8 +301,8 @@ public:
 
     // UTM ---------------------------------------------------------------------------------------
 
-    /// @brief The UTM zone of a longitude: floor((longitude + 180) / 6) + 1, without the exceptions
-    /// for Norway and Svalbard.
+    /// @brief The UTM zone of a longitude: @f$\lfloor (\lambda + 180) / 6 \rfloor + 1@f$, without
+    /// the exceptions for Norway and Svalbard.
     /// @param latitude  not used
     /// @param longitude degrees: -180 is in zone 1, -69 in zone 19, 180 in zone 61
     /// @return saturated at 32 bits; 0 for NaN
@@ -314,8 +314,9 @@ public:
     /// Snyder, Map Projections: A Working Manual, USGS Professional Paper 1395, 1987, equations
     /// 8-17 to 8-25). It departs from the book in three places, which stored results depend on:
     /// - The latitude's correction for the distance from the central meridian is divided once too
-    ///   often by k0, 0.9996: up to about 1.75 m at a zone's edge.
-    /// - South of the equator the arc is northing - 10001151.0, not (northing - 10000000) / k0:
+    ///   often by @f$k_0@f$, 0.9996: up to about 1.75 m at a zone's edge.
+    /// - South of the equator the arc is @f$N - 10001151@f$ metres, N the northing, not
+    ///   @f$(N - 10000000) / k_0@f$:
     ///   latitudes come out 1.2 km too far south at the equator, right near 26 degrees south, and
     ///   2.4 km too far north at 80 degrees south.
     /// - The latitude is rounded down, toward the south, to a millionth of a degree. (The float
@@ -326,7 +327,7 @@ public:
     /// Positions far outside the zone give meaningless numbers, infinity or NaN.
     /// @param easting   metres
     /// @param northing  metres
-    /// @param zone      any number; its central meridian is 6 * zone - 183 degrees
+    /// @param zone      any number z; its central meridian is @f$6 z - 183@f$ degrees
     /// @param south     0 for the northern hemisphere, anything else for the southern
     /// @param latitude  receives degrees; null if not wanted
     /// @param longitude receives degrees; null if not wanted

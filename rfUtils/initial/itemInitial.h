@@ -81,9 +81,13 @@ public:
 
     /// Removes the first entry with this id: later entries move up by one place, and the slot that
     /// becomes free is cleared. Without a match the last entry goes out of use, uncleared.
-    ///   ["a","b","c"] without "a" -> ["b","c"]
-    ///   ["a","b"] without "x"     -> ["a"], true
-    ///   [] without "a"            -> count -1, true; once more -> false
+    ///
+    /// | entries       | delInitialVal | entries afterwards | answer                  |
+    /// |---------------|---------------|--------------------|-------------------------|
+    /// | "a", "b", "c" | "a"           | "b", "c"           | true                    |
+    /// | "a", "b"      | "x"           | "a"                | true                    |
+    /// | none          | "a"           | none, the count -1 | true; once more false   |
+    ///
     /// @param id id to remove
     /// @return false, and nothing changes, only when the count is negative already
     bool delInitialVal(const std::string& id);
@@ -96,7 +100,9 @@ public:
 
     /// Writes the iValue of **entry 0** if an entry in use, any of them, has this id. The types
     /// stay.
-    ///   ["a": 1, "b": 2], modifyInitialVal("b", 7) -> ["a": 7, "b": 2]
+    ///
+    /// After modifyInitialVal("b", 7) the entries "a" with 1 and "b" with 2 have 7 and 2.
+    ///
     /// @param id,v id to look up and new iValue
     /// @return false, and nothing changes, when no entry has this id
     bool modifyInitialVal(const std::string& id, const int& v);

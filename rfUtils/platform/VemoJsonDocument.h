@@ -40,11 +40,16 @@ public:
     /// @return whether the last readFile() failed
     bool hasError() const { return !error_.isEmpty(); }
 
-    /// @return why the last readFile() failed; empty when it did not:
-    ///   missing or unreadable file -> the system's text, as "No such file or directory"
-    ///   directory, FIFO, device    -> "not a regular file"
-    ///   empty path, or NUL in it   -> "not a file name"
-    ///   refused bytes              -> QJsonParseError's text, as "illegal value" for an empty file
+    /// Says why the last readFile() failed.
+    ///
+    /// | file                     | text                                                       |
+    /// |--------------------------|------------------------------------------------------------|
+    /// | missing or unreadable    | the system's, as "No such file or directory"               |
+    /// | directory, FIFO, device  | "not a regular file"                                       |
+    /// | empty path, or NUL in it | "not a file name"                                          |
+    /// | refused bytes            | QJsonParseError's, as "illegal value" for an empty file    |
+    ///
+    /// @return the text; empty when it did not fail
     QString errorString() const { return error_; }
 
     /// @return the top-level object; empty before the first readFile(), after one that failed, and

@@ -54,23 +54,29 @@ public:
     /// @name Frequency texts
     /// @{
 
-    /// Shows a frequency with a blank and its unit. With a = |freqMHz| the first line that fits:
+    /// Shows a frequency with a blank and its unit. With @f$a = |f|@f$ and f the frequency in MHz,
+    /// the first line that fits:
     ///
-    /// | magnitude   | text                                                        |
-    /// |-------------|-------------------------------------------------------------|
-    /// | a > 1000.0  | freqMHz * 0.001 with nine decimals, GHz                     |
-    /// | a > 1.0     | freqMHz with six decimals, MHz                              |
-    /// | a > 0.001   | freqMHz * 1000.0 with three decimals, kHz                   |
-    /// | otherwise   | freqMHz * 1000000.0 cut (not rounded) to whole hertz, Hz    |
+    /// | magnitude in MHz  | text                                                        |
+    /// |-------------------|-------------------------------------------------------------|
+    /// | @f$a > 1000@f$    | @f$f \cdot 0.001@f$ with nine decimals, GHz                 |
+    /// | @f$a > 1@f$       | @f$f@f$ with six decimals, MHz                              |
+    /// | @f$a > 0.001@f$   | @f$f \cdot 1000@f$ with three decimals, kHz                 |
+    /// | otherwise         | @f$f \cdot 1000000@f$ cut (not rounded) to whole hertz, Hz  |
     ///
     /// The bounds are exclusive, so exactly 1000 MHz, 1 MHz and 1 kHz are shown in the smaller
     /// unit. Decimals round as printf does: exact ties to even. The sign is kept.
     ///
-    ///   2400.0 -> "2.400000000 GHz"    1000.0    -> "1000.000000 MHz"
-    ///   -2.5   -> "-2.500000 MHz"      1.0       -> "1000.000 kHz"
-    ///   0.5    -> "500.000 kHz"        0.001     -> "1000 Hz"
-    ///   0.0    -> "0 Hz"               0.0000019 -> "1 Hz"
-    ///   NaN    -> "0 Hz"               infinity  -> "inf GHz"
+    ///     makeFrequencyUnit(2400.0)    -> "2.400000000 GHz"
+    ///     makeFrequencyUnit(1000.0)    -> "1000.000000 MHz"
+    ///     makeFrequencyUnit(-2.5)      -> "-2.500000 MHz"
+    ///     makeFrequencyUnit(1.0)       -> "1000.000 kHz"
+    ///     makeFrequencyUnit(0.5)       -> "500.000 kHz"
+    ///     makeFrequencyUnit(0.001)     -> "1000 Hz"
+    ///     makeFrequencyUnit(0.0)       -> "0 Hz"
+    ///     makeFrequencyUnit(0.0000019) -> "1 Hz"
+    ///     makeFrequencyUnit(NAN)       -> "0 Hz"
+    ///     makeFrequencyUnit(INFINITY)  -> "inf GHz"
     ///
     /// 0.000249 (249 Hz) gives "248 Hz", because 0.000249 * 1000000.0 is 248.99999999999997.
     ///
@@ -80,20 +86,22 @@ public:
 
     /// Shows a frequency width (span or bandwidth) with its unit and no blank between. The number
     /// has at most six significant digits, no trailing zeros, and an exponent where that is shorter
-    /// (QString::number(..., 'g', 6)). The first line that fits, with w = widthMHz:
+    /// (QString::number(..., 'g', 6)). The first line that fits, with w the width in MHz:
     ///
-    /// | width         | text                        |
-    /// |---------------|-----------------------------|
-    /// | w > 1000.0    | widthMHz * 0.001, GHz       |
-    /// | w > 1.0       | widthMHz, MHz               |
-    /// | w > 0.0001    | widthMHz * 1000.0, kHz      |
-    /// | otherwise     | widthMHz * 1000000.0, Hz    |
+    /// | width in MHz       | text                         |
+    /// |--------------------|------------------------------|
+    /// | @f$w > 1000@f$     | @f$w \cdot 0.001@f$, GHz     |
+    /// | @f$w > 1@f$        | @f$w@f$, MHz                 |
+    /// | @f$w > 0.0001@f$   | @f$w \cdot 1000@f$, kHz      |
+    /// | otherwise          | @f$w \cdot 1000000@f$, Hz    |
     ///
     /// Unlike makeFrequencyUnit(), kHz begins above 100 Hz rather than 1 kHz, and the sign counts:
     /// zero, every negative width and NaN are shown in Hz.
     ///
-    ///   1500.0 -> "1.5GHz"     20.0 -> "20MHz"    0.03 -> "30kHz"    0.00005 -> "50Hz"
-    ///   1000.0 -> "1000MHz"    0.0005 -> "0.5kHz" (500 Hz)           -1.0 -> "-1e+06Hz"
+    ///     convertFreqWidthUnit(1500.0) -> "1.5GHz"     convertFreqWidthUnit(20.0)    -> "20MHz"
+    ///     convertFreqWidthUnit(0.03)   -> "30kHz"      convertFreqWidthUnit(0.00005) -> "50Hz"
+    ///     convertFreqWidthUnit(1000.0) -> "1000MHz"    convertFreqWidthUnit(0.0005)  -> "0.5kHz"
+    ///     convertFreqWidthUnit(-1.0)   -> "-1e+06Hz"
     ///
     /// @param widthMHz  width in MHz
     /// @return the text
@@ -103,7 +111,8 @@ public:
     /// std::stoi reads it: leading blanks and a sign are allowed, reading stops at the first other
     /// character. The only operation of the library that throws on bad input.
     ///
-    ///   "ch12x" -> 12    "x05y" -> 5    "A-3z" -> -3    "12a" -> 12    "a1bc" -> 1
+    ///     getOddtoStr("ch12x") -> 12    getOddtoStr("x05y") -> 5    getOddtoStr("A-3z") -> -3
+    ///     getOddtoStr("12a")   -> 12    getOddtoStr("a1bc") -> 1
     ///
     /// @param text  at least three characters
     /// @return the number
@@ -124,8 +133,9 @@ public:
     /// @{
 
     /// Shows the range of an integer parameter.
-    ///   max 10, min -5, type 1 -> " {Min: -5 dB, Max: 10 dB} "
-    ///   max 10, min -5, type 0 -> " {Min: -5 , Max: 10 } "
+    ///
+    ///     makeBoundaryMsg(10, -5, 1) -> " {Min: -5 dB, Max: 10 dB} "
+    ///     makeBoundaryMsg(10, -5, 0) -> " {Min: -5 , Max: 10 } "
     ///
     /// Not const, though it changes nothing: a call with integers on an object that is not const
     /// would be ambiguous beside the other overload.
@@ -143,12 +153,14 @@ public:
     /// Each conversion stores its unit in hMath and emits hMath's unitChanged(), so hMath.unit() is
     /// then the unit of the upper limit, with its prefix if it has one.
     ///
-    ///   max 20.0, min -10.0, type 2     -> " {Min: -10.00 dBm, Max: 20.00 dBm} "
-    ///   max 20.0, min -10.0, type 5     -> " {Min: -10.00 , Max: 20.00 } "
-    ///   max 6000.0, min 0.009, type 0   -> " {Min: 9.000 kHz, Max: 6.000000000 GHz} "
-    ///   max 0.0, min -30.0, type 13     -> " {Min: 77.0 dBuV, Max: 107.0 dBuV} "
-    ///   max -10.0, min -30.0, type 16   -> " {Min: 87.20 dBuV/m, Max: 107.20 dBuV/m} "
-    ///                                      (fCenter 100 MHz, fGain 0 dBi)
+    ///     makeBoundaryMsg(20.0, -10.0, 2)   -> " {Min: -10.00 dBm, Max: 20.00 dBm} "
+    ///     makeBoundaryMsg(20.0, -10.0, 5)   -> " {Min: -10.00 , Max: 20.00 } "
+    ///     makeBoundaryMsg(6000.0, 0.009, 0) -> " {Min: 9.000 kHz, Max: 6.000000000 GHz} "
+    ///     makeBoundaryMsg(0.0, -30.0, 13)   -> " {Min: 77.0 dBuV, Max: 107.0 dBuV} "
+    ///
+    /// With an fCenter of 100 MHz and an fGain of 0 dBi:
+    ///
+    ///     makeBoundaryMsg(-10.0, -30.0, 16) -> " {Min: 87.20 dBuV/m, Max: 107.20 dBuV/m} "
     ///
     /// @param max,min  limits
     /// @param type     a code of rfu::kDoubleRangeTypes; any other shows no unit
@@ -244,9 +256,12 @@ public:
     /// @name Angles
     /// @{
 
-    /// Gives decimal degrees: sign * (degrees + minutes * (1/60) + seconds * (1/3600)), each
-    /// product and sum rounded once.
-    ///   -1, 33, 52, 7.68 -> -33.8688 (within the last digits of a double)
+    /// Gives decimal degrees, with the sign s, the degrees d, the minutes m and the seconds t
+    /// @f$s (d + m \cdot \frac{1}{60} + t \cdot \frac{1}{3600})@f$, each product and sum rounded
+    /// once.
+    ///
+    ///     convertDdFromDms(-1, 33, 52, 7.68, decimalDegrees) -> decimalDegrees -33.8688
+    ///
     /// @param sign  a factor, usually +1 or -1: 2 doubles the angle, 0 gives 0
     /// @param degrees,minutes,seconds  not negative; fractions are accepted in all three
     /// @param decimalDegrees  the angle
@@ -258,7 +273,11 @@ public:
     /// converted here and back may be nearer to zero by up to one second of arc, and an angle that
     /// is a whole number of seconds on paper may come out one second less (0.018055555555555554,
     /// which is 65 seconds, gives 1 minute 4 seconds).
-    ///   12.5 -> +1, 12, 30, 0    -33.8688 -> -1, 33, 52, 7    45.999999 -> +1, 45, 59, 59
+    ///
+    ///     convertDmsFromDd(12.5, sign, degrees, minutes, seconds)      -> +1, 12, 30, 0
+    ///     convertDmsFromDd(-33.8688, sign, degrees, minutes, seconds)  -> -1, 33, 52, 7
+    ///     convertDmsFromDd(45.999999, sign, degrees, minutes, seconds) -> +1, 45, 59, 59
+    ///
     /// @param decimalDegrees  the angle; NaN gives -1, 0, 0, 0
     /// @param sign  +1, also for -0.0, or -1
     /// @param degrees,minutes,seconds  whole numbers, not negative; beyond the 32-bit integers they

@@ -18,11 +18,12 @@
 /// getFieldTodBm, getdBmToUnit, getdBmToField, getDBmToW, convertValUnit, getStringWidth. The other
 /// operations are plain C++ members.
 ///
-/// unitTable.h holds the unit names, the formulas and their constants: "the unit's offset" and
-/// "factor" below are those of its row. Names are matched whole and case-sensitively; "uV" and "µV"
-/// differ.
+/// unitTable.h holds the unit names, the formulas and their constants. Names are matched whole and
+/// case-sensitively; "uV" and "µV" differ.
 ///
-/// Levels are in dBm, frequencies in MHz, antenna gains in dBi, voltages across 50 ohm. Nothing
+/// Levels are in dBm, frequencies in MHz, antenna gains in dBi, voltages across 50 ohm. In the
+/// formulas P is a level, v a value in the unit, o and c the offset and the factor of the unit's
+/// row, f the centre frequency in MHz and G the antenna gain. Nothing
 /// throws or refuses: each operation states its answer for an unknown unit, and infinite or
 /// undefined numbers go through the arithmetic and read "inf" and "nan". A NaN whose sign bit is
 /// set reads "-nan" in volt and watt texts and in those of getDBmToW, "nan" in level and field
@@ -51,7 +52,7 @@ public:
     /// | unit                       | result                                                     |
     /// |----------------------------|------------------------------------------------------------|
     /// | "dBm"                      | fVal as it is                                              |
-    /// | other levels               | fVal + offset, cut toward zero after three decimals        |
+    /// | other levels               | @f$v + o@f$, cut toward zero after three decimals          |
     /// | volts, watts               | getVoltTodBm, getWattTodBm                                 |
     /// | any other, field units too | -9999999.9                                                 |
     ///
@@ -68,13 +69,14 @@ public:
     Q_INVOKABLE double getUnitTodBm(QString sUnit, double fVal);
 
     /// Gives the level that the antenna delivers in a field. Leaves `unit` alone. With
-    /// D = 20 lg(fCenter / 1 MHz):
+    /// @f$D = 20 \lg f@f$:
     ///
     /// | unit                          | result                                                  |
     /// |-------------------------------|---------------------------------------------------------|
-    /// | field levels ("dBuV/m")       | fVal + offset + fGain - D                               |
-    /// | field strengths ("mV/m")      | 20 lg(fVal factor) + (fGain + offset - D)               |
-    /// | power densities ("w/cm^2")    | 10 lg(fVal factor) + (fGain + offset - D)               |
+    /// | field levels ("dBuV/m")       | @f$v + o + G - D@f$                                     |
+    /// | field strengths ("mV/m")      | @f$20 \lg(v c) + (G + o - D)@f$                         |
+    /// | power densities ("mW/m^2")    | @f$10 \lg(120 \pi (v c)) + (G + o - D)@f$               |
+    /// | "w/cm^2"                      | @f$10 \lg(v c) + (G + o - D)@f$                         |
     /// | any other                     | -9999999.9                                              |
     ///
     /// "W/cm^2", which getdBmToField takes, is unknown here: only "w/cm^2" is read. So are prefixes
@@ -95,7 +97,7 @@ public:
     ///
     /// | unit      | text                           | `unit` afterwards          |
     /// |-----------|--------------------------------|----------------------------|
-    /// | levels    | fVal + offset, one decimal     | sUnit                      |
+    /// | levels    | @f$P + o@f$, one decimal       | sUnit                      |
     /// | "V", "W"  | getdBmToVolt, getdBmToWatt     | the prefixed unit it chose |
     /// | any other | fVal, one decimal              | "dBm"                      |
     ///
@@ -110,15 +112,15 @@ public:
     /// @return the text
     Q_INVOKABLE QString getdBmToUnit(QString sUnit, double fVal, bool isUnitText);
 
-    /// Shows the field at the antenna that delivers a level. With L = fVal + offset + K and the
-    /// antenna correction K = 20 lg(fCenter / 1 MHz) + (-29.8 - fGain):
+    /// Shows the field at the antenna that delivers a level. With @f$L = P + o + K@f$ and the
+    /// antenna correction @f$K = 20 \lg f + (-29.8 - G)@f$ in dB:
     ///
     /// | unit                        | text                                                      |
     /// |-----------------------------|-----------------------------------------------------------|
-    /// | field levels ("dBuV/m")     | L, two decimals                                           |
-    /// | "dBm/m^2"                   | 10 lg(10^(L/10) factor) + 30, two decimals                |
-    /// | field strengths ("V/m")     | getFieldChangeUnit of 10^(L/20) factor                    |
-    /// | power densities ("W/cm^2")  | getFieldChangeUnit of 10^(L/10) factor                    |
+    /// | field levels ("dBuV/m")     | @f$L@f$, two decimals                                     |
+    /// | "dBm/m^2"                   | @f$10 \lg(10^{L/10} c) + 30@f$, two decimals              |
+    /// | field strengths ("V/m")     | getFieldChangeUnit of @f$10^{L/20} c@f$                   |
+    /// | power densities ("W/cm^2")  | getFieldChangeUnit of @f$10^{L/10} c@f$                   |
     /// | any other                   | 0.00; sUnit becomes `unit` and is shown all the same      |
     ///
     /// Levels make sUnit the object's `unit`; linear units make it the prefixed unit that
@@ -183,9 +185,10 @@ public:
     /// @return its advance in pixels; 0 without a QGuiApplication
     Q_INVOKABLE int getStringWidth(const int& pixelSize, const QString& str);
 
-    /// Shows a level as the voltage across 50 ohm, U[mV] = 10^((dBm + 46.9897) / 20), with two
-    /// decimals, in the first of V, mV, µV, nV, pV, fV in which it is at least 0.01. Makes that the
-    /// object's `unit`; emits unitChanged once.
+    /// Shows a level as the voltage across 50 ohm,
+    /// @f$U / 1\,\mathrm{mV} = 10^{(P + 46.9897) / 20}@f$, with two decimals, in the first of V,
+    /// mV, µV, nV, pV, fV in which it is at least 0.01. Makes that the object's `unit`; emits
+    /// unitChanged once.
     ///
     /// Above 100 V the number is in kilovolts while the unit stays "V". Below 0.01 fV the text is
     /// "0.00" in "V".
@@ -198,16 +201,16 @@ public:
     /// @return the text
     QString getdBmToVolt(double dBm, bool isUnitText);
 
-    /// Shows a level as a power, P[W] = 10^((dBm - 30) / 10), with two decimals, in the first of W,
-    /// mW, µW, nW, pW, fW, aW, zW, yW in which it comes out as 0.01 or more. Makes that the
-    /// object's `unit`; emits unitChanged once.
+    /// Shows a level as a power, @f$10^{(P - 30) / 10}\,\mathrm{W}@f$, with two decimals, in the
+    /// first of W, mW, µW, nW, pW, fW, aW, zW, yW in which it comes out as 0.01 or more. Makes that
+    /// the object's `unit`; emits unitChanged once.
     ///
-    /// Exactly a hundredth of a unit falls to the next smaller one: 10^x is formed as
-    /// exp(2.302585092994046 x), and that constant, the double nearest to ln 10, is a little more
-    /// than it. 10^-2 comes out as 0.009999999999999995, which does not reach 0.01. So 10 dBm is
-    /// "10.00 mW", not "0.01 W", -20 dBm is "10.00 µW", and -230 dBm, exactly 0.01 yW, "0.00 W".
-    /// Volts compare 10 of the next smaller unit instead, and 10^1 comes out as 10.000000000000002:
-    /// -26.9897 dBm is "0.01 V".
+    /// Exactly a hundredth of a unit falls to the next smaller one: @f$10^x@f$ is formed as
+    /// @f$e^{2.302585092994046\,x}@f$, and that constant, the double nearest to @f$\ln 10@f$, is a
+    /// little more than it. @f$10^{-2}@f$ comes out as 0.009999999999999995, which does not reach
+    /// 0.01. So 10 dBm is "10.00 mW", not "0.01 W", -20 dBm is "10.00 µW", and -230 dBm, exactly
+    /// 0.01 yW, "0.00 W". Volts compare 10 of the next smaller unit instead, and @f$10^1@f$ comes
+    /// out as 10.000000000000002: -26.9897 dBm is "0.01 V".
     ///
     /// From 1000 W the number is in kilowatts, from 1e6 W in megawatts, while the unit stays "W".
     /// From 0.01 yW down the text is "0.00" in "W".
@@ -222,7 +225,7 @@ public:
     /// @return the text
     QString getdBmToWatt(double dBm, bool isUnitText);
 
-    /// Gives the level of a voltage across 50 ohm, 20 lg(U / 1 mV) - 46.9897.
+    /// Gives the level of a voltage across 50 ohm, @f$20 \lg(U / 1\,\mathrm{mV}) - 46.9897@f$.
     ///
     ///     getVoltTodBm("V", 1.0) -> 13.010    getVoltTodBm("uV", 1.0) -> 0
     ///
@@ -231,7 +234,7 @@ public:
     /// @return level in dBm, cut toward zero after three decimals
     double getVoltTodBm(const QString& unit, const double& value);
 
-    /// Gives the level of a power, 10 lg(P / 1 W) + 30.
+    /// Gives the level of a power p, @f$10 \lg(p / 1\,\mathrm{W}) + 30@f$.
     ///
     ///     getWattTodBm("W", 1.0) -> 30.0    getWattTodBm("nW", 1.0) -> -60.0
     ///

@@ -6,18 +6,18 @@
 /// voltages across 50 ohm, and fields at the measuring antenna. HMath converts by name and to text.
 ///
 /// A scale is an index of rfu::kScales in unitTable.h, where its unit, the formulas and their
-/// constants are; `rfutils scale --help` lists them. K = 20 lg(frequency / 1 MHz) + (-29.8 - gain /
-/// 1 dBi) is the antenna correction in dB. It is rounded to single precision, so field scales are
-/// off by up to 4e-6 dB and differ in their last digits from HMath, which does not round it:
-///
-///     frequency 1000 MHz, gain 0 dBi: K = 30.200000762939453, not 30.2
+/// constants are; `rfutils scale --help` lists them. With f the centre frequency in MHz and G the
+/// antenna gain in dBi, @f$K = 20 \lg f + (-29.8 - G)@f$ is the antenna correction in dB. It is
+/// rounded to single precision, so field scales are off by up to 4e-6 dB and differ in their last
+/// digits from HMath, which does not round it: at 1000 MHz and 0 dBi K is 30.200000762939453, not
+/// 30.2.
 ///
 /// Callers rely on these surprises:
 /// - Scale 5 (W) does not come back: watts return by the formula of the volts. 0 dBm gives 0.001 W,
 ///   and 0.001 W gives -46.9897 dBm.
 /// - Scale 9 (V/m) has no way back: the result keeps its value.
 /// - The magnetic field (13) uses 377 ohm for the impedance of free space, the power densities (10,
-///   15) use 120 pi = 376.99111843077515 ohm.
+///   15) use @f$120 \pi@f$ = 376.99111843077515 ohm.
 /// - The field scales use the round offsets 107, 47 and 13, the voltages those of 50 ohm.
 /// - dBW/m^2 (12) and dBm/m^2 (11) are not exactly 30 dB apart: 38.76 is rounded to 0.01 dB.
 class RFUTILS_EXPORT calculateUnit {

@@ -16,16 +16,17 @@
 /// "µV" and "µW" is U+00B5 and nothing else: "uV" and the Greek mu U+03BC are unknown. Field units
 /// and dB units have the ASCII letter u instead: "uV/m", "uW/m^2", "dBuV", "dBuV/m".
 ///
-/// In the formulas P is a level in dBm, v a value in the unit, lg the decimal logarithm, f the
-/// centre frequency, G the antenna gain in dBi and D = 20 lg(f / 1 MHz).
+/// In the formulas P is a level in dBm, v a value in the unit, o and c the offset and the factor of
+/// its row, lg the decimal logarithm, f the centre frequency in MHz, G the antenna gain in dBi and
+/// @f$D = 20 \lg f@f$. docs/units.md lists the formula of each unit.
 
 namespace rfu {
 
 // clang-format off
 
 /// @name Levels across 50 ohm
-/// 1 mW is U = sqrt(1 mW 50 ohm) = 0.22360680 V, which is -13.010299957 dBV. The offsets are
-/// rounded to 1e-4 dB.
+/// 1 mW is @f$U = \sqrt{1\,\mathrm{mW} \cdot 50\,\Omega} = 0.22360680\,\mathrm{V}@f$, which is
+/// -13.010299957 dBV. The offsets are rounded to 1e-4 dB.
 /// @{
 inline constexpr double kDbmOfZeroDbv = 13.0103;    ///< 0 dBV in dBm
 inline constexpr double kDbmvOfZeroDbm = 46.9897;   ///< 0 dBm in dBmV
@@ -34,23 +35,24 @@ inline constexpr double kDbmOfOneWatt = 30.0;       ///< 1 W in dBm
 /// @}
 
 /// @name Fields at the antenna
-/// The antenna correction is K = D - 29.8 - G in dB, and E[dBuV/m] = P + 107 + K. Instruments
-/// report fields with offsets rounded to 1 dB, not with the 50 ohm offsets above; power densities
-/// with S = E^2 / (120 pi ohm) and magnetic fields with H = E / (377 ohm). Readings agree with
+/// The antenna correction is @f$K = D - 29.8 - G@f$ in dB, and a field strength in dBuV/m is
+/// @f$P + 107 + K@f$. Instruments report fields with offsets rounded to 1 dB, not with the 50 ohm
+/// offsets above; power densities with @f$S = E^2 / (120 \pi\,\Omega)@f$ and magnetic fields with
+/// @f$H = E / (377\,\Omega)@f$. Readings agree with
 /// theirs only with the same offsets and these two impedances of free space.
 /// @{
 inline constexpr double kAntennaConstant = 29.8;           ///< 29.770704 dB, see docs/units.md
 inline constexpr double kFieldDbuv = 107.0;                ///< 106.9897 dB, rounded
 inline constexpr double kFieldDbmv = 47.0;                 ///< 46.9897 dB, rounded
 inline constexpr double kFieldDbv = 13.0;                  ///< 13.0103 dB, rounded
-inline constexpr double kFieldDbw = 38.75999999999999;     ///< 13 + 10 lg(120 pi) = 38.7633, rounded
-inline constexpr double kFieldDba = 64.53;                 ///< 13 + 20 lg(377) = 64.5268, rounded
-inline constexpr double kImpedance = 376.99111843077515;   ///< 120 pi ohm
-inline constexpr double kPerImpedance = 0.0026525823848649226;         ///< 1 / (120 pi)
-inline constexpr double kImpedancePerCm2 = 3769911.1843077512;         ///< 120 pi 1e4, for W/cm^2
-inline constexpr double kPerImpedancePerCm2 = 2.6525823848649226e-07;  ///< 1 / (120 pi 1e4)
+inline constexpr double kFieldDbw = 38.75999999999999;     ///< @f$13 + 10 \lg(120 \pi)@f$ = 38.7633, rounded
+inline constexpr double kFieldDba = 64.53;                 ///< @f$13 + 20 \lg 377@f$ = 64.5268, rounded
+inline constexpr double kImpedance = 376.99111843077515;   ///< @f$120 \pi\,\Omega@f$
+inline constexpr double kPerImpedance = 0.0026525823848649226;         ///< @f$1 / (120 \pi)@f$
+inline constexpr double kImpedancePerCm2 = 3769911.1843077512;         ///< @f$120 \pi \cdot 10^4@f$, for W/cm^2
+inline constexpr double kPerImpedancePerCm2 = 2.6525823848649226e-07;  ///< @f$1 / (120 \pi \cdot 10^4)@f$
 inline constexpr double kMicrovoltPerAmpere = 377000000.0;             ///< uV/m per A/m
-inline constexpr double kAmperePerMicrovolt = 2.652519893899204e-09;   ///< 1 / 3.77e8
+inline constexpr double kAmperePerMicrovolt = 2.652519893899204e-09;   ///< @f$1 / (3.77 \cdot 10^8)@f$
 /// @}
 
 /// @name Fields back to dBm
@@ -59,10 +61,10 @@ inline constexpr double kAmperePerMicrovolt = 2.652519893899204e-09;   ///< 1 / 
 inline constexpr double kBackFromDbuv = -77.2;                   ///< 29.8 - 107
 inline constexpr double kBackFromDbmv = -17.2;                   ///< 29.8 - 47
 inline constexpr double kBackFromDbv = 42.8;                     ///< 29.8 + 13
-inline constexpr double kBackFromDbmPerM2 = 38.56331118741759;   ///< 29.8 + 13 + 10 lg(120 pi) - 30
+inline constexpr double kBackFromDbmPerM2 = 38.56331118741759;   ///< @f$29.8 + 13 + 10 \lg(120 \pi) - 30@f$
 inline constexpr double kBackFromDbwPerM2 = 68.55999999999999;   ///< 29.8 + 38.76
 inline constexpr double kBackFromDba = 94.33000000000001;        ///< 29.8 + 64.53, the double above
-inline constexpr double kDbmOfZeroDbmPerM2 = 8.763311187417589;  ///< 13 + 10 lg(120 pi) - 30
+inline constexpr double kDbmOfZeroDbmPerM2 = 8.763311187417589;  ///< @f$13 + 10 \lg(120 \pi) - 30@f$
 /// @}
 
 // clang-format on
@@ -112,24 +114,24 @@ inline constexpr QuantityTraits kQuantities[] = {
 // clang-format on
 
 /// The number that a level P has in a unit. For a quantity that needs the antenna, K is added to
-/// P + offset.
+/// @f$P + o@f$.
 enum class FromDbm {
     None,        ///< levels are not shown in the unit by its name
-    Unchanged,   ///< P
-    Sum,         ///< P + offset
-    Amplitude,   ///< 10^((P + offset)/20) factor
-    Power,       ///< 10^((P + offset)/10) factor
-    PowerLevel,  ///< 10 lg(10^((P + offset)/10) factor) + 30
+    Unchanged,   ///< @f$P@f$
+    Sum,         ///< @f$P + o@f$
+    Amplitude,   ///< @f$10^{(P + o)/20} c@f$
+    Power,       ///< @f$10^{(P + o)/10} c@f$
+    PowerLevel,  ///< @f$10 \lg(10^{(P + o)/10} c) + 30@f$
 };
 
 /// The level of a value v in a unit.
 enum class ToDbm {
     None,          ///< values are not read in the unit
-    Unchanged,     ///< v
-    Sum,           ///< v + offset
-    Amplitude,     ///< 20 lg(v factor) + offset
-    Power,         ///< 10 lg(v factor) + offset
-    PowerDensity,  ///< 10 lg(120 pi (v factor)) + offset
+    Unchanged,     ///< @f$v@f$
+    Sum,           ///< @f$v + o@f$
+    Amplitude,     ///< @f$20 \lg(v c) + o@f$
+    Power,         ///< @f$10 \lg(v c) + o@f$
+    PowerDensity,  ///< @f$10 \lg(120 \pi (v c)) + o@f$
 };
 
 /// A unit: its name, what is done with it, and the formulas.
@@ -147,11 +149,11 @@ struct Unit {
         double factor = 1.0;          ///< of a linear value
     };
 
-    QStringView name;            ///< unique
-    Quantity quantity;           ///< what it measures
-    int decades;                 ///< a prefixed unit: 10^decades of it make the base unit; others 0
-    Forward fromDbm;             ///< K = D - 29.8 - G in HMath, rounded to single in calculateUnit
-    Backward toDbm;              ///< in HMath, which adds G - D to the levels of fields
+    QStringView name;   ///< unique
+    Quantity quantity;  ///< what it measures
+    int decades;        ///< a prefixed unit: @f$10^{decades}@f$ of it make the base unit; others 0
+    Forward fromDbm;    ///< @f$K = D - 29.8 - G@f$ in HMath, rounded to single in calculateUnit
+    Backward toDbm;     ///< in HMath, which adds @f$G - D@f$ to the levels of fields
     double pinned = kNotPinned;  ///< a value whose level is exactly kPinnedLevel
 
     /// @return what all units of its quantity have in common
@@ -301,7 +303,7 @@ constexpr int scaleOf(const Unit& unit) noexcept {
 /// A prefix that HMath::getFieldChangeUnit puts in front of a field unit.
 struct Prefix {
     char letter;    ///< ASCII: micro is u; 0 for the unit itself
-    int decades;    ///< 10^decades of the prefixed unit make the unit itself
+    int decades;    ///< @f$10^{decades}@f$ of the prefixed unit make the unit itself
     double factor;  ///< number in the unit -> number in the prefixed unit; the product is rounded
                     ///< to single precision
     double threshold;  ///< smallest field value that takes the prefix

@@ -84,10 +84,15 @@ def complaints(path, text):
         yield "prints, reads options or ends the process, which is left to programs"
 
 
+def sources(root):
+    """The files that the table is about."""
+    return [file for folder in ("rfUtils", "analysis", "qml", "tools", "examples")
+            for file in sorted((root / folder).rglob("*")) if file.suffix in (".h", ".cpp")]
+
+
 def main():
     root = pathlib.Path(sys.argv[1])
-    files = [file for folder in ("rfUtils", "analysis", "qml", "tools", "examples")
-             for file in sorted((root / folder).rglob("*")) if file.suffix in (".h", ".cpp")]
+    files = sources(root)
     failures = []
     for file in files:
         path = file.relative_to(root).as_posix()
@@ -97,4 +102,5 @@ def main():
     return 1 if failures or not files else 0
 
 
-sys.exit(main())
+if __name__ == "__main__":
+    sys.exit(main())
