@@ -1,5 +1,5 @@
 // A frame of 1280 x 720 pixels with a new trace of 16,384 points, drawn by the processor: the spectrum over a waterfall
-// of 1,000 rows with six markers, beside a chart of Qt Charts with the newest trace alone.
+// of 1,000 rows with six markers. And the newest trace alone, beside the same in a chart of Qt Charts.
 #include "support/random.h"
 #include "views/page.h"
 
@@ -89,12 +89,16 @@ QVariant call(QObject& page, const char* function) {
     return result;
 }
 
-void views(benchmark::State& state) {
-    Page page(kViews);
+void take(Page& page) {
     for (const QVector<double>& sweep : sweeps()) {
         QMetaObject::invokeMethod(&page.root(), "take",
                                   Q_ARG(QVariant, QVariant::fromValue(sweep)));
     }
+}
+
+void views(benchmark::State& state) {
+    Page page(kViews);
+    take(page);
     for (int i = 0; i < kDepth; ++i) {
         QMetaObject::invokeMethod(&page.root(), "append");
     }
@@ -110,6 +114,50 @@ void views(benchmark::State& state) {
     }
 }
 BENCHMARK(views)->Name("view_frame/ours")->Iterations(kFrames)->Unit(benchmark::kMillisecond);
+
+constexpr char kTrace[] = R"(
+import QtQuick 2.15
+import RfUtils 1.0
+
+TraceView {
+    trace: TraceModel { id: kept; depth: 1; updateInterval: 0; startFrequency: 88; stopFrequency: 108 }
+    newestColor: "#ff0000"
+    minLevel: -120
+    maxLevel: -20
+    property var sweeps: []
+    property int next: 0
+    function take(sweep) { sweeps.push(new Float64Array(sweep)) }
+    function append() {
+        next = (next + 1) % sweeps.length
+        kept.append(sweeps[next])
+    }
+}
+)";
+
+bool shows(const QImage& picture, const QColor& color) {
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == color) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+void trace(benchmark::State& state) {
+    Page page(kTrace);
+    take(page);
+    QImage picture = page.frame();
+    for (auto _ : state) {
+        QMetaObject::invokeMethod(&page.root(), "append");
+        picture = page.frame();
+    }
+    if (!shows(picture, Qt::red)) {
+        state.SkipWithError("the trace is not in the view");
+    }
+}
+BENCHMARK(trace)->Name("view_frame/trace")->Iterations(kFrames)->Unit(benchmark::kMillisecond);
 
 #ifdef RFUTILS_HAS_CHARTS
 constexpr char kChart[] = R"(
@@ -127,17 +175,6 @@ ChartView {
     }
 }
 )";
-
-bool shows(const QImage& picture, const QColor& color) {
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            if (picture.pixelColor(x, y) == color) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
 
 void chart(benchmark::State& state) {
     Page page(kChart);

@@ -501,6 +501,40 @@ TestCase {
         compare(pixels.at(39 * ratio, 110 * ratio), "#ff0000")
     }
 
+    // Sixty sweeps, each a second after the one before.
+    TestFolder { id: folder }
+    Component { id: recordings; RecordingSource {} }
+    function recorded(p) {
+        const second = k => ("0" + k).slice(-2)
+        const lines = Array.from({ length: 60 }, (_, k) => "2024-05-04, 23:59:" + second(k) + ".5, 100000000, 102000000, "
+            + "1000000, 5, -100, -" + (k + 20) + "\n")
+        const source = createTemporaryObject(recordings, test, { trace: p.trace, source: folder.write("r.csv", lines.join("")) })
+        tryCompare(source, "status", RecordingSource.Ready)
+        tryCompare(p.trace, "count", 60)
+    }
+    function test_timesOfRows() {
+        const p = made({ height: 160 })
+        p.view.textColor = "#ff0000"
+        recorded(p)
+        grab(p)
+        compare([9, 10, 11, 12, 70, 129, 130].map(y => p.view.timeAt(y)),
+                ["", "2024-05-04 23:59:59.5", "2024-05-04 23:59:59.5", "2024-05-04 23:59:58.5", "2024-05-04 23:59:29.5",
+                 "2024-05-04 23:59:00.5", ""])
+        mouseMove(p.view, 100, 71)
+        compare(p.view.cursorTime, "2024-05-04 23:59:29.5")
+        compare(p.view.cursorLevel, -49)
+        mouseMove(p.view, 100, 75)
+        compare(p.view.cursorTime, "2024-05-04 23:59:27.5")
+        mouseMove(p.view, 20, 75)
+        compare(p.view.cursorTime, "")
+        // 23:59:00 lies before the first row. The row of 23:59:29.5 ends at y = 72, where 29.5 s begin, and half a
+        // second is a pixel: 23:59:30 is at y = 71. Midnight is half a second before the end of the last row.
+        const ticks = Array.from({ length: 160 * ratio }, (_, y) => y)
+            .filter(y => pixels.at(39 * ratio, y) === "#ff0000" && pixels.at(36 * ratio, y) === "#ff0000")
+            .map(y => Math.floor(y / ratio)).filter((y, i, all) => i === 0 || y !== all[i - 1])
+        compare(ticks, [11, 71])
+    }
+
     function test_withoutRoom_data() {
         return [
             { tag: "no width", width: 0, height: 60 },
