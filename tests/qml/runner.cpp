@@ -15,6 +15,7 @@ class Setup : public QObject {
 
 public:
     Setup() {
+        qunsetenv("LD_PRELOAD");  // not for the programs that tests start
         qmlRegisterType<AllocationCounter>("RfUtilsTest", 1, 0, "AllocationCounter");
         qmlRegisterType<CommandOutput>("RfUtilsTest", 1, 0, "CommandOutput");
         qmlRegisterType<DocumentPages>("RfUtilsTest", 1, 0, "DocumentPages");

@@ -67,7 +67,7 @@ TestCase {
     function read(p, source) {
         p.map.source = source
         compare(p.map.status, RasterMap.Loading)
-        tryCompare(p.map, "status", RasterMap.Ready)
+        tryCompare(p.map, "status", RasterMap.Ready, 60000)  // after the orders of earlier tests
     }
 
     function test_isEmptyAtFirst() {
