@@ -33,14 +33,14 @@ def anchor(heading):
     return re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-")
 
 
-def link(match, folder):
+def link(match, document):
     picture, text, target = match.groups()
     if picture:
         return f"![{text}]({pathlib.PurePosixPath(target).name})"
     if "://" in target:
         return match[0]
     file, _, section = target.partition("#")
-    path = (folder / file).resolve().relative_to(ROOT).as_posix()
+    path = (document.parent / file if file else document).resolve().relative_to(ROOT).as_posix()
     if path.endswith((".md", ".h")):
         text = text.strip("`")
     if path.endswith(".md"):
@@ -60,7 +60,6 @@ def in_code(match):
 
 def rendered(document):
     path = document.resolve()
-    folder = path.parent
     name = page(path.relative_to(ROOT).as_posix())
     inside = None  # the language of the block that a line stands in
     for line in path.read_text(encoding="utf-8").splitlines():
@@ -81,7 +80,7 @@ def rendered(document):
         else:
             line = FORMULA.sub(lambda formula: f"@f${formula[1]}@f$", line)
             line = BACKSLASHED.sub(in_code, line)
-            yield LINK.sub(lambda found: link(found, folder), line)
+            yield LINK.sub(lambda found: link(found, path), line)
 
 
 sys.stdout.reconfigure(encoding="utf-8")

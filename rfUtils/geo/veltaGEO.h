@@ -322,7 +322,7 @@ public:
     /// - The latitude is rounded down, toward the south, to a millionth of a degree. (The float
     ///   that holds it is coarser from 16 degrees on: about 4e-6 degrees, 0.4 m, at 50 degrees.)
     ///
-    ///     utmToLatLng(500000, 0, 31, 0, ...) -> latitude 0.0, longitude 3.0
+    ///     utmToLatLng(500000, 0, 31, 0, &latitude, &longitude) -> 0.0, 3.0
     ///
     /// Positions far outside the zone give meaningless numbers, infinity or NaN.
     /// @param easting   metres

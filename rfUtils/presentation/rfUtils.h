@@ -260,7 +260,7 @@ public:
     /// @f$s (d + m \cdot \frac{1}{60} + t \cdot \frac{1}{3600})@f$, each product and sum rounded
     /// once.
     ///
-    ///     convertDdFromDms(-1, 33, 52, 7.68, decimalDegrees) -> decimalDegrees -33.8688
+    ///     convertDdFromDms(-1, 33, 52, 7.68, decimalDegrees) -> -33.8688
     ///
     /// @param sign  a factor, usually +1 or -1: 2 doubles the angle, 0 gives 0
     /// @param degrees,minutes,seconds  not negative; fractions are accepted in all three

@@ -26,9 +26,9 @@ public:
 
     /// Converts a level to a scale.
     ///
-    ///     actdBm2OtherScale(-30.0, 0.0, 3, 0.0, r)      r = 76.9897
-    ///     actdBm2OtherScale(-30.0, 1000.0, 6, 0.0, r)   r = 107.20000076293945
-    ///     actdBm2OtherScale(-30.0, 1000.0, -1, 0.0, r)  r = 0
+    ///     actdBm2OtherScale(-30.0, 0.0, 3, 0.0, result)     -> 76.9897
+    ///     actdBm2OtherScale(-30.0, 1000.0, 6, 0.0, result)  -> 107.20000076293945
+    ///     actdBm2OtherScale(-30.0, 1000.0, -1, 0.0, result) -> 0
     ///
     /// @param dBm        level in dBm
     /// @param frequency  centre frequency in MHz, used by the field scales only; 0 or less makes K
@@ -42,8 +42,8 @@ public:
 
 /// Converts a value in a scale of calculateUnit back to a level.
 ///
-///     actOtherScale2dBm(0.001, 0.0, 5, 0.0, r)   r = -46.9897 (not 0)
-///     actOtherScale2dBm(1.0, 1000.0, 9, 0.0, r)  r as before
+///     actOtherScale2dBm(0.001, 0.0, 5, 0.0, result)  -> -46.9897, not 0
+///     actOtherScale2dBm(1.0, 1000.0, 9, 0.0, result) -> as before
 ///
 /// @param value      the value in the scale; 0 or less has no logarithm and gives -infinity or NaN
 ///                   in the linear scales

@@ -175,6 +175,11 @@ find_package() {
     grep -q "requested version \"$next\"" refusal.txt
 }
 
+# What the reader of the tutorial does, from an empty folder.
+tutorial() {
+    CMAKE_PREFIX_PATH=$prefix python3 "$SOURCE/tests/documents/follow.py" "$SOURCE/docs/tutorial.md" station
+}
+
 pkg_config() {
     export PKG_CONFIG_PATH=$prefix/$LIBDIR/pkgconfig
     test "$(pkg-config --modversion rfUtils)" = "$VERSION"

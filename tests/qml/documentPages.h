@@ -13,7 +13,17 @@ class DocumentPages : public QObject {
 public:
     /// Each with its name, its url and the text that it shows.
     Q_INVOKABLE QVariantList pages() const {
-        const QDir folder(QStringLiteral(RFUTILS_DOCUMENT_PAGES));
+        return pagesOf(QStringLiteral(RFUTILS_DOCUMENT_PAGES));
+    }
+
+    /// The examples in the headers of types, with empty texts.
+    Q_INVOKABLE QVariantList headerPages() const {
+        return pagesOf(QStringLiteral(RFUTILS_DOCUMENT_PAGES "/headers"));
+    }
+
+private:
+    static QVariantList pagesOf(const QString& path) {
+        const QDir folder(path);
         QVariantList pages;
         for (const QFileInfo& page : folder.entryInfoList({QStringLiteral("*.qml")})) {
             QFile text(folder.filePath(page.completeBaseName() + QStringLiteral(".txt")));

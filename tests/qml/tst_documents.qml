@@ -3,7 +3,7 @@ import QtQuick 2.15
 import QtTest 1.2
 import RfUtilsTest 1.0
 
-// The pages of README.md and docs/views.md show what stands under them.
+// The pages of README.md and docs/views.md show what stands under them, and the examples in headers are valid.
 TestCase {
     id: test
     name: "Documents"
@@ -36,5 +36,15 @@ TestCase {
         compare(component.errorString(), "")
         const page = createTemporaryObject(component, test)
         tryVerify(() => test.textsOf(page) === row.text, 5000, test.textsOf(page))
+    }
+
+    // They name what they do not show, such as a trace, so they are not made.
+    function test_headerExamplesCompile_data() {
+        const pages = documents.headerPages()
+        verify(pages.length >= 14)
+        return pages
+    }
+    function test_headerExamplesCompile(row) {
+        compare(Qt.createComponent(row.source).errorString(), "")
     }
 }
