@@ -52,9 +52,9 @@ def implied(uses, room, target):
 
 def graph(uses):
     yield "digraph rooms {"
-    yield "    graph [rankdir=TB, fontname=Helvetica, fontsize=11, nodesep=0.2, ranksep=0.5]"
+    yield '    graph [size="9,9", rankdir=TB, fontname=Helvetica, fontsize=13, nodesep=0.15, ranksep=0.45]'
     yield '    node [shape=box, style="filled,rounded", fillcolor=white, color=gray40]'
-    yield "    node [fontname=Helvetica, fontsize=10, height=0.3]"
+    yield "    node [fontname=Helvetica, fontsize=12, height=0.3, margin=0.08, width=0]"
     yield "    edge [color=gray40, arrowsize=0.6]"
     for floor, title in FLOORS.items():
         rooms = sorted(room for room in uses if floor_of(room) == floor)
