@@ -14,7 +14,7 @@ namespace {
 
 /// 0.0026525823848649226, 10^{-6}, 3.77 \cdot 10^{8}
 QString number(double value) {
-    const QString text = QString::number(value, 'g', QLocale::FloatingPointShortest);
+    QString text = QString::number(value, 'g', QLocale::FloatingPointShortest);
     const int exponent = text.indexOf(u'e');
     if (exponent < 0) {
         return text;
@@ -41,7 +41,7 @@ QString times(double factor) {
 }
 
 QString formula(const rfu::Unit::Forward& way, bool needsAntenna) {
-    const QString level = sum(QStringLiteral("P"), way.offset, needsAntenna ? " + K" : "");
+    QString level = sum(QStringLiteral("P"), way.offset, needsAntenna ? " + K" : "");
     switch (way.formula) {
         case rfu::FromDbm::None:
             return {};
