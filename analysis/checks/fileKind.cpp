@@ -3,6 +3,9 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "analysis/catalogues/catalogueCheck.h"
+#include "analysis/catalogues/jsonKind.h"
+#include "analysis/catalogues/setupsCheck.h"
 #include "analysis/maps/ascCheck.h"
 #include "analysis/maps/bilCheck.h"
 #include "analysis/maps/rasterFile.h"
@@ -23,6 +26,17 @@ const KnownKind* find(Matches matches) {
     return found == kinds.end() ? nullptr : &*found;
 }
 
+const KnownKind* kindOfJson(const QString& file) {
+    switch (jsonContentOf(file)) {
+        case JsonContent::Catalogue:
+            return &kindOf(FileKind::Catalogue);
+        case JsonContent::Setups:
+            return &kindOf(FileKind::Setups);
+        default:
+            return nullptr;
+    }
+}
+
 }  // namespace
 
 const std::vector<KnownKind>& knownKinds() {
@@ -31,7 +45,9 @@ const std::vector<KnownKind>& knownKinds() {
         {FileKind::Asc, "asc", "asc", ascRules, [](const QString& file) { return checkAsc(file).findings; }},
         {FileKind::Hdr, "hdr", "hdr", hdrRules, [](const QString& file) { return checkHdr(file).findings; }},
         {FileKind::Bil, "bil", "bil", bilRules, checkBilByHeader},
-        {FileKind::Tab, "tab", "tab", tabRules, [](const QString& file) { return checkTab(file).findings; }}};
+        {FileKind::Tab, "tab", "tab", tabRules, [](const QString& file) { return checkTab(file).findings; }},
+        {FileKind::Catalogue, "catalogue", "json", catalogueRules, checkCatalogue},
+        {FileKind::Setups, "setups", "json", setupsRules, checkSetups}};
     // clang-format on
     return kKinds;
 }
@@ -42,6 +58,9 @@ const KnownKind& kindOf(FileKind kind) {
 
 const KnownKind* kindOf(const QString& file) {
     const QString extension = QFileInfo(file).suffix().toLower();
+    if (extension == QLatin1String("json")) {
+        return kindOfJson(file);
+    }
     return find(
         [&](const KnownKind& known) { return extension == QLatin1String(known.extension); });
 }

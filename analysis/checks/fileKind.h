@@ -10,7 +10,7 @@
 namespace rfu {
 
 /// What a file is to the library.
-enum class FileKind { Asc, Hdr, Bil, Tab };
+enum class FileKind { Asc, Hdr, Bil, Tab, Catalogue, Setups };
 
 /// How files of a kind are told, and how they are checked.
 struct KnownKind {

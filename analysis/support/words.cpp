@@ -8,8 +8,17 @@ namespace rfu {
 
 namespace {
 
+constexpr int kMaxLength = 30;  // beyond it nothing is near any word
+
 char lowered(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+/// @param distance between the two
+bool isNear(const QString& wrong, const QString& known, int distance) {
+    const bool goesOn = std::min(wrong.size(), known.size()) >= 2 &&
+                        (known.startsWith(wrong) || wrong.startsWith(known));
+    return goesOn || distance <= (wrong.size() + 2) / 3;
 }
 
 }  // namespace
@@ -42,6 +51,21 @@ int editDistance(QStringView from, QStringView to) {
         }
     }
     return row.back();
+}
+
+int nearMiss(const QString& wrong, const std::vector<QString>& known) {
+    const QString typed = wrong.left(kMaxLength).toLower();
+    int nearest = -1;
+    int smallest = kMaxLength;
+    for (std::size_t i = 0; i < known.size(); ++i) {
+        const QString other = known[i].left(kMaxLength).toLower();
+        const int distance = editDistance(typed, other);
+        if (distance < smallest && isNear(typed, other, distance)) {
+            smallest = distance;
+            nearest = static_cast<int>(i);
+        }
+    }
+    return nearest;
 }
 
 }  // namespace rfu
