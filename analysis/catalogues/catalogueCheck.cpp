@@ -147,7 +147,7 @@ private:
                    "the item " + quoted(list.key.toStdString()) +
                        " is not created: its list is empty");
         }
-        if (beginsWithMark(list.place)) {
+        if (losesMark(list.place)) {
             report(kTextMarkDropped, list.place.begin + 1,
                    "an invisible byte-order mark in front of the key: read as " +
                        quoted(list.key.toStdString()),

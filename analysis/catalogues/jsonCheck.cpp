@@ -4,7 +4,6 @@
 #include <QJsonDocument>
 #include <QJsonValue>
 #include <algorithm>
-#include <cstdio>
 #include <map>
 #include <string_view>
 
@@ -128,8 +127,9 @@ QString JsonCheck::textAt(const JsonPlace& place) const {
     return QJsonDocument::fromJson(inList).array().at(0).toString();
 }
 
-bool JsonCheck::beginsWithMark(const JsonPlace& text) const {
-    return bytesAt(text).substr(1, kMarkLength) == kMark;
+bool JsonCheck::losesMark(const JsonPlace& text) const {
+    const std::string_view bytes = bytesAt(text);
+    return bytes.substr(1, kMarkLength) == kMark && bytes.find('\\') == std::string_view::npos;
 }
 
 void JsonCheck::reportRefusal() {
@@ -168,11 +168,9 @@ void JsonCheck::reportQtFault(const QJsonParseError& error) {
     const auto offset = std::min<std::int64_t>(error.offset, bytes_.size());
     switch (error.error) {
         case QJsonParseError::IllegalUTF8String: {
-            char byte[4] = "";
-            std::snprintf(byte, sizeof byte, "%02X",
-                          static_cast<unsigned char>(bytes_[error.offset]));
+            const QByteArray byte = bytes_.mid(error.offset, 1).toHex().toUpper();
             report(kJsonEncoding, offset,
-                   kRefused + (std::string("byte ") + byte) +
+                   kRefused + ("byte " + byte.toStdString()) +
                        " is no UTF-8, as where a file is saved in an 8-bit encoding");
             break;
         }
@@ -261,7 +259,7 @@ std::vector<JsonCheck::TopMember> JsonCheck::topMembers() {
     std::map<std::pair<QString, bool>, std::size_t> last;
     for (auto& [key, places] : membersOf(places_.document())) {
         const auto [known, isNew] =
-            last.emplace(std::make_pair(key, beginsWithMark(places.key)), members.size());
+            last.emplace(std::make_pair(key, losesMark(places.key)), members.size());
         if (!isNew) {
             members[known->second].replacedBy = members.size();
             known->second = members.size();
@@ -332,7 +330,7 @@ void JsonCheck::takeAny(const JsonList& list, const JsonPlace& place) {
     for (const QString& name : format_.members) {
         const auto counts = std::find_if(
             members.rbegin(), members.rend(), [&](const std::pair<QString, JsonMember>& member) {
-                return member.first == name && !beginsWithMark(member.second.key);
+                return member.first == name && !losesMark(member.second.key);
             });
         if (!object.contains(name) || counts == members.rend()) {
             return;
@@ -361,7 +359,7 @@ void JsonCheck::checkMembers(const JsonPlace& place, const QJsonObject& object,
     for (const auto& member : members) {
         const bool isRead = std::find(format_.members.begin(), format_.members.end(),
                                       member.first) != format_.members.end();
-        if (!isRead || beginsWithMark(member.second.key)) {
+        if (!isRead || losesMark(member.second.key)) {
             unread.push_back(member);
             continue;
         }
@@ -385,7 +383,7 @@ void JsonCheck::reportUnread(const std::vector<QString>& missing,
     }
     for (const auto& [name, places] : unread) {
         const std::string key = quoted(name.toStdString());
-        if (beginsWithMark(places.key)) {
+        if (losesMark(places.key)) {
             report(kTextMarkDropped, places.key.begin + 1,
                    key + " is not read: an invisible byte-order mark stands in front of the key",
                    {{places.key.begin + 1, kMarkLength, ""}});
@@ -414,7 +412,7 @@ void JsonCheck::checkText(const JsonElement& element, std::size_t member) {
         report(kTextNotRead, place.begin,
                "the " + format_.members[member].toStdString() +
                    " is read as an empty text: " + shown(place) + " is no text in quotes");
-    } else if (beginsWithMark(place)) {
+    } else if (losesMark(place)) {
         report(kTextMarkDropped, place.begin + 1,
                "the " + format_.members[member].toStdString() +
                    " loses the invisible byte-order mark at its beginning",

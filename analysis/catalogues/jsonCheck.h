@@ -67,8 +67,8 @@ protected:
     /// @param member its index in JsonFormat
     void checkText(const JsonElement& element, std::size_t member);
 
-    /// Whether a text or key begins with a byte-order mark, which it then loses.
-    bool beginsWithMark(const JsonPlace& text) const;
+    /// Whether a text or key begins with a byte-order mark that Qt drops: it keeps one in texts with escapes.
+    bool losesMark(const JsonPlace& text) const;
     static constexpr std::int64_t kMarkLength = 3;
 
     long long lineOf(std::int64_t offset) const;

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
-#include <cstdio>
 #include <iterator>
 #include <string_view>
 #include <utility>
@@ -191,9 +190,7 @@ private:
 
     void replaceControl(const JsonPlace& place, char control) {
         static constexpr std::string_view kShort[] = {"\bb"sv, "\ff"sv, "\nn"sv, "\rr"sv, "\tt"sv};
-        char code[8] = "";
-        std::snprintf(code, sizeof code, "\\u%04x", static_cast<unsigned char>(control));
-        std::string standard = code;
+        std::string standard = "\\u00" + QByteArray(1, control).toHex().toStdString();
         for (const std::string_view known : kShort) {
             if (known[0] == control) {
                 standard = std::string("\\") + known[1];

@@ -163,6 +163,9 @@ TEST_F(JsonChecks, FindWhatIsReadOtherwise) {
           item("{\"label\":\"\xEF\xBB\xBFL\"," + kId),
           {"2:11 warning text-mark-dropped: the label loses the invisible byte-order mark at its "
            "beginning"}},
+         {"a byte-order mark that stays, in front of an escape",
+          item("{\"label\":\"\xEF\xBB\xBF\\n\"," + kId),
+          {}},
          {"one in a member's key",
           item("{\"\xEF\xBB\xBFlabel\":\"L\"," + kId + "," + kChoice),
           {R"(2:1 warning member-missing: skipped: no member "label")",
