@@ -3,10 +3,11 @@
 
 usage: page.py DOCUMENT
 
-The documents are written for GitHub's reading. Doxygen differs from it in five things:
+The documents are written for GitHub's reading. Doxygen differs from it in six things:
 - headings have no names to link to: they get those of GitHub, behind the name of the document
 - links lead to pages, to installed examples (beside the folder of the pages), or to nothing that is installed
 - formulas stand between $`...`$ and in blocks marked as math
+- the project's name is also that of a class, to which Doxygen would link it
 - a backslash within `code` is one
 - <!-- @... --> holds a line for the reference alone, such as the diagram of the rooms
 """
@@ -19,6 +20,7 @@ FENCE = re.compile(r"^\s*```(\w*)")
 HEADING = re.compile(r"^(#+) +(.*?) *$")
 LINK = re.compile(r"(!?)\[((?:`[^`]*`|[^\]`])*)\]\(([^)\s]+)\)")
 BACKSLASHED = re.compile(r"(?<!`)`([^`]*\\[^`]*)`(?!`)")
+PROJECT = re.compile(r"(?<![\w/`:(.%])rfUtils(?!\w|[/`(]|::|\.\w)")
 FORMULA = re.compile(r"\$`(.*?)`\$")
 ONLY_HERE = re.compile(r"^<!-- (@.*) -->$")
 
@@ -80,6 +82,7 @@ def rendered(document):
         else:
             line = FORMULA.sub(lambda formula: f"@f${formula[1]}@f$", line)
             line = BACKSLASHED.sub(in_code, line)
+            line = PROJECT.sub("%rfUtils", line)
             yield LINK.sub(lambda found: link(found, path), line)
 
 
