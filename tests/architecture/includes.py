@@ -34,6 +34,7 @@ MAY_USE = {
     "tools/rfutils": LIBRARY | {"analysis/support", "analysis/recordings", "analysis/statistics",
                                 "analysis/maps", "analysis/plots", "analysis/units",
                                 "analysis/catalogues", "analysis/checks"},
+    "tools/pages": {"tools/rfutils", "tools/rfutils-view", "analysis/units"},
     "qml/support": EVERY_ROOM | {"analysis/support"},
     "qml/texts": EVERY_ROOM | {"analysis/support", "analysis/units", "qml/support"},
     "qml/lists": EVERY_ROOM | {"analysis/support", "analysis/catalogues", "qml/support"},

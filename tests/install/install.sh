@@ -43,9 +43,10 @@ expected_component() { # path
     case $1 in
         ./$LIBDIR/librfUtils.so.*) echo runtime ;;
         ./include/* | ./$LIBDIR/cmake/* | ./$LIBDIR/pkgconfig/* | ./$LIBDIR/librfUtils.so) echo dev ;;
-        ./bin/rfutils) echo tools ;;
+        ./share/man/man3/*) echo dev ;;
+        ./bin/rfutils-view | ./share/applications/* | ./share/icons/* | ./share/metainfo/* | ./share/*/*rfutils-view*) echo viewer ;;
+        ./bin/rfutils | ./share/man/* | ./share/bash-completion/* | ./share/zsh/* | ./share/fish/*) echo tools ;;
         ./$LIBDIR/qt5/qml/RfUtils/*) echo qml ;;
-        ./bin/rfutils-view | ./share/applications/* | ./share/icons/*) echo viewer ;;
         ./share/doc/*) echo doc ;;
         *) echo none ;;
     esac
@@ -86,6 +87,11 @@ components() {
     fi
 
     if [ -d tools ]; then
+        test -f tools/share/man/man1/rfutils-convert.1
+        test -f tools/share/man/man5/rfutils-formats.5
+        test -f tools/share/bash-completion/completions/rfutils
+        test -f tools/share/zsh/site-functions/_rfutils
+        test -f tools/share/fish/vendor_completions.d/rfutils.fish
         install_components command runtime tools
         test "$(command/bin/rfutils --version)" = "rfutils $VERSION"
     fi

@@ -15,33 +15,14 @@
 #include <memory>
 #include <optional>
 
+#include "options.h"
+
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
 
-/// Options whose text the page takes as it is, and those that name a file.
-struct Option {
-    const char* name;
-    const char* value;
-    const char* property;
-    const char* help;
-};
-// clang-format off
-constexpr Option kTexts[] = {
-    {"unit", "UNIT", "startUnit", "Unit of all levels, such as dBuV or V/m"}};
-constexpr Option kFiles[] = {
-    {"catalogue", "FILE", "catalogueFile", "Offer the choices of this catalogue among the settings too"},
-    {"map", "FILE", "mapFile", "Show this raster map on the page of maps"},
-    {"mask", "FILE", "maskFile", "Judge the levels by this mask: lines of MHz,dBm"},
-    {"screenshot", "FILE", "pictureFile", "Write a picture (PNG) once the recording is read, and end"}};
-constexpr Option kNumbers[] = {
-    {"gain", "DBI", "startGain", "Gain of the antenna in dBi, for units of field strength"},
-    {"limit", "DBM", "startLimit", "Judge the levels by this limit in dBm"},
-    {"marker", "MHZ", "startMarkers", "Set a marker at this frequency in MHz; up to six times"},
-    {"width", "PIXELS", "startWidth", "Width of the window"},
-    {"height", "PIXELS", "startHeight", "Height of the window"}};
-// clang-format on
+using namespace rfu::viewer;
 
 QUrl urlOf(const QString& file) {
     return QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath());
@@ -64,24 +45,22 @@ Arguments split(const QStringList& all) {
 }
 
 void describe(QCommandLineParser& parser) {
+    const auto text = [](const char* latin) { return QString::fromLatin1(latin); };
     parser.setApplicationDescription(
-        QStringLiteral("Shows a recording of sweeps: spectrum, waterfall, markers.\n"
-                       "Behind -- follows a program that records to its standard output, such as\n"
-                       "rfutils-view -- rtl_power -f 88M:108M:50k -i 1 -"));
-    parser.addPositionalArgument(QStringLiteral("FILE"),
-                                 QStringLiteral("Recording to show; - for standard input"),
-                                 QStringLiteral("[FILE | - | -- PROGRAM [ARGUMENT...]]"));
-    const auto add = [&parser](const Option& option) {
-        parser.addOption({QString::fromLatin1(option.name), QString::fromLatin1(option.help),
-                          QString::fromLatin1(option.value)});
+        QStringLiteral("%1\n%2\n%3")
+            .arg(text(kDescription), text(kProgramDescription), text(kProgramExample)));
+    parser.addPositionalArgument(text(kArgument), text(kArgumentHelp), text(kSyntax));
+    const auto add = [&](const Option& option) {
+        QStringList names(text(option.name));
+        if (option.letter != 0) {
+            names.prepend(QChar::fromLatin1(option.letter));
+        }
+        parser.addOption({names, text(option.help), text(option.value)});
     };
     std::for_each(std::begin(kTexts), std::end(kTexts), add);
     std::for_each(std::begin(kFiles), std::end(kFiles), add);
     std::for_each(std::begin(kNumbers), std::end(kNumbers), add);
-    parser.addOption({QStringLiteral("light"), QStringLiteral("Dark on light")});
-    parser.addOption({QStringLiteral("dark"), QStringLiteral("Light on dark, as without option")});
-    parser.addHelpOption();
-    parser.addVersionOption();
+    std::for_each(std::begin(kFlags), std::end(kFlags), add);
 }
 
 /// The numbers of an option; nothing, with a message, where one is none.

@@ -103,8 +103,8 @@ constexpr Subcommand kCatalogue = {
     "Show the items of a catalogue file (JSON) and the choices of each.\n"
     "Choices are sorted by item, display sequence, code and id. A display sequence of 0 means "
     "that the choice is not offered to the operator.",
-    {{"FILE", Kind::File}},
-    {{"item", "ITEM", Kind::Text, "Only this item, spelled as in the file."},
+    {{"FILE", Kind::JsonFile}},
+    {{"item", "ITEM", Kind::Item, "Only this item, spelled as in the file."},
      {"id", "ID", Kind::Text, "Only the choice of the item with this id, in any letter case."},
      {"code", "N", Kind::Integer, "Only the choices of the item with this code."},
      {"label", "TEXT", Kind::Text, "Only the choices of the item with exactly this label."}},

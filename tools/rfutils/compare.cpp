@@ -21,6 +21,7 @@
 #include "support/errors.h"
 #include "support/format.h"
 #include "support/interruption.h"
+#include "support/named.h"
 #include "support/output.h"
 #include "support/picture.h"
 #include "support/plotOptions.h"
@@ -37,27 +38,22 @@ constexpr int kDifferenceDecimals = 2;  // of dB
 // Text is written in pieces, so that a table of many rows takes little memory.
 constexpr std::size_t kPointsAtOnce = 10000;
 
-PointStatistic statisticOf(const QString& name) {
-    const std::pair<const char*, PointStatistic> kStatistics[] = {
-        {"average", PointStatistic::Average},
-        {"maximum", PointStatistic::Maximum},
-        {"minimum", PointStatistic::Minimum},
-        {"median", PointStatistic::Median}};
-    for (const auto& [known, statistic] : kStatistics) {
-        if (name == QLatin1String(known)) {
-            return statistic;
-        }
-    }
-    throw UsageError("--of: " + quoted(name.toStdString()) +
-                     " is not average, maximum, minimum or median");
-}
+struct NamedStatistic {
+    const char* name;
+    PointStatistic statistic;
+};
+
+constexpr NamedStatistic kStatistics[] = {{"average", PointStatistic::Average},
+                                          {"maximum", PointStatistic::Maximum},
+                                          {"minimum", PointStatistic::Minimum},
+                                          {"median", PointStatistic::Median}};
 
 struct CompareOptions {
     explicit CompareOptions(const CommandLine& line)
         : files(line.texts("A") + line.texts("B")),
           both(recordingOf(line, files)),
-          nameOfStatistic(line.isSet("of") ? line.text("of") : QStringLiteral("average")),
-          statistic(statisticOf(nameOfStatistic)),
+          nameOfStatistic(line.value<std::string>("of")),
+          statistic(named(kStatistics, nameOfStatistic).statistic),
           above(line.isSet("above") ? std::optional(positiveOf(line, "above")) : std::nullopt),
           isResampled(line.isSet("resample")),
           plot(plotOptionsOf(line, both.inputs())),
@@ -74,7 +70,7 @@ struct CompareOptions {
 
     QStringList files;
     RecordingSource both;
-    QString nameOfStatistic;
+    std::string nameOfStatistic;
     PointStatistic statistic;
     std::optional<double> above;
     bool isResampled;
@@ -137,7 +133,7 @@ public:
         const std::string b = shortNameOf(options_.files[1]);
         plot.nameOfA = "a: " + a;
         plot.nameOfB = "b: " + b;
-        plot.title = a + " and " + b + ", " + options_.nameOfStatistic.toStdString();
+        plot.title = a + " and " + b + ", " + options_.nameOfStatistic;
         plot.levelUnit = nameOf(options_.view.unit);
         const PlotPlaces places(a_.axis, a_.levels.size());
         plot.placeName = places.name;
@@ -299,14 +295,15 @@ constexpr Subcommand kCompare = {
     "The points of both have to lie together. With --resample the levels of B are taken at the "
     "points of A, straight between the middles of the bins of B in dB; where B does not reach, they are missing. "
     "Bins of another width hold another share of noise and of wide signals: that is not corrected.",
-    {{"A", Kind::File}, {"B", Kind::File}},
-    {{"of", "STATISTIC", Kind::Text, "What is compared: average, maximum, minimum or median.", "average"},
+    {{"A", Kind::SweepFile}, {"B", Kind::SweepFile}},
+    {{"of", "STATISTIC", Kind::Word, "What is compared: average, maximum, minimum or median.",
+      kStatistics[0].name, 0, 1, 0, [] { return namesOf(kStatistics); }},
      {"above", "DB", Kind::Decibels, "Also gather the points that differ by more than this."},
      {"resample", "", Kind::Flag, "Take the levels of B at the points of A."},
      kPointUnitOption,
      kCenterOption,
      kGainOption,
-     {"plot", "OUT", Kind::Picture,
+     {"plot", "OUT", Kind::Plot,
       "Draw both and their difference over frequency, as PNG or SVG by the ending."},
      kPlotLevelsOption,
      kPlotWidthOption,

@@ -16,6 +16,7 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/fileValues.h"
 #include "support/help.h"
 #include "support/interruption.h"
 #include "support/nearest.h"
@@ -44,7 +45,10 @@ const Subcommand& subcommandNamed(const QString& name) {
 
 bool takesFile(const Subcommand& subcommand) {
     return std::any_of(subcommand.arguments.begin(), subcommand.arguments.end(),
-                       [](const Argument& argument) { return argument.kind == Kind::File; });
+                       [](const Argument& argument) {
+                           const FileValue* const file = fileValueOf(argument.kind);
+                           return file != nullptr && file->isRead;
+                       });
 }
 
 void runSubcommand(const Subcommand& subcommand, const QStringList& arguments) {

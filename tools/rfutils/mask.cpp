@@ -33,13 +33,15 @@ namespace {
 
 constexpr int kMarginDecimals = 2;  // of dB
 
+constexpr char kOfMaximum[] = "maximum";
+
+std::vector<std::string> judgedStatistics() {
+    return {kOfMaximum, "average"};
+}
+
 /// --of: true for the maxima, false for the averages.
 bool judgesMaximum(const CommandLine& line) {
-    const QString of = line.isSet("of") ? line.text("of") : QStringLiteral("maximum");
-    if (of != QLatin1String("maximum") && of != QLatin1String("average")) {
-        throw UsageError("--of: " + quoted(of.toStdString()) + " is not maximum or average");
-    }
-    return of == QLatin1String("maximum");
+    return line.value<std::string>("of") == kOfMaximum;
 }
 
 /// The dB of a factor of ten in a linear unit; 0 for a logarithmic unit.
@@ -214,15 +216,16 @@ constexpr Subcommand kMask = {
     "limit make one row, also if a single point between them is not. The row shows the point with "
     "the smallest margin, that is the distance to the limit in dB, below 0 beyond it.",
     {kRecordingArgument},
-    {{"mask", "MASK.csv", Kind::File, "The limits.", nullptr, 1},
-     {"of", "STATISTIC", Kind::Text, "What is judged of each point: maximum or average.", "maximum"},
+    {{"mask", "MASK.csv", Kind::CsvFile, "The limits.", nullptr, 1},
+     {"of", "STATISTIC", Kind::Word, "What is judged of each point: maximum or average.", kOfMaximum,
+      0, 1, 0, judgedStatistics},
      {"unit", "UNIT", Kind::Unit,
       "Unit of the mask and of what is shown (rfutils units lists them); a field unit takes the "
       "frequency of each point unless --center is given.",
       "dBm"},
      kCenterOption,
      kGainOption,
-     {"plot", "OUT", Kind::Picture,
+     {"plot", "OUT", Kind::Plot,
       "Draw the mask with maximum, average and minimum over frequency, as PNG or SVG by the ending."},
      kPlotLevelsOption,
      kPlotWidthOption,

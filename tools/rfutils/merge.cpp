@@ -124,8 +124,8 @@ constexpr Subcommand kMerge = {
     "Counts, extremes and times are those of a single run, means differ by their rounding. Options "
     "that decide what is counted, such as --limit and --channel, come from the states; the others "
     "are given here, as to the command itself.",
-    {{"STATE", Kind::File, 1, kAnyCount}},
-    {{"state", "OUT", Kind::Text, "Write the state of all of them."},
+    {{"STATE", Kind::StateFile, 1, kAnyCount}},
+    {{"state", "OUT", Kind::State, "Write the state of all of them."},
      {"marker", "FREQ", Kind::Marker, "As in rfutils trace.", nullptr, 0, kAnyCount},
      {"all-points", "", Kind::Flag, "As in rfutils trace."},
      {"above", "DB", Kind::Decibels, "As in rfutils peaks."},
@@ -135,8 +135,8 @@ constexpr Subcommand kMerge = {
      {"unit", "UNIT", Kind::Unit, "Show levels in this unit (rfutils units lists them)."},
      {"center", "FREQ", Kind::Frequency, kCenterOption.help},
      {"gain", "DBI", Kind::Gain, kGainOption.help},
-     {"plot", "OUT", Kind::Picture, "As in rfutils trace and occupancy."},
-     {"mask", "MASK.csv", Kind::File, "As in rfutils trace."},
+     {"plot", "OUT", Kind::Plot, "As in rfutils trace and occupancy."},
+     {"mask", "MASK.csv", Kind::CsvFile, "As in rfutils trace."},
      {"levels", "MIN:MAX", kPlotLevelsOption.kind, kPlotLevelsOption.help},
      {"width", "PIXELS", kPlotWidthOption.kind, kPlotWidthOption.help},
      {"height", "PIXELS", kPlotHeightOption.kind, kPlotHeightOption.help}},

@@ -39,12 +39,7 @@ constexpr int kShareDecimals = 4;
 // Text is written in pieces, so that a table of many rows takes little memory.
 constexpr long long kRowsAtOnce = 10000;
 
-bool isByHour(const CommandLine& line) {
-    if (line.isSet("by") && line.text("by") != QLatin1String("hour")) {
-        throw UsageError("--by: " + quoted(line.text("by").toStdString()) + " is not hour");
-    }
-    return line.isSet("by");
-}
+constexpr char kByHour[] = "hour";
 
 /// The channels asked for; none for the points.
 std::vector<FrequencyRange> rangesOf(const CommandLine& line) {
@@ -81,7 +76,7 @@ struct OccupancyRequest {
         if (line.isSet("channel-width") && ranges.empty()) {
             throw UsageError("--channel-width needs --channels");
         }
-        counting.isByHour = isByHour(line);
+        counting.isByHour = line.isSet("by");
         counting.above = limit ? 0.0 : positiveOf(line, "above");
         counting.window = floorWindowOf(line);
         requireAntennaUnit(line, antennaUnitOf(line, view.unit));
@@ -117,7 +112,7 @@ std::vector<StateSetting> occupancySettings(const CommandLine& line) {
         addNumber("gain");
     }
     if (line.isSet("by")) {
-        settings.push_back({"by", "hour"});
+        settings.push_back({"by", kByHour});
     }
     return settings;
 }
@@ -410,7 +405,8 @@ constexpr Subcommand kOccupancy = {
       "Where the first channel begins, the distance from one to the next, and how many; without, "
       "every point is a channel."},
      {"channel-width", "FREQ", Kind::Frequency, "The width of a channel; STEP unless given."},
-     {"by", "hour", Kind::Text, "Count each hour of the day apart."},
+     {"by", kByHour, Kind::Word, "Count each hour of the day apart.", nullptr, 0, 1, 0,
+      [] { return std::vector<std::string>{kByHour}; }},
      {"unit", "UNIT", Kind::Unit,
       "Show the threshold in this unit (rfutils units lists them); a field unit takes the middle "
       "of the band unless --center is given.",
@@ -418,7 +414,7 @@ constexpr Subcommand kOccupancy = {
      kCenterOption,
      kGainOption,
      kStateOption,
-     {"plot", "OUT", Kind::Picture,
+     {"plot", "OUT", Kind::Plot,
       "Draw the occupancy over frequency, with --by hour as colours, to OUT.png or OUT.svg."},
      kPlotWidthOption,
      kPlotHeightOption},

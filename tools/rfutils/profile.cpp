@@ -173,14 +173,14 @@ constexpr Subcommand kProfile = {
     "FILE is a raster as for rfutils raster; its values are heights in metres. Heights between the "
     "centres of cells are bilinear. The Earth's curvature raises the terrain towards the line of "
     "sight. docs/propagation.md has the formulas and their sources. Grids in degrees are refused.",
-    {{"FILE", Kind::File}},
+    {{"FILE", Kind::RasterFile}},
     {{"start", "E,N", Kind::Pair, "One end of the link in map coordinates.", nullptr, 1},
      {"end", "E,N", Kind::Pair, "The other end.", nullptr, 1},
      {"heights", "H1,H2", Kind::Pair, "Heights of the two antennas above ground in metres.", nullptr, 1},
      {"center", "FREQ", Kind::Frequency,
       "Frequency: 433MHz, 2.4GHz or a number of MHz.", nullptr, 1},
      {"k", "K", Kind::Number, "The effective radius of the Earth over the true one.", "1.333"},
-     {"plot", "OUT", Kind::Picture,
+     {"plot", "OUT", Kind::Plot,
       "Draw the terrain, the line of sight and the Fresnel zone, as PNG or SVG by the ending."},
      kPlotWidthOption,
      kPlotHeightOption},

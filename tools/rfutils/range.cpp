@@ -121,7 +121,7 @@ constexpr Subcommand kRange = {
     "keeps the label V; from 1 kW it has kilowatts, from 1 MW megawatts, and keeps the label W; a "
     "note on standard error says so. The codes; any other shows no unit:",
     {},
-    {{"type", "CODE", Kind::Integer, "What is limited, see above.", nullptr, 1},
+    {{"type", "CODE", Kind::Code, "What is limited, see above.", nullptr, 1},
      {"min", "V", Kind::Number, "Lower limit.", nullptr, 1},
      {"max", "V", Kind::Number, "Upper limit.", nullptr, 1},
      {"integer", "", Kind::Flag, "The text of an entry of whole numbers."},

@@ -225,7 +225,7 @@ constexpr Subcommand kRaster = {
     "the value, linear between the entry's two colours; outside all ranges that of the nearest "
     "end. Without a colour table it is a grey ramp from the smallest to the largest value. No-data "
     "cells are transparent.",
-    {{"FILE", Kind::File}},
+    {{"FILE", Kind::RasterFile}},
     {{"at", "COL,ROW", Kind::Cell, "Show one cell instead of the map."},
      {"at-map", "E,N", Kind::Pair, "Show the cell at map coordinates."},
      {"at-place", "LAT,LON", Kind::Pair, "Show the cell at a latitude and a longitude in degrees."},

@@ -86,7 +86,7 @@ constexpr Subcommand kScale = {
     "Fields refer to an antenna; its correction is rounded to single precision. Scale 5 comes back "
     "by the formula of the volt, so that 0 dBm gives 0.001 W and 0.001 W gives -46.9897 dBm. Scale "
     "9 has no way back. The scales:",
-    {{"INDEX", Kind::Integer}, {"VALUE", Kind::Text, 0, kAnyCount}},
+    {{"INDEX", Kind::Code}, {"VALUE", Kind::Text, 0, kAnyCount}},
     {{"to-dbm", "", Kind::Flag, "From the scale to dBm."},
      kCenterOption,
      kGainOption},

@@ -50,7 +50,7 @@ constexpr Subcommand kSetups = {
     "setups", "Show the result setups of a file",
     "Show the result setups of a file (JSON) in their order: groups by their keys, the setups of a "
     "group as they stand in the file. The index is the position by which applications ask.",
-    {{"FILE", Kind::File}},
+    {{"FILE", Kind::JsonFile}},
     {{"verbose", "", Kind::Flag,
       "Report skipped entries on standard error, each by the setup before it in its group or, at "
       "the group's start, by the group's key."}},

@@ -109,7 +109,7 @@ constexpr Subcommand kTab = {
     "are.\n"
     "\n"
     "--png draws the raster beside the file with the points marked.",
-    {{"FILE", Kind::File}},
+    {{"FILE", Kind::TabFile}},
     {{"png", "OUT.png", Kind::Picture, "Draw the raster with the control points."}},
     {"rfutils tab terrain.tab",
      "rfutils tab terrain.tab --format json",

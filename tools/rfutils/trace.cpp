@@ -482,9 +482,9 @@ constexpr Subcommand kTrace = {
       "Add for each marker or point the mean power, the median, the standard deviation in dB and the sweep "
       "that holds the maximum."},
      kStateOption,
-     {"plot", "OUT", Kind::Picture,
+     {"plot", "OUT", Kind::Plot,
       "Draw maximum, average and minimum over frequency, as PNG or SVG by the ending."},
-     {"mask", "MASK.csv", Kind::File, "Draw these limits in the plot; rfutils mask reads the same."},
+     {"mask", "MASK.csv", Kind::CsvFile, "Draw these limits in the plot; rfutils mask reads the same."},
      kPlotLevelsOption,
      kPlotWidthOption,
      kPlotHeightOption},

@@ -20,6 +20,7 @@
 #include "support/errors.h"
 #include "support/format.h"
 #include "support/interruption.h"
+#include "support/named.h"
 #include "support/picture.h"
 #include "support/plotOptions.h"
 #include "support/table.h"
@@ -38,33 +39,6 @@ struct NamedReduction {
 
 constexpr NamedReduction kReductions[] = {
     {"max", Reduction::Maximum}, {"mean", Reduction::Mean}, {"min", Reduction::Minimum}};
-
-Reduction reductionOf(const CommandLine& line) {
-    const std::string name =
-        line.isSet("reduce") ? line.text("reduce").toStdString() : kReductions[0].name;
-    for (const NamedReduction& known : kReductions) {
-        if (name == known.name) {
-            return known.reduction;
-        }
-    }
-    throw UsageError("--reduce: " + quoted(name) + " is not max, mean or min");
-}
-
-const Palette* paletteOf(const CommandLine& line) {
-    const std::string name =
-        line.isSet("palette") ? line.text("palette").toStdString() : kPalettes[0].name;
-    const Palette* const palette = findPalette(name);
-    if (palette == nullptr) {
-        std::string names;
-        for (const Palette& known : kPalettes) {
-            const bool isLast = &known == &kPalettes[std::size(kPalettes) - 1];
-            names += names.empty() ? "" : isLast ? " or " : ", ";
-            names += known.name;
-        }
-        throw UsageError("--palette: " + quoted(name) + " is not " + names);
-    }
-    return palette;
-}
 
 /// The levels of a recording in the unit that they are shown in.
 struct ShownLevels {
@@ -201,9 +175,9 @@ void runWaterfall(const CommandLine& line) {
     requireAntennaUnit(line, view.unit);
     WaterfallOptions options;
     options.size = sizeOf(line, Waterfall::kSmallest, Waterfall::kLargest);
-    options.reduction = reductionOf(line);
+    options.reduction = named(kReductions, line.value<std::string>("reduce")).reduction;
     options.showsGaps = !line.isSet("no-gaps");
-    options.colors.palette = paletteOf(line);
+    options.colors.palette = &named(kPalettes, line.value<std::string>("palette"));
     requireReplaceable(picture, source.inputs());
 
     BegunRecording recording(source);
@@ -262,17 +236,17 @@ constexpr Subcommand kWaterfall = {
     "  rtl_power -f 88M:108M:50k -i 1 -e 1h - | rfutils waterfall - --png fm.png",
     {kRecordingArgument},
     {{"png", "OUT.png", Kind::Picture, "The picture.", nullptr, 1},
-     {"palette", "NAME", Kind::Text,
+     {"palette", "NAME", Kind::Word,
       "viridis, magma, cividis (made for colour-blind readers too), grey; or turbo, which is not "
       "uniform.",
-      kPalettes[0].name},
+      kPalettes[0].name, 0, 1, 0, [] { return namesOf(kPalettes); }},
      {"levels", "MIN:MAX", Kind::Range,
       "The levels of the first and the last colour, in the shown unit."},
      {"width", "PIXELS", Kind::Integer, "Of the whole picture, 320 to 10000.", "1920"},
      {"height", "PIXELS", Kind::Integer, "Of the whole picture, 200 to 10000.", "1080"},
-     {"reduce", "HOW", Kind::Text,
+     {"reduce", "HOW", Kind::Word,
       "What a pixel shows of its cells: max, mean (of the dBm numbers) or min.",
-      kReductions[0].name},
+      kReductions[0].name, 0, 1, 0, [] { return namesOf(kReductions); }},
      {"raw", "", Kind::Flag,
       "One pixel per cell, without axes; a gap in time is one transparent row."},
      {"no-gaps", "", Kind::Flag, "Leave times without sweeps out; every sweep is as high."},

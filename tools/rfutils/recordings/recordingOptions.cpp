@@ -25,7 +25,7 @@ const std::initializer_list<Option> kRecordingOptions = {
     {"last", "N", Kind::Integer, "Of these only the last N."},
     {"offset", "DB", Kind::Decibels,
      "Add this to all measured levels before anything else, such as the loss of a cable.", "0"},
-    {"correction", "FILE.csv", Kind::File,
+    {"correction", "FILE.csv", Kind::CsvFile,
      "Also add the dB of a CSV file of frequencies and dB, straight between its lines."},
     {"quiet", "", Kind::Flag, "Show no progress on a terminal."},
     {"strict", "", Kind::Flag,

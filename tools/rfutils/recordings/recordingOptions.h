@@ -11,7 +11,7 @@ namespace rfu::command {
 
 // What every command on recordings takes: the files, and how they are read.
 
-inline constexpr Argument kRecordingArgument = {"FILE", Kind::File, 1, kAnyCount};
+inline constexpr Argument kRecordingArgument = {"FILE", Kind::SweepFile, 1, kAnyCount};
 
 /// See Subcommand::shared.
 extern const std::initializer_list<Option> kRecordingOptions;

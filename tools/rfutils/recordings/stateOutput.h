@@ -9,7 +9,7 @@
 namespace rfu::command {
 
 inline constexpr Option kStateOption = {
-    "state", "OUT", Kind::Text,
+    "state", "OUT", Kind::State,
     "Write the statistics as a state, with which rfutils merge goes on."};
 
 /// --state, empty without. @throw InputError for a file that may not be replaced

@@ -54,6 +54,21 @@ Value readAt(const std::string& place, Kind kind, const QString& text) {
     }
 }
 
+bool isRead(const Option& option) {
+    return option.kind == Kind::Word || isRead(option.kind);
+}
+
+Value readOption(const Option& option, const QString& text) {
+    if (option.kind != Kind::Word) {
+        return readAt(dashed(option), option.kind, text);
+    }
+    try {
+        return readWord(option, text.toStdString());
+    } catch (const BadValue& bad) {
+        throw UsageError(dashed(option) + ": " + bad.message);
+    }
+}
+
 }  // namespace
 
 CommandLine::CommandLine(const Subcommand& subcommand, const QStringList& arguments) {
@@ -120,14 +135,15 @@ void CommandLine::completeOptions(const Subcommand& subcommand) {
             throw UsageError(dashed(*option) + " may be given " + std::to_string(option->maxCount) +
                              " times at most");
         }
-        if (!isRead(option->kind)) {
+        if (!isRead(*option)) {
             continue;
         }
         for (const QString& text : given) {
-            values_[option->name].push_back(readAt(dashed(*option), option->kind, text));
+            values_[option->name].push_back(readOption(*option, text));
         }
         if (given.isEmpty() && option->fallback != nullptr) {
-            values_[option->name].push_back(readValue(option->kind, option->fallback));
+            values_[option->name].push_back(
+                readOption(*option, QString::fromUtf8(option->fallback)));
         }
     }
 }

@@ -9,6 +9,7 @@
 #include "analysis/support/numbers.h"
 #include "recordings/parseSpur.h"
 #include "support/errors.h"
+#include "support/named.h"
 #include "support/units.h"
 #include "trace/parseMarker.h"
 
@@ -16,11 +17,19 @@ namespace rfu::command {
 
 namespace {
 
+struct NamedFormat {
+    const char* name;
+    Format format;
+};
+
+constexpr NamedFormat kFormats[] = {
+    {"text", Format::Text}, {"csv", Format::Csv}, {"json", Format::Json}};
+
 std::optional<Format> parseFormat(std::string_view text) {
-    return text == "text"   ? std::optional(Format::Text)
-           : text == "csv"  ? std::optional(Format::Csv)
-           : text == "json" ? std::optional(Format::Json)
-                            : std::nullopt;
+    const auto* const found =
+        std::find_if(std::begin(kFormats), std::end(kFormats),
+                     [text](const NamedFormat& known) { return text == known.name; });
+    return found == std::end(kFormats) ? std::nullopt : std::optional(found->format);
 }
 
 /// Two numbers with a separator between them.
@@ -85,6 +94,7 @@ constexpr Reader kReaders[] = {
     {Kind::Gain,      "a gain such as 3dBi or a number of dBi",               readBy<parseGain>},
     {Kind::Decibels,  "a difference such as 6dB or a number of dB",           readBy<parseDecibels>},
     {Kind::Integer,   "a whole number",                                       readBy<parseInteger>},
+    {Kind::Code,      "a whole number",                                       readBy<parseInteger>},
     {Kind::Frequency, "a frequency such as 88.1MHz or a number of MHz",       readBy<parseFrequency>},
     {Kind::FrequencyRange, "a frequency and a higher one such as 88MHz:108MHz", readBy<parseFrequencyRange>},
     {Kind::WindowTime, "a time such as \"2024-05-04 21:15\", 21:15:30 or, before the end, -10m", readBy<parseWindowTime>},
@@ -111,6 +121,29 @@ const Reader* readerOf(Kind kind) {
 
 bool isRead(Kind kind) {
     return readerOf(kind) != nullptr;
+}
+
+const char* expectedOf(Kind kind) {
+    return readerOf(kind)->expected;
+}
+
+std::vector<std::string> wordsOf(const Option& option) {
+    return option.kind == Kind::Format ? namesOf(kFormats)
+           : option.words != nullptr   ? option.words()
+                                       : std::vector<std::string>();
+}
+
+std::string readWord(const Option& option, std::string_view text) {
+    const std::vector<std::string> words = wordsOf(option);
+    std::string list;
+    for (const std::string& word : words) {
+        if (text == word) {
+            return word;
+        }
+        list += list.empty() ? "" : &word == &words.back() ? " or " : ", ";
+        list += word;
+    }
+    throw BadValue(quoted(text) + " is not " + list);
 }
 
 Value readValue(Kind kind, std::string_view text) {

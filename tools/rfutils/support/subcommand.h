@@ -11,19 +11,32 @@ namespace rfu::command {
 
 class CommandLine;
 
-// A subcommand as data, used by the parser and the help.
+// A subcommand as data, used by the parser, the help, the manual pages and the completions.
 
 /// The kind of an option's or argument's value; readValue() reads it.
 enum class Kind {
     Flag,  ///< an option without a value
     Text,
-    File,       ///< a file to read
-    Recording,  ///< a recording to write
-    Picture,    ///< a PNG or SVG file to write
+    Word,  ///< one of the option's words
+    Item,  ///< an item of the catalogue that is the first argument
     Number,
+    // Files to read; kFileValues has their endings.
+    File,  ///< of any kind
+    JsonFile,
+    CsvFile,
+    SweepFile,  ///< a recording
+    RasterFile,
+    TabFile,
+    StateFile,
+    // Files to write
+    Recording,
+    State,
+    Picture,   ///< PNG
+    Plot,      ///< PNG or SVG
     Gain,      ///< in dBi
     Decibels,  ///< a difference of levels
     Integer,
+    Code,  ///< a whole number; the subcommand's choices say what it means
     Frequency,
     FrequencyRange,  ///< a frequency and a higher one
     WindowTime,      ///< a time, of a day or before the end
@@ -48,6 +61,8 @@ struct Option {
     int minCount = 0;
     int maxCount = 1;  ///< if it is 1, the last one counts
     char letter = 0;   ///< of its short name, "-o"; 0 for none
+    /// Of an option of Kind::Word, which the parser accepts.
+    std::vector<std::string> (*words)() = nullptr;
 };
 
 inline constexpr int kAnyCount = std::numeric_limits<int>::max();
@@ -69,7 +84,8 @@ struct Subcommand {
     std::initializer_list<const char*> examples;
     /// Prints to standardOutput(). @throw Failure, InputError
     void (*run)(const CommandLine& line);
-    /// The values that an option or argument may have, shown behind the description.
+    /// The values that its option or argument of Kind::Code may have, each with its meaning, shown
+    /// behind the description.
     std::vector<std::string> (*choices)() = nullptr;
     /// Options that it has in common with others, behind its own.
     const std::initializer_list<Option>* shared = nullptr;
