@@ -147,8 +147,8 @@ std::string cases(const Offers& offers) {
             }
             line += next;
         }
-        text += "            " + patterns + line + "\n                " + call +
-                "\n                ;;\n";
+        text.append("            ").append(patterns).append(line);
+        text.append("\n                ").append(call).append("\n                ;;\n");
     }
     return text;
 }

@@ -8,6 +8,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <iterator>
 #include <stdexcept>
@@ -171,6 +172,7 @@ private:
         std::vector<std::vector<Text>> rows;
         for (int row = 0; row < table.rows(); ++row) {
             std::vector<Text> cells;
+            cells.reserve(static_cast<std::size_t>(table.columns()));
             for (int column = 0; column < table.columns(); ++column) {
                 cells.push_back(textOf(table.cellAt(row, column)));
             }

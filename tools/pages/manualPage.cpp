@@ -86,7 +86,7 @@ std::vector<std::string> wordsOf(const Text& text) {
             }
             std::string word = escaped(rest.substr(0, end), span.style);
             if (span.style != Style::Plain) {
-                word = fontOf(span.style) + word + "\\fR";
+                word.insert(0, fontOf(span.style)).append("\\fR");
             }
             if (isOpen) {
                 words.back() += word;
