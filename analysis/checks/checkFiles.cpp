@@ -2,63 +2,114 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <algorithm>
-#include <string>
+#include <QSet>
+#include <utility>
 
+#include "analysis/checks/rules.h"
+#include "analysis/checks/suppressions.h"
 #include "analysis/support/inputError.h"
 
 namespace rfu {
 
 namespace {
 
-/// The files below a folder that are of a known kind, in the order of their names.
-void addFilesBelow(const QString& folder, QStringList& files) {
-    const QDir directory(folder);
-    for (const QString& name :
-         directory.entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
-        const QString path = directory.filePath(name);
-        if (QFileInfo(path).isDir()) {
-            addFilesBelow(path, files);
-        } else if (kindOf(path) != nullptr) {
-            files += path;
+struct NamedFile {
+    QString name;
+    FileKind kind;
+};
+
+/// The files to check, each of them once.
+class FileList {
+public:
+    void add(const QString& file, const KnownKind& kind) {
+        const QString path = QFileInfo(file).absoluteFilePath();
+        if (!known_.contains(QDir::cleanPath(path))) {
+            known_.insert(QDir::cleanPath(path));
+            files_.push_back({file, kind.kind});
         }
     }
+
+    /// Adds those that exist of the files that belong to one.
+    void addCompanions(const QString& file, const KnownKind& kind) {
+        if (kind.companions == nullptr) {
+            return;
+        }
+        for (const QString& companion : kind.companions(file)) {
+            const KnownKind* const other = kindOf(companion);
+            if (other != nullptr && QFileInfo(companion).isFile()) {
+                add(companion, *other);
+            }
+        }
+    }
+
+    /// Adds the files below a folder that are of a known kind, in the order of their names.
+    void addBelow(const QString& folder) {
+        const QDir directory(folder);
+        for (const QFileInfo& entry :
+             directory.entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+            const QString path = directory.filePath(entry.fileName());
+            if (entry.isDir()) {
+                if (!entry.isSymLink()) {  // which may lead back
+                    addBelow(path);
+                }
+            } else if (const KnownKind* const kind = kindOf(path)) {
+                add(path, *kind);
+            }
+        }
+    }
+
+    const std::vector<NamedFile>& files() const { return files_; }
+
+private:
+    std::vector<NamedFile> files_;
+    QSet<QString> known_;
+};
+
+const KnownKind& requireKind(const QString& file) {
+    if (const KnownKind* const known = kindOf(file)) {
+        return *known;
+    }
+    throw InputError(file, "its kind cannot be told from its name or content; name it with --as");
 }
 
-FileKind requireKind(const QString& file) {
-    if (const KnownKind* const known = kindOf(file)) {
-        return known->kind;
+FileList filesOf(const QStringList& names, const std::optional<FileKind>& as) {
+    FileList list;
+    for (const QString& name : names) {
+        if (QFileInfo(name).isDir()) {
+            list.addBelow(name);
+        } else if (as) {
+            list.add(name, kindOf(*as));
+        } else {
+            const KnownKind& kind = requireKind(name);
+            list.add(name, kind);
+            list.addCompanions(name, kind);
+        }
     }
-    throw InputError(file, "is of no kind that can be told from its name; --as names it");
+    return list;
 }
 
 }  // namespace
 
 Findings checkFile(const QString& file, FileKind kind) {
     try {
-        return kindOf(kind).check(file);
+        Findings findings = kindOf(kind).check(file);
+        findings.sort();
+        return findings;
     } catch (const InputError& error) {
-        static constexpr Rule kRules[] = {kFileUnreadable};
-        Findings findings(file, kRules);
-        findings.add(kFileUnreadable.name, error.problem());
+        Findings findings(file, fileRules());
+        findings.add(kFileUnreadable.name, "refused: " + error.problem());
         return findings;
     }
 }
 
 void checkFiles(const QStringList& names, const CheckOptions& options,
                 const std::function<void(const CheckedFile&)>& take) {
-    QStringList files;
-    for (const QString& name : names) {
-        if (QFileInfo(name).isDir()) {
-            addFilesBelow(name, files);
-        } else {
-            files += name;
-        }
-    }
-    files.removeDuplicates();
-    for (const QString& file : files) {
-        const FileKind kind = options.as ? *options.as : requireKind(file);
-        take({file, kind, checkFile(file, kind)});
+    const FileList list = filesOf(names, options.as);
+    Suppressions suppressions(options.ignored);
+    for (const NamedFile& file : list.files()) {
+        CheckedFile checked{file.name, file.kind, checkFile(file.name, file.kind)};
+        suppressions.apply(checked.findings);
+        take(checked);
     }
 }
 

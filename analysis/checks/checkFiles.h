@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "analysis/checks/fileKind.h"
 #include "analysis/support/finding.h"
@@ -11,7 +13,8 @@
 namespace rfu {
 
 struct CheckOptions {
-    std::optional<FileKind> as = {};  ///< of all files; else each by its name and content
+    std::optional<FileKind> as = {};        ///< of all files; else each by its name and content
+    std::vector<std::string> ignored = {};  ///< rules whose findings do not count
 };
 
 struct CheckedFile {
@@ -20,13 +23,14 @@ struct CheckedFile {
     Findings findings;
 };
 
-/// Checks files one after the other; a folder stands for the files below it that are of a known kind.
+/// Checks files one after the other, each with those that belong to it; a folder stands for the files below it that are
+/// of a known kind. Each file is checked once.
 /// @param take called with each file as soon as it is checked
-/// @throw InputError for a name that is neither a file nor a folder, and for a file of no known kind
+/// @throw InputError before the first file is checked where one is of no known kind; see also Suppressions
 void checkFiles(const QStringList& names, const CheckOptions& options,
                 const std::function<void(const CheckedFile&)>& take);
 
-/// Checks one file; what stands in others is only looked at where it belongs to this one.
+/// Checks one file, also against those that belong to it.
 Findings checkFile(const QString& file, FileKind kind);
 
 }  // namespace rfu

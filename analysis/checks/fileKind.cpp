@@ -6,17 +6,32 @@
 #include "analysis/catalogues/catalogueCheck.h"
 #include "analysis/catalogues/jsonKind.h"
 #include "analysis/catalogues/setupsCheck.h"
-#include "analysis/maps/ascCheck.h"
-#include "analysis/maps/bilCheck.h"
-#include "analysis/maps/rasterFile.h"
-#include "analysis/maps/tabFile.h"
+#include "analysis/checks/mapSets.h"
+#include "analysis/recordings/recordingCheck.h"
 
 namespace rfu {
 
 namespace {
 
-Findings checkBilByHeader(const QString& file) {
-    return checkBil(file, checkHdr(withExtension(file, "hdr")));
+/// The extension in lower case, of a packed file that of what it holds.
+QString extensionOf(const QString& file) {
+    static constexpr const char* kPacked[] = {"gz", "xz", "zst"};
+    const QFileInfo name(file);
+    const QString last = name.suffix().toLower();
+    const bool isPacked =
+        std::any_of(std::begin(kPacked), std::end(kPacked),
+                    [&](const char* extension) { return last == QLatin1String(extension); });
+    return isPacked ? QFileInfo(name.completeBaseName()).suffix().toLower() : last;
+}
+
+bool hasExtension(const KnownKind& kind, const QString& extension) {
+    return std::any_of(kind.extensions.begin(), kind.extensions.end(),
+                       [&](const char* known) { return extension == QLatin1String(known); });
+}
+
+template <JsonContent content>
+bool holds(const QString& file) {
+    return jsonContentOf(file) == content;
 }
 
 template <typename Matches>
@@ -26,28 +41,19 @@ const KnownKind* find(Matches matches) {
     return found == kinds.end() ? nullptr : &*found;
 }
 
-const KnownKind* kindOfJson(const QString& file) {
-    switch (jsonContentOf(file)) {
-        case JsonContent::Catalogue:
-            return &kindOf(FileKind::Catalogue);
-        case JsonContent::Setups:
-            return &kindOf(FileKind::Setups);
-        default:
-            return nullptr;
-    }
-}
-
 }  // namespace
 
 const std::vector<KnownKind>& knownKinds() {
     // clang-format off
     static const std::vector<KnownKind> kKinds = {
-        {FileKind::Asc, "asc", "asc", ascRules, [](const QString& file) { return checkAsc(file).findings; }},
-        {FileKind::Hdr, "hdr", "hdr", hdrRules, [](const QString& file) { return checkHdr(file).findings; }},
-        {FileKind::Bil, "bil", "bil", bilRules, checkBilByHeader},
-        {FileKind::Tab, "tab", "tab", tabRules, [](const QString& file) { return checkTab(file).findings; }},
-        {FileKind::Catalogue, "catalogue", "json", catalogueRules, checkCatalogue},
-        {FileKind::Setups, "setups", "json", setupsRules, checkSetups}};
+        {FileKind::Asc, "asc", {"asc"}, ascSetRules, checkAscSet, filesOfGrid},
+        {FileKind::Hdr, "hdr", {"hdr"}, hdrSetRules, checkHdrSet, filesOfGrid},
+        {FileKind::Bil, "bil", {"bil"}, bilSetRules, checkBilSet, filesOfGrid},
+        {FileKind::Clr, "clr", {"clr"}, clrSetRules, checkClrSet},
+        {FileKind::Tab, "tab", {"tab"}, tabSetRules, checkTabSet, filesOfTab},
+        {FileKind::Catalogue, "catalogue", {"json"}, catalogueRules, checkCatalogue, nullptr, holds<JsonContent::Catalogue>},
+        {FileKind::Setups, "setups", {"json"}, setupsRules, checkSetups, nullptr, holds<JsonContent::Setups>},
+        {FileKind::Recording, "recording", {"csv"}, recordingRules, checkRecording, nullptr, holdsHops}};
     // clang-format on
     return kKinds;
 }
@@ -57,12 +63,10 @@ const KnownKind& kindOf(FileKind kind) {
 }
 
 const KnownKind* kindOf(const QString& file) {
-    const QString extension = QFileInfo(file).suffix().toLower();
-    if (extension == QLatin1String("json")) {
-        return kindOfJson(file);
-    }
-    return find(
-        [&](const KnownKind& known) { return extension == QLatin1String(known.extension); });
+    const QString extension = extensionOf(file);
+    return find([&](const KnownKind& known) {
+        return hasExtension(known, extension) && (known.isKind == nullptr || known.isKind(file));
+    });
 }
 
 }  // namespace rfu

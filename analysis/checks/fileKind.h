@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QString>
-#include <optional>
+#include <QStringList>
 #include <string_view>
 #include <vector>
 
@@ -9,24 +9,29 @@
 
 namespace rfu {
 
-/// What a file is to the library.
-enum class FileKind { Asc, Hdr, Bil, Tab, Catalogue, Setups };
+/// What a file is to the library or, for recordings, to the command.
+enum class FileKind { Asc, Hdr, Bil, Clr, Tab, Catalogue, Setups, Recording };
 
 /// How files of a kind are told, and how they are checked.
 struct KnownKind {
     FileKind kind;
-    std::string_view name;  ///< as --as takes it
-    const char* extension;
+    std::string_view name;                ///< as --as takes it
+    std::vector<const char*> extensions;  ///< which may be followed by that of a packed file
     RuleTable (*rules)();
-    /// @throw InputError where the file, or one that belongs to it, cannot be read
+    /// @throw InputError where the file cannot be read
     Findings (*check)(const QString& file);
+    /// The files that belong to one of this kind, which need not exist.
+    QStringList (*companions)(const QString& file) = nullptr;
+    /// Tells files of this kind from others of the same extension; null where the extension says it.
+    bool (*isKind)(const QString& file) = nullptr;
 };
 
 const std::vector<KnownKind>& knownKinds();
 
 const KnownKind& kindOf(FileKind kind);
 
-/// The kind of a file by its name and, for JSON, its content; null for a file of no known kind.
+/// The kind of a file by its name, in any case, and its content where the name does not say it; null for a file of no
+/// known kind.
 const KnownKind* kindOf(const QString& file);
 
 }  // namespace rfu

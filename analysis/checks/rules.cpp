@@ -1,25 +1,22 @@
 #include "analysis/checks/rules.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
 namespace rfu {
 
-namespace {
-
-/// Of files of every kind.
-constexpr Rule kFileRules[] = {kFileUnreadable};
-
-}  // namespace
+RuleTable fileRules() {
+    static constexpr Rule kRules[] = {kFileUnreadable};
+    return kRules;
+}
 
 std::vector<KnownRule> knownRules() {
     std::map<std::string_view, KnownRule> byName;
     for (const KnownKind& kind : knownKinds()) {
-        for (const RuleTable& table : {RuleTable(kFileRules), kind.rules()}) {
-            for (const Rule& rule : table) {
-                KnownRule& known = byName.emplace(rule.name, KnownRule{rule, {}}).first->second;
-                known.kinds.push_back(kind.kind);
-            }
+        for (const Rule& rule : fileRules().with(kind.rules())) {
+            KnownRule& known = byName.emplace(rule.name, KnownRule{rule, {}}).first->second;
+            known.kinds.push_back(kind.kind);
         }
     }
     std::vector<KnownRule> rules;
@@ -27,6 +24,15 @@ std::vector<KnownRule> knownRules() {
         rules.push_back(std::move(rule));
     }
     return rules;
+}
+
+std::optional<KnownRule> findRule(std::string_view name) {
+    for (const KnownRule& known : knownRules()) {
+        if (known.rule.name == name) {
+            return known;
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace rfu

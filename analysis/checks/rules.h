@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <string_view>
 #include <vector>
 
 #include "analysis/checks/fileKind.h"
@@ -15,5 +17,10 @@ struct KnownRule {
 
 /// The rules of all kinds of files, by their names.
 std::vector<KnownRule> knownRules();
+
+std::optional<KnownRule> findRule(std::string_view name);
+
+/// Of files of every kind.
+RuleTable fileRules();
 
 }  // namespace rfu

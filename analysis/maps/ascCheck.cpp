@@ -121,7 +121,7 @@ public:
         header_.checkSize(findings_);
         checkRowCount();
         findings_.sort();
-        return {std::move(findings_), header_.hasNoData()};
+        return {std::move(findings_), header_.hasNoData(), header_.missingPlaces()};
     }
 
 private:
@@ -147,8 +147,10 @@ private:
         const long long cells = checkCells(line);
         if (cells != header_.columns()) {
             lines_.report("row-width", nullptr,
-                          "a row of " + std::to_string(cells) + " cells, while the grid has " +
-                              std::to_string(header_.columns()) + " columns");
+                          "a row of " + std::to_string(cells) + " cells in a grid of " +
+                              std::to_string(header_.columns()) + " columns: " +
+                              (cells < header_.columns() ? "the missing ones are read as 0"
+                                                         : "those beyond are not read"));
         }
     }
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <string_view>
+#include <vector>
 
 #include "analysis/support/finding.h"
 
@@ -11,7 +13,8 @@ RuleTable ascRules();
 
 struct AscCheck {
     Findings findings;
-    bool hasNoData = false;  // whether the file names such a value
+    bool hasNoData = false;                          // whether the file names such a value
+    std::vector<std::string_view> missingKeys = {};  // of those that place the grid
 };
 
 /// Everything in an ASC grid that loadASCFile() reads differently from what is written.

@@ -132,8 +132,8 @@ public:
             checkLayout();
         }
         findings_.sort();
-        return {std::move(findings_), header_.columns(), header_.rows(), isFloat_,
-                header_.hasNoData()};
+        return {std::move(findings_), header_.columns(),       header_.rows(), isFloat_,
+                header_.hasNoData(),  header_.missingPlaces(), pixelTypeLine_};
     }
 
 private:
@@ -159,6 +159,7 @@ private:
 
     void takePixelType(const MapToken& value) {
         isFloat_ = value.text == kFloatPixels;
+        pixelTypeLine_ = lines_.number();
         if (!isFloat_ && isSameWord(value.text, kFloatPixels)) {
             lines_.report("value-case", value.raw.begin,
                           value.text + " is not read, only " + kFloatPixels);
@@ -196,6 +197,7 @@ private:
     MapLines lines_;
     HeaderCheck header_;
     bool isFloat_ = false;
+    long long pixelTypeLine_ = 0;
 };
 
 }  // namespace

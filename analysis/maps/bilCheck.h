@@ -3,6 +3,8 @@
 #include <QString>
 
 #include <cstdint>
+#include <string_view>
+#include <vector>
 
 #include "analysis/support/finding.h"
 
@@ -18,7 +20,9 @@ struct HdrCheck {
     std::int32_t columns = 0;
     std::int32_t rows = 0;
     bool isFloat = false;
-    bool hasNoData = false;  // whether the file names such a value
+    bool hasNoData = false;                          // whether the file names such a value
+    std::vector<std::string_view> missingKeys = {};  // of those that place the grid, and NODATA
+    long long pixelTypeLine = 0;                     // 0 where there is none
 };
 
 /// Everything in the header of a BIL grid because of which the grid is read differently from what is

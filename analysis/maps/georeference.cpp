@@ -56,25 +56,13 @@ std::optional<QPointF> utmPointAt(const Place& place, const Projection& utm, QPo
     return std::nullopt;
 }
 
-/// Whether a georeference and the raster itself agree on a control point within one cell: some programs
-/// count pixels from the corner, others from the centre, and the library stores singles.
-bool isAt(const PointAsRead& point, const CellGrid& grid) {
-    const auto isNear = [&](float given, double expected) {
-        const double rounding = 2.0 * static_cast<double>(std::numeric_limits<float>::epsilon());
-        return std::abs(static_cast<double>(given) - expected) <=
-               grid.cellSize + rounding * std::abs(expected);
-    };
-    return isNear(point.x, grid.west + point.pixel.x() * grid.cellSize) &&
-           isNear(point.y, grid.north - point.pixel.y() * grid.cellSize);
-}
-
 void requireFitting(const TabFile& tab, const QString& tabFile, const QString& rasterFile,
                     const CellGrid& grid) {
     if (tab.units() == MapUnits::Unknown) {
         throw InputError(tabFile, "does not say what its coordinates are: it has no Units");
     }
     for (std::size_t i = 0; i < tab.points.size(); ++i) {
-        if (!isAt(tab.points[i], grid)) {
+        if (!isPlacedAt(tab.points[i], grid)) {
             throw InputError(
                 tabFile, "places Pt " + std::to_string(i + 1) + " more than a cell from where " +
                              QFileInfo(rasterFile).fileName().toStdString() + " has it");
@@ -83,6 +71,16 @@ void requireFitting(const TabFile& tab, const QString& tabFile, const QString& r
 }
 
 }  // namespace
+
+bool isPlacedAt(const PointAsRead& point, const CellGrid& grid) {
+    const auto isNear = [&](float given, double expected) {
+        const double rounding = 2.0 * static_cast<double>(std::numeric_limits<float>::epsilon());
+        return std::abs(static_cast<double>(given) - expected) <=
+               grid.cellSize + rounding * std::abs(expected);
+    };
+    return isNear(point.x, grid.west + point.pixel.x() * grid.cellSize) &&
+           isNear(point.y, grid.north - point.pixel.y() * grid.cellSize);
+}
 
 TabFile loadTabOf(const QString& rasterFile, const CellGrid& grid, const QString& tabFile) {
     TabFile tab = loadTab(tabFile);

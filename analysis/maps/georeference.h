@@ -15,6 +15,10 @@ struct Place {
     double longitude;
 };
 
+/// Whether a georeference and the raster itself agree on a control point within one cell: some programs
+/// count pixels from the corner, others from the centre, and the library stores singles.
+bool isPlacedAt(const PointAsRead& point, const CellGrid& grid);
+
 /// A georeference of a raster.
 /// @throw InputError as loadTab() does; also where the file does not name its coordinates, or contradicts the
 /// origin and cell size of the raster

@@ -3,6 +3,7 @@
 #include <rfUtils/detail/numberPrefix.h>
 #include <rfUtils/detail/saturate.h>
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 #include "analysis/support/inputError.h"
@@ -41,13 +42,7 @@ void HeaderCheck::takeSize(const detail::SizeKey& size, const MapToken& value) {
                           " at most; gdal_translate -srcwin cuts a part out");
         return;
     }
-    const std::string_view text = writtenText(value.raw);
-    const auto number = parseNumber(text);
-    if (!number || *number != asRead) {
-        lines_.report("no-whole-number", value.raw.begin,
-                      quoted(text) + " is no whole number: read as " + std::to_string(asRead));
-    }
-    lines_.checkLength(value.raw);
+    lines_.checkInteger(value);
 }
 
 void HeaderCheck::takePlace(const detail::PlaceKey& place, const MapToken& value) {
@@ -78,10 +73,48 @@ bool HeaderCheck::isKey(std::string_view word) const {
 
 void HeaderCheck::reportIgnored(const MapToken& key, bool isMisspelt) {
     if (isMisspelt) {
-        lines_.report("key-case", key.raw.begin, key.text + " is not read: " + spelling_);
+        lines_.report("key-case", key.raw.begin,
+                      key.text + " is not read: write " + spelled(key.text) + ", " + spelling_);
     } else {
-        lines_.report("key-unknown", key.raw.begin, quoted(key.text) + " is not read");
+        lines_.report("key-unknown", key.raw.begin,
+                      quoted(key.text) + " is not read" + nearKey(key.text));
     }
+}
+
+std::string HeaderCheck::nearKey(const std::string& word) const {
+    std::vector<QString> keys;
+    const auto add = [&keys](std::string_view key) {
+        keys.push_back(QString::fromUtf8(key.data(), static_cast<int>(key.size())));
+    };
+    for (const detail::SizeKey& size : format_.sizes) {
+        add(size.key);
+    }
+    for (const detail::PlaceKey& place : format_.places) {
+        add(place.key);
+    }
+    const int near = nearMiss(QString::fromUtf8(word.data(), static_cast<int>(word.size())), keys);
+    return near < 0 ? std::string()
+                    : ": did you mean " + keys[static_cast<std::size_t>(near)].toStdString() + '?';
+}
+
+std::string HeaderCheck::spelled(std::string_view word) const {
+    const auto isIt = [word](const auto& known) { return isSameWord(known.key, word); };
+    const auto* const size = std::find_if(std::begin(format_.sizes), std::end(format_.sizes), isIt);
+    const auto* const place =
+        std::find_if(std::begin(format_.places), std::end(format_.places), isIt);
+    return std::string(size != std::end(format_.sizes)     ? size->key
+                       : place != std::end(format_.places) ? place->key
+                                                           : detail::kPixelTypeKey);
+}
+
+std::vector<std::string_view> HeaderCheck::missingPlaces() const {
+    std::vector<std::string_view> missing;
+    for (const detail::PlaceKey& place : format_.places) {
+        if (lineOfKey_.count(place.key) == 0) {
+            missing.push_back(place.key);
+        }
+    }
+    return missing;
 }
 
 void HeaderCheck::checkSize(Findings& findings) const {

@@ -3,7 +3,9 @@
 #include <rfUtils/geo/detail/gridHeader.h>
 #include <cstdint>
 #include <map>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "analysis/maps/mapLines.h"
 
@@ -26,6 +28,9 @@ public:
     /// Reports a key that the loader ignores, because of its case or for good.
     void reportIgnored(const MapToken& key, bool isMisspelt);
 
+    /// The keys of place and no-data that no line has given.
+    std::vector<std::string_view> missingPlaces() const;
+
     /// Reports sizes that make no grid.
     void checkSize(Findings& findings) const;
 
@@ -40,6 +45,8 @@ private:
     void takeSize(const detail::SizeKey& size, const MapToken& value);
     void takePlace(const detail::PlaceKey& place, const MapToken& value);
     void reportRepeated(std::string_view key, const char* at);
+    std::string nearKey(const std::string& word) const;
+    std::string spelled(std::string_view word) const;
 
     MapLines& lines_;
     const detail::GridHeader& format_;

@@ -11,6 +11,7 @@
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "analysis/support/singles.h"
 #include "analysis/support/words.h"
 
 namespace rfu {
@@ -19,6 +20,13 @@ namespace {
 
 bool isText(char c) {
     return c != '\0' && !detail::isBlank(c);
+}
+
+/// What a loader makes of a token that it reads as a number.
+float singleOf(const detail::RawToken& token) {
+    std::array<char, detail::kMaxTokenLength> text;
+    return detail::toFloat(
+        detail::decimalPrefix({text.data(), detail::copyTokenText(token, text.data())}));
 }
 
 }  // namespace
@@ -72,7 +80,8 @@ double MapLines::checkNumber(const detail::RawToken& token) {
     const std::string_view text = writtenText(token);
     const auto value = parseNumber(text);
     if (!value) {
-        report("no-number", token.begin, quoted(text) + " is no number");
+        report("no-number", token.begin,
+               quoted(text) + " is no number: read as " + textOf(singleOf(token)));
     }
     return value.value_or(0.0);
 }
@@ -83,16 +92,30 @@ float MapLines::checkSingle(const detail::RawToken& token, std::string_view beyo
         report(beyondRange, token.begin,
                quoted(writtenText(token)) + " is beyond the range of a single: read as infinite");
     }
-    checkLength(token);
+    if (token.isCut()) {
+        reportCut(token, textOf(singleOf(token)));
+    }
     return value;
 }
 
-void MapLines::checkLength(const detail::RawToken& token) {
-    if (token.isCut()) {
-        report("token-cut", token.begin,
-               quoted(writtenText(token)) + " is too long: only its first " +
-                   std::to_string(detail::kMaxTokenLength) + " characters are read");
+std::int32_t MapLines::checkInteger(const MapToken& token) {
+    const std::int32_t asRead = detail::integerPrefix(token.text);
+    const std::string_view text = writtenText(token.raw);
+    const auto number = parseNumber(text);
+    if (!number || *number != asRead) {
+        report("no-whole-number", token.raw.begin,
+               quoted(text) + " is no whole number: read as " + std::to_string(asRead));
     }
+    if (token.raw.isCut()) {
+        reportCut(token.raw, std::to_string(asRead));
+    }
+    return asRead;
+}
+
+void MapLines::reportCut(const detail::RawToken& token, const std::string& asRead) {
+    report("token-cut", token.begin,
+           quoted(writtenText(token)) + " is too long: its first " +
+               std::to_string(detail::kMaxTokenLength) + " characters are read as " + asRead);
 }
 
 std::string_view writtenText(const detail::RawToken& token) {

@@ -4,6 +4,7 @@
 #include <rfUtils/geo/detail/tokenizer.h>
 #include <QFile>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,8 +57,13 @@ public:
     float checkSingle(const detail::RawToken& token,
                       std::string_view beyondRange = "number-infinite");
 
+    /// The value of a token of the last line that the loader reads as an integer. Reports one that is no whole
+    /// number (no-whole-number) or is cut (token-cut).
+    std::int32_t checkInteger(const MapToken& token);
+
     /// Reports a token of the last line that is cut (token-cut).
-    void checkLength(const detail::RawToken& token);
+    /// @param asRead what the loader makes of it
+    void reportCut(const detail::RawToken& token, const std::string& asRead);
 
 private:
     Findings& findings_;

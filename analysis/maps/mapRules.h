@@ -35,10 +35,10 @@ inline constexpr Rule kNoNumber = {"no-number", Severity::Error,
 
 inline constexpr Rule kNoWholeNumber = {
     "no-whole-number", Severity::Error,
-    "The loader reads a whole number up to the first other character, so that the size of the grid "
-    "is not the one that "
-    "is written.",
-    "ncols 12.5", "Write the number of columns or rows in digits."};
+    "The loader reads a whole number up to the first other character: \"12.5\" as 12, \"1e3\" as "
+    "1. "
+    "The size of a grid or the colour is then not the one that is written.",
+    "ncols 12.5", "Write the number in digits."};
 
 inline constexpr Rule kNumberInfinite = {
     "number-infinite", Severity::Warning,

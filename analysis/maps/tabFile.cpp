@@ -67,6 +67,12 @@ constexpr Rule kTabRules[] = {
      "The map lies by four control points. One that the file does not name keeps its former place, "
      "at first 0, 0.",
      "three points only", "Add the point: (X,Y) (COLUMN,ROW) Label \"Pt 4\"."},
+    {"point-not-read", Severity::Warning,
+     "A control point is a line of six words, the last of them \"Pt 1\" to \"Pt 4\" in exactly "
+     "this spelling. Others are "
+     "ignored, and so are points with decimal commas, which have more words.",
+     "(1,2) (0,0) Label \"Pt 5\"", "Leave four points, named Pt 1 to Pt 4, with decimal points."},
+    map_rules::kKeyRepeated,
     {"point-repeated", Severity::Warning,
      "A control point stands in the file more than once. The last one counts.",
      "(1,2) (0,0) Label \"Pt 1\"\n(3,4) (0,0) Label \"Pt 1\"",
@@ -131,7 +137,7 @@ public:
         }
         checkWhole();
         findings_.sort();
-        return {std::move(findings_), points_};
+        return {std::move(findings_), points_, pointLines_, fileLine_};
     }
 
 private:
@@ -148,8 +154,11 @@ private:
                 takeType(tokens[1]);
                 break;
             case detail::TabLine::Kind::File:
-                lines_.checkLength(tokens[1].raw);
-                namesRaster_ = true;
+                if (tokens[1].raw.isCut()) {
+                    lines_.reportCut(tokens[1].raw, quoted(tokens[1].text));
+                }
+                reportRepeatedFile(tokens[0]);
+                fileLine_ = lines_.number();
                 break;
             case detail::TabLine::Kind::Units:
                 takeUnits(tokens[1]);
@@ -168,6 +177,15 @@ private:
 
     /// Reports a line that is ignored for the spelling of its key, or for its number of values.
     void checkIgnored(const std::vector<MapToken>& tokens) {
+        const auto label = std::find_if(tokens.begin(), tokens.end(), [](const MapToken& token) {
+            return isSameWord(token.text, "Label");
+        });
+        if (label != tokens.end()) {
+            lines_.report(
+                "point-not-read", tokens[0].raw.begin,
+                "not read: a control point is (X,Y) (COLUMN,ROW) Label \"Pt 1\", to \"Pt 4\"");
+            return;
+        }
         static constexpr std::string_view kKeys[] = {"Type", "File", "Units", "CoordSys"};
         for (const std::string_view key : kKeys) {
             if (tokens.empty() || !isSameWord(tokens[0].text, key)) {
@@ -175,11 +193,19 @@ private:
             }
             if (tokens[0].text != key) {
                 lines_.report("key-case", tokens[0].raw.begin,
-                              tokens[0].text + " is not read, only " + std::string(key));
+                              tokens[0].text + " is not read: write " + std::string(key));
             } else if (key != "CoordSys") {  // its number of values depends on the system
                 lines_.report("key-needs-one-value", tokens[0].raw.begin,
                               tokens[0].text + " is not read: the line is a key and a value");
             }
+        }
+    }
+
+    void reportRepeatedFile(const MapToken& key) {
+        if (fileLine_ != 0) {
+            lines_.report("key-repeated", key.raw.begin,
+                          "File stands in line " + std::to_string(fileLine_) +
+                              " already; the last one counts");
         }
     }
 
@@ -227,6 +253,7 @@ private:
 
     void takePoint(std::size_t index, const std::vector<MapToken>& tokens) {
         reportMisplacedUnits();
+        pointLines_[index] = lines_.number();
         if (std::exchange(hasPoint_[index], true)) {
             lines_.report("point-repeated", tokens.back().raw.begin,
                           tokens.back().text + " is given once more; the last one counts");
@@ -256,7 +283,7 @@ private:
                               "the control point Pt " + std::to_string(i + 1) + " is missing");
             }
         }
-        if (!namesRaster_) {
+        if (fileLine_ == 0) {
             findings_.add("raster-not-named", "names no raster file");
         }
     }
@@ -271,7 +298,8 @@ private:
     std::array<PointAsRead, 4> points_;
     std::array<bool, 4> hasPoint_{};
     bool isSupported_ = true;
-    bool namesRaster_ = false;
+    long long fileLine_ = 0;  // that names the raster
+    std::array<long long, 4> pointLines_{};
     bool isMisplacedReported_ = false;
     long long coordSysLine_ = 0;
     std::vector<NotUtm> notUtm_;    // in that line

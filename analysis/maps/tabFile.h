@@ -23,6 +23,8 @@ RuleTable tabRules();
 struct TabCheck {
     Findings findings;
     std::array<PointAsRead, 4> points;
+    std::array<long long, 4> pointLines = {};  // 0 where there is none
+    long long fileLine = 0;                    // that names the raster
 };
 
 /// Everything in a georeference that the library does not read as it is written.

@@ -22,9 +22,15 @@ bool isBefore(const Finding& a, const Finding& b) {
 }  // namespace
 
 const Rule* RuleTable::find(std::string_view name) const {
-    const Rule* const found =
-        std::find_if(begin_, end_, [name](const Rule& rule) { return rule.name == name; });
-    return found == end_ ? nullptr : found;
+    const auto found = std::find_if(rules_.begin(), rules_.end(),
+                                    [name](const Rule& rule) { return rule.name == name; });
+    return found == rules_.end() ? nullptr : &*found;
+}
+
+RuleTable RuleTable::with(const RuleTable& others) const {
+    RuleTable all = *this;
+    all.rules_.insert(all.rules_.end(), others.begin(), others.end());
+    return all;
 }
 
 void Findings::add(std::string_view rule, long long line, long long column, std::string text,
@@ -39,8 +45,30 @@ void Findings::add(std::string_view rule, long long line, long long column, std:
     }
 }
 
+void Findings::add(const Findings& others) {
+    kept_.insert(kept_.end(), others.kept_.begin(), others.kept_.end());
+    for (const auto& [rule, count] : others.counts_) {
+        counts_[rule] += count;
+    }
+}
+
+void Findings::remove(std::string_view rule) {
+    kept_.erase(std::remove_if(kept_.begin(), kept_.end(),
+                               [rule](const Finding& finding) { return finding.rule == rule; }),
+                kept_.end());
+    counts_.erase(rule);
+}
+
 void Findings::sort() {
     std::stable_sort(kept_.begin(), kept_.end(), isBefore);
+}
+
+long long Findings::count(Severity severity) const {
+    long long result = 0;
+    for (const auto& [rule, count] : counts_) {
+        result += rules_.find(rule)->severity == severity ? count : 0;
+    }
+    return result;
 }
 
 bool Findings::hasError() const {

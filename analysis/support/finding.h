@@ -36,20 +36,22 @@ inline constexpr Rule kFileUnreadable = {
     "terrain.hdr: No such file or directory",
     "Put the file there, beside the one that needs it, and let it be read."};
 
-/// The rules of a format, an array that outlives the table.
+/// The rules of a format.
 class RuleTable {
 public:
     template <std::size_t Count>
-    constexpr RuleTable(const Rule (&rules)[Count]) : begin_(rules), end_(rules + Count) {}
+    RuleTable(const Rule (&rules)[Count]) : rules_(rules, rules + Count) {}
 
-    const Rule* begin() const { return begin_; }
-    const Rule* end() const { return end_; }
+    auto begin() const { return rules_.begin(); }
+    auto end() const { return rules_.end(); }
     /// Null where there is none.
     const Rule* find(std::string_view name) const;
 
+    /// Its rules and those of another table.
+    RuleTable with(const RuleTable& others) const;
+
 private:
-    const Rule* begin_;
-    const Rule* end_;
+    std::vector<Rule> rules_;
 };
 
 /// What takes the place of some bytes of a file.
@@ -77,7 +79,7 @@ public:
     static constexpr long long kMaxKept = 200;
 
     /// @param rules the table of the file's format
-    Findings(const QString& file, RuleTable rules) : file_(file), rules_(rules) {}
+    Findings(const QString& file, RuleTable rules) : file_(file), rules_(std::move(rules)) {}
 
     const QString& file() const { return file_; }
 
@@ -87,6 +89,11 @@ public:
     /// Of the file as a whole.
     void add(std::string_view rule, std::string text) { add(rule, 0, 0, std::move(text)); }
 
+    /// Adds the findings of another check of the file.
+    void add(const Findings& others);
+    /// Takes all findings of a rule out.
+    void remove(std::string_view rule);
+
     /// In the order of their lines, those of the whole file last.
     void sort();
 
@@ -94,6 +101,8 @@ public:
     /// How many there were of each rule, kept or not.
     const std::map<std::string_view, long long>& counts() const { return counts_; }
 
+    /// How many there were of a severity, kept or not.
+    long long count(Severity severity) const;
     bool hasError() const;
     /// @throw InputError with the first error, if there is one
     void throwFirstError() const;

@@ -267,7 +267,7 @@ TestCase {
         return [
             { tag: "missing", name: "none.asc", error: "none.asc: No such file or directory" },
             { tag: "broken", name: "broken.asc", text: test.header + "1 2 3 x\n",
-              error: "broken.asc:7: \"x\" is no number" },
+              error: "broken.asc:7: \"x\" is no number: read as 0" },
             { tag: "no raster", name: "map.png", text: "", error: "map.png: a raster ends in .asc, .bil or .hdr" },
             { tag: "integers", name: "i.hdr", text: "NCOLS 2\nNROWS 2\n",
               error: "i.hdr: holds integers (PIXELTYPE is not FLOAT), which are not read; gdal_translate -of EHdr -ot "

@@ -303,7 +303,7 @@ TEST(Raster, SaysWhyItEnds) {
     expectCommands({fails("missing", "raster none.asc", "none.asc: No such file or directory"),
                     fails("another file missing", "raster lonely.hdr",
                           "lonely.bil: No such file or directory"),
-                    fails("a line", "raster word.asc", "word.asc:7: \"x\" is no number"),
+                    fails("a line", "raster word.asc", "word.asc:7: \"x\" is no number: read as 0"),
                     fails("the file as a whole", "raster rows.asc", "rows.asc: holds 2 of 3 rows"),
                     misuses("no file", "raster", "FILE is missing"),
                     fails("a cell before a picture", "raster map.asc --at 9,9 --png none/out.png",

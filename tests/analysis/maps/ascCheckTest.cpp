@@ -66,11 +66,11 @@ TEST_F(AscCheckTest, FindsTextThatTheLoaderDrops) {
     expect({{"a cell of 64 characters",
              withCell(zeros(63) + "5"),
              {"5:5 error token-cut: \"" + zeros(60) +
-              "...\" is too long: only its first 63 characters are read"}},
+              "...\" is too long: its first 63 characters are read as 0"}},
             {"an exponent behind the cut",
              withCell("1.234" + zeros(59) + "e2"),
              {"5:5 error token-cut: \"1.234" + zeros(55) +
-              "...\" is too long: only its first 63 characters are read"}},
+              "...\" is too long: its first 63 characters are read as 1.234"}},
             {"a NUL in a row",
              kAscHeader + std::string("1 2 3 4\n5 6\0 7 8\n", 17),
              {"6:4 error text-after-nul: the text behind a NUL in a line is not read",
@@ -86,7 +86,7 @@ TEST_F(AscCheckTest, FindsTextThatTheLoaderDrops) {
              "ncols " + zeros(63) + "4\n" + kAscHeader.substr(8),
              {"1:7 error no-whole-number: \"" + zeros(60) + "...\" is no whole number: read as 0",
               "1:7 error token-cut: \"" + zeros(60) +
-                  "...\" is too long: only its first 63 characters are read",
+                  "...\" is too long: its first 63 characters are read as 0",
               "error size-unusable: announces no usable size: 0 columns and 2 rows"}}});
 }
 
@@ -99,64 +99,65 @@ TEST_F(AscCheckTest, FindsLinesBeyondTheLimit) {
 }
 
 TEST_F(AscCheckTest, FindsWhatIsNoNumber) {
-    const auto noNumber = [](const char* cell) {
+    const auto noNumber = [](const char* cell, const std::string& asRead) {
         std::string shown = cell;
         for (std::size_t at = 0; (at = shown.find('"', at)) != std::string::npos; at += 2) {
             shown.insert(at, "\\");
         }
-        return AscRow{
-            cell, withCell(cell), {"5:5 error no-number: \"" + shown + "\" is no number"}};
+        return AscRow{cell,
+                      withCell(cell),
+                      {"5:5 error no-number: \"" + shown + "\" is no number: read as " + asRead}};
     };
-    expect(
-        {noNumber("x"),
-         noNumber("4x"),
-         noNumber("0x10"),
-         noNumber("--4"),
-         noNumber("+-4"),
-         noNumber("3.5.1"),
-         noNumber("."),
-         noNumber("-"),
-         noNumber("4-"),
-         noNumber("1e"),
-         noNumber("3\"4\""),
-         noNumber("\"4\""),
-         noNumber("\"1 2\""),
-         noNumber("1e400"),
-         noNumber("1e-400"),
-         noNumber("infinite"),
-         noNumber("nan0"),
-         {"too large for a double",
-          withCell(std::string(400, '9')),
-          {"5:5 error no-number: \"" + std::string(60, '9') + "...\" is no number",
-           "5:5 error token-cut: \"" + std::string(60, '9') +
-               "...\" is too long: only its first 63 characters are read"}},
-         {"two in a row",
-          kAscHeader + "1 x 3 y\n5 6 7 8\n",
-          {"5:3 error no-number: \"x\" is no number", "5:7 error no-number: \"y\" is no number"}},
-         {"too large for a single",
-          withCell("-1e39"),
-          {"5:5 warning number-infinite: \"-1e39\" is beyond the range of a single: read as "
-           "infinite"}},
-         {"header values",
-          "xllcorner 12km\ncellsize  0x10\nyllcorner 1e39\n" + kAscHeader + kAscRows,
-          {"1:11 error no-number: \"12km\" is no number",
-           "2:11 error no-number: \"0x10\" is no number",
-           "3:11 warning number-infinite: \"1e39\" is beyond the range of a single: read as "
-           "infinite",
-           "6:1 warning key-repeated: cellsize stands in line 2 already; the last one counts"}},
-         {"sizes",
-          "ncols 4.5\nnrows 2x\nNODATA_value 0\n" + kAscRows,
-          {"1:7 error no-whole-number: \"4.5\" is no whole number: read as 4",
-           "2:7 error no-whole-number: \"2x\" is no whole number: read as 2"}},
-         {"a size as a power of ten",
-          "ncols 4e0\nnrows 2e1\nNODATA_value 0\n" + kAscRows,
-          {"2:7 error no-whole-number: \"2e1\" is no whole number: read as 2"}}});
+    expect({noNumber("x", "0"),
+            noNumber("4x", "4"),
+            noNumber("0x10", "16"),
+            noNumber("--4", "0"),
+            noNumber("+-4", "0"),
+            noNumber("3.5.1", "3.5"),
+            noNumber(".", "0"),
+            noNumber("-", "0"),
+            noNumber("4-", "4"),
+            noNumber("1e", "1"),
+            noNumber("3\"4\"", "34"),
+            noNumber("\"4\"", "4"),
+            noNumber("\"1 2\"", "1"),
+            noNumber("1e400", "inf"),
+            noNumber("1e-400", "0"),
+            noNumber("infinite", "inf"),
+            noNumber("nan0", "nan"),
+            {"too large for a double",
+             withCell(std::string(400, '9')),
+             {"5:5 error no-number: \"" + std::string(60, '9') + "...\" is no number: read as inf",
+              "5:5 error token-cut: \"" + std::string(60, '9') +
+                  "...\" is too long: its first 63 characters are read as inf"}},
+            {"two in a row",
+             kAscHeader + "1 x 3 y\n5 6 7 8\n",
+             {"5:3 error no-number: \"x\" is no number: read as 0",
+              "5:7 error no-number: \"y\" is no number: read as 0"}},
+            {"too large for a single",
+             withCell("-1e39"),
+             {"5:5 warning number-infinite: \"-1e39\" is beyond the range of a single: read as "
+              "infinite"}},
+            {"header values",
+             "xllcorner 12km\ncellsize  0x10\nyllcorner 1e39\n" + kAscHeader + kAscRows,
+             {"1:11 error no-number: \"12km\" is no number: read as 12",
+              "2:11 error no-number: \"0x10\" is no number: read as 16",
+              "3:11 warning number-infinite: \"1e39\" is beyond the range of a single: read as "
+              "infinite",
+              "6:1 warning key-repeated: cellsize stands in line 2 already; the last one counts"}},
+            {"sizes",
+             "ncols 4.5\nnrows 2x\nNODATA_value 0\n" + kAscRows,
+             {"1:7 error no-whole-number: \"4.5\" is no whole number: read as 4",
+              "2:7 error no-whole-number: \"2x\" is no whole number: read as 2"}},
+            {"a size as a power of ten",
+             "ncols 4e0\nnrows 2e1\nNODATA_value 0\n" + kAscRows,
+             {"2:7 error no-whole-number: \"2e1\" is no whole number: read as 2"}}});
 }
 
 TEST_F(AscCheckTest, FindsKeysThatAreNotRead) {
     const std::string place =
         " is not read: the place of a map is given by xllcorner, yllcorner and cellsize";
-    const std::string lower = " is not read: keys are in lower case, except NODATA_value";
+    const std::string lower = ", keys are in lower case, except NODATA_value";
     const auto first = [](const char* line) { return line + kAscHeader + kAscRows; };
     expect(
         {{"centre of the corner, x",
@@ -169,12 +170,14 @@ TEST_F(AscCheckTest, FindsKeysThatAreNotRead) {
          {"height of a cell", first("DY 1\n"), {"1:1 error key-not-read: DY" + place}},
          {"capitals",
           "NCOLS 4\n" + kAscHeader.substr(8) + kAscRows,
-          {"1:1 error key-case: NCOLS" + lower,
+          {"1:1 error key-case: NCOLS is not read: write ncols" + lower,
            "error size-unusable: announces no usable size: 0 columns and 2 rows"}},
          {"capitals of the origin",
           first("XLLCorner 4\n"),
-          {"1:1 error key-case: XLLCorner" + lower}},
-         {"small letters", first("nodata_value 4\n"), {"1:1 error key-case: nodata_value" + lower}},
+          {"1:1 error key-case: XLLCorner is not read: write xllcorner" + lower}},
+         {"small letters",
+          first("nodata_value 4\n"),
+          {"1:1 error key-case: nodata_value is not read: write NODATA_value" + lower}},
          {"another key", first("zunits m\n"), {"1:1 warning key-unknown: \"zunits\" is not read"}},
          {"a key twice",
           first("nrows 7\n"),
@@ -228,7 +231,8 @@ TEST_F(AscCheckTest, FindsRowsThatAreNotWholeOrNotInTheirPlace) {
         "has to be the last header line, and no line between rows may be blank";
     const auto width = [](const char* place, const char* cells) {
         return std::string(place) + " error row-width: a row of " + cells +
-               " cells, while the grid has 4 columns";
+               " cells in a grid of 4 columns: " +
+               (*cells < '4' ? "the missing ones are read as 0" : "those beyond are not read");
     };
     const auto missing = [](const char* held) {
         return std::string("error rows-missing: holds ") + held + " rows";

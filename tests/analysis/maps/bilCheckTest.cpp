@@ -74,10 +74,10 @@ TEST_F(BilCheckTest, FindsLinesThatAreNotReadAsWritten) {
     expect(
         {{"small letters",
           added("ulxmap 16\n"),
-          {"8:1 error key-case: ulxmap is not read: keys are in capitals"}},
+          {"8:1 error key-case: ulxmap is not read: write ULXMAP, keys are in capitals"}},
          {"small letters of the kind",
           added(" PixelType FLOAT\n"),
-          {"8:2 error key-case: PixelType is not read: keys are in capitals"}},
+          {"8:2 error key-case: PixelType is not read: write PIXELTYPE, keys are in capitals"}},
          {"small letters in the kind",
           kIntegerLines + "PIXELTYPE Float\n",
           {"3:11 error value-case: Float is not read, only FLOAT"}},
@@ -99,7 +99,7 @@ TEST_F(BilCheckTest, FindsLinesThatAreNotReadAsWritten) {
          {"a value that is no number",
           added("NODATA x\n"),
           {"8:1 warning key-repeated: NODATA stands in line 6 already; the last one counts",
-           "8:8 error no-number: \"x\" is no number"}},
+           "8:8 error no-number: \"x\" is no number: read as 0"}},
          {"a value beyond singles",
           "NODATA -1e300\n" + kIntegerLines,
           {"1:8 warning number-infinite: \"-1e300\" is beyond the range of a single: read as "
@@ -110,7 +110,7 @@ TEST_F(BilCheckTest, FindsLinesThatAreNotReadAsWritten) {
          {"a value too long",
           "XDIM 0." + std::string(62, '0') + "1\n" + kIntegerLines,
           {"1:6 error token-cut: \"0." + std::string(58, '0') +
-           "...\" is too long: only its first 63 characters are read"}},
+           "...\" is too long: its first 63 characters are read as 0"}},
          {"a NUL",
           std::string("XDIM\0 1\n", 8) + kIntegerLines,
           {"1:5 error text-after-nul: the text behind a NUL in a line is not read",

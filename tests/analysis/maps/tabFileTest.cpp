@@ -29,6 +29,9 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
     const std::string none =
         " error coordsys-missing: Units converts the control points by a CoordSys line of a "
         "transverse Mercator projection, and none stands before it";
+    const std::string unread =
+        "warning point-not-read: not read: a control point is (X,Y) (COLUMN,ROW) Label \"Pt 1\", "
+        "to \"Pt 4\"";
     const auto missing = [](const char* number) {
         return std::string("error point-missing: the control point Pt ") + number + " is missing";
     };
@@ -51,7 +54,15 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
          "",
          {missing("1"), missing("2"), missing("3"), missing("4"),
           "error raster-not-named: names no raster file"}},
-        {"cut short", kStart + kFile + kPoints.substr(0, kPoints.find("\"Pt 4")), {missing("4")}},
+        {"cut short",
+         kStart + kFile + kPoints.substr(0, kPoints.find("\"Pt 4")),
+         {"10:4 " + unread, missing("4")}},
+        {"a fifth point", kWhole + "  (1,2) (3,4) Label \"Pt 5\"\n", {"13:4 " + unread}},
+        {"a label in small letters", kWhole + "  (1,2) (3,4) label \"pt 1\"\n", {"13:4 " + unread}},
+        {"a decimal comma", kWhole + "  (1,5,2) (3,4) Label \"Pt 1\"\n", {"13:4 " + unread}},
+        {"two rasters",
+         kStart + kFile + "  File \"other.asc\"\n" + kPoints,
+         {"7:3 warning key-repeated: File stands in line 5 already; the last one counts"}},
         {"points in comments", kStart + kFile + "!" + kPoints, {missing("1")}},
         {"no raster named", kStart + kPoints, {"error raster-not-named: names no raster file"}},
         {"another type",
@@ -78,42 +89,49 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
          {"12:" + none}},
         {"keys in another case",
          kStart + "FILE \"map.asc\"\ntype \"NATIVE\"\nUNITS \"m\"\ncoordsys\n" + kFile + kPoints,
-         {"5:1 error key-case: FILE is not read, only File",
-          "6:1 error key-case: type is not read, only Type",
-          "7:1 error key-case: UNITS is not read, only Units",
-          "8:1 error key-case: coordsys is not read, only CoordSys"}},
+         {"5:1 error key-case: FILE is not read: write File",
+          "6:1 error key-case: type is not read: write Type",
+          "7:1 error key-case: UNITS is not read: write Units",
+          "8:1 error key-case: coordsys is not read: write CoordSys"}},
         {"more or less than a value",
          kStart + "File a b.asc\n Type\nUnits \"m\" \"m\"\nCoordSys Earth\n" + kFile + kPoints,
          {"5:1 error key-needs-one-value: File is not read: the line is a key and a value",
           "6:2 error key-needs-one-value: Type is not read: the line is a key and a value",
           "7:1 error key-needs-one-value: Units is not read: the line is a key and a value"}},
         {"units in a comment", kStart + "!Units \"m\"\n" + kFile + kPoints + kUtm31 + kMetres, {}},
-        {"hexadecimal", point("  (0x10,0) (0,0)"), {"7:4 error no-number: \"0x10\" is no number"}},
-        {"a word", point("  (1,nan) (0,0)"), {"7:6 error no-number: \"nan\" is no number"}},
-        {"a unit", point("  (1,2m) (0,0)"), {"7:6 error no-number: \"2m\" is no number"}},
+        {"hexadecimal",
+         point("  (0x10,0) (0,0)"),
+         {"7:4 error no-number: \"0x10\" is no number: read as 16"}},
+        {"a word",
+         point("  (1,nan) (0,0)"),
+         {"7:6 error no-number: \"nan\" is no number: read as nan"}},
+        {"a unit",
+         point("  (1,2m) (0,0)"),
+         {"7:6 error no-number: \"2m\" is no number: read as 2"}},
         {"too large for a double",
          point("  (1,1e400) (0,0)"),
-         {"7:6 error no-number: \"1e400\" is no number"}},
+         {"7:6 error no-number: \"1e400\" is no number: read as inf"}},
         {"too large for a single",
          point("  (1,1e39) (0,0)"),
          {"7:6 error point-infinite: \"1e39\" is beyond the range of a single: read as infinite"}},
         {"padded",
          point("  (1," + std::string(63, '0') + "5) (0,0)"),
          {"7:6 error token-cut: \"" + std::string(60, '0') +
-          "...\" is too long: only its first 63 characters are read"}},
+          "...\" is too long: its first 63 characters are read as 0"}},
         {"a pixel that is no number",
          point("  (1,2) (3,x)"),
-         {"7:12 error no-number: \"x\" is no number"}},
+         {"7:12 error no-number: \"x\" is no number: read as 0"}},
         {"a meridian that is no number",
          kStart + kFile + kPoints +
              "CoordSys Earth Projection 8, 104, \"m\", 3E, 0, 0.9996, 500000, 0\n" + kMetres,
-         {"11:40 error no-number: \"3E\" is no number",
+         {"11:40 error no-number: \"3E\" is no number: read as 3",
           "11:40 error not-utm: the points are converted as UTM, with central meridian -177, -171, "
           "... or 177, not \"3E\""}},
         {"a name of 64 characters",
          kStart + "  File \"" + name + "\"\n" + kPoints,
          {"5:8 error token-cut: \"\\\"" + name.substr(0, 59) +
-          "...\" is too long: only its first 63 characters are read"}},
+          "...\" is too long: its first 63 characters are read as \"" + name.substr(0, 60) +
+          "...\""}},
         {"a NUL in a point",
          point(std::string("  (1,2) (3,\0 4)", 15)),
          {"7:12 error text-after-nul: the text behind a NUL in a line is not read", missing("1")}},

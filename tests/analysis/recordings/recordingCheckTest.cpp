@@ -1,0 +1,63 @@
+#include "analysis/recordings/recordingCheck.h"
+
+#include <string>
+#include <vector>
+
+#include <analysis/maps/mapFiles.h>
+
+namespace rfu::test {
+namespace {
+
+using Expected = std::vector<std::string>;
+
+class RecordingCheckTest : public MapFiles {};
+
+const std::string kHop = "2024-05-04, 21:15:00, 100, 130, 10, 1, -80.1, -80.2, -80.3\n";
+
+TEST_F(RecordingCheckTest, NamesEachLineThatIsLeftOut) {
+    const struct {
+        const char* name;
+        std::string file;
+        Expected findings;
+    } rows[] = {
+        {"hops", kHop + kHop, {}},
+        {"traces", "-80.1,-80.2\n-80.1,nan\n", {}},
+        {"a header, comments and blank lines", "date,time\n# a\n\n" + kHop, {}},
+        {"a letter in a level",
+         kHop + "2024-05-04, 21:15:01, 100, 130, 10, 1, -80.1, -8O.2, -80.3\n" + kHop,
+         {"2: warning sweep-line-skipped: skipped: \"-8O.2\" is not a level in dBm"}},
+        {"a shorter trace",
+         "-80.1,-80.2\n-80.1\n",
+         {"2: warning sweep-line-skipped: skipped: a trace of 1 levels, while the first has 2"}},
+        {"a last line that is cut",
+         kHop + "2024-05-04, 21:15:01, 100, 130, 10, 1, -80.1, -80",
+         {"2: warning last-line-cut: skipped: the last line has no line end and not all its "
+          "levels"}},
+        {"nothing", "", {"error no-sweep: refused: holds no whole sweep"}},
+        {"a text",
+         "Hello\nThis is no recording\n",
+         {"2: warning sweep-line-skipped: skipped: neither a line of a sweep (date, time, Hz low, "
+          "Hz high, Hz step, samples, dB, ...) nor a trace of levels in dBm",
+          "error no-sweep: refused: holds no whole sweep"}},
+        {"a line of 2 MB",
+         kHop + std::string(2000000, '1') + '\n' + kHop,
+         {"2: error reading-ends: reading ends: the line is longer than 1 MiB"}}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(listed(checkRecording(write("a.csv", row.file))), row.findings) << row.name;
+    }
+}
+
+TEST_F(RecordingCheckTest, RefusesWhatDoesNotOpen) {
+    EXPECT_NE(refusal([&] { checkRecording(named("missing.csv")); }), "");
+}
+
+TEST_F(RecordingCheckTest, TellsHopsFromOtherTables) {
+    EXPECT_TRUE(holdsHops(write("a.csv", "# a\ndate,time\n" + kHop)));
+    EXPECT_FALSE(holdsHops(write("a.csv", "frequency,dB\n88,-3\n")));
+    EXPECT_FALSE(holdsHops(write("a.csv", "-80.1,-80.2\n")));
+    EXPECT_FALSE(holdsHops(write("a.csv", "")));
+    EXPECT_FALSE(holdsHops(named("missing.csv")));
+}
+
+}  // namespace
+}  // namespace rfu::test
