@@ -4,7 +4,8 @@
 usage: examples.py COMMAND SAMPLES DOCUMENT...
 
 An example is a line "$ rfutils ..." of a block marked as console, and what it prints the lines behind it: standard
-output, then standard error. "..." stands for lines left out.
+output, then standard error. "..." stands for lines left out. A line "$ cat FILE" makes the file of the lines behind it,
+unless it is a sample.
 """
 import difflib
 import os
@@ -18,6 +19,7 @@ import tempfile
 
 BLOCK = re.compile(r"^```console\n(.*?)^```$", re.M | re.S)
 EXAMPLE = re.compile(r"^\$ rfutils (.*)\n((?:(?!\$ ).*\n)*)", re.M)
+FILE = re.compile(r"^\$ cat (\S+)\n((?:(?!\$ ).*\n)*)", re.M)
 GAP = "...\n"
 
 
@@ -47,7 +49,11 @@ def main():
         shutil.copytree(samples, folder)
         for document in documents:
             text = pathlib.Path(document).read_text(encoding="utf-8")
-            examples = EXAMPLE.findall("".join(BLOCK.findall(text)))
+            blocks = "".join(BLOCK.findall(text))
+            for name, lines in FILE.findall(blocks):
+                if not (folder / name).exists():
+                    (folder / name).write_text(lines, encoding="utf-8")
+            examples = EXAMPLE.findall(blocks)
             if not examples:
                 print(f"{document}: has no example")
                 failures += 1

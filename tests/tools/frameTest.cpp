@@ -151,7 +151,8 @@ TEST(Frame, examplesRunOnTheSamplesAsTheyStand) {
             if (result.errors.rfind("rfutils: note: left out to fit ", 0) != 0) {
                 EXPECT_EQ(result.errors, "");
             }
-            EXPECT_NE(result.output, "");
+            EXPECT_TRUE(!result.output.empty() ||
+                        name == QLatin1String("check"));  // nothing to find
             ++run;
         }
     }

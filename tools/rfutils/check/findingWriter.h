@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "analysis/checks/checkFiles.h"
 
@@ -16,7 +17,16 @@ public:
     virtual void finish() = 0;
 };
 
-/// A line per finding: "file:line:column: error: text [rule]".
+/// A line per finding: "file:line:column: error: text [rule]", on a terminal in colour and with the source line.
 std::unique_ptr<FindingWriter> textFindings();
+
+/// An array with an object per finding.
+std::unique_ptr<FindingWriter> jsonFindings();
+
+/// The findings of a file, with one behind them for each rule that has more than are kept.
+std::vector<Finding> listedFindings(const CheckedFile& file);
+
+/// "error"
+const char* nameOf(Severity severity);
 
 }  // namespace rfu::command

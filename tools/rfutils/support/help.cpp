@@ -14,26 +14,6 @@ namespace {
 
 constexpr std::size_t kMaxColumns = 80;
 
-/// Appends a paragraph and a line end. The first line goes on at `column`, where the others begin.
-void appendWrapped(std::string& text, std::string_view paragraph, std::size_t column = 0) {
-    std::size_t used = column;
-    while (!paragraph.empty()) {
-        const std::string_view word = paragraph.substr(0, paragraph.find(' '));
-        const std::size_t width = widthOf(word);
-        if (used > column && used + 1 + width > kMaxColumns) {
-            text += '\n' + std::string(column, ' ');
-            used = column;
-        } else if (used > column) {
-            text += ' ';
-            ++used;
-        }
-        text += word;
-        used += width;
-        paragraph.remove_prefix(std::min(paragraph.size(), word.size() + 1));
-    }
-    text += '\n';
-}
-
 void appendDescription(std::string& text, std::string_view description) {
     while (!description.empty()) {
         const std::string_view line = description.substr(0, description.find('\n'));
@@ -114,6 +94,25 @@ std::string continued(std::string_view command) {
 }
 
 }  // namespace
+
+void appendWrapped(std::string& text, std::string_view paragraph, std::size_t column) {
+    std::size_t used = column;
+    while (!paragraph.empty()) {
+        const std::string_view word = paragraph.substr(0, paragraph.find(' '));
+        const std::size_t width = widthOf(word);
+        if (used > column && used + 1 + width > kMaxColumns) {
+            text += '\n' + std::string(column, ' ');
+            used = column;
+        } else if (used > column) {
+            text += ' ';
+            ++used;
+        }
+        text += word;
+        used += width;
+        paragraph.remove_prefix(std::min(paragraph.size(), word.size() + 1));
+    }
+    text += '\n';
+}
 
 std::string overview() {
     std::string text = "Usage: rfutils COMMAND [options] [arguments]\n\nCommands:\n";
