@@ -131,7 +131,7 @@ constexpr Subcommand kCheck = {
     "it is about behind it, if not all.\n"
     "The exit status is 0, or 1 if there are errors or more warnings than --max-warnings.",
     {{"FILE", Kind::File, 0, kAnyCount}},
-    {{"as", "KIND", Kind::Text, "What the files are, whatever their names: asc, hdr, bil, clr, tab or recording."},
+    {{"as", "KIND", Kind::Text, "What the files are, whatever their names: asc, hdr, bil, clr, tab, catalogue, setups or recording."},
      {"ignore", "RULE", Kind::Text, "Findings of this rule do not count; may be given several times.", nullptr, 0, kAnyCount},
      {"max-warnings", "N", Kind::Integer, "End with status 1 if there are more warnings."},
      {"explain", "RULE", Kind::Text, "Show what a rule is about, with an example and its mend."},
