@@ -12,6 +12,7 @@ include(CMakePackageConfigHelpers)
 
 set(rfutils_cmake_dir "${CMAKE_INSTALL_LIBDIR}/cmake/rfUtils")
 set(rfutils_qml_dir "${CMAKE_INSTALL_LIBDIR}/qt5/qml")
+set(rfutils_command_file "${CMAKE_INSTALL_BINDIR}/rfutils")
 
 install(TARGETS rfUtils EXPORT rfUtilsTargets
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT runtime NAMELINK_COMPONENT dev)
@@ -19,11 +20,12 @@ install(EXPORT rfUtilsTargets NAMESPACE rfUtils:: DESTINATION "${rfutils_cmake_d
 
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/rfUtilsConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/rfUtilsConfig.cmake" INSTALL_DESTINATION "${rfutils_cmake_dir}"
-    PATH_VARS rfutils_qml_dir)
+    PATH_VARS rfutils_qml_dir rfutils_command_file)
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/rfUtilsConfigVersion.cmake"
     COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/rfUtilsConfig.cmake"
     "${PROJECT_BINARY_DIR}/rfUtilsConfigVersion.cmake"
+    "${PROJECT_SOURCE_DIR}/cmake/rfUtilsCheck.cmake"
     DESTINATION "${rfutils_cmake_dir}" COMPONENT dev)
 
 # Paths in the .pc file are relative to it, so that the installation can be moved.
@@ -50,7 +52,7 @@ install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT doc
 
 if(rfutils_top_level)
     set(rfutils_own_folders "${CMAKE_INSTALL_INCLUDEDIR}/rfUtils" "${rfutils_cmake_dir}" "${rfutils_qml_dir}/RfUtils"
-        "${CMAKE_INSTALL_DOCDIR}")
+        "${CMAKE_INSTALL_DOCDIR}" "${CMAKE_INSTALL_DATADIR}/rfutils")
     add_custom_target(uninstall
         COMMAND ${CMAKE_COMMAND} "-DOWN_FOLDERS=${rfutils_own_folders}" -P "${PROJECT_SOURCE_DIR}/cmake/uninstall.cmake"
         WORKING_DIRECTORY "${PROJECT_BINARY_DIR}"

@@ -127,6 +127,10 @@ QString JsonCheck::textAt(const JsonPlace& place) const {
     return QJsonDocument::fromJson(inList).array().at(0).toString();
 }
 
+QString JsonCheck::keyAt(const JsonPlace& place) const {
+    return (losesMark(place) ? QString(QChar::ByteOrderMark) : QString()) + textAt(place);
+}
+
 bool JsonCheck::losesMark(const JsonPlace& text) const {
     const std::string_view bytes = bytesAt(text);
     return bytes.substr(1, kMarkLength) == kMark && bytes.find('\\') == std::string_view::npos;
@@ -248,18 +252,16 @@ std::string JsonCheck::atTheTop(char first) const {
 std::vector<std::pair<QString, JsonMember>> JsonCheck::membersOf(const JsonPlace& object) const {
     std::vector<std::pair<QString, JsonMember>> members;
     for (const JsonMember& member : places_.membersOf(object)) {
-        members.emplace_back(textAt(member.key), member);
+        members.emplace_back(keyAt(member.key), member);
     }
     return members;
 }
 
 std::vector<JsonCheck::TopMember> JsonCheck::topMembers() {
     std::vector<TopMember> members;
-    // Qt takes a key with a byte-order mark for another one, and gives both the same name.
-    std::map<std::pair<QString, bool>, std::size_t> last;
+    std::map<QString, std::size_t> last;
     for (auto& [key, places] : membersOf(places_.document())) {
-        const auto [known, isNew] =
-            last.emplace(std::make_pair(key, losesMark(places.key)), members.size());
+        const auto [known, isNew] = last.emplace(key, members.size());
         if (!isNew) {
             members[known->second].replacedBy = members.size();
             known->second = members.size();
@@ -329,9 +331,8 @@ void JsonCheck::takeAny(const JsonList& list, const JsonPlace& place) {
     JsonElement element = {place, object, {}};
     for (const QString& name : format_.members) {
         const auto counts = std::find_if(
-            members.rbegin(), members.rend(), [&](const std::pair<QString, JsonMember>& member) {
-                return member.first == name && !losesMark(member.second.key);
-            });
+            members.rbegin(), members.rend(),
+            [&](const std::pair<QString, JsonMember>& member) { return member.first == name; });
         if (!object.contains(name) || counts == members.rend()) {
             return;
         }
@@ -359,7 +360,7 @@ void JsonCheck::checkMembers(const JsonPlace& place, const QJsonObject& object,
     for (const auto& member : members) {
         const bool isRead = std::find(format_.members.begin(), format_.members.end(),
                                       member.first) != format_.members.end();
-        if (!isRead || losesMark(member.second.key)) {
+        if (!isRead) {
             unread.push_back(member);
             continue;
         }
@@ -385,7 +386,8 @@ void JsonCheck::reportUnread(const std::vector<QString>& missing,
         const std::string key = quoted(name.toStdString());
         if (losesMark(places.key)) {
             report(kTextMarkDropped, places.key.begin + 1,
-                   key + " is not read: an invisible byte-order mark stands in front of the key",
+                   quoted(textAt(places.key).toStdString()) +
+                       " is not read: an invisible byte-order mark stands in front of the key",
                    {{places.key.begin + 1, kMarkLength, ""}});
             continue;
         }

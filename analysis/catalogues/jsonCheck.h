@@ -85,6 +85,8 @@ private:
     };
 
     QString textAt(const JsonPlace& place) const;
+    /// A key as Qt compares it: with the mark that the text of the key loses.
+    QString keyAt(const JsonPlace& place) const;
     std::vector<std::pair<QString, JsonMember>> membersOf(const JsonPlace& object) const;
 
     void reportRefusal();

@@ -27,6 +27,9 @@ QByteArray beginningOf(const QString& name) {
 
 JsonContent jsonContentOf(const QString& file) {
     const QByteArray text = beginningOf(file);
+    if (text.contains("json-schema.org")) {
+        return JsonContent::Other;
+    }
     const bool hasId = text.contains("\"id\"");
     const bool hasLabel = text.contains("\"label\"");
     if (text.contains("\"dispseq\"") || (text.contains("\"enum\"") && (hasId || hasLabel))) {

@@ -45,7 +45,7 @@ expected_component() { # path
         ./include/* | ./$LIBDIR/cmake/* | ./$LIBDIR/pkgconfig/* | ./$LIBDIR/librfUtils.so) echo dev ;;
         ./share/man/man3/*) echo dev ;;
         ./bin/rfutils-view | ./share/applications/* | ./share/icons/* | ./share/metainfo/* | ./share/*/*rfutils-view*) echo viewer ;;
-        ./bin/rfutils | ./share/man/* | ./share/bash-completion/* | ./share/zsh/* | ./share/fish/*) echo tools ;;
+        ./bin/rfutils | ./share/man/* | ./share/bash-completion/* | ./share/zsh/* | ./share/fish/* | ./share/rfutils/*) echo tools ;;
         ./$LIBDIR/qt5/qml/RfUtils/*) echo qml ;;
         ./share/doc/*) echo doc ;;
         *) echo none ;;
@@ -184,6 +184,31 @@ find_package() {
 # What the reader of the tutorial does, from an empty folder.
 tutorial() {
     CMAKE_PREFIX_PATH=$prefix python3 "$SOURCE/tests/documents/follow.py" "$SOURCE/docs/tutorial.md" station
+}
+
+# A target of a project checks its files, and its build fails on an error.
+check_files() {
+    cat >CMakeLists.txt <<'END'
+cmake_minimum_required(VERSION 3.16)
+project(files LANGUAGES CXX)
+find_package(rfUtils REQUIRED)
+rfutils_check_files(instrument_files catalogue.json OPTIONS --as catalogue)
+END
+    cp "$SOURCE/examples/data/catalogue.json" .
+    cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$CXX"
+    cmake --build build
+    echo '[]' >catalogue.json
+    if cmake --build build >output.txt 2>&1; then
+        fail "check_files: an error did not fail the build"
+    fi
+    grep -q '^catalogue.json:1:1: error: nothing is loaded: ' output.txt
+    echo 'rfutils_check_files(no_files)' >>CMakeLists.txt
+    if cmake -S . -B build >refusal.txt 2>&1; then
+        fail "check_files: a target without files was accepted"
+    fi
+    grep -q 'no_files has no files' refusal.txt
+    cmp "$SOURCE/tools/schemas/catalogue.schema.json" "$prefix/share/rfutils/schemas/catalogue.schema.json"
+    "$prefix/bin/rfutils" check --schema setups | cmp - "$prefix/share/rfutils/schemas/setups.schema.json"
 }
 
 pkg_config() {

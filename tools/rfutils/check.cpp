@@ -10,6 +10,7 @@
 #include "analysis/support/inputError.h"
 #include "check/findingWriter.h"
 #include "check/ruleTexts.h"
+#include "check/schemas.h"
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
@@ -24,7 +25,7 @@ struct CheckFormat {
     std::unique_ptr<FindingWriter> (*writer)();
 };
 
-constexpr CheckFormat kFormats[] = {{"text", textFindings}, {"json", jsonFindings}};
+constexpr CheckFormat kFormats[] = {{"text", textFindings}, {"json", jsonFindings}, {"sarif", sarifFindings}};
 
 /// "a, b or c"
 template <typename Items, typename NameOf>
@@ -83,10 +84,12 @@ std::optional<int> maxWarnings(const CommandLine& line) {
 bool explains(const CommandLine& line, const CheckFormat& format) {
     const bool takesNoFile = line.isSet("rules") || line.isSet("explain");
     if (takesNoFile && !line.texts("FILE").isEmpty()) {
-        throw UsageError("--rules and --explain take no file");
+        throw UsageError("--rules, --explain and --schema take no file");
     }
     if (line.isSet("rules")) {
         writeRules(format.writer == jsonFindings ? Format::Json : Format::Text);
+    } else if (line.isSet("schema")) {
+        standardOutput().write(schemaOf(line.text("schema").toStdString()));
     } else if (line.isSet("explain")) {
         standardOutput().write(explanationOf(line.text("explain").toStdString()));
     }
@@ -136,12 +139,15 @@ constexpr Subcommand kCheck = {
      {"max-warnings", "N", Kind::Integer, "End with status 1 if there are more warnings."},
      {"explain", "RULE", Kind::Text, "Show what a rule is about, with an example and its mend."},
      {"rules", "", Kind::Flag, "List all rules."},
-     {"format", "FORMAT", Kind::Text, "text or json.", "text"}},
+     {"schema", "KIND", Kind::Text, "Print the JSON Schema of catalogue or setups, for editors."},
+     {"format", "FORMAT", Kind::Text, "text, json or sarif (2.1.0, for code review systems).", "text"}},
     {"rfutils check terrain.asc terrain.tab",
      "rfutils check . --max-warnings 0",
      "rfutils check levels.txt --as recording --ignore last-line-cut --format json",
      "rfutils check --explain row-width",
-     "rfutils check --rules"},
+     "rfutils check --rules",
+     "rfutils check --schema catalogue > catalogue.schema.json",
+     "rfutils check . --format sarif > check.sarif"},
     runCheck};
 // clang-format on
 

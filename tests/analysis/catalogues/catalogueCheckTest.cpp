@@ -209,6 +209,11 @@ TEST_F(JsonChecks, FindWhatIsReplaced) {
           {"2:1 note element-replaced: not loaded: line 3 has \"a\" again",
            "2:45 note element-replaced: not loaded: line 3 has \"a\" again",
            R"(3:1 warning member-repeated: replaces "a" of line 1 and its 2 choices: of members with the same key the last one counts)"}},
+         {"a mark in a key, and the same mark as an escape",
+          "{\"\xEF\xBB\xBF"
+          "a\":[],\n\"\\ufeffa\":[" +
+              choice("b", "2") + "]}",
+          {R"(2:1 warning member-repeated: replaces "a" of line 1: of members with the same key the last one counts)"}},
          {"no list twice",
           "{\"b\":1,\"a\":[" + kChoice + "],\n\"b\":2}",
           {R"(2:1 warning member-repeated: replaces "b" of line 1: of members with the same key the last one counts)",

@@ -23,6 +23,9 @@ std::unique_ptr<FindingWriter> textFindings();
 /// An array with an object per finding.
 std::unique_ptr<FindingWriter> jsonFindings();
 
+/// A log in SARIF 2.1.0, with all rules.
+std::unique_ptr<FindingWriter> sarifFindings();
+
 /// The findings of a file, with one behind them for each rule that has more than are kept.
 std::vector<Finding> listedFindings(const CheckedFile& file);
 

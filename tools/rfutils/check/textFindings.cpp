@@ -1,4 +1,3 @@
-#include <QFile>
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -7,10 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "analysis/support/files.h"
-#include "analysis/support/inputError.h"
-#include "analysis/support/lineReader.h"
 #include "check/findingWriter.h"
+#include "check/sourceLines.h"
 #include "support/output.h"
 #include "support/text.h"
 
@@ -36,48 +33,6 @@ const char* colorOf(Severity severity) {
            : severity == Severity::Warning ? "\x1b[1;35m"
                                            : "\x1b[1;36m";
 }
-
-/// The lines of a checked file, which are asked for in their order.
-class SourceLines {
-public:
-    explicit SourceLines(const QString& file) {
-        try {
-            hasMark_ = beginsWithMark(file);
-            lines_ = std::make_unique<LineReader>(file);
-        } catch (const InputError&) {  // a finding says so
-        }
-    }
-
-    /// Nothing where there is no such line.
-    std::optional<std::string> line(long long number) {
-        try {
-            while (lines_ != nullptr && lines_->number() < number) {
-                if (!lines_->next(line_)) {
-                    lines_.reset();
-                }
-            }
-        } catch (const InputError&) {
-            lines_.reset();
-        }
-        if (lines_ == nullptr || lines_->number() != number) {
-            return std::nullopt;
-        }
-        // LineReader leaves the mark out, which columns count.
-        return (number == 1 && hasMark_ ? kMark : "") + std::string(line_);
-    }
-
-private:
-    static bool beginsWithMark(const QString& name) {
-        QFile file;
-        openRegular(file, name);
-        return file.peek(3) == kMark;
-    }
-
-    static constexpr char kMark[] = "\xEF\xBB\xBF";
-    std::unique_ptr<LineReader> lines_;
-    std::string_view line_;
-    bool hasMark_ = false;
-};
 
 bool isInsideCharacter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;

@@ -1,0 +1,48 @@
+#include "check/sourceLines.h"
+
+#include <QFile>
+
+#include "analysis/support/files.h"
+#include "analysis/support/inputError.h"
+
+namespace rfu::command {
+
+namespace {
+
+constexpr char kMark[] = "\xEF\xBB\xBF";
+
+bool beginsWithMark(const QString& name) {
+    QFile file;
+    openRegular(file, name);
+    return file.peek(3) == kMark;
+}
+
+}  // namespace
+
+SourceLines::SourceLines(const QString& file) {
+    try {
+        hasMark_ = beginsWithMark(file);
+        lines_ = std::make_unique<LineReader>(file);
+    } catch (const InputError&) {
+        lines_.reset();
+    }
+}
+
+std::optional<std::string> SourceLines::line(long long number) {
+    try {
+        while (lines_ != nullptr && lines_->number() < number) {
+            if (!lines_->next(line_)) {
+                lines_.reset();
+            }
+        }
+    } catch (const InputError&) {
+        lines_.reset();
+    }
+    if (lines_ == nullptr || lines_->number() != number) {
+        return std::nullopt;
+    }
+    // LineReader leaves the mark out, which columns count.
+    return (number == 1 && hasMark_ ? kMark : "") + std::string(line_);
+}
+
+}  // namespace rfu::command
