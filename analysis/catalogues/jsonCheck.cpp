@@ -267,8 +267,8 @@ std::vector<JsonCheck::TopMember> JsonCheck::topMembers() {
             known->second = members.size();
         }
         const bool isArray = bytesAt(places.value).front() == '[';
-        members.push_back(
-            {key, places, isArray ? places_.elementsOf(places.value) : std::vector<JsonPlace>()});
+        members.push_back({textAt(places.key), places,
+                           isArray ? places_.elementsOf(places.value) : std::vector<JsonPlace>()});
     }
     return members;
 }

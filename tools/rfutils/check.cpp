@@ -82,7 +82,7 @@ std::optional<int> maxWarnings(const CommandLine& line) {
 
 /// Whether the options ask for what is known about rules, which is written then.
 bool explains(const CommandLine& line, const CheckFormat& format) {
-    const bool takesNoFile = line.isSet("rules") || line.isSet("explain");
+    const bool takesNoFile = line.isSet("rules") || line.isSet("explain") || line.isSet("schema");
     if (takesNoFile && !line.texts("FILE").isEmpty()) {
         throw UsageError("--rules, --explain and --schema take no file");
     }
