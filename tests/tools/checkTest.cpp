@@ -144,14 +144,17 @@ TEST(Check, RefusesWrongUsage) {
         {misuses("no file", "check", "FILE is missing"),
          misuses("another kind", "check a --as png",
                  "--as: \"png\" is not asc, hdr, bil, clr, tab, catalogue, setups or recording"),
-         misuses("another format", "check a --format csv", "--format: \"csv\" is not text or json"),
+         misuses("another schema", "check --schema asc",
+                 "--schema: \"asc\" is not catalogue or setups"),
+         misuses("another format", "check a --format csv",
+                 "--format: \"csv\" is not text, json or sarif"),
          misuses("no rule", "check a --ignore key-unknwon",
                  "there is no rule \"key-unknwon\"; did you mean key-unknown? (--rules lists "
                  "them)"),
          misuses("a negative number", "check a --max-warnings -1",
                  "--max-warnings: a number from 0"),
          misuses("an explanation and a file", "check a.asc --explain key-case",
-                 "--rules and --explain take no file"),
+                 "--rules, --explain and --schema take no file"),
          fails("a file of no kind", "check notes.txt",
                "notes.txt: its kind cannot be told from its name or content; name it with --as")});
 }
