@@ -7,6 +7,8 @@
 #include "analysis/catalogues/jsonKind.h"
 #include "analysis/catalogues/setupsCheck.h"
 #include "analysis/checks/mapSets.h"
+#include "analysis/checks/mendFile.h"
+#include "analysis/maps/mapMend.h"
 #include "analysis/recordings/recordingCheck.h"
 
 namespace rfu {
@@ -46,14 +48,14 @@ const KnownKind* find(Matches matches) {
 const std::vector<KnownKind>& knownKinds() {
     // clang-format off
     static const std::vector<KnownKind> kKinds = {
-        {FileKind::Asc, "asc", {"asc"}, ascSetRules, checkAscSet, filesOfGrid},
-        {FileKind::Hdr, "hdr", {"hdr"}, hdrSetRules, checkHdrSet, filesOfGrid},
-        {FileKind::Bil, "bil", {"bil"}, bilSetRules, checkBilSet, filesOfGrid},
-        {FileKind::Clr, "clr", {"clr"}, clrSetRules, checkClrSet},
-        {FileKind::Tab, "tab", {"tab"}, tabSetRules, checkTabSet, filesOfTab},
-        {FileKind::Catalogue, "catalogue", {"json"}, catalogueRules, checkCatalogue, nullptr, holds<JsonContent::Catalogue>},
-        {FileKind::Setups, "setups", {"json"}, setupsRules, checkSetups, nullptr, holds<JsonContent::Setups>},
-        {FileKind::Recording, "recording", {"csv"}, recordingRules, checkRecording, nullptr, holdsHops}};
+        {FileKind::Asc, "asc", {"asc"}, ascSetRules, checkAscSet, mendAscFile, filesOfGrid},
+        {FileKind::Hdr, "hdr", {"hdr"}, hdrSetRules, checkHdrSet, mendHdrFile, filesOfGrid},
+        {FileKind::Bil, "bil", {"bil"}, bilSetRules, checkBilSet, nullptr, filesOfGrid},
+        {FileKind::Clr, "clr", {"clr"}, clrSetRules, checkClrSet, mendClrFile},
+        {FileKind::Tab, "tab", {"tab"}, tabSetRules, checkTabSet, mendTabFile, filesOfTab},
+        {FileKind::Catalogue, "catalogue", {"json"}, catalogueRules, checkCatalogue, nullptr, nullptr, holds<JsonContent::Catalogue>},
+        {FileKind::Setups, "setups", {"json"}, setupsRules, checkSetups, nullptr, nullptr, holds<JsonContent::Setups>},
+        {FileKind::Recording, "recording", {"csv"}, recordingRules, checkRecording, mendRecordingFile, nullptr, holdsHops}};
     // clang-format on
     return kKinds;
 }

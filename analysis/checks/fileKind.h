@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/support/edits.h"
 #include "analysis/support/finding.h"
 
 namespace rfu {
@@ -20,6 +21,8 @@ struct KnownKind {
     RuleTable (*rules)();
     /// @throw InputError where the file cannot be read
     Findings (*check)(const QString& file);
+    /// What is to be done about the bytes of a file with findings; null where the findings alone say it.
+    Mend (*mend)(std::string_view bytes) = nullptr;
     /// The files that belong to one of this kind, which need not exist.
     QStringList (*companions)(const QString& file) = nullptr;
     /// Tells files of this kind from others of the same extension; null where the extension says it.

@@ -20,6 +20,7 @@
 #include "analysis/maps/tabFile.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
+#include "analysis/support/plainText.h"
 
 namespace rfu {
 
@@ -39,6 +40,13 @@ constexpr Rule kUtf16 = {"utf-16", Severity::Error,
                          "a file that Notepad saved as \"Unicode\"",
                          "Save the file as ASCII or UTF-8."};
 
+constexpr Rule kByteOrderMark = {
+    "byte-order-mark", Severity::Note,
+    "The file begins with the byte-order mark of UTF-8. The loaders pass over it, but a comment of "
+    "a TAB file that follows "
+    "it is none to them, and other programs take it for a part of the first word.",
+    "\\xEF\\xBB\\xBFncols 4", "Save the file without the mark."};
+
 constexpr Rule kKeysMissing = {"keys-missing", Severity::Note,
                                "A key that the header does not have keeps the value of the map "
                                "before, at first 0: the map lies at 0, 0, has cells "
@@ -57,10 +65,11 @@ constexpr Rule kPartMissing = {
     "A BIL grid is two files of one name, .hdr and .bil. Without one of them nothing loads.",
     "terrain.hdr without terrain.bil", "Put the other file beside it."};
 
-constexpr Rule kAscRules[] = {kExtensionCase, kUtf16, kKeysMissing, kColorsMissing};
+constexpr Rule kAscRules[] = {kExtensionCase, kUtf16, kByteOrderMark, kKeysMissing, kColorsMissing};
 
 constexpr Rule kHdrRules[] = {kExtensionCase,
                               kUtf16,
+                              kByteOrderMark,
                               kKeysMissing,
                               kPartMissing,
                               {"integer-cells", Severity::Error,
@@ -73,10 +82,11 @@ constexpr Rule kHdrRules[] = {kExtensionCase,
 
 constexpr Rule kBilRules[] = {kExtensionCase, kPartMissing, kColorsMissing};
 
-constexpr Rule kClrRules[] = {kExtensionCase, kUtf16};
+constexpr Rule kClrRules[] = {kExtensionCase, kUtf16, kByteOrderMark};
 
 constexpr Rule kTabRules[] = {
     kUtf16,
+    kByteOrderMark,
     {"units-missing", Severity::Warning,
      "Without a Units line the library neither knows what the control points are nor converts "
      "them.",
@@ -137,6 +147,16 @@ std::optional<Findings> utf16Findings(const QString& file, const RuleTable& rule
 
 std::string baseName(const QString& file) {
     return QFileInfo(file).fileName().toStdString();
+}
+
+/// Reports the mark of UTF-8, which to leave out is its mend.
+void checkMark(Findings& findings) {
+    constexpr auto kMark = static_cast<qint64>(kUtf8Mark.size());
+    QFile text;
+    openRegular(text, findings.file());
+    if (text.peek(kMark) == QByteArray(kUtf8Mark.data(), static_cast<int>(kMark))) {
+        findings.add(kByteOrderMark.name, 1, 1, "passed over: a byte-order mark", {{0, kMark, ""}});
+    }
 }
 
 /// Reports an extension in capitals.
@@ -254,6 +274,7 @@ Findings checkAscSet(const QString& file) {
     const AscCheck check = checkAsc(file);
     Findings findings(file, ascSetRules());
     findings.add(check.findings);
+    checkMark(findings);
     checkExtension(findings, "asc");
     checkKeys(findings, check.missingKeys);
     checkColors(findings);
@@ -267,6 +288,7 @@ Findings checkHdrSet(const QString& file) {
     const HdrCheck check = checkHdr(file);
     Findings findings(file, hdrSetRules());
     findings.add(check.findings);
+    checkMark(findings);
     checkExtension(findings, "hdr");
     checkKeys(findings, check.missingKeys);
     checkPart(findings, "bil");
@@ -299,6 +321,7 @@ Findings checkClrSet(const QString& file) {
     }
     Findings findings(file, clrSetRules());
     findings.add(checkClr(file));
+    checkMark(findings);
     checkExtension(findings, "clr");
     return findings;
 }
@@ -310,6 +333,7 @@ Findings checkTabSet(const QString& file) {
     const TabCheck check = checkTab(file);
     Findings findings(file, tabSetRules());
     findings.add(check.findings);
+    checkMark(findings);
     if (!findings.hasError()) {
         const TabFile tab = loadTab(file);
         if (tab.units() == MapUnits::Unknown) {

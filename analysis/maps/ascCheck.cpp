@@ -127,18 +127,22 @@ public:
 private:
     void takeRow(const char* line) {
         ++rows_;
-        if (rowLines_.size() <= detail::kMaxRows) {
-            rowLines_.push_back(lines_.number());
+        const long long row = lines_.number() - headerLines_ - 1;
+        const bool isMisplaced = header_.columns() > 0 && row != nextRow_;
+        if (placed_.size() < kMaxPlaced && !isMisplaced) {
+            placed_.push_back({lines_.number(), row});
         }
         if (header_.columns() <= 0) {
-            return;  // no cell is read
+            if (unread_.size() < Findings::kMaxKept) {
+                unread_.push_back(lines_.number());
+            }
+            return;
         }
-        const long long row = lines_.number() - headerLines_ - 1;
-        if (row != nextRow_ && headerLines_ == 0) {
+        if (isMisplaced && headerLines_ == 0) {
             lines_.report("nodata-missing", nullptr,
                           "no NODATA_value line stands before the rows, which are counted from "
                           "it: add one as the last header line, such as NODATA_value -9999");
-        } else if (row != nextRow_) {
+        } else if (isMisplaced) {
             lines_.report("row-misplaced", nullptr,
                           "its rows are not placed from row 0 on without a gap: NODATA_value has "
                           "to be the last header line, and no line between rows may be blank");
@@ -191,6 +195,11 @@ private:
                 lines_.report("size-changed", value.raw.begin,
                               "the rows before this line are read with " + std::to_string(columns) +
                                   " columns");
+                for (const long long row : std::exchange(unread_, {})) {
+                    findings_.add("size-changed", row, 0,
+                                  "not read: the number of columns stands behind it, in line " +
+                                      std::to_string(lines_.number()));
+                }
             }
             if (key.text == detail::kAscLastKey) {
                 headerLines_ = lines_.number();
@@ -223,19 +232,31 @@ private:
         if (rows_ < header_.rows()) {
             findings_.add("rows-missing",
                           "holds " + std::to_string(rows_) + " of " + announced + " rows");
-        } else if (rows_ > header_.rows()) {
-            findings_.add("row-beyond-grid", rowLines_[static_cast<std::size_t>(header_.rows())], 0,
-                          "a row beyond the " + announced + " of the grid");
+        }
+        for (const PlacedRow& row : placed_) {
+            if (row.row >= header_.rows()) {
+                findings_.add("row-beyond-grid", row.line, 0,
+                              "not shown: it becomes row " + std::to_string(row.row + 1) +
+                                  " of a grid of " + announced);
+            }
         }
     }
+
+    /// A row, and where the loader places it.
+    struct PlacedRow {
+        long long line;
+        long long row;
+    };
+    static constexpr std::size_t kMaxPlaced = detail::kMaxRows + Findings::kMaxKept;
 
     Findings findings_;
     MapLines lines_;
     HeaderCheck header_;
     long long headerLines_ = 0;
     long long rows_ = 0;
-    long long nextRow_ = 0;            // the grid row that the loader fills next
-    std::vector<long long> rowLines_;  // of as many rows as a grid has, and one more
+    std::vector<long long> unread_;  // lines of rows for which there are no columns yet
+    long long nextRow_ = 0;          // the grid row that the loader fills next
+    std::vector<PlacedRow> placed_;  // but for those of which something else is said
 };
 
 }  // namespace

@@ -22,13 +22,6 @@ bool isText(char c) {
     return c != '\0' && !detail::isBlank(c);
 }
 
-/// What a loader makes of a token that it reads as a number.
-float singleOf(const detail::RawToken& token) {
-    std::array<char, detail::kMaxTokenLength> text;
-    return detail::toFloat(
-        detail::decimalPrefix({text.data(), detail::copyTokenText(token, text.data())}));
-}
-
 }  // namespace
 
 std::vector<MapToken> tokensOf(const char* line, std::size_t count) {
@@ -92,8 +85,9 @@ float MapLines::checkSingle(const detail::RawToken& token, std::string_view beyo
         report(beyondRange, token.begin,
                quoted(writtenText(token)) + " is beyond the range of a single: read as infinite");
     }
-    if (token.isCut()) {
-        reportCut(token, textOf(singleOf(token)));
+    const float asRead = token.isCut() ? singleOf(token) : value;
+    if (asRead < value || asRead > value) {  // not where only zeros or small decimals are cut
+        reportCut(token, textOf(asRead));
     }
     return value;
 }
@@ -105,9 +99,9 @@ std::int32_t MapLines::checkInteger(const MapToken& token) {
     if (!number || *number != asRead) {
         report("no-whole-number", token.raw.begin,
                quoted(text) + " is no whole number: read as " + std::to_string(asRead));
-    }
-    if (token.raw.isCut()) {
-        reportCut(token.raw, std::to_string(asRead));
+        if (token.raw.isCut()) {
+            reportCut(token.raw, std::to_string(asRead));
+        }
     }
     return asRead;
 }
@@ -116,6 +110,12 @@ void MapLines::reportCut(const detail::RawToken& token, const std::string& asRea
     report("token-cut", token.begin,
            quoted(writtenText(token)) + " is too long: its first " +
                std::to_string(detail::kMaxTokenLength) + " characters are read as " + asRead);
+}
+
+float singleOf(const detail::RawToken& token) {
+    std::array<char, detail::kMaxTokenLength> text;
+    return detail::toFloat(
+        detail::decimalPrefix({text.data(), detail::copyTokenText(token, text.data())}));
 }
 
 std::string_view writtenText(const detail::RawToken& token) {

@@ -73,6 +73,9 @@ private:
     const char* line_ = nullptr;
 };
 
+/// What a loader makes of a token that it reads as a number.
+float singleOf(const detail::RawToken& token);
+
 /// As the file has it, quotes included.
 std::string_view writtenText(const detail::RawToken& token);
 

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstddef>
 #include <initializer_list>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -133,7 +134,9 @@ public:
             if (tabLine.kind != detail::TabLine::Kind::Ignored || countsWithoutNul(line)) {
                 lines_.checkNul();
             }
-            takeLine(tabLine, tokensOf(line, detail::TabLine::kMaxTokens));
+            const bool isIgnored = tabLine.kind == detail::TabLine::Kind::Ignored;
+            takeLine(tabLine, tokensOf(line, isIgnored ? std::numeric_limits<std::size_t>::max()
+                                                       : detail::TabLine::kMaxTokens));
         }
         checkWhole();
         findings_.sort();
@@ -157,7 +160,7 @@ private:
                 if (tokens[1].raw.isCut()) {
                     lines_.reportCut(tokens[1].raw, quoted(tokens[1].text));
                 }
-                reportRepeatedFile(tokens[0]);
+                reportRepeated(tokens[0], fileLine_);
                 fileLine_ = lines_.number();
                 break;
             case detail::TabLine::Kind::Units:
@@ -201,10 +204,11 @@ private:
         }
     }
 
-    void reportRepeatedFile(const MapToken& key) {
-        if (fileLine_ != 0) {
+    /// @param line in which the key has stood before; 0 for none
+    void reportRepeated(const MapToken& key, long long line) {
+        if (line != 0) {
             lines_.report("key-repeated", key.raw.begin,
-                          "File stands in line " + std::to_string(fileLine_) +
+                          key.text + " stands in line " + std::to_string(line) +
                               " already; the last one counts");
         }
     }
@@ -237,6 +241,7 @@ private:
 
     void takeCoordSys(const std::vector<MapToken>& tokens) {
         reportMisplacedUnits();
+        reportRepeated(tokens[0], coordSysLine_);
         coordSysLine_ = lines_.number();
         notUtm_.clear();
         for (const UtmValue& value : kUtm) {

@@ -42,6 +42,9 @@ void Findings::add(std::string_view rule, long long line, long long column, std:
     if (++counts_[found->name] <= kMaxKept) {
         kept_.push_back(
             {found->name, found->severity, file_, line, column, std::move(text), std::move(mend)});
+    } else {
+        std::vector<Edit>& edits = otherMends_[found->name];
+        edits.insert(edits.end(), mend.begin(), mend.end());
     }
 }
 
@@ -50,6 +53,10 @@ void Findings::add(const Findings& others) {
     for (const auto& [rule, count] : others.counts_) {
         counts_[rule] += count;
     }
+    for (const auto& [rule, edits] : others.otherMends_) {
+        std::vector<Edit>& known = otherMends_[rule];
+        known.insert(known.end(), edits.begin(), edits.end());
+    }
 }
 
 void Findings::remove(std::string_view rule) {
@@ -57,6 +64,18 @@ void Findings::remove(std::string_view rule) {
                                [rule](const Finding& finding) { return finding.rule == rule; }),
                 kept_.end());
     counts_.erase(rule);
+    otherMends_.erase(rule);
+}
+
+std::vector<Edit> Findings::mends() const {
+    std::vector<Edit> edits;
+    for (const auto& [rule, others] : otherMends_) {
+        edits.insert(edits.end(), others.begin(), others.end());
+    }
+    for (const Finding& finding : kept_) {
+        edits.insert(edits.end(), finding.mend.begin(), finding.mend.end());
+    }
+    return edits;
 }
 
 void Findings::sort() {

@@ -98,6 +98,8 @@ public:
     void sort();
 
     const std::vector<Finding>& kept() const { return kept_; }
+    /// The mends of all findings, kept or not.
+    std::vector<Edit> mends() const;
     /// How many there were of each rule, kept or not.
     const std::map<std::string_view, long long>& counts() const { return counts_; }
 
@@ -111,6 +113,7 @@ private:
     QString file_;
     RuleTable rules_;
     std::vector<Finding> kept_;
+    std::map<std::string_view, std::vector<Edit>> otherMends_;  // by rule, of findings not kept
     std::map<std::string_view, long long> counts_;
 };
 

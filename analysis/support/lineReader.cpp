@@ -8,6 +8,7 @@
 #include "analysis/support/compression.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
+#include "analysis/support/plainText.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -18,7 +19,6 @@ namespace rfu {
 namespace {
 
 constexpr std::size_t kBlock = 65536;
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 /// Opens a file that reading may be stopped of: a FIFO that has no writer yet is not waited for.
 int openToStop(const QString& file) {
@@ -154,8 +154,8 @@ bool LineReader::next(std::string_view& line) {
         if (!line.empty() && line.back() == '\r') {
             line.remove_suffix(1);
         }
-        if (number_ == 0 && line.substr(0, kByteOrderMark.size()) == kByteOrderMark) {
-            line.remove_prefix(kByteOrderMark.size());
+        if (number_ == 0 && line.substr(0, kUtf8Mark.size()) == kUtf8Mark) {
+            line.remove_prefix(kUtf8Mark.size());
         }
         begin_ = scanned_ = found ? end + 1 : held_.size();
         ++number_;

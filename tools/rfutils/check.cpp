@@ -9,6 +9,7 @@
 #include "analysis/checks/fileKind.h"
 #include "analysis/support/inputError.h"
 #include "check/findingWriter.h"
+#include "check/mendFiles.h"
 #include "check/ruleTexts.h"
 #include "check/schemas.h"
 #include "subcommands.h"
@@ -106,15 +107,29 @@ void runCheck(const CommandLine& line) {
     if (line.texts("FILE").isEmpty()) {
         throw UsageError("FILE is missing");
     }
-    const auto writer = format.writer();
+    if (line.isSet("fix") && line.isSet("diff")) {
+        throw UsageError("--fix and --diff exclude each other");
+    }
     long long errors = 0;
+    if (line.isSet("fix") || line.isSet("diff")) {
+        // Before findings are shown: one in a file may come from another beside it.
+        checkFiles(line.texts("FILE"), options, [&](const CheckedFile& file) {
+            const bool isRefused = line.isSet("fix") ? mendInPlace(file) : showMend(file);
+            errors += isRefused ? 1 : 0;
+        });
+    }
+    const auto writer = line.isSet("diff") ? nullptr : format.writer();
     long long warnings = 0;
     checkFiles(line.texts("FILE"), options, [&](const CheckedFile& file) {
-        writer->add(file);
+        if (writer) {
+            writer->add(file);
+        }
         errors += file.findings.count(Severity::Error);
         warnings += file.findings.count(Severity::Warning);
     });
-    writer->finish();
+    if (writer) {
+        writer->finish();
+    }
     if (errors > 0 || (allowed && warnings > *allowed)) {
         throw Ended{kExitBadInput};
     }
@@ -137,6 +152,8 @@ constexpr Subcommand kCheck = {
     {{"as", "KIND", Kind::Text, "What the files are, whatever their names: asc, hdr, bil, clr, tab, catalogue, setups or recording."},
      {"ignore", "RULE", Kind::Text, "Findings of this rule do not count; may be given several times.", nullptr, 0, kAnyCount},
      {"max-warnings", "N", Kind::Integer, "End with status 1 if there are more warnings."},
+     {"fix", "", Kind::Flag, "Rewrite files where findings have one right mend, then show what is left."},
+     {"diff", "", Kind::Flag, "Show what --fix would change, in place of findings; nothing is written."},
      {"explain", "RULE", Kind::Text, "Show what a rule is about, with an example and its mend."},
      {"rules", "", Kind::Flag, "List all rules."},
      {"schema", "KIND", Kind::Text, "Print the JSON Schema of catalogue or setups, for editors."},

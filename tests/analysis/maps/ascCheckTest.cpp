@@ -222,7 +222,9 @@ TEST_F(AscCheckTest, FindsSizesThatMakeNoGrid) {
               "7:7 error size-changed: the rows before this line are read with 4 columns"}},
             {"columns behind the rows",
              "nrows 2\nNODATA_value 0\n" + kAscRows + "ncols 4\n",
-             {"5:7 error size-changed: the rows before this line are read with 0 columns"}}});
+             {"3: error size-changed: not read: the number of columns stands behind it, in line 5",
+              "4: error size-changed: not read: the number of columns stands behind it, in line 5",
+              "5:7 error size-changed: the rows before this line are read with 0 columns"}}});
 }
 
 TEST_F(AscCheckTest, FindsRowsThatAreNotWholeOrNotInTheirPlace) {
@@ -247,19 +249,26 @@ TEST_F(AscCheckTest, FindsRowsThatAreNotWholeOrNotInTheirPlace) {
          {"all rows missing", kAscHeader, {missing("0 of 2")}},
          {"too many",
           kAscHeader + kAscRows + "9 8 7 6\n5 4 3 2\n",
-          {"7: error row-beyond-grid: a row beyond the 2 of the grid"}},
+          {"7: error row-beyond-grid: not shown: it becomes row 3 of a grid of 2",
+           "8: error row-beyond-grid: not shown: it becomes row 4 of a grid of 2"}},
+         {"a row in the place of another one's, and so beyond the grid",
+          "ncols 4\nnrows 3\nNODATA_value 0\n1 2 3 4\n\n5 6 7 8\n9 8 7 6\n",
+          {"6:" + gap, "7: error row-beyond-grid: not shown: it becomes row 4 of a grid of 3"}},
          {"a blank line between rows", kAscHeader + "1 2 3 4\n\n5 6 7 8\n", {"7:" + gap}},
          {"a word between rows",
           kAscHeader + "1 2 3 4\nrow\n5 6 7 8\n",
           {"6:1" + skipped, "7:" + gap}},
-         {"a blank line before the rows", kAscHeader + "\n" + kAscRows, {"6:" + gap}},
+         {"a blank line before the rows",
+          kAscHeader + "\n" + kAscRows,
+          {"6:" + gap, "7: error row-beyond-grid: not shown: it becomes row 3 of a grid of 2"}},
          {"a header line behind the last one",
           "ncols 4\nNODATA_value 0\nnrows 2\n" + kAscRows,
-          {"4:" + gap}},
+          {"4:" + gap, "5: error row-beyond-grid: not shown: it becomes row 3 of a grid of 2"}},
          {"no last header line",
           "ncols 4\nnrows 2\n" + kAscRows,
           {"3: error nodata-missing: no NODATA_value line stands before the rows, which are "
-           "counted from it: add one as the last header line, such as NODATA_value -9999"}},
+           "counted from it: add one as the last header line, such as NODATA_value -9999",
+           "4: error row-beyond-grid: not shown: it becomes row 4 of a grid of 2"}},
          {"the last header line between rows",
           kAscHeader + "1 2 3 4\nNODATA_value 0\n5 6 7 8\n",
           {"6:1 warning key-repeated: NODATA_value stands in line 4 already; the last one "
@@ -273,7 +282,7 @@ TEST_F(AscCheckTest, FindsRowsThatAreNotWholeOrNotInTheirPlace) {
          {"wrapped",
           kAscHeader + "1 2 3\n4 5 6\n7 8 9\n",
           {width("5:", "3"), width("6:", "3"), width("7:", "3"),
-           "7: error row-beyond-grid: a row beyond the 2 of the grid"}}});
+           "7: error row-beyond-grid: not shown: it becomes row 3 of a grid of 2"}}});
 }
 
 TEST_F(AscCheckTest, FindsTheRowBeyondTheLargestGrid) {
@@ -284,7 +293,8 @@ TEST_F(AscCheckTest, FindsTheRowBeyondTheLargestGrid) {
     expect({{"2048 rows", grid, {}},
             {"2050 rows",
              grid + "1 2 3\n1 2 3\n",
-             {"2052: error row-beyond-grid: a row beyond the 2048 of the grid"}}});
+             {"2052: error row-beyond-grid: not shown: it becomes row 2049 of a grid of 2048",
+              "2053: error row-beyond-grid: not shown: it becomes row 2050 of a grid of 2048"}}});
 }
 
 TEST_F(AscCheckTest, TellsWhetherThereIsANoDataValue) {

@@ -108,9 +108,12 @@ TEST_F(BilCheckTest, FindsLinesThatAreNotReadAsWritten) {
           "NCOLS 3.5\nNROWS 2\n",
           {"1:7 error no-whole-number: \"3.5\" is no whole number: read as 3"}},
          {"a value too long",
-          "XDIM 0." + std::string(62, '0') + "1\n" + kIntegerLines,
-          {"1:6 error token-cut: \"0." + std::string(58, '0') +
+          "XDIM " + std::string(63, '0') + "1\n" + kIntegerLines,
+          {"1:6 error token-cut: \"" + std::string(60, '0') +
            "...\" is too long: its first 63 characters are read as 0"}},
+         {"a value too long for decimals that no single holds",
+          "XDIM 0." + std::string(62, '0') + "1\n" + kIntegerLines,
+          {}},
          {"a NUL",
           std::string("XDIM\0 1\n", 8) + kIntegerLines,
           {"1:5 error text-after-nul: the text behind a NUL in a line is not read",

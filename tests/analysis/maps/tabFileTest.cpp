@@ -80,7 +80,8 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
          {"11:" + none, "11:" + misplaced}},
         {"units between two CoordSys",
          kStart + kFile + kPoints + kUtm31 + kMetres + kUtm31,
-         {"12:" + misplaced}},
+         {"12:" + misplaced,
+          "13:3 warning key-repeated: CoordSys stands in line 11 already; the last one counts"}},
         {"units twice", kWhole + kMetres, {"12:" + misplaced}},
         {"units of two kinds", kWhole + kDegrees, {"12:" + misplaced}},
         {"no CoordSys", kStart + kFile + kPoints + kMetres, {"11:" + none}},
@@ -214,7 +215,7 @@ TEST_F(TabFileTest, FindsConversionsThatAreNotFromUtm) {
         {"the last CoordSys counts",
          coordSys("8, 104, \"m\", 3, 0, 1, 0, 0") + kUtm31,
          kMetres,
-         {}}};
+         {"12:3 warning key-repeated: CoordSys stands in line 11 already; the last one counts"}}};
     for (const auto& row : kFiles) {
         const std::string file = kStart + kFile + kPoints + row.coordSys + row.units;
         EXPECT_EQ(listed(checkTab(write("map.tab", file)).findings), row.findings) << row.name;
