@@ -308,6 +308,7 @@ void JsonCheck::takeTopMember(const TopMember& member) {
 
 std::string JsonCheck::membersText(const std::vector<QString>& names) const {
     std::vector<std::string> texts;
+    texts.reserve(names.size());
     for (const QString& name : names) {
         texts.push_back(quoted(name.toStdString()));
     }

@@ -26,7 +26,8 @@ struct CheckFormat {
     std::unique_ptr<FindingWriter> (*writer)();
 };
 
-constexpr CheckFormat kFormats[] = {{"text", textFindings}, {"json", jsonFindings}, {"sarif", sarifFindings}};
+constexpr CheckFormat kFormats[] = {
+    {"text", textFindings}, {"json", jsonFindings}, {"sarif", sarifFindings}};
 
 /// "a, b or c"
 template <typename Items, typename NameOf>
