@@ -12,7 +12,8 @@ targets.json is a list of rows:
     label    the work as the table tells it, in Markdown
     program  bench_<program> measures it, everybody in turn in one process; or
     commands who: shell command. Measured here, in processes that take turns. A command finds the folder
-             of programs in $TOOLS, of the repository in $SOURCE, and a scratch folder in $DATA;
+             of programs in $TOOLS, of the Python package in $PYTHON, of the repository in $SOURCE, and a
+             scratch folder in $DATA;
     prepare  optional with commands: shell command that makes what they read
     ours     optional: who is ours; "ours" where it is not told
     against  the alternative; or {who: times, ...}, the sum of these multiples of several;
@@ -93,8 +94,8 @@ def processor_seconds(command, environment):
 
 def run_commands(row, build, scratch, quick):
     """{<work>/<who>: [seconds of each repetition]} of a row's commands, which take turns."""
-    environment = {**os.environ, "TOOLS": str(build / "tools"), "SOURCE": str(SOURCE),
-                   "DATA": str(scratch)}
+    environment = {**os.environ, "TOOLS": str(build / "tools"), "PYTHON": str(build / "python"),
+                   "SOURCE": str(SOURCE), "DATA": str(scratch)}
     if "prepare" in row:
         processor_seconds(row["prepare"], environment)
     samples = {f"{row['work']}/{who}": [] for who in row["commands"]}

@@ -45,6 +45,7 @@ file(GLOB rfutils_documents "${PROJECT_SOURCE_DIR}/*.md")
 install(FILES ${rfutils_documents} DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT doc)
 install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT doc
     FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.svg")
+install(FILES python/README.md DESTINATION "${CMAKE_INSTALL_DOCDIR}/python" COMPONENT doc)
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT doc
     REGEX "/examples/CMakeLists\\.txt$" EXCLUDE
     PATTERN "build" EXCLUDE
@@ -52,7 +53,7 @@ install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT doc
 
 if(rfutils_top_level)
     set(rfutils_own_folders "${CMAKE_INSTALL_INCLUDEDIR}/rfUtils" "${rfutils_cmake_dir}" "${rfutils_qml_dir}/RfUtils"
-        "${CMAKE_INSTALL_DOCDIR}" "${CMAKE_INSTALL_DATADIR}/rfutils")
+        "${RFUTILS_PYTHON_DIR}/rfutils" "${CMAKE_INSTALL_DOCDIR}" "${CMAKE_INSTALL_DATADIR}/rfutils")
     add_custom_target(uninstall
         COMMAND ${CMAKE_COMMAND} "-DOWN_FOLDERS=${rfutils_own_folders}" -P "${PROJECT_SOURCE_DIR}/cmake/uninstall.cmake"
         WORKING_DIRECTORY "${PROJECT_BINARY_DIR}"

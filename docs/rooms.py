@@ -11,7 +11,7 @@ import pathlib
 import sys
 
 FLOORS = {"rfUtils": "librfUtils.so", "analysis": "analysis (static library)", "qml": "QML module RfUtils",
-          "tools": "programs"}
+          "python": "Python package rfutils", "tools": "programs"}
 SHARED = "rfUtils/detail"
 
 

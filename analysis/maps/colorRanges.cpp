@@ -61,4 +61,17 @@ std::vector<ColorRange> colorRangesOf(const Raster& raster) {
     return ranges;
 }
 
+const ColorRange& colorRangeOf(const std::vector<ColorRange>& ranges, double value) {
+    const auto holding =
+        std::find_if(ranges.begin(), ranges.end(),
+                     [value](const ColorRange& range) { return range.holds(value); });
+    if (holding != ranges.end()) {
+        return *holding;
+    }
+    return *std::min_element(ranges.begin(), ranges.end(),
+                             [value](const ColorRange& a, const ColorRange& b) {
+                                 return a.distance(value) < b.distance(value);
+                             });
+}
+
 }  // namespace rfu

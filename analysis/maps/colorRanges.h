@@ -31,4 +31,8 @@ struct ColorRange {
 /// smallest measured value to white at the largest, or nothing if no cell was measured.
 std::vector<ColorRange> colorRangesOf(const Raster& raster);
 
+/// The first range that holds a value; without one the range with the nearest end.
+/// @param ranges at least one
+const ColorRange& colorRangeOf(const std::vector<ColorRange>& ranges, double value);
+
 }  // namespace rfu

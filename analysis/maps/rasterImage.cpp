@@ -1,28 +1,10 @@
 #include "analysis/maps/rasterImage.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "analysis/maps/colorRanges.h"
 
 namespace rfu {
-
-namespace {
-
-const ColorRange& colorRangeOf(const std::vector<ColorRange>& ranges, double value) {
-    const auto holding =
-        std::find_if(ranges.begin(), ranges.end(),
-                     [value](const ColorRange& range) { return range.holds(value); });
-    if (holding != ranges.end()) {
-        return *holding;
-    }
-    return *std::min_element(ranges.begin(), ranges.end(),
-                             [value](const ColorRange& a, const ColorRange& b) {
-                                 return a.distance(value) < b.distance(value);
-                             });
-}
-
-}  // namespace
 
 QImage draw(const Raster& raster) {
     const std::vector<ColorRange> ranges = colorRangesOf(raster);

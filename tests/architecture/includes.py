@@ -31,9 +31,22 @@ MAY_USE = {
                                     "analysis/statistics"},
     "analysis/checks": EVERY_ROOM | {"analysis/support", "analysis/maps", "analysis/catalogues",
                                      "analysis/recordings"},
+    "analysis/studies": EVERY_ROOM | {"analysis/support", "analysis/units", "analysis/recordings",
+                                      "analysis/statistics"},
     "tools/rfutils": LIBRARY | {"analysis/support", "analysis/recordings", "analysis/statistics",
                                 "analysis/maps", "analysis/plots", "analysis/units",
-                                "analysis/catalogues", "analysis/checks"},
+                                "analysis/catalogues", "analysis/checks", "analysis/studies"},
+    "python/support": EVERY_ROOM | {"analysis/support"},
+    "python/units": EVERY_ROOM | {"analysis/support", "analysis/units", "analysis/recordings",
+                                  "python/support"},
+    "python/recordings": EVERY_ROOM | {"analysis/support", "analysis/units", "analysis/recordings",
+                                       "analysis/statistics", "analysis/studies", "analysis/plots",
+                                       "python/support", "python/units"},
+    "python/maps": EVERY_ROOM | {"analysis/support", "analysis/maps", "analysis/recordings",
+                                 "python/support"},
+    "python/catalogues": EVERY_ROOM | {"analysis/support", "analysis/catalogues", "python/support"},
+    "python/rfutils": {"python/support", "python/units", "python/recordings", "python/maps",
+                       "python/catalogues"},
     "tools/pages": {"tools/rfutils", "tools/rfutils-view", "analysis/units"},
     "qml/support": EVERY_ROOM | {"analysis/support"},
     "qml/texts": EVERY_ROOM | {"analysis/support", "analysis/units", "qml/support"},
@@ -49,9 +62,9 @@ MAY_USE = {
 }
 # Libraries that a public header must not bring to its users.
 HEAVY = re.compile(r"#include <(Qt(Gui|Widgets)|QFont|QGui|QImage|iostream|regex|filesystem)")
-# Neither the middle floor nor the QML module prints, reads options or ends the process.
+# Neither the middle floor nor the QML module nor the Python package prints, reads options or ends the process.
 OUTPUT = re.compile(r"#include <(iostream|cstdio|QCommandLine)|\b(std::exit|std::abort|qDebug)\(")
-INCLUDE = re.compile(r'^\s*#\s*include\s+[<"]((?:rfUtils|analysis|qml)/[^>"]+|[^>"]*\.\./[^>"]+)', re.M)
+INCLUDE = re.compile(r'^\s*#\s*include\s+[<"]((?:rfUtils|analysis|qml|python)/[^>"]+|[^>"]*\.\./[^>"]+)', re.M)
 
 
 def room_of(path):
@@ -81,13 +94,13 @@ def complaints(path, text):
             yield "is a public header and includes more than its users need"
         if "/detail/" in "".join(INCLUDE.findall(text)):
             yield "is a public header and includes a private one, which is not installed"
-    if path.startswith(("analysis/", "qml/")) and OUTPUT.search(text):
+    if path.startswith(("analysis/", "qml/", "python/")) and OUTPUT.search(text):
         yield "prints, reads options or ends the process, which is left to programs"
 
 
 def sources(root):
     """The files that the table is about."""
-    return [file for folder in ("rfUtils", "analysis", "qml", "tools", "examples")
+    return [file for folder in ("rfUtils", "analysis", "qml", "python", "tools", "examples")
             for file in sorted((root / folder).rglob("*")) if file.suffix in (".h", ".cpp")]
 
 

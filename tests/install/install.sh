@@ -47,6 +47,7 @@ expected_component() { # path
         ./bin/rfutils-view | ./share/applications/* | ./share/icons/* | ./share/metainfo/* | ./share/*/*rfutils-view*) echo viewer ;;
         ./bin/rfutils | ./share/man/* | ./share/bash-completion/* | ./share/zsh/* | ./share/fish/* | ./share/rfutils/*) echo tools ;;
         ./$LIBDIR/qt5/qml/RfUtils/*) echo qml ;;
+        ./$LIBDIR/python*/rfutils/*) echo python ;;
         ./share/doc/*) echo doc ;;
         *) echo none ;;
     esac
@@ -67,7 +68,7 @@ components() {
     (cd "$prefix" && find . ! -type d) | while read -r file; do
         echo "$(expected_component "$file") $file"
     done | sort >expected.txt
-    for component in runtime dev tools qml viewer doc; do
+    for component in runtime dev tools qml viewer python doc; do
         install_components "$component" "$component"
         if [ -d "$component" ]; then
             (cd "$component" && find . ! -type d -printf "$component %p\n")
@@ -102,6 +103,13 @@ components() {
         test -s viewer.png
     fi
 
+    if [ -d python ]; then
+        install_components package runtime python
+        (cd "$SOURCE/examples/data" && PYTHONPATH=$(echo "$OLDPWD"/package/"$LIBDIR"/python*/*) PYTHONDONTWRITEBYTECODE=1 \
+            "$PYTHON" -c 'import rfutils; print(rfutils.__version__, len(rfutils.Recording("fm_band.csv").peaks()))') >imported.txt
+        test "$(cat imported.txt)" = "$VERSION 16"
+    fi
+
     # Examples and documents need no source tree.
     local documents=doc/share/doc/rfUtils
     cmake -S "$documents/examples/parameters" -B parameters -DCMAKE_PREFIX_PATH="$PWD/library" \
@@ -117,7 +125,7 @@ components() {
 # that is in use.
 uninstall() {
     cmake -S "$SOURCE" -B build -G Ninja -DRFUTILS_BUILD_TESTS=OFF -DRFUTILS_BUILD_TOOLS=OFF -DRFUTILS_BUILD_QML=OFF \
-        -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
+        -DRFUTILS_BUILD_PYTHON=OFF -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
     cmake --build build >/dev/null
 
     mkdir -p prefix/include/rfUtils/units

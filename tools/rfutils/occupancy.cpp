@@ -1,14 +1,12 @@
-#include <rfUtils/units/HMath.h>
-
 #include <QString>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "analysis/plots/occupancyPlot.h"
-#include "analysis/recordings/bins.h"
 #include "analysis/recordings/channels.h"
 #include "analysis/statistics/occupancy.h"
+#include "analysis/studies/occupancyStudy.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "recordings/checkedValues.h"
@@ -41,95 +39,64 @@ constexpr long long kRowsAtOnce = 10000;
 
 constexpr char kByHour[] = "hour";
 
-/// The channels asked for; none for the points.
-std::vector<FrequencyRange> rangesOf(const CommandLine& line) {
+/// Nothing for the points.
+std::optional<ChannelRaster> rasterOf(const CommandLine& line) {
     const auto raster = line.find<ChannelRaster>("channels");
-    if (!raster) {
-        return {};
-    }
-    if (raster->count > kMaxChannels) {
+    if (raster && raster->count > kMaxChannels) {
         throw UsageError("--channels takes " + std::to_string(kMaxChannels) + " channels at most");
     }
-    return raster->ranges(line.isSet("channel-width") ? positiveOf(line, "channel-width")
-                                                      : raster->step);
+    return raster;
+}
+
+std::optional<OccupancyLimit> thresholdOf(const CommandLine& line) {
+    const auto limit = line.find<Quantity>("limit");
+    const auto numberOf = [&line](const char* name) {
+        return line.isSet(name) ? line.find<double>(name) : std::nullopt;
+    };
+    return limit ? std::optional(OccupancyLimit{limit->value, limit->unit, numberOf("center"),
+                                                numberOf("gain")})
+                 : std::nullopt;
 }
 
 struct OccupancyRequest {
     explicit OccupancyRequest(const CommandLine& line)
         : source(recordingOf(line)),
-          limit(line.find<Quantity>("limit")),
-          ranges(rangesOf(line)),
           plot(plotOptionsOf(line, source.inputs())),
           state(stateFileOf(line, source.inputs())),
           view(levelViewOf(line)),
           format(line.format()) {
+        question.limit = thresholdOf(line);
+        question.channels = rasterOf(line);
+        const bool hasLimit = question.limit.has_value();
         if (!state.isEmpty() && line.isSet("above")) {
             throw UsageError("--state needs --limit: a floor is that of a whole recording");
         }
-        if (limit.has_value() == line.isSet("above")) {
-            throw UsageError(limit ? "--limit and --above exclude each other"
-                                   : "a threshold is missing: --limit LEVEL or --above DB");
+        if (hasLimit == line.isSet("above")) {
+            throw UsageError(hasLimit ? "--limit and --above exclude each other"
+                                      : "a threshold is missing: --limit LEVEL or --above DB");
         }
-        if (line.isSet("window") && limit) {
+        if (line.isSet("window") && hasLimit) {
             throw UsageError("--window needs --above");
         }
-        if (line.isSet("channel-width") && ranges.empty()) {
+        if (line.isSet("channel-width") && !question.channels) {
             throw UsageError("--channel-width needs --channels");
         }
-        counting.isByHour = line.isSet("by");
-        counting.above = limit ? 0.0 : positiveOf(line, "above");
-        counting.window = floorWindowOf(line);
+        if (line.isSet("channel-width")) {
+            question.channelWidth = positiveOf(line, "channel-width");
+        }
+        question.counting.isByHour = line.isSet("by");
+        question.counting.above = hasLimit ? 0.0 : positiveOf(line, "above");
+        question.counting.window = floorWindowOf(line);
         requireAntennaUnit(line, antennaUnitOf(line, view.unit));
     }
 
     RecordingSource source;
-    std::optional<Quantity> limit;
-    std::vector<FrequencyRange> ranges;
-    OccupancyOptions counting;  // without limits
+    OccupancyQuestion question;
     PlotOptions plot;
     QString state;  // to write; empty for none
     LevelView view;
     Format format;
 };
-
-/// What a state fixes. Fields have the antenna with them.
-std::vector<StateSetting> occupancySettings(const CommandLine& line) {
-    std::vector<StateSetting> settings;
-    const auto limit = line.value<Quantity>("limit");
-    settings.push_back({"limit", shortest(limit.value) + nameOf(*limit.unit)});
-    if (const auto raster = line.find<ChannelRaster>("channels")) {
-        settings.push_back({"channels", shortest(raster->low) + ':' + shortest(raster->step) + ':' +
-                                            std::to_string(raster->count)});
-    }
-    const auto addNumber = [&line, &settings](const char* name) {
-        if (line.isSet(name)) {
-            settings.push_back({name, shortest(line.value<double>(name))});
-        }
-    };
-    addNumber("channel-width");
-    if (limit.unit->needsAntenna()) {
-        addNumber("center");
-        addNumber("gain");
-    }
-    if (line.isSet("by")) {
-        settings.push_back({"by", kByHour});
-    }
-    return settings;
-}
-
-/// In dBm, of each point.
-std::vector<double> limitsOf(const Quantity& limit, const LevelView& view,
-                             const FrequencyAxis& axis) {
-    HMath math;
-    std::vector<double> limits;
-    for (const double frequency : axis.points) {
-        const bool isFirst = limits.empty();
-        limits.push_back(isFirst || limit.unit->needsAntenna()
-                             ? levelOf(math, *limit.unit, limit.value, view.antennaAt(frequency))
-                             : limits.front());
-    }
-    return limits;
-}
 
 struct ChannelRow {
     int hour;
@@ -143,54 +110,13 @@ struct BandRow {
     const OccupancyCounts& counts;
 };
 
-/// The occupancy of channels: of a recording, or of states.
+/// Shows what a study found.
 class OccupancyReport {
 public:
     /// @param files that it is of, in their order
-    OccupancyReport(const OccupancyRequest& request, const QStringList& files)
-        : request_(request), files_(files), note_(request.view.unit, true) {}
-
-    /// To be called once the axis is known.
-    void begin(const FrequencyAxis& axis) {
-        if (axis.points.empty()) {
-            throw error("holds no frequencies, so that it has no channels");
-        }
-        axis_ = axis;
-        const ChannelPlacer placer(axis);
-        std::vector<Channel> channels;
-        if (request_.ranges.empty()) {
-            channels = placer.ofPoints();
-        }
-        bool isAnyRecorded = request_.ranges.empty();
-        for (const FrequencyRange& range : request_.ranges) {
-            channels.push_back(placer.place(range));
-            isAnyRecorded = isAnyRecorded || channels.back().isRecorded();
-        }
-        if (!isAnyRecorded) {
-            throw error(channels.front().isTooNarrow
-                            ? "its bins are wider than the channels"
-                            : "none of the channels was recorded; the recording reaches " +
-                                  describe(axis.bands));
-        }
-        if (request_.counting.isByHour && channels.size() > Occupancy::kMaxChannelsByHour) {
-            throw error("--by hour takes " + std::to_string(Occupancy::kMaxChannelsByHour) +
-                        " channels at most, not " + std::to_string(channels.size()) +
-                        "; --channels names fewer than there are points");
-        }
-        OccupancyOptions options = request_.counting;
-        if (request_.limit) {
-            options.limits = limitsOf(*request_.limit, request_.view, axis);
-        }
-        occupancy_.emplace(axis, std::move(channels), std::move(options));
-    }
-
-    Occupancy& occupancy() { return *occupancy_; }
-
-    /// Behind the last sweep.
-    void finish(long long sweeps) {
-        sweeps_ = sweeps;
-        counts_ = &occupancy_->finish();
-    }
+    OccupancyReport(const OccupancyRequest& request, const OccupancyStudy& study,
+                    const QStringList& files)
+        : request_(request), study_(study), files_(files), note_(request.view.unit, true) {}
 
     void print() {
         Sections sections(request_.format);
@@ -204,15 +130,13 @@ public:
     }
 
     OccupancyPlot plot() const {
-        OccupancyPlot plot(occupancy_->channels(), occupancy_->band(), *counts_);
+        OccupancyPlot plot(study_.channels(), study_.band(), study_.counts());
         plot.size = request_.plot.shape.size;
-        plot.title = titleOf(files_, sweeps_);
+        plot.title = titleOf(files_, study_.head().sweeps);
         return plot;
     }
 
 private:
-    InputError error(const std::string& problem) const { return {files_.first(), problem}; }
-
     void printChannels() {
         const auto share = [](auto shareOf) {
             return [shareOf](const ChannelRow& row) {
@@ -221,7 +145,8 @@ private:
         };
         Table<ChannelRow> table(
             request_.format,
-            {{"hour", [](const ChannelRow& row) { return row.hour; }, request_.counting.isByHour},
+            {{"hour", [](const ChannelRow& row) { return row.hour; },
+              request_.question.counting.isByHour},
              {"fromMHz",
               [](const ChannelRow& row) { return withDecimals(row.range.low, kHertzDecimals); }},
              {"toMHz",
@@ -232,11 +157,11 @@ private:
              {"low", share([](const ChannelRow& row) { return row.interval->low; })},
              {"high", share([](const ChannelRow& row) { return row.interval->high; })}});
         long long rows = 0;
-        for (const auto& [hour, counts] : *counts_) {
+        for (const auto& [hour, counts] : study_.counts()) {
             for (std::size_t i = 0; i < counts.channels.size(); ++i) {
                 const OccupancyCount& count = counts.channels[i];
                 table.add(
-                    {hour, occupancy_->channels()[i].range, count,
+                    {hour, study_.channels()[i].range, count,
                      count.samples > 0 ? std::optional(wilsonInterval(count)) : std::nullopt});
                 if (++rows % kRowsAtOnce == 0) {
                     table.writeRows();
@@ -247,12 +172,13 @@ private:
     }
 
     void printBand() {
-        const FrequencyRange& band = occupancy_->band();
+        const FrequencyRange& band = study_.band();
         LevelPresenter presenter(request_.view.unit,
                                  request_.view.antennaAt((band.low + band.high) / 2.0));
         Table<BandRow> table(
             request_.format,
-            {{"hour", [](const BandRow& row) { return row.hour; }, request_.counting.isByHour},
+            {{"hour", [](const BandRow& row) { return row.hour; },
+              request_.question.counting.isByHour},
              {"fromMHz", [&](const BandRow&) { return withDecimals(band.low, kHertzDecimals); }},
              {"toMHz", [&](const BandRow&) { return withDecimals(band.high, kHertzDecimals); }},
              {"channels", [](const BandRow& row) { return row.counts.measuredChannels(); }, true,
@@ -275,7 +201,7 @@ private:
               }},
              {"unit", [&](const BandRow&) { return presenter.unitName(); },
               request_.format != Format::Text}});
-        for (const auto& [hour, counts] : *counts_) {
+        for (const auto& [hour, counts] : study_.counts()) {
             table.add({hour, counts});
         }
         table.finish();
@@ -283,98 +209,57 @@ private:
 
     void printNotes() const {
         standardOutput().flush();  // the notes follow the tables
-        std::vector<FrequencyRange> outside;
-        std::vector<FrequencyRange> tooNarrow;
-        std::vector<FrequencyRange> notMeasured;
-        for (std::size_t i = 0; i < occupancy_->channels().size(); ++i) {
-            const Channel& channel = occupancy_->channels()[i];
-            if (channel.isTooNarrow) {
-                tooNarrow.push_back(channel.range);
-            } else if (!channel.isRecorded()) {
-                outside.push_back(channel.range);
-            } else if (!isMeasured(i)) {
-                notMeasured.push_back(channel.range);
-            }
+        for (const ChannelRemark& remark : study_.remarks()) {
+            noteChannels(files_.first(), remark.channels, remark.what);
         }
-        noteChannels(files_.first(), outside, "the recording reaches " + describe(axis_.bands));
-        noteChannels(files_.first(), tooNarrow, "no bin has its middle there");
-        noteChannels(files_.first(), notMeasured, "no sweep measured all points there");
-        if (occupancy_->parts() > 1) {
+        if (study_.parts() > 1) {
             printNote("the levels do not fit " + std::to_string(Occupancy::kMaxBytes / 1000000) +
-                      " MB; the floor is that of each of " + std::to_string(occupancy_->parts()) +
+                      " MB; the floor is that of each of " + std::to_string(study_.parts()) +
                       " parts of the recording");
         }
     }
 
-    bool isMeasured(std::size_t channel) const {
-        for (const auto& [hour, counts] : *counts_) {
-            if (counts.channels[channel].samples > 0) {
-                return true;
-            }
-        }
-        return false;
-    }
-
     const OccupancyRequest& request_;
+    const OccupancyStudy& study_;
     QStringList files_;
-    FrequencyAxis axis_;
     PrefixNote note_;
-    std::optional<Occupancy> occupancy_;
-    const HourlyOccupancy* counts_ = nullptr;
-    long long sweeps_ = 0;
 };
 
-void show(OccupancyReport& report, const OccupancyRequest& request, const QStringList& files) {
+/// @param inputs all files that are read
+void show(const OccupancyStudy& study, const OccupancyRequest& request, const QStringList& files,
+          const QStringList& inputs) {
+    OccupancyReport report(request, study, files);
     report.print();
     if (!request.plot.file.isEmpty()) {
-        savePlot(drawingOf(report.plot()), request.plot.file, files);
+        savePlot(drawingOf(report.plot()), request.plot.file, inputs);
     }
-}
-
-/// Gives the report all sweeps, and a head their number and times.
-void read(Recording& recording, OccupancyReport& report, StateHead& head) {
-    const Interruption interruption;
-    for (Sweep sweep; recording.next(sweep); ++head.sweeps) {
-        if (head.sweeps == 0) {
-            report.begin(recording.axis());
-            head.firstTime = sweep.time;
-        }
-        report.occupancy().add(sweep);
-        head.lastTime = sweep.time;
-    }
-    requireSweeps(recording, head.sweeps);
-    head.axis = recording.axis();
-    head.points = head.axis.points.size();
 }
 
 void runOccupancy(const CommandLine& line) {
     const OccupancyRequest request(line);
     Recording recording(request.source);
-    OccupancyReport report(request, recording.files());
-    StateHead head;
-    read(recording, report, head);
-    report.finish(head.sweeps);
-    show(report, request, request.source.inputs());
+    OccupancyStudy study(request.question);
+    {
+        const Interruption interruption;
+        study.read(recording);
+    }
+    requireSweeps(recording, study.head().sweeps);
+    show(study, request, recording.files(), request.source.inputs());
     if (!request.state.isEmpty()) {
         StateOutput output(request.state, request.source.inputs());
-        report.occupancy().write(output.writer());
-        head.command = kOccupancy.name;
-        head.settings = occupancySettings(line);
-        output.finish(head);
+        study.write(output.writer());
+        output.finish(study.head());
     }
     throwIfInterrupted();
 }
 
 void mergeOccupancies(const CommandLine& line, const StateSet& states, StateOutput* output) {
     const OccupancyRequest request(line);
-    OccupancyReport report(request, states.files());
-    report.begin(states.head().axis);
-    states.forEach(
-        [&](StatePart& part) { report.occupancy().merge(part, request.ranges.empty()); });
-    report.finish(states.head().sweeps);
-    show(report, request, states.files());
+    OccupancyStudy study(request.question);
+    study.merge(states);
+    show(study, request, states.files(), states.files());
     if (output != nullptr) {
-        report.occupancy().write(output->writer());
+        study.write(output->writer());
     }
 }
 
@@ -382,7 +267,7 @@ void mergeOccupancies(const CommandLine& line, const StateSet& states, StateOutp
 
 // clang-format off
 constexpr Subcommand kOccupancy = {
-    "occupancy", "How busy the channels of a recording are",
+    OccupancyStudy::kCommand, "How busy the channels of a recording are",
     "The share of the sweeps in which channels of a recording were occupied.\n"
     "FILE holds sweeps with frequencies as rfutils trace reads them, several files as one recording; - reads standard input. "
     "Every sweep counts.\n"

@@ -1,5 +1,4 @@
 #include <QString>
-#include <algorithm>
 #include <functional>
 #include <optional>
 #include <string>
@@ -7,7 +6,7 @@
 
 #include "analysis/recordings/spurs.h"
 #include "analysis/statistics/peaks.h"
-#include "analysis/support/inputError.h"
+#include "analysis/studies/signalStudy.h"
 #include "analysis/support/numbers.h"
 #include "recordings/checkedValues.h"
 #include "recordings/levelView.h"
@@ -37,19 +36,13 @@ PeakOptions optionsOf(const CommandLine& line) {
     return options;
 }
 
-/// @throw InputError for a spur without effect
-std::vector<bool> leftOutBy(const CommandLine& line, const FrequencyAxis& axis,
-                            const QString& file) {
-    const std::vector<Spur> spurs = line.values<Spur>("spur");
-    for (std::size_t i = 0; i < spurs.size(); ++i) {
-        const std::vector<bool> isIn = pointsInSpurs(axis, {spurs[i]});
-        if (std::none_of(isIn.begin(), isIn.end(), [](bool is) { return is; })) {
-            throw InputError(file,
-                             "no point lies in the spur " +
-                                 quoted(line.texts("spur")[static_cast<int>(i)].toStdString()));
-        }
+std::vector<NamedSpur> spursOf(const CommandLine& line) {
+    std::vector<NamedSpur> spurs;
+    for (const Spur& spur : line.values<Spur>("spur")) {
+        const auto place = static_cast<int>(spurs.size());
+        spurs.push_back({spur, line.texts("spur")[place].toStdString()});
     }
-    return pointsInSpurs(axis, spurs);
+    return spurs;
 }
 
 /// Times in text format: without their day where all have the same one, without seconds otherwise.
@@ -146,30 +139,6 @@ private:
     PrefixNote note_;
 };
 
-/// Gives the finder all sweeps, and a head their number and times.
-void read(Recording& recording, PeakFinder& finder, StateHead& head) {
-    const Interruption interruption;
-    for (Sweep sweep; recording.next(sweep); ++head.sweeps) {
-        if (!recording.hasFrequencies()) {
-            throw recording.error("the recording holds no frequencies");
-        }
-        finder.add(sweep);
-        if (finder.isFull()) {
-            throw recording.error("has " + std::to_string(sweep.levels.size()) +
-                                  " points, whose levels do not fit " +
-                                  std::to_string(LevelHistory::kMaxBytes / 1000000) +
-                                  " MB; --band chooses some of them");
-        }
-        if (head.sweeps == 0) {
-            head.firstTime = sweep.time;
-        }
-        head.lastTime = sweep.time;
-    }
-    requireSweeps(recording, head.sweeps);
-    head.axis = recording.axis();
-    head.points = head.axis.points.size();
-}
-
 /// How the signals are found and shown.
 class PeakReport {
 public:
@@ -178,12 +147,9 @@ public:
         requireAntennaUnit(line, view_.unit);
     }
 
-    /// @param file for messages
-    void print(PeakFinder& finder, const FrequencyAxis& axis, const QString& file,
-               bool areMerged) const {
-        PeakTable(line_, view_, axis)
-            .print(finder.find(axis, leftOutBy(line_, axis, file), options_));
-        noteMedians(finder.resolution(), areMerged);
+    void print(SignalStudy& study, bool areMerged) const {
+        PeakTable(line_, view_, study.head().axis).print(study.find(spursOf(line_), options_));
+        noteMedians(study.resolution(), areMerged);
     }
 
 private:
@@ -197,27 +163,28 @@ void runPeaks(const CommandLine& line) {
     const RecordingSource source = recordingOf(line);
     const QString state = stateFileOf(line, source.inputs());
     Recording recording(source);
-    PeakFinder finder;
-    StateHead head;
-    read(recording, finder, head);
-    report.print(finder, head.axis, source.files.first(), false);
+    SignalStudy study;
+    {
+        const Interruption interruption;
+        study.read(recording);
+    }
+    requireSweeps(recording, study.head().sweeps);
+    report.print(study, false);
     if (!state.isEmpty()) {
         StateOutput output(state, source.inputs());
-        finder.write(output.writer());
-        head.command = kPeaks.name;
-        output.finish(head);
+        study.write(output.writer());
+        output.finish(study.head());
     }
     throwIfInterrupted();
 }
 
 void mergePeaks(const CommandLine& line, const StateSet& states, StateOutput* output) {
     const PeakReport report(line);
-    const StateHead& head = states.head();
-    PeakFinder finder;
-    states.forEach([&](StatePart& part) { finder.merge(part, head.points); });
-    report.print(finder, head.axis, states.files().first(), true);
+    SignalStudy study;
+    study.merge(states);
+    report.print(study, true);
     if (output != nullptr) {
-        finder.write(output->writer());
+        study.write(output->writer());
     }
 }
 
@@ -225,7 +192,7 @@ void mergePeaks(const CommandLine& line, const StateSet& states, StateOutput* ou
 
 // clang-format off
 constexpr Subcommand kPeaks = {
-    "peaks", "Signals in recorded sweeps",
+    SignalStudy::kCommand, "Signals in recorded sweeps",
     "The signals of a recording, one row each: the middle of its width; the width, between the "
     "points 6 dB below the maximum; its highest and mean level; the noise floor there and how far "
     "above it the maximum is; the share of the sweeps in which it was present; the times when it "

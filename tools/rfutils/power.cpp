@@ -1,15 +1,13 @@
 #include <QString>
-#include <cmath>
 #include <deque>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "analysis/recordings/bins.h"
 #include "analysis/statistics/channelPower.h"
 #include "analysis/statistics/channelSeries.h"
-#include "analysis/support/inputError.h"
+#include "analysis/studies/powerStudy.h"
 #include "analysis/support/numbers.h"
 #include "recordings/checkedValues.h"
 #include "recordings/levelView.h"
@@ -35,43 +33,27 @@ constexpr int kMegahertzDecimals = 4;  // six would make the table wider than 80
 constexpr int kRelativeDecimals = 2;   // of dB
 constexpr double kLeastPercent = 50.0;
 constexpr double kWholePercent = 100.0;
-constexpr int kNeighbours = 2;  // to each side
 // Text is written in pieces, so that a long series takes little memory.
 constexpr long long kSweepsAtOnce = 1000;
 
-double shareOf(const CommandLine& line) {
+double percentOf(const CommandLine& line) {
     const double percent = line.value<double>("share");
     if (!(percent >= kLeastPercent && percent < kWholePercent)) {
         throw UsageError("--share takes 50 to less than 100 percent");
     }
-    return percent / kWholePercent;
+    return percent;
 }
 
 std::optional<double> spacingOf(const CommandLine& line) {
     return line.isSet("spacing") ? std::optional(positiveOf(line, "spacing")) : std::nullopt;
 }
 
-std::vector<StateSetting> powerSettings(const CommandLine& line) {
-    std::vector<StateSetting> settings = {{"series", ""}};
-    for (const FrequencyRange& channel : line.values<FrequencyRange>("channel")) {
-        settings.push_back({"channel", shortest(channel.low) + ':' + shortest(channel.high)});
-    }
-    for (const char* name : {"spacing", "share", "enbw"}) {
-        if (const auto value = line.find<double>(name)) {
-            settings.push_back({name, shortest(*value)});
-        }
-    }
-    return settings;
-}
-
 struct PowerOptions {
     explicit PowerOptions(const CommandLine& line)
         : source(recordingOf(line)),
-          asked(line.values<FrequencyRange>("channel")),
-          spacing(spacingOf(line)),
-          figures{shareOf(line), positiveOf(line, "enbw")},
+          question{line.values<FrequencyRange>("channel"), spacingOf(line), percentOf(line),
+                   positiveOf(line, "enbw")},
           isSeries(line.isSet("series")),
-          settings(powerSettings(line)),
           state(stateFileOf(line, source.inputs())),
           view(levelViewOf(line)),
           format(line.format()) {
@@ -82,25 +64,22 @@ struct PowerOptions {
     }
 
     RecordingSource source;
-    std::vector<FrequencyRange> asked;
-    std::optional<double> spacing;
-    ChannelOptions figures;
+    PowerQuestion question;
     bool isSeries;
-    std::vector<StateSetting> settings;
     QString state;  // to write; empty for none
     LevelView view;
     Format format;
 };
 
-/// A channel of the table. Its neighbours stand around one that was asked for.
+/// A channel of the table.
 struct ShownChannel {
-    ShownChannel(const FrequencyRange& itsRange, std::size_t placeOfAsked, const LevelView& view)
-        : range(itsRange),
-          asked(placeOfAsked),
-          presenter(view.unit, view.antennaAt((itsRange.low + itsRange.high) / 2.0)) {}
+    ShownChannel(const StudiedChannel& channel, const LevelView& view)
+        : range(channel.range),
+          asked(channel.asked),
+          presenter(view.unit, view.antennaAt((range.low + range.high) / 2.0)) {}
 
     FrequencyRange range;
-    std::size_t asked;  // place of the one that it is compared with
+    std::size_t asked;
     LevelPresenter presenter;
 };
 
@@ -111,12 +90,6 @@ struct PowerRow {
     std::optional<ChannelFigures> figures;
     std::optional<double> relative;  // dB
 };
-
-/// The sum of two frequencies in MHz, without the last digits that the addition makes.
-double shifted(double frequency, double shift) {
-    constexpr double kMillihertz = 1e9;  // a MHz
-    return std::round((frequency + shift) * kMillihertz) / kMillihertz;
-}
 
 /// The ranges of the channels that are meant.
 template <typename IsMeant>
@@ -135,15 +108,13 @@ class PowerReport {
 public:
     explicit PowerReport(const PowerOptions& options)
         : options_(options), note_(options.view.unit, true) {
-        for (const FrequencyRange& asked : options_.asked) {
-            addChannels(asked);
+        for (const StudiedChannel& channel : options_.question.channels()) {
+            channels_.emplace_back(channel, options_.view);
         }
     }
 
     /// To be called first.
     void begin() { table_.emplace(options_.format, columns()); }
-
-    const std::deque<ShownChannel>& channels() const { return channels_; }
 
     /// Shows the figures of a sweep, or of all.
     /// @param figures of each channel
@@ -169,20 +140,10 @@ public:
     }
 
 private:
-    void addChannels(const FrequencyRange& asked) {
-        const int neighbours = options_.spacing ? kNeighbours : 0;
-        const std::size_t place = channels_.size() + static_cast<std::size_t>(neighbours);
-        for (int i = -neighbours; i <= neighbours; ++i) {
-            const double shift = i == 0 ? 0.0 : i * *options_.spacing;
-            const FrequencyRange range = {shifted(asked.low, shift), shifted(asked.high, shift)};
-            channels_.emplace_back(i == 0 ? asked : range, place, options_.view);
-        }
-    }
-
     /// In text, what would make the table wider than 80 columns is left out.
     std::vector<Column<PowerRow>> columns() {
         const bool isText = options_.format == Format::Text;
-        const bool hasBounds = !isText || !(options_.isSeries || options_.spacing);
+        const bool hasBounds = !isText || !(options_.isSeries || options_.question.spacing);
         const bool hasWidth = !isText || !options_.isSeries;
         const auto megahertz = [](auto frequencyOf) {
             return [frequencyOf](const PowerRow& row) {
@@ -219,7 +180,7 @@ private:
              hasWidth},
             {"relativeDb",
              [](const PowerRow& row) { return withDecimals(row.relative, kRelativeDecimals); },
-             options_.spacing.has_value()},
+             options_.question.spacing.has_value()},
         };
     }
 
@@ -236,7 +197,7 @@ private:
              "no sweep measured all points there");
         note([](const ChannelNotes& channel) { return channel.hasHopBorder; },
              "the receiver's hops meet within, and its roll-off there is not corrected");
-        if (options_.format == Format::Text && (options_.isSeries || options_.spacing)) {
+        if (options_.format == Format::Text && (options_.isSeries || options_.question.spacing)) {
             printNote(std::string("the occupied band") + (options_.isSeries ? "" : "'s bounds") +
                       " would make the table too wide; --format csv has " +
                       (options_.isSeries ? "it" : "them"));
@@ -249,97 +210,37 @@ private:
     std::optional<Table<PowerRow>> table_;
 };
 
-/// The channels of a recording while it is read.
-class Power {
-public:
-    explicit Power(const PowerOptions& options)
-        : options_(options), recording_(options.source), report_(options) {
-        if (!options.state.isEmpty()) {
-            output_.emplace(options.state, options.source.inputs());
-        }
-    }
-
-    void run() {
-        const Interruption interruption;
-        Sweep sweep;
-        while (recording_.next(sweep)) {
-            if (++head_.sweeps == 1) {
-                head_.firstTime = sweep.time;
-                begin();
-            }
-            head_.lastTime = sweep.time;
-            powers_->add(sweep);
-            if (options_.isSeries) {
-                const auto figures = figuresOf(&ChannelPowers::ofLastSweep);
-                report_.addRows(head_.sweeps, sweep.time, figures);
-                if (output_) {
-                    writeSweep(output_->writer(), sweep.time, figures);
-                }
-            }
-        }
-        requireSweeps(recording_, head_.sweeps);
-        if (!options_.isSeries) {
-            report_.addRows(0, {}, figuresOf(&ChannelPowers::mean));
-        }
-        report_.finish(notes(), recording_.axis(), recording_.files().first());
-        if (output_) {
-            writeNotes(output_->writer(), notes());
-            output_->finish(head_);
-        }
-    }
-
-private:
-    void begin() {
-        if (!recording_.hasFrequencies()) {
-            throw recording_.error("holds no frequencies, so that it has no channels");
-        }
-        const std::deque<ShownChannel>& channels = report_.channels();
-        powers_.emplace(recording_.axis(), rangesOf(channels, [](std::size_t) { return true; }),
-                        options_.figures);
-        for (std::size_t i = 0; i < channels.size(); ++i) {
-            if (channels[i].asked == i && !powers_->isCovered(i)) {
-                throw recording_.error("channel " + rangeText(channels[i].range) +
-                                       ": the recording reaches " +
-                                       describe(recording_.axis().bands));
-            }
-        }
-        report_.begin();
-        head_.command = kPower.name;
-        head_.settings = options_.settings;
-        head_.axis = recording_.axis();
-        head_.points = head_.axis.points.size();
-    }
-
-    using Figures = std::optional<ChannelFigures> (ChannelPowers::*)(std::size_t channel) const;
-
-    SweepFigures figuresOf(Figures figures) const {
-        SweepFigures all;
-        for (std::size_t i = 0; i < report_.channels().size(); ++i) {
-            all.push_back(((*powers_).*figures)(i));
-        }
-        return all;
-    }
-
-    std::vector<ChannelNotes> notes() const {
-        std::vector<ChannelNotes> all;
-        for (std::size_t i = 0; i < report_.channels().size(); ++i) {
-            all.push_back(
-                {powers_->isCovered(i), powers_->mean(i).has_value(), powers_->hasHopBorder(i)});
-        }
-        return all;
-    }
-
-    const PowerOptions& options_;
-    Recording recording_;
-    PowerReport report_;
-    std::optional<ChannelPowers> powers_;
-    std::optional<StateOutput> output_;
-    StateHead head_;
-};
-
 void runPower(const CommandLine& line) {
     const PowerOptions options(line);
-    Power(options).run();
+    Recording recording(options.source);
+    PowerReport report(options);
+    std::optional<StateOutput> output;
+    if (!options.state.isEmpty()) {
+        output.emplace(options.state, options.source.inputs());
+    }
+    PowerStudy study(options.question);
+    const auto onSweep = [&](long long sweep, const std::string& time,
+                             const SweepFigures& figures) {
+        report.addRows(sweep, time, figures);
+        if (output) {
+            writeSweep(output->writer(), time, figures);
+        }
+    };
+    {
+        const Interruption interruption;
+        study.read(
+            recording, [&report] { report.begin(); },
+            options.isSeries ? onSweep : PowerStudy::OnSweep());
+    }
+    requireSweeps(recording, study.head().sweeps);
+    if (!options.isSeries) {
+        report.addRows(0, {}, study.means());
+    }
+    report.finish(study.notes(), recording.axis(), recording.files().first());
+    if (output) {
+        writeNotes(output->writer(), study.notes());
+        output->finish(study.head());
+    }
     throwIfInterrupted();
 }
 
@@ -347,19 +248,16 @@ void mergePowers(const CommandLine& line, const StateSet& states, StateOutput* o
     const PowerOptions options(line);
     PowerReport report(options);
     report.begin();
-    std::vector<ChannelNotes> notes(report.channels().size());
-    long long sweeps = 0;
-    states.forEach([&](StatePart& part) {
-        readSeries(part, notes, [&](const std::string& time, const SweepFigures& figures) {
-            report.addRows(++sweeps, time, figures);
-            if (output != nullptr) {
-                writeSweep(output->writer(), time, figures);
-            }
-        });
+    PowerStudy study(options.question);
+    study.merge(states, [&](long long sweep, const std::string& time, const SweepFigures& figures) {
+        report.addRows(sweep, time, figures);
+        if (output != nullptr) {
+            writeSweep(output->writer(), time, figures);
+        }
     });
-    report.finish(notes, states.head().axis, states.files().first());
+    report.finish(study.notes(), states.head().axis, states.files().first());
     if (output != nullptr) {
-        writeNotes(output->writer(), notes);
+        writeNotes(output->writer(), study.notes());
     }
 }
 
@@ -367,7 +265,7 @@ void mergePowers(const CommandLine& line, const StateSet& states, StateOutput* o
 
 // clang-format off
 constexpr Subcommand kPower = {
-    "power", "Channel power and occupied bandwidth of a recording",
+    PowerStudy::kCommand, "Channel power and occupied bandwidth of a recording",
     "Power in channels of a recording, and the bandwidth that it occupies.\n"
     "FILE holds sweeps with frequencies as rfutils trace reads them, several files as one recording; - reads standard input.\n"
     "\n"
