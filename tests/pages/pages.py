@@ -139,6 +139,11 @@ def cases(program):
     yield "rfutils mask --of ", {"maximum", "average"}
     yield "rfutils compare --of m", {"maximum", "minimum", "median"}
     yield "rfutils occupancy --by ", {"hour"}
+    yield "rfutils check --as ", {"asc", "hdr", "bil", "clr", "tab", "catalogue", "setups", "recording"}
+    yield "rfutils check --schema ", {"catalogue", "setups"}
+    yield "rfutils check --format ", {"text", "json", "sarif"}
+    yield "rfutils check --explain raster-", {"raster-missing", "raster-not-named", "raster-unknown"}
+    yield "rfutils check --ignore key-u", {"key-unknown"}
     yield "rfutils dd --format ", {"text", "csv", "json"}
     yield "rfutils scale 1", {"1", "10", "11", "12", "13", "14", "15"}
     yield "rfutils scale --gain 2 1", {"1", "10", "11", "12", "13", "14", "15"}

@@ -149,8 +149,8 @@ TEST(Check, RefusesWrongUsage) {
          misuses("another format", "check a --format csv",
                  "--format: \"csv\" is not text, json or sarif"),
          misuses("no rule", "check a --ignore key-unknwon",
-                 "there is no rule \"key-unknwon\"; did you mean key-unknown? (--rules lists "
-                 "them)"),
+                 "--ignore: there is no \"key-unknwon\"; did you mean key-unknown?"),
+         misuses("no rule to explain", "check --explain zzz", "--explain: there is no \"zzz\""),
          misuses("a negative number", "check a --max-warnings -1",
                  "--max-warnings: a number from 0"),
          misuses("an explanation and a file", "check a.asc --explain key-case",

@@ -1,5 +1,4 @@
 #include <QString>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -7,7 +6,6 @@
 
 #include "analysis/checks/checkFiles.h"
 #include "analysis/checks/fileKind.h"
-#include "analysis/support/inputError.h"
 #include "check/findingWriter.h"
 #include "check/mendFiles.h"
 #include "check/ruleTexts.h"
@@ -15,6 +13,7 @@
 #include "subcommands.h"
 #include "support/commandLine.h"
 #include "support/errors.h"
+#include "support/named.h"
 #include "support/output.h"
 
 namespace rfu::command {
@@ -29,49 +28,22 @@ struct CheckFormat {
 constexpr CheckFormat kFormats[] = {
     {"text", textFindings}, {"json", jsonFindings}, {"sarif", sarifFindings}};
 
-/// "a, b or c"
-template <typename Items, typename NameOf>
-std::string listOf(const Items& items, NameOf nameOf) {
-    std::string list;
-    for (const auto& item : items) {
-        list += list.empty() ? "" : &item == &*std::prev(std::end(items)) ? " or " : ", ";
-        list += nameOf(item);
+std::vector<std::string> kindNames() {
+    std::vector<std::string> names;
+    for (const KnownKind& known : knownKinds()) {
+        names.emplace_back(known.name);
     }
-    return list;
-}
-
-const CheckFormat& askedFormat(const CommandLine& line) {
-    const std::string name = line.isSet("format") ? line.text("format").toStdString() : "text";
-    for (const CheckFormat& format : kFormats) {
-        if (name == format.name) {
-            return format;
-        }
-    }
-    throw UsageError("--format: " + quoted(name) + " is not " +
-                     listOf(kFormats, [](const CheckFormat& format) { return format.name; }));
+    return names;
 }
 
 std::optional<FileKind> askedKind(const CommandLine& line) {
-    if (!line.isSet("as")) {
-        return std::nullopt;
-    }
-    const std::string name = line.text("as").toStdString();
+    const auto name = line.find<std::string>("as");
     for (const KnownKind& known : knownKinds()) {
         if (name == known.name) {
             return known.kind;
         }
     }
-    throw UsageError("--as: " + quoted(name) + " is not " +
-                     listOf(knownKinds(), [](const KnownKind& known) { return known.name; }));
-}
-
-std::vector<std::string> ignoredRules(const CommandLine& line) {
-    std::vector<std::string> rules;
-    for (const QString& rule : line.texts("ignore")) {
-        rules.push_back(rule.toStdString());
-        requireRule(rules.back());
-    }
-    return rules;
+    return std::nullopt;
 }
 
 std::optional<int> maxWarnings(const CommandLine& line) {
@@ -91,16 +63,16 @@ bool explains(const CommandLine& line, const CheckFormat& format) {
     if (line.isSet("rules")) {
         writeRules(format.writer == jsonFindings ? Format::Json : Format::Text);
     } else if (line.isSet("schema")) {
-        standardOutput().write(schemaOf(line.text("schema").toStdString()));
+        standardOutput().write(schemaOf(line.value<std::string>("schema")));
     } else if (line.isSet("explain")) {
-        standardOutput().write(explanationOf(line.text("explain").toStdString()));
+        standardOutput().write(explanationOf(line.value<std::string>("explain")));
     }
     return takesNoFile;
 }
 
 void runCheck(const CommandLine& line) {
-    const CheckFormat& format = askedFormat(line);
-    const CheckOptions options = {askedKind(line), ignoredRules(line)};
+    const CheckFormat& format = named(kFormats, line.value<std::string>("format"));
+    const CheckOptions options = {askedKind(line), line.values<std::string>("ignore")};
     const std::optional<int> allowed = maxWarnings(line);
     if (explains(line, format)) {
         return;
@@ -150,15 +122,15 @@ constexpr Subcommand kCheck = {
     "it is about behind it, if not all.\n"
     "The exit status is 0, or 1 if there are errors or more warnings than --max-warnings.",
     {{"FILE", Kind::File, 0, kAnyCount}},
-    {{"as", "KIND", Kind::Text, "What the files are, whatever their names: asc, hdr, bil, clr, tab, catalogue, setups or recording."},
-     {"ignore", "RULE", Kind::Text, "Findings of this rule do not count; may be given several times.", nullptr, 0, kAnyCount},
+    {{"as", "KIND", Kind::Word, "What the files are, whatever their names: asc, hdr, bil, clr, tab, catalogue, setups or recording.", nullptr, 0, 1, 0, kindNames},
+     {"ignore", "RULE", Kind::Word, "Findings of this rule do not count; may be given several times.", nullptr, 0, kAnyCount, 0, ruleNames},
      {"max-warnings", "N", Kind::Integer, "End with status 1 if there are more warnings."},
      {"fix", "", Kind::Flag, "Rewrite files where findings have one right mend, then show what is left."},
      {"diff", "", Kind::Flag, "Show what --fix would change, in place of findings; nothing is written."},
-     {"explain", "RULE", Kind::Text, "Show what a rule is about, with an example and its mend."},
+     {"explain", "RULE", Kind::Word, "Show what a rule is about, with an example and its mend; --rules lists them.", nullptr, 0, 1, 0, ruleNames},
      {"rules", "", Kind::Flag, "List all rules."},
-     {"schema", "KIND", Kind::Text, "Print the JSON Schema of catalogue or setups, for editors."},
-     {"format", "FORMAT", Kind::Text, "text, json or sarif (2.1.0, for code review systems).", "text"}},
+     {"schema", "KIND", Kind::Word, "Print the JSON Schema of catalogue or setups, for editors.", nullptr, 0, 1, 0, schemaKinds},
+     {"format", "FORMAT", Kind::Word, "text, json or sarif (2.1.0, for code review systems).", "text", 0, 1, 0, [] { return namesOf(kFormats); }}},
     {"rfutils check terrain.asc terrain.tab",
      "rfutils check . --max-warnings 0",
      "rfutils check levels.txt --as recording --ignore last-line-cut --format json",

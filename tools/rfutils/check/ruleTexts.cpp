@@ -1,15 +1,12 @@
 #include "check/ruleTexts.h"
 
-#include <QString>
+#include <algorithm>
 #include <string_view>
 #include <vector>
 
 #include "analysis/checks/rules.h"
-#include "analysis/support/inputError.h"
 #include "check/findingWriter.h"
-#include "support/errors.h"
 #include "support/help.h"
-#include "support/nearest.h"
 #include "support/table.h"
 
 namespace rfu::command {
@@ -23,11 +20,6 @@ std::string kindsOf(const KnownRule& rule) {
         names += (names.empty() ? "" : " ") + std::string(kindOf(kind).name);
     }
     return names;
-}
-
-KnownRule ruleNamed(const std::string& name) {
-    requireRule(name);
-    return *findRule(name);
 }
 
 }  // namespace
@@ -49,7 +41,7 @@ void writeRules(Format format) {
 }
 
 std::string explanationOf(const std::string& rule) {
-    const KnownRule known = ruleNamed(rule);
+    const KnownRule known = *findRule(rule);
     std::string text = std::string(known.rule.name) + " (" + nameOf(known.rule.severity) +
                        " in: " + kindsOf(known) + ")\n\n";
     appendWrapped(text, known.rule.explanation);
@@ -65,16 +57,12 @@ std::string explanationOf(const std::string& rule) {
     return text;
 }
 
-void requireRule(const std::string& name) {
+std::vector<std::string> ruleNames() {
     std::vector<std::string> names;
     for (const KnownRule& known : knownRules()) {
-        if (known.rule.name == name) {
-            return;
-        }
         names.emplace_back(known.rule.name);
     }
-    throw UsageError("there is no rule " + quoted(name) +
-                     didYouMean(QString::fromStdString(name), names) + " (--rules lists them)");
+    return names;
 }
 
 }  // namespace rfu::command

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "support/format.h"
 
@@ -9,11 +10,11 @@ namespace rfu::command {
 /// Writes the rules of all kinds of files to standardOutput().
 void writeRules(Format format);
 
-/// What --explain shows of a rule, which stands in docs/check.md too.
-/// @throw Failure where there is no such rule
-std::string explanationOf(const std::string& rule);
+/// The names of all rules.
+std::vector<std::string> ruleNames();
 
-/// @throw UsageError for a name that no rule has
-void requireRule(const std::string& name);
+/// What --explain shows of a rule, which stands in docs/check.md too.
+/// @param rule one of ruleNames()
+std::string explanationOf(const std::string& rule);
 
 }  // namespace rfu::command

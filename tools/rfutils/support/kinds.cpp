@@ -1,5 +1,6 @@
 #include "support/kinds.h"
 
+#include <QString>
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
@@ -10,6 +11,7 @@
 #include "recordings/parseSpur.h"
 #include "support/errors.h"
 #include "support/named.h"
+#include "support/nearest.h"
 #include "support/units.h"
 #include "trace/parseMarker.h"
 
@@ -142,6 +144,11 @@ std::string readWord(const Option& option, std::string_view text) {
         }
         list += list.empty() ? "" : &word == &words.back() ? " or " : ", ";
         list += word;
+    }
+    constexpr std::size_t kMaxListed = 12;
+    if (words.size() > kMaxListed) {
+        const QString wrong = QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+        throw BadValue("there is no " + quoted(text) + didYouMean(wrong, words));
     }
     throw BadValue(quoted(text) + " is not " + list);
 }

@@ -47,7 +47,7 @@ const char* expectedOf(Kind kind);
 /// What values of Kind::Format and Kind::Word may be; none of other kinds.
 std::vector<std::string> wordsOf(const Option& option);
 
-/// A value of an option of Kind::Word. @throw BadValue with the words
+/// A value of an option of Kind::Word. @throw BadValue with the words, of many with the nearest
 std::string readWord(const Option& option, std::string_view text);
 
 /// Reads a value, in every locale alike.
