@@ -151,6 +151,7 @@ private:
 
     void takeHeaderLine(const MapToken& key, const MapToken& value) {
         if (key.text == detail::kPixelTypeKey) {
+            header_.reportRepeated(detail::kPixelTypeKey, key.raw.begin);
             takePixelType(value);
         } else if (!header_.take(key, value) && layoutKey(key.text) == nullptr) {
             header_.reportIgnored(key, isMisspelt(key.text));

@@ -79,9 +79,8 @@ public:
                 lines_.checkNul();
                 counted_.push_back({tokens.size(), tokens.empty() ? 0 : columnOf(tokens)});
                 takeColor(tokens);
-            } else if (tokens.size() == kColorTokens) {
-                cutLine_ = cut_ == 0 ? lines_.number() : cutLine_;
-                ++cut_;
+            } else {
+                takeCut(tokens);
             }
         }
         checkWhole();
@@ -112,6 +111,22 @@ private:
         for (std::size_t i = 0; i < std::size(kComponents); ++i) {
             takeComponent(kComponents[i], tokens[i + 1]);
         }
+    }
+
+    /// Takes a line behind those that count.
+    void takeCut(const std::vector<MapToken>& tokens) {
+        if (tokens.empty()) {
+            lines_.checkNul();
+        } else if (tokens.size() == kColorTokens) {
+            cutLine_ = cut_ == 0 ? lines_.number() : cutLine_;
+            ++cut_;
+        } else {
+            reportSkipped(lines_.number(), columnOf(tokens));
+        }
+    }
+
+    void reportSkipped(long long line, long long column) {
+        findings_.add("line-skipped", line, column, "a line that is no colour");
     }
 
     void takeComponent(const char* name, const MapToken& token) {
@@ -167,7 +182,7 @@ private:
             findings_.add("color-unpaired", number, line.column,
                           "the " + endAt(index + 1) + " has no upper end: the entry is not shown");
         } else if (line.tokens > 0) {
-            findings_.add("line-skipped", number, line.column, "a line that is no colour");
+            reportSkipped(number, line.column);
         }
     }
 

@@ -25,6 +25,9 @@ public:
     /// Whether a word is one of the format's keys in any case.
     bool isKey(std::string_view word) const;
 
+    /// Reports a key that a line before has given; take() does so itself.
+    void reportRepeated(std::string_view key, const char* at);
+
     /// Reports a key that the loader ignores, because of its case or for good.
     void reportIgnored(const MapToken& key, bool isMisspelt);
 
@@ -44,7 +47,6 @@ public:
 private:
     void takeSize(const detail::SizeKey& size, const MapToken& value);
     void takePlace(const detail::PlaceKey& place, const MapToken& value);
-    void reportRepeated(std::string_view key, const char* at);
     std::string nearKey(const std::string& word) const;
     std::string spelled(std::string_view word) const;
 

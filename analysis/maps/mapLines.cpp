@@ -18,8 +18,10 @@ namespace rfu {
 
 namespace {
 
+/// Whether a byte may be part of a token.
 bool isText(char c) {
-    return c != '\0' && !detail::isBlank(c);
+    const detail::CharClass kind = detail::classOf(c);
+    return kind == detail::CharClass::Token || kind == detail::CharClass::Quote;
 }
 
 }  // namespace

@@ -27,7 +27,10 @@ namespace {
 Mend mendText(std::string_view bytes, Mend (*mendPlain)(std::string_view)) {
     const auto plain = inPlainText(bytes);
     const std::string_view text = plain ? *plain : bytes;
-    const std::size_t mark = text.substr(0, kUtf8Mark.size()) == kUtf8Mark ? kUtf8Mark.size() : 0;
+    std::size_t mark = 0;
+    while (text.substr(mark, kUtf8Mark.size()) == kUtf8Mark) {  // programs put one before another's
+        mark += kUtf8Mark.size();
+    }
     Mend mend = mendPlain(text.substr(mark));
     for (Edit& edit : mend.edits) {
         edit.offset += static_cast<std::int64_t>(mark);

@@ -178,12 +178,18 @@ private:
         }
     }
 
+    /// Whether a line has the word or the name of a control point, which may have grown together with a number.
+    static bool isMeantAsPoint(const std::vector<MapToken>& tokens) {
+        constexpr std::string_view kName = "Pt ";
+        return std::any_of(tokens.begin(), tokens.end(),
+                           [](const MapToken& token) { return isSameWord(token.text, "Label"); }) ||
+               (!tokens.empty() &&
+                isSameWord(std::string_view(tokens.back().text).substr(0, kName.size()), kName));
+    }
+
     /// Reports a line that is ignored for the spelling of its key, or for its number of values.
     void checkIgnored(const std::vector<MapToken>& tokens) {
-        const auto label = std::find_if(tokens.begin(), tokens.end(), [](const MapToken& token) {
-            return isSameWord(token.text, "Label");
-        });
-        if (label != tokens.end()) {
+        if (isMeantAsPoint(tokens)) {
             lines_.report(
                 "point-not-read", tokens[0].raw.begin,
                 "not read: a control point is (X,Y) (COLUMN,ROW) Label \"Pt 1\", to \"Pt 4\"");

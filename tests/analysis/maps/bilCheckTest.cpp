@@ -100,6 +100,9 @@ TEST_F(BilCheckTest, FindsLinesThatAreNotReadAsWritten) {
           added("NODATA x\n"),
           {"8:1 warning key-repeated: NODATA stands in line 6 already; the last one counts",
            "8:8 error no-number: \"x\" is no number: read as 0"}},
+         {"two kinds of cells",
+          added("PIXELTYPE SIGNEDINT\n"),
+          {"8:1 warning key-repeated: PIXELTYPE stands in line 7 already; the last one counts"}},
          {"a value beyond singles",
           "NODATA -1e300\n" + kIntegerLines,
           {"1:8 warning number-infinite: \"-1e300\" is beyond the range of a single: read as "

@@ -49,7 +49,7 @@ TEST_F(ClrCheckTest, PassesTablesThatAreReadAsWritten) {
             {"values without end", "-inf 0 0 0\ninf 255 255 255\n", {}},
             {"64 lines", entries(32), {}},
             {"a blank line at the end", kEntry + "\n", {}},
-            {"text behind 64 lines that is no colour", entries(32) + "# end\n", {}}});
+            {"blank lines behind 64 lines", entries(32) + "\n \r\n", {}}});
 }
 
 TEST_F(ClrCheckTest, FindsLinesThatAreNoColors) {
@@ -86,6 +86,16 @@ TEST_F(ClrCheckTest, FindsColorsThatAreNotShown) {
             {"76 lines",
              entries(38),
              {"65: warning colors-cut: cut after 64 lines: 12 of 76 colours are not read"}},
+            {"words behind 64 lines",
+             entries(32) + "# end\n",
+             {"65:3 warning line-skipped: a line that is no colour"}},
+            {"three numbers and a colour behind 64 lines",
+             entries(32) + "1 2 3\n1 2 3 4\n",
+             {"65:1 warning line-skipped: a line that is no colour",
+              "66: warning colors-cut: cut after 64 lines: 1 of 65 colours are not read"}},
+            {"a colour behind a NUL behind 64 lines",
+             entries(32) + std::string("\0 1 2 3 4\n", 11),
+             {"65:1 error text-after-nul: the text behind a NUL in a line is not read"}},
             {"one line",
              "0 0 0 255\n",
              {"error colors-none: has no two lines for an entry: one is shown from -9999 to 9999, "
