@@ -63,9 +63,18 @@ void align(Decimal& a, Decimal& b) {
     }
 }
 
+/// Of a number from 0 on; cpp_int's own text has the separators of the locale.
+std::string digitsOf(cpp_int number) {
+    std::string digits;
+    do {
+        digits += static_cast<char>('0' + static_cast<int>(number % 10));
+        number /= 10;
+    } while (number != 0);
+    return {digits.rbegin(), digits.rend()};
+}
+
 std::string textOf(const Decimal& number) {
-    const cpp_int magnitude = abs(number.digits);
-    std::string digits = magnitude.str();
+    std::string digits = digitsOf(abs(number.digits));
     const auto decimals = static_cast<std::size_t>(number.power < 0 ? -number.power : 0);
     digits.append(static_cast<std::size_t>(number.power > 0 ? number.power : 0), '0');
     if (digits.size() <= decimals) {

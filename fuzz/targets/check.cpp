@@ -66,7 +66,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static std::map<FileKind, std::unique_ptr<ScratchFile>> files;
     std::unique_ptr<ScratchFile>& file = files[kind.kind];
     if (!file) {
-        file = std::make_unique<ScratchFile>((std::string("file.") + kind.extensions.front()).c_str());
+        file =
+            std::make_unique<ScratchFile>((std::string("file.") + kind.extensions.front()).c_str());
     }
     const std::string_view bytes = input.rest();
     file->write(bytes.data(), bytes.size());

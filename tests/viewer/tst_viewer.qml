@@ -121,8 +121,13 @@ TestCase {
         verify(frequency > 98.2 && frequency < 98.4)
         settled(spectrum)
         m.zoom.show(97.5, 99)
+        let y = NaN  // once the level axis rests
+        tryVerify(() => {
+            const rests = spectrum.yOf(level) === y
+            y = spectrum.yOf(level)
+            return rests
+        })
         const x = spectrum.xOf(frequency)
-        const y = spectrum.yOf(level)
         fuzzyCompare(waterfall.xOf(frequency), x, 0.001)
         compare(waterfall.mapToItem(root(window), 0, 0).x, spectrum.mapToItem(root(window), 0, 0).x)
         fuzzyCompare(spectrum.frequencyAt(x), frequency, 0.001)

@@ -136,8 +136,8 @@ constexpr Subcommand kCheck = {
      "rfutils check levels.txt --as recording --ignore last-line-cut --format json",
      "rfutils check --explain row-width",
      "rfutils check --rules",
-     "rfutils check --schema catalogue > catalogue.schema.json",
-     "rfutils check . --format sarif > check.sarif"},
+     "rfutils check --schema catalogue",
+     "rfutils check . --format sarif"},
     runCheck};
 // clang-format on
 

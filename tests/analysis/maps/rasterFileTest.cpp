@@ -177,7 +177,7 @@ TEST_F(RasterFileTest, RefusesForTheFirstErrorOfTheFilesThatBelongTogether) {
     files.makeFolder("colors.clr");
     EXPECT_EQ(refusalOf("colors.asc"), "colors.clr: Is a directory");
     write("colors.asc", kAsciiGrid + "9 9 9 9\n");
-    EXPECT_EQ(refusalOf("colors.asc"), "colors.asc:6: a row beyond the 2 of the grid");
+    EXPECT_EQ(refusalOf("colors.asc"), "colors.asc:6: not shown: it becomes row 3 of a grid of 2");
     write("warned.asc", "unit m\n" + kAsciiGrid);
     EXPECT_EQ(refusalOf("warned.asc"), "") << "a warning only";
 }
