@@ -1,7 +1,5 @@
 #include "analysis/plots/unitScale.h"
 
-#include <cmath>
-
 #include "analysis/units/unitNames.h"
 
 namespace rfu {
@@ -25,10 +23,7 @@ UnitScale unitScaleOf(const Unit& unit, const Antenna& antenna, const FrequencyA
     const LevelPresenter presenter(unit, shown.antenna);
     shown.scale.unit = presenter.unitName();
     shown.scale.atZero = presenter.value(0.0);
-    if (unit.isLinear()) {
-        shown.scale.decibelsPerDecade =
-            std::round(20.0 / std::log10(presenter.value(20.0) / shown.scale.atZero));
-    }
+    shown.scale.decibelsPerDecade = decibelsPerDecadeOf(unit);
     if (unit.needsAntenna() && !antenna.center) {
         shown.offsets.reserve(axis.points.size());
         for (const double frequency : axis.points) {

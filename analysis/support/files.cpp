@@ -1,9 +1,11 @@
 #include "analysis/support/files.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <cerrno>
 
 #include "analysis/support/inputError.h"
+#include "analysis/support/lineReader.h"
 
 #include <fcntl.h>
 #include <linux/magic.h>
@@ -32,6 +34,10 @@ void refuseIfMadeUp(const QString& name, int descriptor) {
 }
 
 }  // namespace
+
+std::string shortNameOf(const QString& file) {
+    return file == kStandardInput ? "standard input" : QFileInfo(file).fileName().toStdString();
+}
 
 int openForReading(const QString& name, int flags) {
     const QByteArray native = QFile::encodeName(name);

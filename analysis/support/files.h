@@ -5,8 +5,12 @@
 #include <QString>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace rfu {
+
+/// "fm_band.csv" of "recordings/fm_band.csv", "standard input" of "-".
+std::string shortNameOf(const QString& file);
 
 /// Opens a file for reading, with further flags of open(2).
 /// @return a descriptor, negative with the system's error

@@ -40,6 +40,14 @@ std::string whyNoLevel(const Unit& unit, double value) {
                : std::string();
 }
 
+double decibelsPerDecadeOf(const Unit& unit) {
+    constexpr double kAmplitude = 20.0;
+    constexpr double kPower = 10.0;
+    return !unit.isLinear()                             ? 0.0
+           : unit.fromDbm.formula == FromDbm::Amplitude ? kAmplitude
+                                                        : kPower;
+}
+
 double entryLevel(HMath& math, const Unit& unit, double value, const Antenna& antenna) {
     const QString name = unit.name.toString();
     return unit.needsAntenna()

@@ -30,6 +30,9 @@ Entry splitEntry(std::string_view text);
 /// Why a value has no level: a linear one that is not above zero. Empty where it has one.
 std::string whyNoLevel(const Unit& unit, double value);
 
+/// The dB of a factor of ten in a linear unit; 0 for a logarithmic unit.
+double decibelsPerDecadeOf(const Unit& unit);
+
 /// A value that has a level as that level in dBm, as the instrument computes it from an entry.
 /// @param antenna with a centre frequency if the unit is a field unit
 double entryLevel(HMath& math, const Unit& unit, double value, const Antenna& antenna);

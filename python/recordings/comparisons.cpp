@@ -4,18 +4,17 @@
 #include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 
-#include <algorithm>
-#include <cmath>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "analysis/plots/unitScale.h"
 #include "analysis/recordings/bins.h"
 #include "analysis/recordings/recordingWriter.h"
 #include "analysis/statistics/comparison.h"
-#include "analysis/statistics/limitMask.h"
+#include "analysis/studies/maskFile.h"
+#include "analysis/studies/recordedTrace.h"
 #include "analysis/support/inputError.h"
 #include "python/recordings/source.h"
 #include "python/support/arrays.h"
@@ -28,13 +27,9 @@ namespace rfu::python {
 namespace {
 
 PointStatistic statisticOf(const std::string& name) {
-    const std::pair<const char*, PointStatistic> known[] = {{"average", PointStatistic::Average},
-                                                            {"maximum", PointStatistic::Maximum},
-                                                            {"minimum", PointStatistic::Minimum},
-                                                            {"median", PointStatistic::Median}};
-    for (const auto& [text, statistic] : known) {
-        if (name == text) {
-            return statistic;
+    for (const NamedStatistic& known : kComparedStatistics) {
+        if (name == known.name) {
+            return known.statistic;
         }
     }
     throw std::invalid_argument(quoted(name) + " is not average, maximum, minimum or median");
@@ -63,23 +58,8 @@ public:
 
     /// The levels of another recording at the points of this one.
     py::array_t<double> bring(const PointTrace& other, bool mayResample) const {
-        const auto apart = whyApart(other.trace_, trace_);
-        if (!apart) {
-            return other.levels();
-        }
-        const bool canResample = !trace_.axis.points.empty() && !other.trace_.axis.points.empty();
-        if (!mayResample || !canResample) {
-            throw InputError(other.file_,
-                             *apart + " as in " + file_.toStdString() +
-                                 (canResample ? "; resample takes levels between its points" : ""));
-        }
-        std::vector<double> levels = resampled(other.trace_, trace_.axis);
-        if (std::all_of(levels.begin(), levels.end(),
-                        [](double level) { return std::isnan(level); })) {
-            throw InputError(other.file_, "has no level at a point of " + file_.toStdString() +
-                                              ", which reaches " + describe(trace_.axis.bands));
-        }
-        return arrayOf(std::move(levels));
+        return arrayOf(levelsAtPointsOf({file_, trace_}, {other.file_, other.trace_}, mayResample,
+                                        "resample"));
     }
 
     /// First, last and largest point of each change.
@@ -104,15 +84,8 @@ private:
 /// First, last and worst point of each violation, whether it is of the upper limit, the limit and the margin.
 py::list violations(const FrequencyAxis& axis, const std::vector<double>& levels,
                     const py::bytes& maskFile, const std::string& unitName) {
-    const QString file = fileOf(maskFile);
-    const Unit& unit = shownUnit(unitName);
-    const LimitMask mask = readLimitMask(file, unit.isLinear());
-    const MaskResult result =
-        judge(mask, axis, levels, unitScaleOf(unit, {}, axis).scale.decibelsPerDecade);
-    if (result.judged == 0) {
-        throw InputError(file, "has no limit at a measured point of the recording, which reaches " +
-                                   describe(axis.bands));
-    }
+    const MaskFile mask(fileOf(maskFile), shownUnit(unitName));
+    const MaskResult result = mask.judge(axis, levels);
     py::list found;
     for (const Violation& violation : result.violations) {
         found.append(py::make_tuple(violation.first, violation.last, violation.worst,
@@ -164,6 +137,9 @@ void addComparisons(py::module_& module) {
         .def("resolution", &PointTrace::resolution)
         .def("bring", &PointTrace::bring)
         .def("changes", &PointTrace::changes);
+    module.def("require_frequencies", [](const FrequencyAxis& axis, const py::bytes& file) {
+        requireFrequencies(axis, fileOf(file));
+    });
     module.def("violations", &violations);
     module.def("cut", &cut);
 }

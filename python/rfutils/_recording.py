@@ -192,8 +192,7 @@ class Recording:
         """
         study = _core.Signals()
         note(study.read(self._source))
-        if study.resolution() > 0:
-            note([f"medians are within {study.resolution():.2f} dB"])
+        _note_medians(study.resolution())
         return peaks_of(study, above_db, width_at_db, window, spurs, unit, center_hz, gain)
 
     def occupancy(self, *, limit: Union[None, float, str] = None, above_db: Optional[float] = None, window: int = 101,
@@ -240,9 +239,8 @@ class Recording:
         study = _core.Points(None, None, False)
         note(study.read(self._source))
         axis = study.axis()
+        _core.require_frequencies(axis, encoded(self.files[0]))
         frequencies = axis.frequencies_hz()
-        if not len(frequencies):
-            raise ValueError("the recording holds no frequencies, so that no mask applies")
         columns = study.rows()
         in_unit(columns, [of], unit, center_hz, frequencies, gain)
         levels, ends = columns[of], axis.bin_ends_hz()
@@ -261,6 +259,7 @@ class Recording:
         """
         a, b = _core.PointTrace(self._source, of), _core.PointTrace(other._source, of)
         note([*a.notes(), *b.notes()])
+        _note_medians(max(a.resolution(), b.resolution()))
         frequencies = a.axis().frequencies_hz()
         ends = a.axis().bin_ends_hz()
         columns = {"a": a.levels(), "b": a.bring(b, resample)}
@@ -344,6 +343,11 @@ def _recording_of(arguments: Any) -> Recording:
     files, bands, start, stop, every, last, offset, correction, strict = arguments
     return Recording([os.fsdecode(file) for file in files], band=bands or None, start=start, stop=stop, every=every, last=last,
                      offset_db=offset, correction=None if correction is None else os.fsdecode(correction), strict=strict)
+
+
+def _note_medians(resolution_db: float) -> None:
+    if resolution_db > 0:
+        note([f"medians are within {resolution_db:.2f} dB"])
 
 
 def _umask() -> int:

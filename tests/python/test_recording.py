@@ -209,6 +209,9 @@ class Answers(InSamples):
         with self.assertRaises(rfutils.InputError) as caught:
             Recording("fm_band.csv").mask("wifi_mask.csv")
         self.assertEqual(str(caught.exception), refusal("mask", "fm_band.csv", "--mask", "wifi_mask.csv"))
+        with self.assertRaises(rfutils.InputError) as caught:
+            Recording("levels.txt").mask("wifi_mask.csv")
+        self.assertEqual(str(caught.exception), refusal("mask", "levels.txt", "--mask", "wifi_mask.csv"))
 
     def test_compare(self):
         names = {"point": "point", "frequency_hz": "frequencyMHz", "a": "a", "b": "b", "difference": "difference"}
@@ -217,7 +220,13 @@ class Answers(InSamples):
             tables = answer("compare", "fm_band.csv", "fm_next_day.csv", "--above", 10, "--of", of)
             self.assert_rows(own.points, tables["points"], names)
             self.assert_rows(own.signals, tables["signals"], {"from_hz": "fromMHz", "to_hz": "toMHz", **names})
-        self.assertRaises(rfutils.InputError, Recording("fm_band.csv").compare, Recording("wifi_band.csv"))
+        with self.assertRaises(rfutils.InputError) as caught:
+            Recording("fm_band.csv").compare(Recording("wifi_band.csv"), resample=True)
+        self.assertEqual(str(caught.exception), refusal("compare", "fm_band.csv", "wifi_band.csv", "--resample"))
+        with self.assertRaises(rfutils.InputError) as caught:
+            Recording("fm_band.csv").compare(Recording("wifi_band.csv"))
+        self.assertEqual(str(caught.exception).replace("; resample", "; --resample"),
+                         refusal("compare", "fm_band.csv", "wifi_band.csv"))
 
     def test_cut(self):
         with tempfile.TemporaryDirectory() as folder:

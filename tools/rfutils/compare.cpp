@@ -10,7 +10,9 @@
 #include "analysis/plots/comparisonPlot.h"
 #include "analysis/recordings/bins.h"
 #include "analysis/statistics/comparison.h"
-#include "analysis/support/inputError.h"
+#include "analysis/studies/recordedTrace.h"
+#include "analysis/support/files.h"
+#include "analysis/support/lineReader.h"
 #include "recordings/checkedValues.h"
 #include "recordings/levelView.h"
 #include "recordings/plotOf.h"
@@ -38,22 +40,12 @@ constexpr int kDifferenceDecimals = 2;  // of dB
 // Text is written in pieces, so that a table of many rows takes little memory.
 constexpr std::size_t kPointsAtOnce = 10000;
 
-struct NamedStatistic {
-    const char* name;
-    PointStatistic statistic;
-};
-
-constexpr NamedStatistic kStatistics[] = {{"average", PointStatistic::Average},
-                                          {"maximum", PointStatistic::Maximum},
-                                          {"minimum", PointStatistic::Minimum},
-                                          {"median", PointStatistic::Median}};
-
 struct CompareOptions {
     explicit CompareOptions(const CommandLine& line)
         : files(line.texts("A") + line.texts("B")),
           both(recordingOf(line, files)),
           nameOfStatistic(line.value<std::string>("of")),
-          statistic(named(kStatistics, nameOfStatistic).statistic),
+          statistic(named(kComparedStatistics, nameOfStatistic).statistic),
           above(line.isSet("above") ? std::optional(positiveOf(line, "above")) : std::nullopt),
           isResampled(line.isSet("resample")),
           plot(plotOptionsOf(line, both.inputs())),
@@ -105,7 +97,8 @@ public:
             readTrace(options_.files[0], a_);
             readTrace(options_.files[1], b_);
         }
-        bring();
+        b_.levels = levelsAtPointsOf({options_.files[0], a_}, {options_.files[1], b_},
+                                     options_.isResampled, "--resample");
         for (std::size_t i = 0; i < a_.levels.size(); ++i) {
             differences_.push_back(b_.levels[i] - a_.levels[i]);
         }
@@ -159,28 +152,6 @@ private:
         requireSweeps(recording, sweeps);
         trace = {recording.axis(), levels.levels()};
         resolution_ = std::max(resolution_, levels.resolution());
-    }
-
-    /// Brings the levels of B to the points of A.
-    void bring() {
-        const auto apart = whyApart(b_, a_);
-        if (!apart) {
-            return;
-        }
-        const bool canResample = !a_.axis.points.empty() && !b_.axis.points.empty();
-        if (!options_.isResampled || !canResample) {
-            throw InputError(
-                options_.files[1],
-                *apart + " as in " + shortNameOf(options_.files[0]) +
-                    (canResample ? "; --resample takes levels between its points" : ""));
-        }
-        b_.levels = resampled(b_, a_.axis);
-        if (std::all_of(b_.levels.begin(), b_.levels.end(),
-                        [](double level) { return std::isnan(level); })) {
-            throw InputError(options_.files[1], "has no level at a point of " +
-                                                    shortNameOf(options_.files[0]) +
-                                                    ", which reaches " + describe(a_.axis.bands));
-        }
     }
 
     Cell level(double dBm, LevelPresenter& presenter) {
@@ -297,7 +268,7 @@ constexpr Subcommand kCompare = {
     "Bins of another width hold another share of noise and of wide signals: that is not corrected.",
     {{"A", Kind::SweepFile}, {"B", Kind::SweepFile}},
     {{"of", "STATISTIC", Kind::Word, "What is compared: average, maximum, minimum or median.",
-      kStatistics[0].name, 0, 1, 0, [] { return namesOf(kStatistics); }},
+      kComparedStatistics[0].name, 0, 1, 0, [] { return namesOf(kComparedStatistics); }},
      {"above", "DB", Kind::Decibels, "Also gather the points that differ by more than this."},
      {"resample", "", Kind::Flag, "Take the levels of B at the points of A."},
      kPointUnitOption,

@@ -1,6 +1,5 @@
 #include <QString>
 #include <QStringList>
-#include <cmath>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,7 +9,7 @@
 #include "analysis/statistics/limitMask.h"
 #include "analysis/statistics/pointStatistics.h"
 #include "analysis/statistics/sweepStore.h"
-#include "analysis/support/inputError.h"
+#include "analysis/studies/maskFile.h"
 #include "recordings/levelView.h"
 #include "recordings/plotOf.h"
 #include "recordings/recordingOptions.h"
@@ -42,15 +41,6 @@ std::vector<std::string> judgedStatistics() {
 /// --of: true for the maxima, false for the averages.
 bool judgesMaximum(const CommandLine& line) {
     return line.value<std::string>("of") == kOfMaximum;
-}
-
-/// The dB of a factor of ten in a linear unit; 0 for a logarithmic unit.
-double decibelsPerDecadeOf(const rfu::Unit& unit) {
-    constexpr double kAmplitude = 20.0;
-    constexpr double kPower = 10.0;
-    return !unit.isLinear()                                  ? 0.0
-           : unit.fromDbm.formula == rfu::FromDbm::Amplitude ? kAmplitude
-                                                             : kPower;
 }
 
 struct MaskOptions {
@@ -85,7 +75,7 @@ class MaskRun {
 public:
     explicit MaskRun(const MaskOptions& options)
         : options_(options),
-          mask_(readLimitMask(options.mask, options.view.unit.isLinear())),
+          mask_(options.mask, options.view.unit),
           recording_(options.source),
           sweeps_(SweepStore::kAll, false, 0.0),
           note_(options.view.unit, true) {}
@@ -101,13 +91,7 @@ public:
         tallies_ = sweeps_.tallies();
         plot_ = plotOf(recording_.axis(), tallies_, options_.view);
         result_ =
-            judge(mask_, recording_.axis(), options_.ofMaximum ? plot_.maximum : plot_.average,
-                  decibelsPerDecadeOf(options_.view.unit));
-        if (result_.judged == 0) {
-            throw InputError(options_.mask,
-                             "has no limit at a measured point of the recording, which reaches " +
-                                 describe(recording_.axis().bands));
-        }
+            mask_.judge(recording_.axis(), options_.ofMaximum ? plot_.maximum : plot_.average);
     }
 
     bool isViolated() const { return !result_.violations.empty(); }
@@ -127,7 +111,7 @@ public:
     TracePlot plot() {
         plot_.shape = options_.plot.shape;
         plot_.title = titleOf(recording_.files(), sweeps_.count());
-        plot_.mask = linesOf(mask_);
+        plot_.mask = linesOf(mask_.mask());
         return plot_;
     }
 
@@ -175,7 +159,7 @@ private:
     }
 
     const MaskOptions& options_;
-    LimitMask mask_;
+    MaskFile mask_;
     Recording recording_;
     SweepStore sweeps_;
     PrefixNote note_;

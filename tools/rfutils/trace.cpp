@@ -10,6 +10,7 @@
 #include "analysis/statistics/limitMask.h"
 #include "analysis/statistics/pointStatistics.h"
 #include "analysis/statistics/sweepStore.h"
+#include "analysis/studies/maskFile.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "recordings/checkedValues.h"

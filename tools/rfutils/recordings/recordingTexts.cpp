@@ -1,10 +1,10 @@
 #include "recordings/recordingTexts.h"
 
-#include <QFileInfo>
 #include <algorithm>
 #include <cstddef>
 
 #include "analysis/statistics/levelHistory.h"
+#include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
 #include "support/errors.h"
@@ -21,10 +21,6 @@ std::string bandsText(const FrequencyAxis& axis) {
         text += ShortestText(band.high).view();
     }
     return text;
-}
-
-std::string shortNameOf(const QString& file) {
-    return file == kStandardInput ? "standard input" : QFileInfo(file).fileName().toStdString();
 }
 
 std::string titleOf(const QStringList& files, long long sweeps) {
@@ -68,12 +64,6 @@ void requireSweeps(const Recording& recording, long long sweeps) {
     if (sweeps == 0) {
         const InputError error = recording.error("interrupted before a sweep was complete");
         throw Failure(error.message(), interruptedStatus());
-    }
-}
-
-void requireFrequencies(const FrequencyAxis& axis, const QString& file) {
-    if (axis.points.empty()) {
-        throw InputError(file, "holds no frequencies, so that no mask applies");
     }
 }
 

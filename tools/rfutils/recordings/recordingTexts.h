@@ -24,9 +24,6 @@ std::string rangeText(const FrequencyRange& range);
 void noteChannels(const QString& file, const std::vector<FrequencyRange>& channels,
                   const std::string& what);
 
-/// "fm_band.csv"
-std::string shortNameOf(const QString& file);
-
 /// Notes that medians are not exact; nothing if they are.
 /// @param resolution see LevelHistory
 /// @param areMerged whether they come from states
@@ -34,8 +31,5 @@ void noteMedians(double resolution, bool areMerged = false);
 
 /// To be called at the end of a recording. @throw Failure where reading ended before there was a sweep
 void requireSweeps(const Recording& recording, long long sweeps);
-
-/// For masks. @throw InputError where a recording holds no frequencies
-void requireFrequencies(const FrequencyAxis& axis, const QString& file);
 
 }  // namespace rfu::command

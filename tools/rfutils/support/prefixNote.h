@@ -21,7 +21,6 @@ private:
     bool isVoltage_;
     bool csvHasValues_;
     bool printed_ = false;
-    std::string text_;
     std::string meant_;
 };
 
