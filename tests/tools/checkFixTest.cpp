@@ -77,6 +77,33 @@ TEST(CheckFix, refusesAFileInDoubtAndMendsTheOthers) {
     EXPECT_EQ(folder.read("map.asc"), kMended);
 }
 
+TEST(CheckFix, spellsMembersOfJsonAndKeepsTheRest) {
+    const SampleFolder folder;
+    const std::string rest = "\":\"x\", \"id\":\"y\",\"enum\":1,\t\"dispSeq\":1} ]}\r\n";
+    const std::string broken = "\xEF\xBB\xBF{\"a\" : [ {\"Label" + rest;
+    folder.add("c.json", broken);
+    EXPECT_EQ(
+        check("--ignore member-misspelt --ignore json-byte-order-mark --fix --as catalogue c.json",
+              folder)
+            .exitStatus,
+        1);
+    EXPECT_EQ(folder.read("c.json"), broken);
+    expectCommands({shows("broken", "check --fix --as catalogue c.json", "")}, folder);
+    EXPECT_EQ(folder.read("c.json"), "{\"a\" : [ {\"label" + rest);
+}
+
+TEST(CheckFix, writesRecordingsInPlainText) {
+    const SampleFolder folder;
+    const std::string line = "2024-05-04, 21:15:00, 100, 130, 10, 1, -80.1, -80.2, -80.3";
+    std::string wide = "\xFF\xFE";
+    for (const char c : line + '\r') {
+        wide += {c, '\0'};
+    }
+    folder.add("r.csv", wide);
+    expectCommands({shows("UTF-16", "check --fix --as recording r.csv", "")}, folder);
+    EXPECT_EQ(folder.read("r.csv"), line + '\n');
+}
+
 TEST(CheckFix, keepsPermissionsAndLinks) {
     const SampleFolder folder;
     folder.add("map.asc", kBroken);
