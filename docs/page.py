@@ -8,7 +8,7 @@ The documents are written for GitHub's reading. Doxygen differs from it in six t
 - links lead to pages, to installed examples (beside the folder of the pages), or to nothing that is installed
 - formulas stand between $`...`$ and in blocks marked as math
 - the project's name is also that of a class, to which Doxygen would link it
-- a backslash within `code` is one
+- a backslash is one, within `code` too
 - <!-- @... --> holds a line for the reference alone, such as the diagram of the rooms
 """
 import pathlib
@@ -80,6 +80,8 @@ def rendered(document):
         elif match := ONLY_HERE.match(line):
             yield match[1]
         else:
+            if "`" not in line:
+                line = line.replace("\\", "\\\\")
             line = FORMULA.sub(lambda formula: f"@f${formula[1]}@f$", line)
             line = BACKSLASHED.sub(in_code, line)
             line = PROJECT.sub("%rfUtils", line)
