@@ -20,6 +20,7 @@ std::vector<KnownRule> knownRules() {
         }
     }
     std::vector<KnownRule> rules;
+    rules.reserve(byName.size());
     for (auto& [name, rule] : byName) {
         rules.push_back(std::move(rule));
     }

@@ -74,7 +74,7 @@ std::string digitsOf(cpp_int number) {
 }
 
 std::string textOf(const Decimal& number) {
-    std::string digits = digitsOf(abs(number.digits));
+    std::string digits = digitsOf(number.digits < 0 ? cpp_int(-number.digits) : number.digits);
     const auto decimals = static_cast<std::size_t>(number.power < 0 ? -number.power : 0);
     digits.append(static_cast<std::size_t>(number.power > 0 ? number.power : 0), '0');
     if (digits.size() <= decimals) {

@@ -84,7 +84,7 @@ py::array_t<Number> arrayOf(std::vector<Number> numbers) {
     const std::vector<Number>& owned = *owner;
     const py::capsule capsule(
         owner.get(), [](void* vector) { delete static_cast<std::vector<Number>*>(vector); });
-    owner.release();
+    static_cast<void>(owner.release());  // it is the capsule's now
     return py::array_t<Number>(static_cast<py::ssize_t>(owned.size()), owned.data(), capsule);
 }
 

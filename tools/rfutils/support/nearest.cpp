@@ -17,6 +17,7 @@ QString withoutDashes(QString name) {
 
 std::string didYouMean(const QString& wrong, const std::vector<std::string>& known) {
     std::vector<QString> names;
+    names.reserve(known.size());
     for (const std::string& name : known) {
         names.push_back(withoutDashes(QString::fromStdString(name)));
     }
