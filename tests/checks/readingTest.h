@@ -138,9 +138,14 @@ protected:
 
     /// Requires a finding, more than a note, in a line, which may be about those that follow too.
     static void expectFindingAt(const Findings& findings, long long line, const char* what) {
+        expectFindingWithin(findings, line, line, what);
+    }
+    /// The same in a line or one above it.
+    static void expectFindingWithin(const Findings& findings, long long first, long long line,
+                                    const char* what) {
         EXPECT_TRUE(std::any_of(findings.kept().begin(), findings.kept().end(),
-                                [line](const Finding& finding) {
-                                    return finding.line == line &&
+                                [first, line](const Finding& finding) {
+                                    return finding.line >= first && finding.line <= line &&
                                            finding.severity != Severity::Note;
                                 }))
             << what << " of line " << line << " is not read";

@@ -4,6 +4,7 @@
 #include <rfUtils/trace/traceRssiBuffer.h>
 
 #include <QDate>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +13,6 @@
 #include <cstdio>
 #include <iterator>
 #include <optional>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -55,10 +55,22 @@ std::vector<std::string> fieldsOf(const std::string& line) {
     return fields;
 }
 
+/// Of a whole text of bytes, in any case.
+QRegularExpression whole(const char* pattern) {
+    return QRegularExpression(
+        "\\A(?:" + QString(pattern) + ")\\z",
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+}
+
+bool matches(const std::string& text, const QRegularExpression& pattern) {
+    return pattern.match(QString::fromLatin1(text.data(), static_cast<int>(text.size())))
+        .hasMatch();
+}
+
 /// A number, or the mark of a level that was not measured; nothing for any other text.
 std::optional<double> levelOf(const std::string& field) {
-    static const std::regex kNone("|[+-]?(nan|inf|infinity)", std::regex::icase);
-    return std::regex_match(field, kNone)          ? traceRssiBuffer::kNoMeasurement
+    static const QRegularExpression kNone = whole("|[+-]?(nan|inf|infinity)");
+    return matches(field, kNone)                   ? traceRssiBuffer::kNoMeasurement
            : field.find('\0') == std::string::npos ? numberOf(field)
                                                    : std::nullopt;
 }
@@ -77,8 +89,8 @@ std::optional<std::vector<double>> levelsOf(const std::vector<std::string>& fiel
 }
 
 bool isHeader(const std::vector<std::string>& fields) {
-    static const std::regex kName("\"?[A-Za-z][^]*");
-    return std::regex_match(fields[0], kName) &&
+    static const QRegularExpression kName = whole("\"?[A-Z].*");
+    return matches(fields[0], kName) &&
            std::none_of(fields.begin(), fields.end(),
                         [](const std::string& field) { return levelOf(field).has_value(); });
 }
@@ -114,12 +126,13 @@ struct HopAsWritten {
 };
 
 std::optional<HopAsWritten> hopOf(const std::string& line) {
-    static const std::regex kDate("[0-9]{4}-[0-9]{2}-[0-9]{2}");
-    static const std::regex kTime("([01][0-9]|2[0-3]):[0-5][0-9]:([0-5][0-9]|60)(\\.[0-9]+)?");
+    static const QRegularExpression kDate = whole("[0-9]{4}-[0-9]{2}-[0-9]{2}");
+    static const QRegularExpression kTime =
+        whole("([01][0-9]|2[0-3]):[0-5][0-9]:([0-5][0-9]|60)(\\.[0-9]+)?");
     const std::vector<std::string> fields = fieldsOf(line);
-    if (fields.size() < 7 || !std::regex_match(fields[0], kDate) ||
+    if (fields.size() < 7 || !matches(fields[0], kDate) ||
         !QDate::fromString(QString::fromStdString(fields[0]), Qt::ISODate).isValid() ||
-        !std::regex_match(fields[1], kTime)) {
+        !matches(fields[1], kTime)) {
         return std::nullopt;
     }
     std::vector<double> head;
