@@ -144,13 +144,13 @@ private:
     void takeList(const JsonList& list) override {
         if (list.elements == 0) {
             report(kItemEmpty, list.place.begin,
-                   "the item " + quoted(list.key.toStdString()) +
+                   "the item " + rfu::quoted(list.key.toStdString()) +
                        " is not created: its list is empty");
         }
         if (losesMark(list.place)) {
             report(kTextMarkDropped, list.place.begin + 1,
                    "an invisible byte-order mark in front of the key: read as " +
-                       quoted(list.key.toStdString()),
+                       rfu::quoted(list.key.toStdString()),
                    {{list.place.begin + 1, kMarkLength, ""}});
         }
         if (hasHalfCharacter(list.key)) {

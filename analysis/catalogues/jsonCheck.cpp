@@ -108,7 +108,7 @@ std::string JsonCheck::shown(const JsonPlace& value) const {
         return nameOfKind(first);
     }
     if (first == '"') {
-        return quoted(textAt(value).toStdString());
+        return rfu::quoted(textAt(value).toStdString());
     }
     return std::string(bytes.substr(0, kLongest)) + (bytes.size() > kLongest ? "..." : "");
 }
@@ -274,7 +274,7 @@ std::vector<JsonCheck::TopMember> JsonCheck::topMembers() {
 }
 
 void JsonCheck::reportReplaced(const TopMember& earlier, const TopMember& later) {
-    const std::string key = quoted(earlier.key.toStdString());
+    const std::string key = rfu::quoted(earlier.key.toStdString());
     report(kMemberRepeated, later.places.key.begin,
            "replaces " + key + " of line " + std::to_string(lineOf(earlier.places.key.begin)) +
                (earlier.elements.empty()
@@ -289,7 +289,7 @@ void JsonCheck::reportReplaced(const TopMember& earlier, const TopMember& later)
 }
 
 void JsonCheck::takeTopMember(const TopMember& member) {
-    const std::string key = quoted(member.key.toStdString());
+    const std::string key = rfu::quoted(member.key.toStdString());
     const char first = bytesAt(member.places.value).front();
     if (first != '[') {
         if (first != '"' || member.key != QLatin1String(kSchema)) {
@@ -310,7 +310,7 @@ std::string JsonCheck::membersText(const std::vector<QString>& names) const {
     std::vector<std::string> texts;
     texts.reserve(names.size());
     for (const QString& name : names) {
-        texts.push_back(quoted(name.toStdString()));
+        texts.push_back(rfu::quoted(name.toStdString()));
     }
     return listOf(texts);
 }
@@ -368,7 +368,7 @@ void JsonCheck::checkMembers(const JsonPlace& place, const QJsonObject& object,
         const auto [earlier, isNew] = known.emplace(member.first, member.second.key);
         if (!isNew) {
             report(kMemberRepeated, member.second.key.begin,
-                   "replaces " + quoted(member.first.toStdString()) + " of line " +
+                   "replaces " + rfu::quoted(member.first.toStdString()) + " of line " +
                        std::to_string(lineOf(earlier->second.begin)) +
                        ": of members with the same key the last one counts");
             earlier->second = member.second.key;
@@ -384,10 +384,10 @@ void JsonCheck::reportUnread(const std::vector<QString>& missing,
         ++times[nearMiss(member.first, missing)];
     }
     for (const auto& [name, places] : unread) {
-        const std::string key = quoted(name.toStdString());
+        const std::string key = rfu::quoted(name.toStdString());
         if (losesMark(places.key)) {
             report(kTextMarkDropped, places.key.begin + 1,
-                   quoted(textAt(places.key).toStdString()) +
+                   rfu::quoted(textAt(places.key).toStdString()) +
                        " is not read: an invisible byte-order mark stands in front of the key",
                    {{places.key.begin + 1, kMarkLength, ""}});
             continue;
@@ -404,7 +404,7 @@ void JsonCheck::reportUnread(const std::vector<QString>& missing,
                 {places.key.begin, places.key.end - places.key.begin, '"' + known + '"'});
         }
         report(kMemberMisspelt, places.key.begin,
-               key + " is not read; did you mean " + quoted(known) + "?", std::move(mend));
+               key + " is not read; did you mean " + rfu::quoted(known) + "?", std::move(mend));
     }
 }
 

@@ -19,7 +19,7 @@ QJsonObject readJsonObject(const QString& file) {
         if (bytes.trimmed().isEmpty()) {
             throw InputError(file, "is empty (" + error.errorString().toStdString() + ")");
         }
-        const int line = 1 + bytes.left(error.offset).count('\n');
+        const auto line = 1 + static_cast<int>(bytes.left(error.offset).count('\n'));
         throw InputError(file, line, error.errorString().toStdString());
     }
     if (!document.isObject()) {

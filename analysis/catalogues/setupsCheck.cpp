@@ -54,12 +54,12 @@ private:
     void takeList(const JsonList& list) override {
         if (list.elements == 0) {
             report(kGroupEmpty, list.place.begin,
-                   "the group " + quoted(list.key.toStdString()) + " has no setup");
+                   "the group " + rfu::quoted(list.key.toStdString()) + " has no setup");
         }
         if (!groups_.empty() && list.key < groups_.rbegin()->first) {
             const auto& [key, line] = *groups_.upper_bound(list.key);
             report(kGroupOrder, list.place.begin,
-                   "read before the group " + quoted(key.toStdString()) + " of line " +
+                   "read before the group " + rfu::quoted(key.toStdString()) + " of line " +
                        std::to_string(line) + ": groups are read in the order of their keys");
         }
         groups_.emplace(list.key, lineOf(list.place.begin));

@@ -44,7 +44,7 @@ const std::vector<Suppressions::Line>& Suppressions::linesOf(const QString& fold
         }
         const std::string rule = words.takeFirst().toStdString();
         if (!findRule(rule)) {
-            throw InputError(file, lines.number(), "there is no rule " + quoted(rule));
+            throw InputError(file, lines.number(), "there is no rule " + rfu::quoted(rule));
         }
         result.push_back({rule, words});
     }

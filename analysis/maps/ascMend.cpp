@@ -211,7 +211,7 @@ private:
                 const char* cursor = header.value.c_str();
                 header.value = shortened(detail::nextRawToken(cursor)).value_or(header.value);
             } else if (header.hasComma) {
-                lines_.doubt(header.line, quoted(header.value) +
+                lines_.doubt(header.line, rfu::quoted(header.value) +
                                               " may be a number with a decimal comma, but the rows "
                                               "do not show that commas are decimal points");
             }

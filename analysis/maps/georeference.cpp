@@ -97,7 +97,7 @@ TabFile loadTabBeside(const QString& rasterFile, const CellGrid& grid) {
     TabFile tab = loadTab(name);
     if (QFileInfo(tab.rasterFile).completeBaseName() != QFileInfo(name).completeBaseName()) {
         throw InputError(name, "is the georeference of another raster, " +
-                                   quoted(QFileInfo(tab.rasterFile).fileName().toStdString()));
+                                   rfu::quoted(QFileInfo(tab.rasterFile).fileName().toStdString()));
     }
     requireFitting(tab, name, rasterFile, grid);
     return tab;

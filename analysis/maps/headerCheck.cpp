@@ -77,7 +77,7 @@ void HeaderCheck::reportIgnored(const MapToken& key, bool isMisspelt) {
                       key.text + " is not read: write " + spelled(key.text) + ", " + spelling_);
     } else {
         lines_.report("key-unknown", key.raw.begin,
-                      quoted(key.text) + " is not read" + nearKey(key.text));
+                      rfu::quoted(key.text) + " is not read" + nearKey(key.text));
     }
 }
 

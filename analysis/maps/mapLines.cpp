@@ -76,7 +76,7 @@ double MapLines::checkNumber(const detail::RawToken& token) {
     const auto value = parseNumber(text);
     if (!value) {
         report("no-number", token.begin,
-               quoted(text) + " is no number: read as " + textOf(singleOf(token)));
+               rfu::quoted(text) + " is no number: read as " + textOf(singleOf(token)));
     }
     return value.value_or(0.0);
 }
@@ -84,8 +84,9 @@ double MapLines::checkNumber(const detail::RawToken& token) {
 float MapLines::checkSingle(const detail::RawToken& token, std::string_view beyondRange) {
     const float value = detail::toFloat(checkNumber(token));
     if (std::isinf(value)) {
-        report(beyondRange, token.begin,
-               quoted(writtenText(token)) + " is beyond the range of a single: read as infinite");
+        report(
+            beyondRange, token.begin,
+            rfu::quoted(writtenText(token)) + " is beyond the range of a single: read as infinite");
     }
     const float asRead = token.isCut() ? singleOf(token) : value;
     if (asRead < value || asRead > value) {  // not where only zeros or small decimals are cut
@@ -100,7 +101,7 @@ std::int32_t MapLines::checkInteger(const MapToken& token) {
     const auto number = parseNumber(text);
     if (!number || *number != asRead) {
         report("no-whole-number", token.raw.begin,
-               quoted(text) + " is no whole number: read as " + std::to_string(asRead));
+               rfu::quoted(text) + " is no whole number: read as " + std::to_string(asRead));
         if (token.raw.isCut()) {
             reportCut(token.raw, std::to_string(asRead));
         }
@@ -110,7 +111,7 @@ std::int32_t MapLines::checkInteger(const MapToken& token) {
 
 void MapLines::reportCut(const detail::RawToken& token, const std::string& asRead) {
     report("token-cut", token.begin,
-           quoted(writtenText(token)) + " is too long: its first " +
+           rfu::quoted(writtenText(token)) + " is too long: its first " +
                std::to_string(detail::kMaxTokenLength) + " characters are read as " + asRead);
 }
 

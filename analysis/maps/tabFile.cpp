@@ -114,7 +114,7 @@ constexpr UtmValue kUtm[] = {
 
 std::string notUtm(const char* name, const char* right, const MapToken& token) {
     return std::string("the points are converted as UTM, with ") + name + ' ' + right + ", not " +
-           quoted(token.text);
+           rfu::quoted(token.text);
 }
 
 /// The lines of a georeference, in the order in which the loader reads them.
@@ -158,7 +158,7 @@ private:
                 break;
             case detail::TabLine::Kind::File:
                 if (tokens[1].raw.isCut()) {
-                    lines_.reportCut(tokens[1].raw, quoted(tokens[1].text));
+                    lines_.reportCut(tokens[1].raw, rfu::quoted(tokens[1].text));
                 }
                 reportRepeated(tokens[0], fileLine_);
                 fileLine_ = lines_.number();

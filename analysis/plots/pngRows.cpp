@@ -37,7 +37,7 @@ void ignore(png_structp, png_const_charp) {}
 
 struct Colors {
     explicit Colors(const QVector<QRgb>& colors)
-        : count(std::min(colors.size(), PNG_MAX_PALETTE_LENGTH)) {
+        : count(std::min(static_cast<int>(colors.size()), PNG_MAX_PALETTE_LENGTH)) {
         for (int i = 0; i < count; ++i) {
             palette[i] = {static_cast<png_byte>(qRed(colors[i])),
                           static_cast<png_byte>(qGreen(colors[i])),

@@ -32,7 +32,8 @@ double nextNumber(CsvFields& fields, const char* name, const LineReader& where) 
     }
     const auto number = parseNumber(field);
     if (!number) {
-        throw badLine(where, std::string(name) + " is " + quoted(field) + " instead of a number");
+        throw badLine(where,
+                      std::string(name) + " is " + rfu::quoted(field) + " instead of a number");
     }
     return *number;
 }
@@ -65,7 +66,7 @@ std::string_view textBetween(const char* begin, const char* end) {
 
 [[noreturn]] void throwBadLevel(const char* at, const char* end, const LineReader& where) {
     const std::string_view field = textBetween(at, std::find(at, end, ','));
-    throw badLine(where, quoted(trimmed(field)) + " is not a level in dBm");
+    throw badLine(where, rfu::quoted(trimmed(field)) + " is not a level in dBm");
 }
 
 /// Fast path for a level such as "-51.23" that ends at a comma and not near the end of the line.
@@ -174,10 +175,10 @@ HopLine readHopLine(std::string_view line, const LineReader& where) {
     std::string_view time;
     fields.next(date);
     if (!isDate(date)) {
-        throw badLine(where, quoted(date) + " is not a date (2024-05-04)");
+        throw badLine(where, rfu::quoted(date) + " is not a date (2024-05-04)");
     }
     if (!fields.next(time) || !isTime(time)) {
-        throw badLine(where, quoted(time) + " is not a time (21:15:00)");
+        throw badLine(where, rfu::quoted(time) + " is not a time (21:15:00)");
     }
     Hop hop;
     hop.low = nextNumber(fields, "Hz low", where) + 0.0;  // -0 is 0

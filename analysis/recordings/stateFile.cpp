@@ -144,13 +144,13 @@ Layout layoutOf(const QString& name) {
     }
     const std::string_view version = text.substr(kMagic.size(), end - kMagic.size());
     if (version != std::to_string(kVersion)) {
-        throw InputError(name, "is a state of version " + quoted(version) +
+        throw InputError(name, "is a state of version " + rfu::quoted(version) +
                                    "; this rfutils reads " + std::to_string(kVersion));
     }
     const qint64 behind = file.size() - static_cast<qint64>(kStateChecksum + kBytesOfPlace);
     const QByteArray bytes = bytesAt(file, behind, kBytesOfPlace);
     std::uint64_t head = 0;
-    for (int i = bytes.size(); i-- > 0;) {
+    for (auto i = bytes.size(); i-- > 0;) {
         head = head << 8U | static_cast<unsigned char>(bytes.at(i));
     }
     if (behind < 0 || head < end + 1 || head > static_cast<std::uint64_t>(behind)) {

@@ -38,7 +38,7 @@ std::vector<Signal> SignalStudy::find(const std::vector<NamedSpur>& spurs,
     for (const NamedSpur& spur : spurs) {
         const std::vector<bool> isIn = pointsInSpurs(head_.axis, {spur.spur});
         if (std::none_of(isIn.begin(), isIn.end(), [](bool is) { return is; })) {
-            throw InputError(file_, "no point lies in the spur " + quoted(spur.name));
+            throw InputError(file_, "no point lies in the spur " + rfu::quoted(spur.name));
         }
         leftOut.push_back(spur.spur);
     }

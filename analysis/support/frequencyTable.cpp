@@ -81,7 +81,8 @@ private:
     double frequencyOf(std::string_view field) const {
         const auto frequency = parseFrequency(field);
         if (!frequency || *frequency < 0.0 || *frequency > kLargest) {
-            throw bad(quoted(field) + " is not a frequency such as 88.1MHz or a number of MHz");
+            throw bad(rfu::quoted(field) +
+                      " is not a frequency such as 88.1MHz or a number of MHz");
         }
         return *frequency;
     }
@@ -89,7 +90,7 @@ private:
     std::optional<double> numberOf(std::string_view field, const std::string& column) const {
         const auto number = parseNumber(field);
         if (!field.empty() && (!number || std::abs(*number) > kLargest)) {
-            throw bad(column + " is " + quoted(field) + " instead of a number");
+            throw bad(column + " is " + rfu::quoted(field) + " instead of a number");
         }
         return number;
     }

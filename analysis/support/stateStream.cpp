@@ -37,7 +37,7 @@ StateWriter::StateWriter(std::function<void(std::string_view bytes)> sink)
     : sink_(std::move(sink)) {}
 
 void StateWriter::flush() {
-    hash_.addData(held_.data(), static_cast<int>(held_.size()));
+    hash_.addData(QByteArray::fromRawData(held_.data(), static_cast<int>(held_.size())));
     sink_(held_);
     held_.clear();
 }

@@ -20,7 +20,7 @@ std::string prefixMeaning(const LevelPresenter& presenter, double dBm, const std
     }
     std::string meant = text;
     meant.insert(meant.size() - 1, prefix);
-    return quoted(text) + " means " + meant + ": " +
+    return rfu::quoted(text) + " means " + meant + ": " +
            (presenter.unitName() == "V" ? kVoltsUnderOneLabel : kWattsUnderOneLabel);
 }
 

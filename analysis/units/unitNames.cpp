@@ -86,7 +86,7 @@ Nearness nearness(const QString& wrong, const QString& known) {
     const QString from = folded(wrong);
     const QString to = folded(known);
     return {editDistance(from, to), !from.startsWith(to) && !to.startsWith(from),
-            std::abs(from.size() - to.size()), editDistance(wrong, known)};
+            static_cast<int>(std::abs(from.size() - to.size())), editDistance(wrong, known)};
 }
 
 /// The nearest first. A unit that the instrument shows as a prefix of another is among them where

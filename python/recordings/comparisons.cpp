@@ -32,7 +32,7 @@ PointStatistic statisticOf(const std::string& name) {
             return known.statistic;
         }
     }
-    throw std::invalid_argument(quoted(name) + " is not average, maximum, minimum or median");
+    throw std::invalid_argument(rfu::quoted(name) + " is not average, maximum, minimum or median");
 }
 
 /// A statistic of each point of a recording, and how exact it is.

@@ -44,7 +44,7 @@ std::optional<WindowTime> timeOf(const std::optional<std::string>& text) {
         return std::nullopt;
     }
     const auto time = parseWindowTime(*text);
-    require(time.has_value(), quoted(*text) +
+    require(time.has_value(), rfu::quoted(*text) +
                                   " is not a time such as \"2024-05-04 21:15\", "
                                   "21:15:30 or, before the end, -10m");
     return time;

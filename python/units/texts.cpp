@@ -27,7 +27,7 @@ std::string widthText(double hertz) {
 
 double frequency(const std::string& text) {
     const auto megahertz = parseFrequency(text);
-    require(megahertz.has_value(), quoted(text) + " is not a frequency such as 88.1MHz");
+    require(megahertz.has_value(), rfu::quoted(text) + " is not a frequency such as 88.1MHz");
     return *megahertz * kHertzPerMegahertz;
 }
 

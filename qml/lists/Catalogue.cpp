@@ -23,7 +23,11 @@ void Catalogue::setSource(const QUrl& source) {
 
 void Catalogue::setSources(const QList<QUrl>& sources) {
     const QUrl before = source();
-    if (!assign(sources_, sources)) {
+    QList<QUrl> whole;
+    for (const QUrl& source : sources) {
+        whole.append(inPage(*this, source));
+    }
+    if (!assign(sources_, whole)) {
         return;
     }
     reload();

@@ -23,7 +23,7 @@ SetupModel::SetupModel()
       }) {}
 
 void SetupModel::setSource(const QUrl& source) {
-    if (assign(source_, source)) {
+    if (assign(source_, inPage(*this, source))) {
         reload();
         Q_EMIT sourceChanged();
     }

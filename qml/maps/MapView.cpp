@@ -284,12 +284,9 @@ void MapView::setInteractive(bool interactive) {
     }
 }
 
-void MapView::geometryChanged(const QRectF& now, const QRectF& before) {
-    QQuickItem::geometryChanged(now, before);
-    if (now.size() != before.size()) {
-        look(wanted_);
-        redrawMarks();
-    }
+void MapView::resized() {
+    look(wanted_);
+    redrawMarks();
 }
 
 void MapView::itemChange(ItemChange change, const ItemChangeData& data) {
@@ -410,15 +407,15 @@ void MapView::release(QPointF at) {
 }
 
 void MapView::mousePressEvent(QMouseEvent* event) {
-    press(event->localPos());
+    press(qt::mousePoint(*event));
 }
 
 void MapView::mouseMoveEvent(QMouseEvent* event) {
-    drag(event->localPos());
+    drag(qt::mousePoint(*event));
 }
 
 void MapView::mouseReleaseEvent(QMouseEvent* event) {
-    release(event->localPos());
+    release(qt::mousePoint(*event));
 }
 
 void MapView::mouseDoubleClickEvent(QMouseEvent*) {
@@ -434,11 +431,11 @@ void MapView::mouseUngrabEvent() {
 }
 
 void MapView::hoverEnterEvent(QHoverEvent* event) {
-    pointTo(event->posF());
+    pointTo(qt::hoverPoint(*event));
 }
 
 void MapView::hoverMoveEvent(QHoverEvent* event) {
-    pointTo(event->posF());
+    pointTo(qt::hoverPoint(*event));
 }
 
 void MapView::hoverLeaveEvent(QHoverEvent*) {
@@ -447,16 +444,16 @@ void MapView::hoverLeaveEvent(QHoverEvent*) {
 
 void MapView::touchEvent(QTouchEvent* event) {
     Fingers fingers;
-    for (const QTouchEvent::TouchPoint& point : event->touchPoints()) {
-        if (point.state() != Qt::TouchPointReleased) {
-            fingers[point.id()] = point.pos();
+    for (const QTouchEvent::TouchPoint& point : qt::touchPoints(*event)) {
+        if (static_cast<Qt::TouchPointState>(point.state()) != Qt::TouchPointReleased) {
+            fingers[point.id()] = qt::placeOf(point);
         }
     }
     event->accept();
     if (event->type() == QEvent::TouchCancel) {
         touchUngrabEvent();
     } else if (fingers.empty()) {
-        release(event->touchPoints().constFirst().pos());
+        release(qt::placeOf(qt::touchPoints(*event).constFirst()));
         pointTo(std::nullopt);
     } else if (event->type() == QEvent::TouchBegin) {
         press(meanOf(fingers));

@@ -7,6 +7,8 @@
 #include <QQuickItem>
 #include <QVariant>
 
+#include <rfUtils/detail/qtVersion.h>
+
 #include <map>
 #include <optional>
 
@@ -37,7 +39,7 @@ using Fingers = std::map<int, QPointF>;
 /// | click                            | `clicked`                                           |
 ///
 /// A click gives the view the keyboard.
-class MapView : public QQuickItem {
+class MapView : public qt::Resized<QQuickItem> {
     Q_OBJECT
     /// The map.
     Q_PROPERTY(rfu::qml::RasterMap* map READ map WRITE setMap NOTIFY mapChanged)
@@ -117,7 +119,7 @@ Q_SIGNALS:
 
 protected:
     /// @cond of the item
-    void geometryChanged(const QRectF& now, const QRectF& before) override;
+    void resized() override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
     void updatePolish() override;
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;

@@ -6,6 +6,7 @@
 #include <tuple>
 #include <utility>
 
+#include "qml/support/files.h"
 #include "qml/support/properties.h"
 
 namespace rfu::qml {
@@ -59,7 +60,7 @@ void RasterMap::componentComplete() {
 }
 
 void RasterMap::setFile(QUrl MapFiles::*which, const QUrl& file, Changed changed) {
-    if (assign(files_.*which, file)) {
+    if (assign(files_.*which, inPage(*this, file))) {
         reload();
         Q_EMIT(this->*changed)();
     }

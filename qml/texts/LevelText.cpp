@@ -52,7 +52,7 @@ LevelText::Shown LevelText::shownNow() const {
     LevelPresenter presenter(*unit, {frequency_, gain_});
     const std::string shown = presenter.text(level_);
     const QString text = QString::fromStdString(shown);
-    const int blank = text.indexOf(QLatin1Char(' '));
+    const auto blank = text.indexOf(QLatin1Char(' '));
     if (blank <= 0) {
         return none;
     }

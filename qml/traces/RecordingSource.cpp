@@ -60,7 +60,7 @@ void RecordingSource::setTrace(TraceModel* trace) {
 }
 
 void RecordingSource::setSource(const QUrl& source) {
-    if (assign(source_, source)) {
+    if (assign(source_, inPage(*this, source))) {
         if (program_.isEmpty()) {
             beginAnew();
         }

@@ -49,9 +49,9 @@ constexpr KeyAction kKeys[] = {
 /// The points of a touch that are still on the screen.
 QVector<QPointF> fingersOf(const QTouchEvent& event) {
     QVector<QPointF> fingers;
-    for (const QTouchEvent::TouchPoint& point : event.touchPoints()) {
-        if (point.state() != Qt::TouchPointReleased) {
-            fingers.append(point.pos());
+    for (const QTouchEvent::TouchPoint& point : qt::touchPoints(event)) {
+        if (static_cast<Qt::TouchPointState>(point.state()) != Qt::TouchPointReleased) {
+            fingers.append(qt::placeOf(point));
         }
     }
     return fingers;
@@ -258,11 +258,8 @@ void SpectrumItem::componentComplete() {
     refresh();
 }
 
-void SpectrumItem::geometryChanged(const QRectF& now, const QRectF& before) {
-    QQuickItem::geometryChanged(now, before);
-    if (now.size() != before.size()) {
-        refresh();
-    }
+void SpectrumItem::resized() {
+    refresh();
 }
 
 void SpectrumItem::itemChange(ItemChange change, const ItemChangeData& data) {
@@ -293,16 +290,16 @@ void SpectrumItem::wheelEvent(QWheelEvent* event) {
 
 void SpectrumItem::mousePressEvent(QMouseEvent* event) {
     forceActiveFocus(Qt::MouseFocusReason);
-    press(event->localPos(), kMouseReach);
+    press(qt::mousePoint(*event), kMouseReach);
 }
 
 void SpectrumItem::mouseMoveEvent(QMouseEvent* event) {
-    setKeepMouseGrab(drag(event->localPos()));
+    setKeepMouseGrab(drag(qt::mousePoint(*event)));
 }
 
 void SpectrumItem::mouseReleaseEvent(QMouseEvent* event) {
     setKeepMouseGrab(false);
-    release(event->localPos());
+    release(qt::mousePoint(*event));
 }
 
 void SpectrumItem::mouseDoubleClickEvent(QMouseEvent*) {
@@ -317,7 +314,7 @@ void SpectrumItem::mouseUngrabEvent() {
 
 void SpectrumItem::touchEvent(QTouchEvent* event) {
     const QVector<QPointF> fingers = fingersOf(*event);
-    const auto& points = event->touchPoints();
+    const auto& points = qt::touchPoints(*event);
     event->accept();
     if (event->type() == QEvent::TouchCancel) {
         touchUngrabEvent();
@@ -335,8 +332,8 @@ void SpectrumItem::touchEvent(QTouchEvent* event) {
         beginDrag();
     } else if (fingers.size() == 1) {
         drag(fingers[0]);
-    } else if (!points.isEmpty() && release(points[0].pos())) {
-        tap(points[0].pos(), event->timestamp());
+    } else if (!points.isEmpty() && release(qt::placeOf(points[0]))) {
+        tap(qt::placeOf(points[0]), event->timestamp());
     }
     setKeepTouchGrab(gesture_.grip != Grip::None && gesture_.grip != Grip::Pressed);
 }
@@ -347,16 +344,16 @@ void SpectrumItem::touchUngrabEvent() {
 }
 
 void SpectrumItem::hoverEnterEvent(QHoverEvent* event) {
-    hovered_ = event->posF();
+    hovered_ = qt::hoverPoint(*event);
     pointAt(hovered_);
 }
 
 void SpectrumItem::hoverMoveEvent(QHoverEvent* event) {
     // Qt also sends such events after frames, for items that have moved under the pointer.
-    if (event->posF() != hovered_) {
-        pointAt(event->posF());
+    if (qt::hoverPoint(*event) != hovered_) {
+        pointAt(qt::hoverPoint(*event));
     }
-    hovered_ = event->posF();
+    hovered_ = qt::hoverPoint(*event);
 }
 
 void SpectrumItem::hoverLeaveEvent(QHoverEvent*) {

@@ -9,6 +9,8 @@
 #include <QRect>
 #include <QRectF>
 
+#include <rfUtils/detail/qtVersion.h>
+
 #include <limits>
 #include <vector>
 
@@ -33,7 +35,7 @@ namespace rfu::qml {
 ///
 /// With Ctrl, wheel and keys act three times as much. Keys need the active focus, which a click gives. Each view has its
 /// own frequencies unless it is given a `zoom` that it shares with others.
-class SpectrumItem : public QQuickItem {
+class SpectrumItem : public qt::Resized<QQuickItem> {
     Q_OBJECT
     /// What is shown. Null at first, and again when that object ends.
     Q_PROPERTY(rfu::qml::TraceModel* trace READ trace WRITE setTrace NOTIFY traceChanged)
@@ -145,7 +147,7 @@ protected:
     virtual double levelAtPoint(const QPointF& point) const = 0;
 
     void componentComplete() override;
-    void geometryChanged(const QRectF& now, const QRectF& before) override;
+    void resized() override;
     void itemChange(ItemChange change, const ItemChangeData& data) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

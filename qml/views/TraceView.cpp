@@ -154,7 +154,7 @@ TraceView::TraceView()
 }
 
 void TraceView::setMask(const QUrl& file) {
-    if (assign(maskFile_, file)) {
+    if (assign(maskFile_, inPage(*this, file))) {
         readMask();
         Q_EMIT maskChanged();
     }
@@ -178,7 +178,7 @@ void TraceView::readMask() {
         const Unit* const unit = findUnit(name);
         if (unit == nullptr || !unit->canBeShown()) {
             throw InputError(QStringLiteral("maskUnit"),
-                             quoted(name.toStdString()) + " is no unit for limits");
+                             rfu::quoted(name.toStdString()) + " is no unit for limits");
         }
         return readLimitMask(fileOf(file), unit->isLinear());
     });

@@ -462,22 +462,22 @@ QSGNode* WaterfallView::updatePaintNode(QSGNode* node, UpdatePaintNodeData*) {
 
 void WaterfallView::mousePressEvent(QMouseEvent* event) {
     SpectrumItem::mousePressEvent(event);
-    moveCursor(event->localPos());
+    moveCursor(qt::mousePoint(*event));
 }
 
 void WaterfallView::mouseMoveEvent(QMouseEvent* event) {
     SpectrumItem::mouseMoveEvent(event);
-    moveCursor(event->localPos());
+    moveCursor(qt::mousePoint(*event));
 }
 
 void WaterfallView::hoverEnterEvent(QHoverEvent* event) {
     SpectrumItem::hoverEnterEvent(event);
-    moveCursor(event->posF());
+    moveCursor(qt::hoverPoint(*event));
 }
 
 void WaterfallView::hoverMoveEvent(QHoverEvent* event) {
     SpectrumItem::hoverMoveEvent(event);
-    moveCursor(event->posF());
+    moveCursor(qt::hoverPoint(*event));
 }
 
 void WaterfallView::hoverLeaveEvent(QHoverEvent* event) {

@@ -130,10 +130,10 @@ void TextAsBytes::decodeUtf8(const char* bytes, const char* end) {
         std::find_if(std::make_reverse_iterator(end), std::make_reverse_iterator(first), isAscii)
             .base();
     decode(bytes, first + 1);
-    const int before = decoded_.size();
-    decoded_.resize(before + static_cast<int>(afterLast - first - 1));
+    const QByteArray::size_type before = decoded_.size();
+    decoded_.resize(before + static_cast<QByteArray::size_type>(afterLast - first - 1));
     const char* const written = utf8AsBytes(first + 1, afterLast, decoded_.data() + before);
-    decoded_.resize(static_cast<int>(written - decoded_.constData()));
+    decoded_.resize(static_cast<QByteArray::size_type>(written - decoded_.constData()));
     decode(afterLast, end);
 }
 

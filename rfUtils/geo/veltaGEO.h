@@ -180,10 +180,10 @@ public:
     /// invalid bytes become '?' (0x3F). Under any codec a file that begins with a byte-order mark
     /// (EF BB BF; FE FF; FF FE; FF FE 00 00; 00 00 FE FF) is decoded as Unicode text.
     ///
-    /// Qt encodes the file names of all loaders by the same codec. A name beyond ASCII finds its
-    /// file if the codec was set before the name was decoded from the system's bytes
-    /// (QCoreApplication::arguments(), a folder's listing), and does not if the name was decoded as
-    /// UTF-8 before.
+    /// Qt 5 encodes the file names of all loaders by the same codec, Qt 6 as UTF-8. On Qt 5 a name
+    /// beyond ASCII finds its file if the codec was set before the name was decoded from the
+    /// system's bytes (QCoreApplication::arguments(), a folder's listing), and does not if the name
+    /// was decoded as UTF-8 before.
     /// @param fileName any name of the raster's family
     /// @return false with "BIL file not found", or with the size messages of loadHDRFile() if nCols
     ///         or nRows is above 2048; isLoaded and the grid are then unchanged

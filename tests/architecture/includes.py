@@ -57,13 +57,16 @@ MAY_USE = {
     "qml/views": EVERY_ROOM | {"analysis/support", "analysis/units", "analysis/recordings",
                                "analysis/statistics", "analysis/plots", "qml/support", "qml/traces"},
     "qml/RfUtils": {"qml/texts", "qml/lists", "qml/maps", "qml/traces", "qml/views"},
-    "tools/rfutils-view": set(),
+    "tools/rfutils-view": {"rfUtils/detail"},
     "examples": LIBRARY,
 }
 # Libraries that a public header must not bring to its users.
 HEAVY = re.compile(r"#include <(Qt(Gui|Widgets)|QFont|QGui|QImage|iostream|regex|filesystem)")
 # Neither the middle floor nor the QML module nor the Python package prints, reads options or ends the process.
 OUTPUT = re.compile(r"#include <(iostream|cstdio|QCommandLine)|\b(std::exit|std::abort|qDebug)\(")
+# The one header that asks for the version of Qt.
+QT_HEADER = "rfUtils/detail/qtVersion.h"
+QT_VERSION = re.compile(r"^\s*#\s*(?:el)?if.*\bQT_VERSION", re.M)
 INCLUDE = re.compile(r'^\s*#\s*include\s+[<"]((?:rfUtils|analysis|qml|python)/[^>"]+|[^>"]*\.\./[^>"]+)', re.M)
 
 
@@ -80,6 +83,8 @@ def complaints(path, text):
     if room not in {*MAY_USE, None}:
         yield "the room is not in the table"
         return
+    if path != QT_HEADER and QT_VERSION.search(text):
+        yield f"asks for the version of Qt, which only {QT_HEADER} does"
     for target in INCLUDE.findall(text):
         other = room_of(target)
         if ".." in target:

@@ -1,12 +1,12 @@
 #include <rfUtils/geo/detail/textAsBytes.h>
 
+#include <support/codecStream.h>
 #include <support/samples.h>
 
 #include <gtest/gtest.h>
 
 #include <QBuffer>
 #include <QTextCodec>
-#include <QTextStream>
 
 #include <algorithm>
 #include <cstddef>
@@ -156,9 +156,8 @@ TEST_P(TextAsBytesOf, AreThoseOfTheTextStream) {
             QBuffer first(&data);
             QBuffer second(&data);
             ASSERT_TRUE(first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly));
-            QTextStream stream(&first);
-            stream.setCodec(codec);
-            stream.setAutoDetectUnicode(false);
+            TextStream stream(&first);
+            decodeBy(stream, codec);
             TextAsBytes text(second, *codec);
             const std::size_t most = samples.coin() ? 50 : 40000;
             for (bool ended = false; !ended;) {

@@ -1,10 +1,14 @@
 #!/usr/bin/env bash
-# install.sh TEST: one test of the installation. CMakeLists.txt gives BUILD, SOURCE, WORK, CXX, LIBDIR and VERSION.
+# install.sh TEST: one test of the installation. CMakeLists.txt gives BUILD, SOURCE, WORK, CXX,
+# LIBDIR and VERSION, and what goes with the major version QT: the library's NAME, the folder INCLUDE of its headers and the
+# SUFFIX of programs.
 set -euo pipefail
 
 prefix=$WORK/prefix
 work=$WORK/$1
-example=$SOURCE/examples/minimal
+example=$work/minimal
+viewer=rfutils-view$SUFFIX
+command=rfutils$SUFFIX
 
 fail() {
     echo "install.$1" >&2
@@ -15,38 +19,45 @@ expect_output() { # program
     diff "$example/expected.txt" <("$1")
 }
 
+# The example with the package and the target of this version.
+copy_example() {
+    cp -r "$SOURCE/examples/minimal" "$example"
+    sed -i "s/find_package(rfUtils/find_package($NAME/; s/rfUtils::rfUtils/rfUtils::$NAME/" "$example/CMakeLists.txt"
+}
+
 # Installs into another folder and moves it, so that the other tests show that no file holds its path.
 tree() {
     rm -rf "$prefix"
-    cmake --install "$BUILD" --prefix "$work" >/dev/null
-    mv "$work" "$prefix"
-    local library=$prefix/$LIBDIR/librfUtils.so
-    test "$(readlink "$library")" = "librfUtils.so.${VERSION%%.*}"
-    test "$(readlink "$library.${VERSION%%.*}")" = "librfUtils.so.$VERSION"
-    readelf -d "$library" | grep -q "SONAME.*\[librfUtils.so.${VERSION%%.*}\]"
-    test ! -e "$prefix/include/rfUtils/detail"
+    cmake --install "$BUILD" --prefix "$work/prefix" >/dev/null
+    mv "$work/prefix" "$prefix"
+    local library=$prefix/$LIBDIR/lib$NAME.so
+    test "$(readlink "$library")" = "lib$NAME.so.${VERSION%%.*}"
+    test "$(readlink "$library.${VERSION%%.*}")" = "lib$NAME.so.$VERSION"
+    readelf -d "$library" | grep -q "SONAME.*\[lib$NAME.so.${VERSION%%.*}\]"
+    test -d "$prefix/$INCLUDE/rfUtils/units"
+    test ! -e "$prefix/$INCLUDE/rfUtils/detail"
     if grep -rIl "$work" "$prefix"; then
         fail "tree: a file holds the path of its installation"
     fi
-    if [ -x "$prefix/bin/rfutils-view" ]; then
-        test "$(env -u LD_LIBRARY_PATH "$prefix/bin/rfutils-view" --version)" = "rfutils-view $VERSION"
-        test -f "$prefix/share/applications/rfutils-view.desktop"
-        test -f "$prefix/share/icons/hicolor/scalable/apps/rfutils-view.svg"
+    if [ -x "$prefix/bin/$viewer" ]; then
+        test "$(env -u LD_LIBRARY_PATH "$prefix/bin/$viewer" --version)" = "rfutils-view $VERSION"
+        test -f "$prefix/share/applications/$viewer.desktop"
+        test -f "$prefix/share/icons/hicolor/scalable/apps/$viewer.svg"
     fi
-    if [ -x "$prefix/bin/rfutils" ]; then
-        test "$(env -u LD_LIBRARY_PATH "$prefix/bin/rfutils" --version)" = "rfutils $VERSION"
+    if [ -x "$prefix/bin/$command" ]; then
+        test "$(env -u LD_LIBRARY_PATH "$prefix/bin/$command" --version)" = "rfutils $VERSION"
     fi
 }
 
 # What each component holds of a whole installation.
 expected_component() { # path
     case $1 in
-        ./$LIBDIR/librfUtils.so.*) echo runtime ;;
-        ./include/* | ./$LIBDIR/cmake/* | ./$LIBDIR/pkgconfig/* | ./$LIBDIR/librfUtils.so) echo dev ;;
+        ./$LIBDIR/lib$NAME.so.*) echo runtime ;;
+        ./include/* | ./$LIBDIR/cmake/* | ./$LIBDIR/pkgconfig/* | ./$LIBDIR/lib$NAME.so) echo dev ;;
         ./share/man/man3/*) echo dev ;;
-        ./bin/rfutils-view | ./share/applications/* | ./share/icons/* | ./share/metainfo/* | ./share/*/*rfutils-view*) echo viewer ;;
-        ./bin/rfutils | ./share/man/* | ./share/bash-completion/* | ./share/zsh/* | ./share/fish/* | ./share/rfutils/*) echo tools ;;
-        ./$LIBDIR/qt5/qml/RfUtils/*) echo qml ;;
+        ./bin/$viewer | ./share/applications/* | ./share/icons/* | ./share/metainfo/* | ./share/*/*rfutils-view*) echo viewer ;;
+        ./bin/$command | ./share/man/* | ./share/bash-completion/* | ./share/zsh/* | ./share/fish/* | ./share/$command/*) echo tools ;;
+        ./$LIBDIR/qt$QT/qml/RfUtils/*) echo qml ;;
         ./$LIBDIR/python*/rfutils/*) echo python ;;
         ./share/doc/*) echo doc ;;
         *) echo none ;;
@@ -81,24 +92,26 @@ components() {
     cmake --build build >/dev/null
     expect_output build/levels
     mkdir page
-    printf 'cmake_minimum_required(VERSION 3.16)\nproject(page)\nfind_package(rfUtils REQUIRED COMPONENTS Qml)\n' \
-        >page/CMakeLists.txt
+    printf 'cmake_minimum_required(VERSION 3.16)\nproject(page)\nfind_package(%s REQUIRED COMPONENTS Qml)\n' \
+        "$NAME" >page/CMakeLists.txt
     if cmake -S page -B page/build -DCMAKE_PREFIX_PATH="$PWD/library" >/dev/null 2>refusal.txt; then
         fail "components: the package found a module that is not installed"
     fi
 
     if [ -d tools ]; then
-        test -f tools/share/man/man1/rfutils-convert.1
-        test -f tools/share/man/man5/rfutils-formats.5
-        test -f tools/share/bash-completion/completions/rfutils
-        test -f tools/share/zsh/site-functions/_rfutils
-        test -f tools/share/fish/vendor_completions.d/rfutils.fish
+        if [ "$QT" -eq 5 ]; then  # the pages of the programs on Qt 5 are those of both
+            test -f tools/share/man/man1/rfutils-convert.1
+            test -f tools/share/man/man5/rfutils-formats.5
+            test -f tools/share/bash-completion/completions/rfutils
+            test -f tools/share/zsh/site-functions/_rfutils
+            test -f tools/share/fish/vendor_completions.d/rfutils.fish
+        fi
         install_components command runtime tools
-        test "$(command/bin/rfutils --version)" = "rfutils $VERSION"
+        test "$("command/bin/$command" --version)" = "rfutils $VERSION"
     fi
     if [ -d viewer ]; then
         install_components window runtime qml viewer
-        QT_QPA_PLATFORM=minimal:enable_fonts QT_QUICK_BACKEND=software window/bin/rfutils-view "$SOURCE/examples/data/fm_band.csv" \
+        QT_QPA_PLATFORM=minimal:enable_fonts QT_QUICK_BACKEND=software "window/bin/$viewer" "$SOURCE/examples/data/fm_band.csv" \
             --screenshot viewer.png
         test -s viewer.png
     fi
@@ -111,7 +124,7 @@ components() {
     fi
 
     # Examples and documents need no source tree.
-    local documents=doc/share/doc/rfUtils
+    local documents=doc/share/doc/$NAME
     cmake -S "$documents/examples/parameters" -B parameters -DCMAKE_PREFIX_PATH="$PWD/library" \
         -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
     cmake --build parameters >/dev/null
@@ -124,24 +137,24 @@ components() {
 # Removes what it installed and no other file, from a build of its own: the manifests of BUILD may be of an installation
 # that is in use.
 uninstall() {
-    cmake -S "$SOURCE" -B build -G Ninja -DRFUTILS_BUILD_TESTS=OFF -DRFUTILS_BUILD_TOOLS=OFF -DRFUTILS_BUILD_QML=OFF \
+    cmake -S "$SOURCE" -B build -G Ninja -DRFUTILS_QT="$QT" -DRFUTILS_BUILD_TESTS=OFF -DRFUTILS_BUILD_TOOLS=OFF -DRFUTILS_BUILD_QML=OFF \
         -DRFUTILS_BUILD_PYTHON=OFF -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
     cmake --build build >/dev/null
 
-    mkdir -p prefix/include/rfUtils/units
-    touch prefix/include/rfUtils/units/own.h
+    mkdir -p "prefix/$INCLUDE/rfUtils/units"
+    touch "prefix/$INCLUDE/rfUtils/units/own.h"
     cmake --install build --prefix "$PWD/prefix" >/dev/null
-    test -L "prefix/$LIBDIR/librfUtils.so"
+    test -L "prefix/$LIBDIR/lib$NAME.so"
     cmake --build build --target uninstall >/dev/null
-    test "$(find prefix ! -type d)" = prefix/include/rfUtils/units/own.h
-    test ! -e prefix/share/doc/rfUtils
-    test ! -e "prefix/$LIBDIR/cmake/rfUtils"
+    test "$(find prefix ! -type d)" = "prefix/$INCLUDE/rfUtils/units/own.h"
+    test ! -e "prefix/share/doc/$NAME"
+    test ! -e "prefix/$LIBDIR/cmake/$NAME"
 
     # Two components, below DESTDIR.
     for component in runtime doc; do
         DESTDIR=$PWD/stage cmake --install build --component $component --prefix /usr >/dev/null
     done
-    test -f stage/usr/share/doc/rfUtils/README.md
+    test -f "stage/usr/share/doc/$NAME/README.md"
     DESTDIR=$PWD/stage cmake --build build --target uninstall >/dev/null
     test -z "$(find stage ! -type d)"
 
@@ -154,13 +167,13 @@ uninstall() {
 # All installed headers together; that each compiles alone is a part of the build.
 headers() {
     local flags
-    flags="-std=c++17 -fPIC -fsyntax-only $(pkg-config --cflags Qt5Core)"
-    (cd "$prefix/include" && find rfUtils -name '*.h' -printf '#include <%p>\n') >all.cpp
+    flags="-std=c++17 -fPIC -fsyntax-only $(pkg-config --cflags "Qt${QT}Core")"
+    (cd "$prefix/$INCLUDE" && find rfUtils -name '*.h' -printf '#include <%p>\n') >all.cpp
     # shellcheck disable=SC2086  # the flags are words
-    "$CXX" $flags -I "$prefix/include" all.cpp
+    "$CXX" $flags -I "$prefix/$INCLUDE" all.cpp
     # A macro that changes the layout of a class is refused.
     # shellcheck disable=SC2086
-    if "$CXX" $flags -DBOOST_CB_ENABLE_DEBUG=1 -I "$prefix/include" all.cpp 2>refusal.txt; then
+    if "$CXX" $flags -DBOOST_CB_ENABLE_DEBUG=1 -I "$prefix/$INCLUDE" all.cpp 2>refusal.txt; then
         fail "headers: BOOST_CB_ENABLE_DEBUG was accepted"
     fi
     grep -q '#error.*BOOST_CB_ENABLE_DEBUG' refusal.txt
@@ -181,7 +194,7 @@ find_package() {
     # Nor does a program for the next major version.
     local next=$((${VERSION%%.*} + 1)).0
     mkdir next
-    sed "s/find_package(rfUtils/& $next/" "$example/CMakeLists.txt" >next/CMakeLists.txt
+    sed "s/find_package($NAME/& $next/" "$example/CMakeLists.txt" >next/CMakeLists.txt
     cp "$example/main.cpp" next
     if cmake -S next -B next/build -DCMAKE_PREFIX_PATH="$prefix" >/dev/null 2>refusal.txt; then
         fail "find_package: version $next was found"
@@ -196,10 +209,10 @@ tutorial() {
 
 # A target of a project checks its files, and its build fails on an error.
 check_files() {
-    cat >CMakeLists.txt <<'END'
+    cat >CMakeLists.txt <<END
 cmake_minimum_required(VERSION 3.16)
 project(files LANGUAGES CXX)
-find_package(rfUtils REQUIRED)
+find_package($NAME REQUIRED)
 rfutils_check_files(instrument_files catalogue.json OPTIONS --as catalogue)
 END
     cp "$SOURCE/examples/data/catalogue.json" .
@@ -215,15 +228,15 @@ END
         fail "check_files: a target without files was accepted"
     fi
     grep -q 'no_files has no files' refusal.txt
-    cmp "$SOURCE/tools/schemas/catalogue.schema.json" "$prefix/share/rfutils/schemas/catalogue.schema.json"
-    "$prefix/bin/rfutils" check --schema setups | cmp - "$prefix/share/rfutils/schemas/setups.schema.json"
+    cmp "$SOURCE/tools/schemas/catalogue.schema.json" "$prefix/share/$command/schemas/catalogue.schema.json"
+    "$prefix/bin/$command" check --schema setups | cmp - "$prefix/share/$command/schemas/setups.schema.json"
 }
 
 pkg_config() {
     export PKG_CONFIG_PATH=$prefix/$LIBDIR/pkgconfig
-    test "$(pkg-config --modversion rfUtils)" = "$VERSION"
+    test "$(pkg-config --modversion "$NAME")" = "$VERSION"
     # pkg-config escapes blanks in a folder's name for the shell.
-    eval '"$CXX" -std=c++17 "$example/main.cpp"' "$(pkg-config --cflags --libs rfUtils)" -o levels
+    eval '"$CXX" -std=c++17 "$example/main.cpp"' "$(pkg-config --cflags --libs "$NAME")" -o levels
     LD_LIBRARY_PATH=$prefix/$LIBDIR expect_output ./levels
 }
 
@@ -231,11 +244,11 @@ pkg_config() {
 qml() {
     local project='cmake_minimum_required(VERSION 3.16)
 project(page LANGUAGES CXX)
-find_package(rfUtils REQUIRED COMPONENTS Qml)
-message("imports from ${rfUtils_QML_IMPORT_PATH}")
-get_target_property(plugin rfUtils::rfUtilsQml LOCATION)
+find_package('$NAME' REQUIRED COMPONENTS Qml)
+message("imports from ${'$NAME'_QML_IMPORT_PATH}")
+get_target_property(plugin rfUtils::'$NAME'Qml LOCATION)
 message("plugin ${plugin}")'
-    local modules=$prefix/$LIBDIR/qt5/qml
+    local modules=$prefix/$LIBDIR/qt$QT/qml
     echo "$project" >CMakeLists.txt
     cmake -S . -B build -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$CXX" >/dev/null 2>output.txt
     grep -qxF "imports from $modules" output.txt
@@ -247,10 +260,10 @@ message("plugin ${plugin}")'
 
     unset LD_LIBRARY_PATH
     ldd "$modules/RfUtils/librfUtilsQml.so" >libraries.txt
-    grep -qF "$modules/RfUtils/../../../librfUtils.so." libraries.txt
-    if [ -x "$prefix/bin/rfutils-view" ]; then
+    grep -qF "$modules/RfUtils/../../../lib$NAME.so." libraries.txt
+    if [ -x "$prefix/bin/$viewer" ]; then
         # The viewer finds the module beside it.
-        QT_QPA_PLATFORM=minimal:enable_fonts "$prefix/bin/rfutils-view" "$SOURCE/examples/data/fm_band.csv" --screenshot viewer.png
+        QT_QPA_PLATFORM=minimal:enable_fonts "$prefix/bin/$viewer" "$SOURCE/examples/data/fm_band.csv" --screenshot viewer.png
         test -s viewer.png
     fi
     "$BUILD/tests/qml/qml_runner" -import "$modules" -input "$SOURCE/tests/qml/tst_units.qml"
@@ -260,8 +273,8 @@ message("plugin ${plugin}")'
 # same folder.
 subproject() {
     local project=$SOURCE/tests/install/subproject
-    cmake -S "$project" -B fetched -G Ninja -DRFUTILS_SOURCE="$SOURCE" -DRFUTILS_FETCH=ON -DCMAKE_CXX_COMPILER="$CXX"
-    cmake -S "$project" -B build -G Ninja -DRFUTILS_SOURCE="$SOURCE" -DCMAKE_CXX_COMPILER="$CXX" \
+    cmake -S "$project" -B fetched -G Ninja -DRFUTILS_QT="$QT" -DRFUTILS_NAME="$NAME" -DRFUTILS_SOURCE="$SOURCE" -DRFUTILS_FETCH=ON -DCMAKE_CXX_COMPILER="$CXX"
+    cmake -S "$project" -B build -G Ninja -DRFUTILS_QT="$QT" -DRFUTILS_NAME="$NAME" -DRFUTILS_SOURCE="$SOURCE" -DCMAKE_CXX_COMPILER="$CXX" \
         -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0
     cmake --build build
     expect_output build/levels
@@ -269,10 +282,48 @@ subproject() {
     # The project's installation holds the shared library that its program runs with, nothing else of ours.
     cmake --install build --prefix prefix >/dev/null
     expect_output prefix/bin/levels
-    test "$(find prefix ! -type d ! -name 'librfUtils.so.*' ! -name levels | wc -l)" -eq 0
+    test "$(find prefix ! -type d ! -name "lib$NAME.so.*" ! -name levels | wc -l)" -eq 0
+}
+
+# One prefix holds both versions, and no program gets a mix of them.
+side_by_side() {
+    cmake -S "$SOURCE" -B other -G Ninja -DRFUTILS_QT=5 -DRFUTILS_BUILD_TESTS=OFF -DRFUTILS_BUILD_TOOLS=OFF \
+        -DRFUTILS_BUILD_QML=OFF -DRFUTILS_BUILD_PYTHON=OFF \
+        -DCMAKE_UNITY_BUILD=ON -DCMAKE_UNITY_BUILD_BATCH_SIZE=0 -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
+    cmake --build other >/dev/null
+    cmake --install other --prefix "$PWD/both" >/dev/null
+    (cd both && find . ! -type d | LC_ALL=C sort) >other.txt
+    (cd "$prefix" && find . ! -type d | LC_ALL=C sort) >own.txt
+    test -z "$(LC_ALL=C comm -12 own.txt other.txt)"
+    # Nor are the programs and the module those of the other version.
+    test -z "$(grep -E '/(rfutils|rfutils-view)(\.desktop|\.svg)?$|/qt5/' own.txt)"
+    diff -r both/include/rfUtils "$prefix/$INCLUDE/rfUtils"
+    cp -a "$prefix/." both
+
+    cmake -S "$example" -B build -DCMAKE_PREFIX_PATH="$PWD/both" -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
+    cmake --build build >/dev/null
+    expect_output build/levels
+    cmake -S "$SOURCE/examples/minimal" -B build5 -DCMAKE_PREFIX_PATH="$PWD/both" -DCMAKE_CXX_COMPILER="$CXX" >/dev/null
+    cmake --build build5 >/dev/null
+    expect_output build5/levels
+
+    local mix
+    for mix in "rfUtils::rfUtils rfUtils::rfUtilsQt6" "rfUtils::rfUtils Qt6::Core" "rfUtils::rfUtilsQt6 Qt5::Core"; do
+        rm -rf mixed
+        mkdir mixed
+        cp "$example/main.cpp" mixed
+        printf '%s\n' 'cmake_minimum_required(VERSION 3.16)' 'project(mixed LANGUAGES CXX)' \
+            'set(QT_NO_CREATE_VERSIONLESS_TARGETS ON)' 'find_package(rfUtils REQUIRED)' 'find_package(rfUtilsQt6 REQUIRED)' \
+            'add_executable(mixed main.cpp)' "target_link_libraries(mixed PRIVATE $mix)" >mixed/CMakeLists.txt
+        if cmake -S mixed -B mixed/build -DCMAKE_PREFIX_PATH="$PWD/both" >/dev/null 2>refusal.txt; then
+            fail "side_by_side: $mix were accepted in one program"
+        fi
+        grep -q QT_MAJOR_VERSION refusal.txt
+    done
 }
 
 rm -rf "$work"
 mkdir -p "$work"
 cd "$work"
+copy_example
 "$1"

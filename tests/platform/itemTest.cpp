@@ -30,7 +30,7 @@ TEST(ServerItem, KeepsTheLastValueOfEachProperty) {
     item.setProperty(text("precision"), QVariant(-3));
     item.setProperty(text("inputType"), QVariant(9));
     EXPECT_EQ(item.property(text("inputType")), QVariant(9));
-    EXPECT_EQ(item.property(text("inputType")).type(), QVariant::Int);
+    EXPECT_EQ(item.property(text("inputType")).userType(), QMetaType::Int);
     EXPECT_EQ(item.property(text("precision")), QVariant(-3));
     EXPECT_TRUE(item.formatter().isNull());
 }

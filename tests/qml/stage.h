@@ -8,6 +8,8 @@
 #include <QQuickWindow>
 #include <QString>
 
+#include <rfUtils/detail/qtVersion.h>
+
 #include <memory>
 
 /// A window without a display in which the processor draws an item frame by frame. Pictures of single items are
@@ -25,13 +27,13 @@ public:
         window_->setGeometry(0, 0, static_cast<int>(item->width()),
                              static_cast<int>(item->height()));
         item->setParentItem(window_->contentItem());
-        control_.initialize(nullptr);
+        initialize(control_);
     }
     /// Draws the next frame.
     Q_INVOKABLE void draw() {
         control_.polishItems();
         control_.sync();
-        picture_ = control_.grab();
+        picture_ = grab(control_, *window_);
     }
     /// The colour of a pixel, as "#rrggbb"; empty outside the picture.
     Q_INVOKABLE QString at(int x, int y) const {
@@ -39,6 +41,24 @@ public:
     }
 
 private:
+    // Templates, because the statements of the other version do not compile.
+    template <typename Control>
+    static void initialize(Control& control) {
+        if constexpr (rfu::qt::kIsQt6) {
+            control.initialize();
+        } else {
+            control.initialize(nullptr);
+        }
+    }
+    template <typename Control, typename Window>
+    static QImage grab(Control& control, Window& window) {
+        if constexpr (rfu::qt::kIsQt6) {
+            return window.grabWindow();
+        } else {
+            return control.grab();
+        }
+    }
+
     QQuickRenderControl control_;
     std::unique_ptr<QQuickWindow> window_;
     QImage picture_;

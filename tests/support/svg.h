@@ -23,7 +23,7 @@ struct Svg {
             if (reader.readNext() != QXmlStreamReader::StartElement) {
                 continue;
             }
-            const QStringRef name = reader.name();
+            const auto name = reader.name();
             const QXmlStreamAttributes attributes = reader.attributes();
             if (attributes.hasAttribute(QLatin1String("font-family"))) {
                 fonts.insert(attributes.value(QLatin1String("font-family")).toUtf8().toStdString());

@@ -3,12 +3,13 @@
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QIcon>
-#include <QLibraryInfo>
 #include <QLocale>
 #include <QQmlApplicationEngine>
 #include <QTranslator>
 #include <QUrl>
 #include <QVariant>
+
+#include <rfUtils/detail/qtVersion.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -140,12 +141,10 @@ std::unique_ptr<QCoreApplication> application(int& argc, char** argv) {
     if (onlyTells(argc, argv)) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-#endif
+    rfu::qt::scaleToScreen();
     // With widgets: the dialogs for files are theirs where the desktop has none of its own.
     auto graphical = std::make_unique<QApplication>(argc, argv);
-    QGuiApplication::setDesktopFileName(QStringLiteral("rfutils-view"));
+    QGuiApplication::setDesktopFileName(QStringLiteral(RFUTILS_PROGRAM));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/rfutils-view.svg")));
     return graphical;
 }
@@ -170,7 +169,7 @@ int main(int argc, char* argv[]) {
 
     QTranslator ofQt;
     if (ofQt.load(QLocale(), QStringLiteral("qt"), QStringLiteral("_"),
-                  QLibraryInfo::location(QLibraryInfo::TranslationsPath))) {
+                  rfu::qt::translationsFolder())) {
         QCoreApplication::installTranslator(&ofQt);
     }
     QTranslator ofViewer;

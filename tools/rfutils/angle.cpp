@@ -49,10 +49,10 @@ double part(const CommandLine& line, const char* name) {
     const std::string text = line.text(name).toStdString();
     const double number = text.empty() ? 0.0 : readNumber(text);
     if (std::signbit(number)) {
-        throw BadValue(quoted(text) + ": only the degrees take a sign");
+        throw BadValue(rfu::quoted(text) + ": only the degrees take a sign");
     }
     if (number >= kParts) {
-        throw BadValue(quoted(text) + ": minutes and seconds are below 60");
+        throw BadValue(rfu::quoted(text) + ": minutes and seconds are below 60");
     }
     return number;
 }

@@ -65,8 +65,8 @@ struct Query {
     }
 
     std::string description() const {
-        return id      ? "id " + quoted(*id)
-               : label ? "label " + quoted(*label)
+        return id      ? "id " + rfu::quoted(*id)
+               : label ? "label " + rfu::quoted(*label)
                        : "code " + std::to_string(code.value_or(0));
     }
 
@@ -85,11 +85,11 @@ void runCatalogue(const CommandLine& line) {
     std::vector<subItem> choices =
         sortedChoices(catalogue.choices, line.isSet("item") ? QStringList(item) : catalogue.items);
     if (line.isSet("item") && choices.empty()) {
-        throw InputError(file, "there is no item " + quoted(item.toStdString()));
+        throw InputError(file, "there is no item " + rfu::quoted(item.toStdString()));
     }
     keepOnly(choices, [&](const subItem& choice) { return query.matches(choice); });
     if (line.isSet("item") && choices.empty()) {
-        throw InputError(file, "item " + quoted(item.toStdString()) + " has no choice with " +
+        throw InputError(file, "item " + rfu::quoted(item.toStdString()) + " has no choice with " +
                                    query.description());
     }
     print(choices, line.format());

@@ -39,8 +39,8 @@ const Subcommand& subcommandNamed(const QString& name) {
             return *subcommand;
         }
     }
-    throw UsageError("there is no command " + quoted(name.toStdString()) + didYouMean(name, known) +
-                     " (rfutils --help lists them)");
+    throw UsageError("there is no command " + rfu::quoted(name.toStdString()) +
+                     didYouMean(name, known) + " (rfutils --help lists them)");
 }
 
 bool takesFile(const Subcommand& subcommand) {

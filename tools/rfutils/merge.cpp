@@ -32,7 +32,7 @@ const Merger& mergerOf(const StateSet& states) {
         [&states](const Merger* merger) { return states.head().command == merger->command.name; });
     if (found == std::end(kMergers)) {
         throw InputError(states.files().first(),
-                         "is a state of " + quoted(states.head().command) +
+                         "is a state of " + rfu::quoted(states.head().command) +
                              ", which is not among those that rfutils merges");
     }
     return **found;

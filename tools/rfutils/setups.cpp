@@ -18,7 +18,7 @@ namespace {
 
 void reportSkipped(const QString& file, const char* missing, const QString& after) {
     printError(InputError(file, std::string("skipped an entry without \"") + missing + "\" after " +
-                                    quoted(after.toStdString()))
+                                    rfu::quoted(after.toStdString()))
                    .message());
 }
 

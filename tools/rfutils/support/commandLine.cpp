@@ -39,7 +39,7 @@ const Option& optionOf(const Subcommand& subcommand, const QString& name) {
             return *option;
         }
     }
-    throw UsageError("there is no option " + quoted(asked) + didYouMean(name, known));
+    throw UsageError("there is no option " + rfu::quoted(asked) + didYouMean(name, known));
 }
 
 /// A value in its place on the command line.
@@ -90,7 +90,7 @@ QStringList CommandLine::takeOptions(const Subcommand& subcommand, const QString
             others += argument;
             continue;
         }
-        const int equals = argument.indexOf(QLatin1Char('='));
+        const auto equals = argument.indexOf(QLatin1Char('='));
         const Option& option = optionOf(subcommand, argument.left(equals));
         if (option.kind == Kind::Flag && equals >= 0) {
             throw UsageError(dashed(option) + " takes no value");
@@ -121,7 +121,7 @@ void CommandLine::takeArguments(const Subcommand& subcommand, const QStringList&
         }
     }
     if (next < arguments.size()) {
-        throw UsageError("unexpected argument " + quoted(arguments[next].toStdString()));
+        throw UsageError("unexpected argument " + rfu::quoted(arguments[next].toStdString()));
     }
 }
 

@@ -148,16 +148,16 @@ std::string readWord(const Option& option, std::string_view text) {
     constexpr std::size_t kMaxListed = 12;
     if (words.size() > kMaxListed) {
         const QString wrong = QString::fromUtf8(text.data(), static_cast<int>(text.size()));
-        throw BadValue("there is no " + quoted(text) + didYouMean(wrong, words));
+        throw BadValue("there is no " + rfu::quoted(text) + didYouMean(wrong, words));
     }
-    throw BadValue(quoted(text) + " is not " + list);
+    throw BadValue(rfu::quoted(text) + " is not " + list);
 }
 
 Value readValue(Kind kind, std::string_view text) {
     const Reader& reader = *readerOf(kind);
     const auto value = reader.read(text);
     if (!value) {
-        throw BadValue(quoted(text) + " is not " + reader.expected);
+        throw BadValue(rfu::quoted(text) + " is not " + reader.expected);
     }
     return *value;
 }

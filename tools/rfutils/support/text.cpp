@@ -55,7 +55,8 @@ std::string withEscapes(std::string_view text, const char* lead, int digits) {
         } else if (isLayoutControl(code)) {
             result += escapedCharacter(code, "\\u", 4);
         } else {
-            result += QString::fromUcs4(&code, 1).toStdString();
+            const auto character = static_cast<char32_t>(code);
+            result += QString::fromUcs4(&character, 1).toStdString();
         }
     }
     return result;
