@@ -22,7 +22,7 @@ constexpr char kSchema[] = "$schema";
 
 std::vector<std::int64_t> lineBeginnings(const QByteArray& bytes) {
     std::vector<std::int64_t> beginnings = {0};
-    for (int at = bytes.indexOf('\n'); at >= 0; at = bytes.indexOf('\n', at + 1)) {
+    for (auto at = bytes.indexOf('\n'); at >= 0; at = bytes.indexOf('\n', at + 1)) {
         beginnings.push_back(at + 1);
     }
     return beginnings;
