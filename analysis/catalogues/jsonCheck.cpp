@@ -10,13 +10,13 @@
 #include "analysis/catalogues/jsonRules.h"
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
+#include "analysis/support/plainText.h"
 #include "analysis/support/words.h"
 
 namespace rfu {
 
 namespace {
 
-constexpr char kMark[] = "\xEF\xBB\xBF";
 constexpr char kRefused[] = "refused, nothing is loaded: ";
 constexpr char kSchema[] = "$schema";
 
@@ -133,7 +133,7 @@ QString JsonCheck::keyAt(const JsonPlace& place) const {
 
 bool JsonCheck::losesMark(const JsonPlace& text) const {
     const std::string_view bytes = bytesAt(text);
-    return bytes.substr(1, kMarkLength) == kMark && bytes.find('\\') == std::string_view::npos;
+    return bytes.substr(1, kMarkLength) == kUtf8Mark && bytes.find('\\') == std::string_view::npos;
 }
 
 void JsonCheck::reportRefusal() {
@@ -209,7 +209,7 @@ void JsonCheck::reportOddities() {
                "read, though other programs refuse it: " + oddity.text,
                {{oddity.place.begin, oddity.place.end - oddity.place.begin, oddity.standard}});
     }
-    if (bytes_.startsWith(kMark)) {
+    if (viewOf(bytes_).substr(0, kUtf8Mark.size()) == kUtf8Mark) {
         report(kJsonByteOrderMark, 0,
                "a byte-order mark: the library skips it, other programs refuse the file",
                {{0, kMarkLength, ""}});

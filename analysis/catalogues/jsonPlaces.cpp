@@ -18,17 +18,14 @@
 #include <string_view>
 #include <utility>
 
+#include "analysis/support/files.h"
+#include "analysis/support/plainText.h"
+
 namespace rfu {
 
 namespace {
 
 using namespace std::string_view_literals;
-
-constexpr std::string_view kMark = "\xEF\xBB\xBF"sv;
-
-std::string_view viewOf(const QByteArray& bytes) {
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
 
 bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
@@ -377,7 +374,7 @@ private:
 JsonPlaces::JsonPlaces(const QByteArray& bytes) : standard_(bytes) {
     Standardiser(standard_, oddities_).run();
     const std::string_view text = viewOf(standard_);
-    std::size_t begin = startsWith(text, kMark) ? kMark.size() : 0;
+    std::size_t begin = startsWith(text, kUtf8Mark) ? kUtf8Mark.size() : 0;
     while (begin < text.size() && isBlank(text[begin])) {
         ++begin;
     }

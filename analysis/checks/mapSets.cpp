@@ -151,10 +151,8 @@ std::string baseName(const QString& file) {
 
 /// Reports the mark of UTF-8, which to leave out is its mend.
 void checkMark(Findings& findings) {
-    constexpr auto kMark = static_cast<qint64>(kUtf8Mark.size());
-    QFile text;
-    openRegular(text, findings.file());
-    if (text.peek(kMark) == QByteArray(kUtf8Mark.data(), static_cast<int>(kMark))) {
+    constexpr auto kMark = static_cast<std::int64_t>(kUtf8Mark.size());
+    if (beginsWithUtf8Mark(findings.file())) {
         findings.add(kByteOrderMark.name, 1, 1, "passed over: a byte-order mark", {{0, kMark, ""}});
     }
 }

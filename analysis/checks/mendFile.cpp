@@ -12,14 +12,6 @@
 
 namespace rfu {
 
-namespace {
-
-std::string_view viewOf(const QByteArray& bytes) {
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
-
-}  // namespace
-
 std::string FileMend::mended() const {
     return withEdits(viewOf(bytes), mend.edits);
 }

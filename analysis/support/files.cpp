@@ -3,9 +3,11 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
+#include <cstddef>
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
+#include "analysis/support/plainText.h"
 
 #include <fcntl.h>
 #include <linux/magic.h>
@@ -96,6 +98,16 @@ QByteArray readWhole(const QString& name) {
         throw InputError(name, file.errorString().toStdString());
     }
     return bytes;
+}
+
+bool beginsWithUtf8Mark(const QString& name) {
+    QFile file;
+    openRegular(file, name);
+    return viewOf(file.peek(static_cast<qint64>(kUtf8Mark.size()))) == kUtf8Mark;
+}
+
+std::string_view viewOf(const QByteArray& bytes) {
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
 }  // namespace rfu

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace rfu {
 
@@ -30,5 +31,12 @@ void requireReadable(const QString& name);
 /// All bytes of a regular file.
 /// @throw InputError as openRegular() does, and where reading fails
 QByteArray readWhole(const QString& name);
+
+/// Whether a regular file begins with the byte-order mark of UTF-8.
+/// @throw InputError as openRegular() does
+bool beginsWithUtf8Mark(const QString& name);
+
+/// The same bytes, as long as the array stays.
+std::string_view viewOf(const QByteArray& bytes);
 
 }  // namespace rfu

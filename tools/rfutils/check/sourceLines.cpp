@@ -1,27 +1,14 @@
 #include "check/sourceLines.h"
 
-#include <QFile>
-
 #include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
+#include "analysis/support/plainText.h"
 
 namespace rfu::command {
 
-namespace {
-
-constexpr char kMark[] = "\xEF\xBB\xBF";
-
-bool beginsWithMark(const QString& name) {
-    QFile file;
-    openRegular(file, name);
-    return file.peek(3) == kMark;
-}
-
-}  // namespace
-
 SourceLines::SourceLines(const QString& file) {
     try {
-        hasMark_ = beginsWithMark(file);
+        hasMark_ = beginsWithUtf8Mark(file);
         lines_ = std::make_unique<LineReader>(file);
     } catch (const InputError&) {
         lines_.reset();
@@ -42,7 +29,7 @@ std::optional<std::string> SourceLines::line(long long number) {
         return std::nullopt;
     }
     // LineReader leaves the mark out, which columns count.
-    return (number == 1 && hasMark_ ? kMark : "") + std::string(line_);
+    return (number == 1 && hasMark_ ? std::string(kUtf8Mark) : "") + std::string(line_);
 }
 
 }  // namespace rfu::command
