@@ -3,6 +3,7 @@
 #include <pybind11/stl.h>
 #include <rfUtils/trace/traceRssiBuffer.h>
 
+#include <algorithm>
 #include <chrono>
 #include <limits>
 #include <memory>
@@ -87,16 +88,17 @@ public:
     template <typename Level>
     py::object read(std::size_t most) {
         std::vector<std::int64_t> times;
-        std::vector<Level> levels;
+        GrowingArray<Level> levels;
         {
             const py::gil_scoped_release unlocked;
             for (Sweep sweep; times.size() < most && recording_.next(sweep);) {
                 times.push_back(unixTimeOf(sweep.time));
-                for (const double level : sweep.levels) {
-                    levels.push_back(level == traceRssiBuffer::kNoMeasurement
-                                         ? std::numeric_limits<Level>::quiet_NaN()
-                                         : static_cast<Level>(level));
-                }
+                std::transform(sweep.levels.begin(), sweep.levels.end(),
+                               levels.append(sweep.levels.size()), [](double level) {
+                                   return level == traceRssiBuffer::kNoMeasurement
+                                              ? std::numeric_limits<Level>::quiet_NaN()
+                                              : static_cast<Level>(level);
+                               });
             }
         }
         if (times.empty()) {
@@ -105,7 +107,7 @@ public:
         const auto sweeps = static_cast<py::ssize_t>(times.size());
         const auto points = static_cast<py::ssize_t>(levels.size()) / sweeps;
         return py::make_tuple(arrayOf(std::move(times)),
-                              arrayOf(std::move(levels)).reshape({sweeps, points}));
+                              levels.release().reshape({sweeps, points}));
     }
 
     FrequencyAxis axis() const { return recording_.axis(); }

@@ -3,8 +3,12 @@
 #include <pybind11/numpy.h>
 #include <pybind11/pybind11.h>
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -87,5 +91,51 @@ py::array_t<Number> arrayOf(std::vector<Number> numbers) {
     static_cast<void>(owner.release());  // it is the capsule's now
     return py::array_t<Number>(static_cast<py::ssize_t>(owned.size()), owned.data(), capsule);
 }
+
+/// Numbers of a length that is not known before. Where a vector would copy what it holds to grow, and hold it twice
+/// while it does, realloc(3) moves the pages of a large block.
+template <typename Number>
+class GrowingArray {
+public:
+    /// Lengthens the array.
+    /// @return where so many numbers are to be written; until the next call
+    Number* append(std::size_t count) {
+        if (capacity_ - size_ < count) {
+            setCapacity(std::max(size_ + count, 2 * capacity_));
+        }
+        size_ += count;
+        return numbers_.get() + (size_ - count);
+    }
+
+    std::size_t size() const { return size_; }
+
+    /// The array of Python that owns the numbers. To be called last, and not when it is empty.
+    py::array_t<Number> release() {
+        setCapacity(size_);
+        const Number* numbers = numbers_.get();
+        const py::capsule capsule(numbers, [](void* block) { std::free(block); });
+        static_cast<void>(numbers_.release());  // it is the capsule's now
+        return py::array_t<Number>(static_cast<py::ssize_t>(size_), numbers, capsule);
+    }
+
+private:
+    struct Free {
+        void operator()(Number* block) const { std::free(block); }
+    };
+
+    void setCapacity(std::size_t count) {
+        auto* moved = static_cast<Number*>(std::realloc(numbers_.get(), count * sizeof(Number)));
+        if (moved == nullptr) {
+            throw std::bad_alloc();
+        }
+        static_cast<void>(numbers_.release());
+        numbers_.reset(moved);
+        capacity_ = count;
+    }
+
+    std::unique_ptr<Number, Free> numbers_;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
+};
 
 }  // namespace rfu::python
