@@ -543,7 +543,7 @@ TEST_F(MapReadingTest, OfGeoreferences) {
                 meridian = i == 0 && number ? *number : meridian;
             }
         }
-        const int zone = static_cast<int>((meridian + 183.0) / 6.0);
+        const int zone = static_cast<int>(std::clamp((meridian + 183.0) / 6.0, -1e9, 1e9));
         for (std::size_t i = 0; i < meant.points.size(); ++i) {
             if (!meant.points[i]) {
                 isReadWhole = false;

@@ -22,6 +22,7 @@ TestCase {
         const panel = createTemporaryObject(component, test)
         const receiver = findChild(panel, "receiver")
         tryCompare(receiver, "status", RecordingSource.Ready, 20000)
+        tryCompare(findChild(panel, "sweeps"), "text", "240 of 240 sweeps", 20000) // ready from the first on
         tryCompare(findChild(panel, "detectors"), "count", 7)
         tryCompare(findChild(panel, "setups"), "count", 10)
         tryVerify(() => findChild(panel, "map").map.status === RasterMap.Ready)
@@ -58,7 +59,6 @@ TestCase {
     // The strongest points of the last sweep and the peaks beside it.
     function test_showsTheRecording() {
         const panel = opened()
-        compare(findChild(panel, "sweeps").text, "240 of 240 sweeps")
         compare(markerText(panel, 0), "98.312500 MHz -41.4 dBm")
         choose(panel, "dBuV")
         compare(markerText(panel, 0), "98.312500 MHz 65.6 dBuV")
