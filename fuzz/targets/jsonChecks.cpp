@@ -31,7 +31,7 @@ namespace {
 int elementsIn(const QJsonObject& lists) {
     int count = 0;
     for (auto list = lists.begin(); list != lists.end(); ++list) {
-        count += list.value().toArray().size();
+        count += static_cast<int>(list.value().toArray().size());
     }
     return count;
 }

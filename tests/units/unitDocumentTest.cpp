@@ -15,7 +15,7 @@ namespace {
 /// 0.0026525823848649226, 10^{-6}, 3.77 \cdot 10^{8}
 QString number(double value) {
     QString text = QString::number(value, 'g', QLocale::FloatingPointShortest);
-    const int exponent = text.indexOf(u'e');
+    const auto exponent = text.indexOf(u'e');
     if (exponent < 0) {
         return text;
     }
