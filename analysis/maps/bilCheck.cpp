@@ -187,9 +187,9 @@ private:
                 layout->wanted != nullptr ? layout->wanted : layout->wantedOf(header_);
             const std::string_view value = writtenText(tokens[1].raw);
             if (!isSameValue(value, wanted)) {
-                findings_.add(
-                    "layout-not-read", lines.number(), tokens[1].raw.begin - line + 1,
-                    tokens[0].text + ' ' + std::string(value) + " is not read, only " + wanted);
+                findings_.add("layout-not-read", lines.number(), tokens[1].raw.begin - line + 1,
+                              tokens[0].text + ' ' + std::string(value) +
+                                  " is not read: the cells are read as with " + wanted);
             }
         }
     }

@@ -46,26 +46,28 @@ TEST_F(BilCheckTest, FindsLayoutsThatAreNotRead) {
         const std::string text = line;
         return HdrRow{line,
                       kHdrLines + text + "\n",
-                      {"8:" + std::to_string(text.find(' ') + 2) +
-                       " error layout-not-read: " + text + " is not read, only " + wanted}};
+                      {"8:" + std::to_string(text.find(' ') + 2) + " error layout-not-read: " +
+                       text + " is not read: the cells are read as with " + wanted}};
     };
-    expect({layout("BYTEORDER M", "I"),
-            layout("BYTEORDER MSBFIRST", "I"),
-            layout("NBANDS 2", "1"),
-            layout("NBITS 64", "32"),
-            layout("SKIPBYTES 4", "0"),
-            layout("LAYOUT BIP", "BIL"),
-            layout("layout bsq", "BIL"),
-            layout("YDIM 0.5", "0.25"),
-            layout("TOTALROWBYTES 16", "12"),
-            layout("BANDROWBYTES 16", "12"),
-            {"before the sizes",
-             "YDIM 0.5\nBANDROWBYTES 16\n" + kHdrLines,
-             {"1:6 error layout-not-read: YDIM 0.5 is not read, only 0.25",
-              "2:14 error layout-not-read: BANDROWBYTES 16 is not read, only 12"}},
-            {"integers with an offset",
-             kIntegerLines + "SKIPBYTES 4\n",
-             {"3:11 error layout-not-read: SKIPBYTES 4 is not read, only 0"}}});
+    expect(
+        {layout("BYTEORDER M", "I"),
+         layout("BYTEORDER MSBFIRST", "I"),
+         layout("NBANDS 2", "1"),
+         layout("NBITS 64", "32"),
+         layout("SKIPBYTES 4", "0"),
+         layout("LAYOUT BIP", "BIL"),
+         layout("layout bsq", "BIL"),
+         layout("YDIM 0.5", "0.25"),
+         layout("TOTALROWBYTES 16", "12"),
+         layout("BANDROWBYTES 16", "12"),
+         {"before the sizes",
+          "YDIM 0.5\nBANDROWBYTES 16\n" + kHdrLines,
+          {"1:6 error layout-not-read: YDIM 0.5 is not read: the cells are read as with 0.25",
+           "2:14 error layout-not-read: BANDROWBYTES 16 is not read: the cells are read as with "
+           "12"}},
+         {"integers with an offset",
+          kIntegerLines + "SKIPBYTES 4\n",
+          {"3:11 error layout-not-read: SKIPBYTES 4 is not read: the cells are read as with 0"}}});
 }
 
 TEST_F(BilCheckTest, FindsLinesThatAreNotReadAsWritten) {

@@ -164,7 +164,8 @@ TEST_F(RasterFileTest, RefusesForTheFirstErrorOfTheFilesThatBelongTogether) {
     write("lonely.hdr", kFloatHeader);
     EXPECT_EQ(refusalOf("lonely.hdr"), "lonely.bil: No such file or directory");
     write("lonely.hdr", kFloatHeader + "NBITS 16\n");
-    EXPECT_EQ(refusalOf("lonely.hdr"), "lonely.hdr:8: NBITS 16 is not read, only 32");
+    EXPECT_EQ(refusalOf("lonely.hdr"),
+              "lonely.hdr:8: NBITS 16 is not read: the cells are read as with 32");
     write("headless.bil", bytesOf(kFloats));
     EXPECT_EQ(refusalOf("headless.bil"), "headless.hdr: No such file or directory");
     write("folder.hdr", kFloatHeader);
