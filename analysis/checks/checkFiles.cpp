@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
+#include <string>
 #include <utility>
 
 #include "analysis/checks/rules.h"
@@ -107,8 +108,11 @@ void checkFiles(const QStringList& names, const CheckOptions& options,
     const FileList list = filesOf(names, options.as);
     Suppressions suppressions(options.ignored);
     for (const NamedFile& file : list.files()) {
-        CheckedFile checked{file.name, file.kind, checkFile(file.name, file.kind)};
-        suppressions.apply(checked.findings);
+        CheckedFile checked{file.name, file.kind, checkFile(file.name, file.kind),
+                            suppressions.rulesIn(file.name)};
+        for (const std::string& rule : checked.ignored) {
+            checked.findings.remove(rule);
+        }
         take(checked);
     }
 }

@@ -4,8 +4,6 @@
 #include <QStringList>
 #include <functional>
 #include <optional>
-#include <string>
-#include <vector>
 
 #include "analysis/checks/fileKind.h"
 #include "analysis/support/finding.h"
@@ -13,14 +11,15 @@
 namespace rfu {
 
 struct CheckOptions {
-    std::optional<FileKind> as = {};        ///< of all files; else each by its name and content
-    std::vector<std::string> ignored = {};  ///< rules whose findings do not count
+    std::optional<FileKind> as = {};  ///< of all files; else each by its name and content
+    RuleNames ignored = {};           ///< rules whose findings do not count
 };
 
 struct CheckedFile {
     QString file;
     FileKind kind;
-    Findings findings;
+    Findings findings;       ///< that count
+    RuleNames ignored = {};  ///< rules whose findings do not count in the file
 };
 
 /// Checks files one after the other, each with those that belong to it; a folder stands for the files below it that are

@@ -21,8 +21,9 @@ struct KnownKind {
     RuleTable (*rules)();
     /// @throw InputError where the file cannot be read
     Findings (*check)(const QString& file);
-    /// What is to be done about the bytes of a file with findings; null where the findings alone say it.
-    Mend (*mend)(std::string_view bytes) = nullptr;
+    /// What is to be done about the bytes of a file with findings, but for those of ignored rules; null where the
+    /// findings alone say it.
+    Mend (*mend)(std::string_view bytes, const RuleNames& ignored) = nullptr;
     /// The files that belong to one of this kind, which need not exist.
     QStringList (*companions)(const QString& file) = nullptr;
     /// Tells files of this kind from others of the same extension; null where the extension says it.

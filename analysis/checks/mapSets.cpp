@@ -16,6 +16,7 @@
 #include "analysis/maps/cellGrid.h"
 #include "analysis/maps/clrCheck.h"
 #include "analysis/maps/georeference.h"
+#include "analysis/maps/mapRules.h"
 #include "analysis/maps/rasterFile.h"
 #include "analysis/maps/tabFile.h"
 #include "analysis/support/files.h"
@@ -33,19 +34,6 @@ constexpr Rule kExtensionCase = {"extension-case", Severity::Error,
                                  "name that they are given. A file whose name ends in "
                                  "capitals is not found where case counts.",
                                  "TERRAIN.ASC", "Rename the file: TERRAIN.asc."};
-
-constexpr Rule kUtf16 = {"utf-16", Severity::Error,
-                         "The text is UTF-16, of two bytes a letter. The loaders read bytes: each "
-                         "line ends behind its first letter.",
-                         "a file that Notepad saved as \"Unicode\"",
-                         "Save the file as ASCII or UTF-8."};
-
-constexpr Rule kByteOrderMark = {
-    "byte-order-mark", Severity::Note,
-    "The file begins with the byte-order mark of UTF-8. The loaders pass over it, but a comment of "
-    "a TAB file that follows "
-    "it is none to them, and other programs take it for a part of the first word.",
-    "\\xEF\\xBB\\xBFncols 4", "Save the file without the mark."};
 
 constexpr Rule kKeysMissing = {"keys-missing", Severity::Note,
                                "A key that the header does not have keeps the value of the map "
@@ -65,11 +53,13 @@ constexpr Rule kPartMissing = {
     "A BIL grid is two files of one name, .hdr and .bil. Without one of them nothing loads.",
     "terrain.hdr without terrain.bil", "Put the other file beside it."};
 
-constexpr Rule kAscRules[] = {kExtensionCase, kUtf16, kByteOrderMark, kKeysMissing, kColorsMissing};
+constexpr Rule kAscRules[] = {kExtensionCase, kUtf16,        kLineEnds, map_rules::kByteOrderMark,
+                              kKeysMissing,   kColorsMissing};
 
 constexpr Rule kHdrRules[] = {kExtensionCase,
                               kUtf16,
-                              kByteOrderMark,
+                              kLineEnds,
+                              map_rules::kByteOrderMark,
                               kKeysMissing,
                               kPartMissing,
                               {"integer-cells", Severity::Error,
@@ -82,11 +72,12 @@ constexpr Rule kHdrRules[] = {kExtensionCase,
 
 constexpr Rule kBilRules[] = {kExtensionCase, kPartMissing, kColorsMissing};
 
-constexpr Rule kClrRules[] = {kExtensionCase, kUtf16, kByteOrderMark};
+constexpr Rule kClrRules[] = {kExtensionCase, kUtf16, kLineEnds, map_rules::kByteOrderMark};
 
 constexpr Rule kTabRules[] = {
     kUtf16,
-    kByteOrderMark,
+    kLineEnds,
+    map_rules::kByteOrderMark,
     {"units-missing", Severity::Warning,
      "Without a Units line the library neither knows what the control points are nor converts "
      "them.",
@@ -114,37 +105,6 @@ constexpr Rule kTabRules[] = {
      "(1,2) (512,0) Label \"Pt 2\" for a raster of 256 columns",
      "Correct the point, if the raster has been cut since."}};
 
-/// UTF-16 by its mark or by the NULs beside each ASCII letter.
-bool isUtf16(const QString& file) {
-    constexpr qint64 kSeen = 64;
-    QFile text;
-    openRegular(text, file);
-    const QByteArray begin = text.peek(kSeen);
-    if (begin.startsWith("\xFF\xFE") || begin.startsWith("\xFE\xFF")) {
-        return true;
-    }
-    const auto allNul = [&](int first) {
-        for (int i = first; i < begin.size(); i += 2) {
-            if (begin[i] != '\0') {
-                return false;
-            }
-        }
-        return begin.size() >= 4 && begin[1 - first] != '\0';
-    };
-    return allNul(0) || allNul(1);
-}
-
-/// Findings about one thing that hide all others.
-std::optional<Findings> utf16Findings(const QString& file, const RuleTable& rules) {
-    if (!isUtf16(file)) {
-        return std::nullopt;
-    }
-    Findings findings(file, rules);
-    findings.add(kUtf16.name, 1, 1,
-                 "UTF-16: the library reads bytes, and finds nothing in the file");
-    return findings;
-}
-
 std::string baseName(const QString& file) {
     return QFileInfo(file).fileName().toStdString();
 }
@@ -153,7 +113,8 @@ std::string baseName(const QString& file) {
 void checkMark(Findings& findings) {
     constexpr auto kMark = static_cast<std::int64_t>(kUtf8Mark.size());
     if (beginsWithUtf8Mark(findings.file())) {
-        findings.add(kByteOrderMark.name, 1, 1, "passed over: a byte-order mark", {{0, kMark, ""}});
+        findings.add(map_rules::kByteOrderMark.name, 1, 1, "passed over: a byte-order mark",
+                     {{0, kMark, ""}});
     }
 }
 
@@ -266,8 +227,8 @@ RuleTable tabSetRules() {
 }
 
 Findings checkAscSet(const QString& file) {
-    if (auto utf16 = utf16Findings(file, ascSetRules())) {
-        return std::move(*utf16);
+    if (auto findings = notPlainText(file, ascSetRules())) {
+        return std::move(*findings);
     }
     const AscCheck check = checkAsc(file);
     Findings findings(file, ascSetRules());
@@ -280,8 +241,8 @@ Findings checkAscSet(const QString& file) {
 }
 
 Findings checkHdrSet(const QString& file) {
-    if (auto utf16 = utf16Findings(file, hdrSetRules())) {
-        return std::move(*utf16);
+    if (auto findings = notPlainText(file, hdrSetRules())) {
+        return std::move(*findings);
     }
     const HdrCheck check = checkHdr(file);
     Findings findings(file, hdrSetRules());
@@ -314,8 +275,8 @@ Findings checkBilSet(const QString& file) {
 }
 
 Findings checkClrSet(const QString& file) {
-    if (auto utf16 = utf16Findings(file, clrSetRules())) {
-        return std::move(*utf16);
+    if (auto findings = notPlainText(file, clrSetRules())) {
+        return std::move(*findings);
     }
     Findings findings(file, clrSetRules());
     findings.add(checkClr(file));
@@ -325,8 +286,8 @@ Findings checkClrSet(const QString& file) {
 }
 
 Findings checkTabSet(const QString& file) {
-    if (auto utf16 = utf16Findings(file, tabSetRules())) {
-        return std::move(*utf16);
+    if (auto findings = notPlainText(file, tabSetRules())) {
+        return std::move(*findings);
     }
     const TabCheck check = checkTab(file);
     Findings findings(file, tabSetRules());

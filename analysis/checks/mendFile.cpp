@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
-#include "analysis/support/compression.h"
 #include "analysis/support/files.h"
 #include "analysis/support/plainText.h"
 
@@ -16,22 +16,23 @@ std::string FileMend::mended() const {
     return withEdits(viewOf(bytes), mend.edits);
 }
 
-Mend mendRecordingFile(std::string_view bytes) {
-    const auto text = packingOf(bytes) == nullptr ? inPlainText(bytes) : std::nullopt;
+Mend mendRecordingFile(std::string_view bytes, const RuleNames& ignored) {
+    const auto text = inPlainText(bytes, ignored);
     return text ? Mend{{{0, static_cast<std::int64_t>(bytes.size()), *text}}, {}} : Mend();
 }
 
-FileMend mendFile(const QString& file, FileKind kind, const Findings& findings) {
+FileMend mendFile(const CheckedFile& file) {
+    const std::vector<Finding>& findings = file.findings.kept();
     // What a note is about stays, unless the note has a mend.
     const auto hasMend = [](const Finding& finding) {
         return finding.severity != Severity::Note || !finding.mend.empty();
     };
-    if (std::none_of(findings.kept().begin(), findings.kept().end(), hasMend)) {
+    if (std::none_of(findings.begin(), findings.end(), hasMend)) {
         return {};
     }
-    FileMend result{readWhole(file), {findings.mends(), {}}};
-    if (const auto mend = kindOf(kind).mend) {
-        result.mend = mend(viewOf(result.bytes));
+    FileMend result{readWhole(file.file), {file.findings.mends(), {}}};
+    if (const auto mend = kindOf(file.kind).mend) {
+        result.mend = mend(viewOf(result.bytes), file.ignored);
     }
     return result;
 }

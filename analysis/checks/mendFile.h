@@ -1,11 +1,10 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 #include <string>
 #include <string_view>
 
-#include "analysis/checks/fileKind.h"
+#include "analysis/checks/checkFiles.h"
 #include "analysis/support/edits.h"
 #include "analysis/support/finding.h"
 
@@ -22,11 +21,10 @@ struct FileMend {
     std::string mended() const;
 };
 
-/// @param findings of the check of the file
 /// @throw InputError where the file cannot be read
-FileMend mendFile(const QString& file, FileKind kind, const Findings& findings);
+FileMend mendFile(const CheckedFile& file);
 
 /// Of a recording in UTF-16, or one whose lines end in CR alone.
-Mend mendRecordingFile(std::string_view bytes);
+Mend mendRecordingFile(std::string_view bytes, const RuleNames& ignored);
 
 }  // namespace rfu

@@ -11,16 +11,15 @@
 
 namespace rfu {
 
-void Suppressions::apply(Findings& findings) {
-    for (const std::string& rule : everywhere_) {
-        findings.remove(rule);
-    }
-    const QFileInfo file(findings.file());
-    for (const Line& line : linesOf(file.path())) {
-        if (line.files.isEmpty() || QDir::match(line.files, file.fileName())) {
-            findings.remove(line.rule);
+RuleNames Suppressions::rulesIn(const QString& file) {
+    RuleNames rules = everywhere_;
+    const QFileInfo info(file);
+    for (const Line& line : linesOf(info.path())) {
+        if (line.files.isEmpty() || QDir::match(line.files, info.fileName())) {
+            rules.insert(line.rule);
         }
     }
+    return rules;
 }
 
 const std::vector<Suppressions::Line>& Suppressions::linesOf(const QString& folder) {

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/support/finding.h"
@@ -16,11 +17,11 @@ namespace rfu {
 class Suppressions {
 public:
     /// @param rules that do not count anywhere
-    explicit Suppressions(std::vector<std::string> rules) : everywhere_(std::move(rules)) {}
+    explicit Suppressions(RuleNames rules) : everywhere_(std::move(rules)) {}
 
-    /// Takes the findings out that do not count.
+    /// Those that do not count in a file.
     /// @throw InputError where a ".rfutils-check" cannot be read or names no rule
-    void apply(Findings& findings);
+    RuleNames rulesIn(const QString& file);
 
 private:
     struct Line {
@@ -29,7 +30,7 @@ private:
     };
     const std::vector<Line>& linesOf(const QString& folder);
 
-    std::vector<std::string> everywhere_;
+    RuleNames everywhere_;
     std::map<QString, std::vector<Line>> ofFolders_;
 };
 

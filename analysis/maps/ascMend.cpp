@@ -100,7 +100,7 @@ std::optional<std::size_t> numbersIn(const std::string& row) {
 
 class AscMender {
 public:
-    explicit AscMender(std::string_view file) : lines_(file) {
+    AscMender(std::string_view file, const RuleNames& ignored) : lines_(file, ignored) {
         for (const LineSpan& line : lines_.lines()) {
             if (!takeHeaderLine(line)) {
                 takeRow(line);
@@ -130,6 +130,10 @@ public:
     }
 
 private:
+    std::optional<std::string> inFewerCharacters(const detail::RawToken& token) const {
+        return lines_.mends("token-cut") ? shortened(token) : std::nullopt;
+    }
+
     /// @return false for a line that is no key with a value
     bool takeHeaderLine(const LineSpan& line) {
         const std::vector<MapToken> tokens = tokensOf(lines_.text(line), kMinRowTokens + 1);
@@ -139,14 +143,14 @@ private:
         const char* const begin = tokens[1].raw.begin;
         const char* const end = tokens.back().raw.end;
         const auto meant = meantKey(tokens[0].text, kKeys);
-        const bool hasComma = tokens.size() == kMinRowTokens && meant &&
-                              parseNumber(withPoints(std::string(begin, end).c_str()));
+        const bool hasComma = lines_.mends("row-width") && tokens.size() == kMinRowTokens &&
+                              meant && parseNumber(withPoints(std::string(begin, end).c_str()));
         if (tokens.size() > 2 && !hasComma) {
             return false;
         }
         std::string value(begin, end);
         header_.push_back({line, tokens[0].raw, begin, end, meant, hasComma, tokens[0].text,
-                           hasComma ? value : shortened(tokens[1].raw).value_or(value)});
+                           hasComma ? value : inFewerCharacters(tokens[1].raw).value_or(value)});
         return true;
     }
 
@@ -193,6 +197,9 @@ private:
 
     /// @return whether commas are decimal ones
     bool mendCommas() {
+        if (!lines_.mends("row-width")) {
+            return false;
+        }
         const HeaderLine* const columns = find(Columns);
         const auto number = columns != nullptr ? parseInteger(columns->value) : std::nullopt;
         const LineSpan* doubtful = nullptr;
@@ -209,7 +216,8 @@ private:
             if (header.hasComma && isCertain) {
                 header.value = withPoints(header.value.c_str());
                 const char* cursor = header.value.c_str();
-                header.value = shortened(detail::nextRawToken(cursor)).value_or(header.value);
+                header.value =
+                    inFewerCharacters(detail::nextRawToken(cursor)).value_or(header.value);
             } else if (header.hasComma) {
                 lines_.doubt(header.line, rfu::quoted(header.value) +
                                               " may be a number with a decimal comma, but the rows "
@@ -236,7 +244,8 @@ private:
             const char* const begin = text + (token.begin - points.c_str());
             const std::string_view written(begin,
                                            static_cast<std::size_t>(token.end - token.begin));
-            const std::string meant = shortened(token).value_or(std::string(writtenText(token)));
+            const std::string meant =
+                inFewerCharacters(token).value_or(std::string(writtenText(token)));
             if (meant != written) {
                 lines_.replace(begin, begin + written.size(), meant);
             }
@@ -251,6 +260,12 @@ private:
         }
         for (HeaderLine& header : header_) {
             if (!header.meant || header.isSpelled()) {
+                continue;
+            }
+            const bool isForeign = header.meant->isSameWord && header.meant->index >= CentreX;
+            if (!isForeign &&
+                !lines_.mends(header.meant->isSameWord ? "key-case" : "key-unknown")) {
+                header.meant.reset();
                 continue;
             }
             const std::string_view key = kKeys[header.meant->index];
@@ -269,6 +284,9 @@ private:
 
     /// Takes equal dx and dy for the cell size.
     void mendCellSize() {
+        if (!lines_.mends("key-not-read")) {
+            return;
+        }
         HeaderLine* const width = find(Width);
         HeaderLine* const height = find(Height);
         HeaderLine* const size = find(CellSize);
@@ -297,7 +315,7 @@ private:
         HeaderLine* const centre = find(centreKey);
         const HeaderLine* const corner = find(cornerKey);
         const HeaderLine* const size = find(CellSize);
-        if (centre == nullptr || size == nullptr) {
+        if (centre == nullptr || size == nullptr || !lines_.mends("key-not-read")) {
             return;
         }
         const auto place = minusHalf(centre->value, size->value);
@@ -334,7 +352,9 @@ private:
             }
             return line->begin == rows_.front().begin;
         };
-        return noData->line.begin < rows_.front().begin && isLast() ? nullptr : noData;
+        const bool isBefore = noData->line.begin < rows_.front().begin;
+        const bool isMoved = lines_.mends(isBefore ? "row-misplaced" : "nodata-missing");
+        return (isBefore && isLast()) || !isMoved ? nullptr : noData;
     }
 
     bool isRemoved(const LineSpan& line) const {
@@ -377,16 +397,7 @@ private:
 
     void shortenCells() {
         for (const LineSpan& row : rows_) {
-            const char* cursor = lines_.text(row);
-            for (;;) {
-                const detail::RawToken token = detail::nextRawToken(cursor);
-                if (token.atLineEnd()) {
-                    break;
-                }
-                if (auto fewer = shortened(token)) {
-                    lines_.replace(token, std::move(*fewer));
-                }
-            }
+            shortenNumbers(lines_, row);
         }
     }
 
@@ -398,8 +409,8 @@ private:
 
 }  // namespace
 
-Mend mendAsc(std::string_view file) {
-    return AscMender(file).run();
+Mend mendAsc(std::string_view file, const RuleNames& ignored) {
+    return AscMender(file, ignored).run();
 }
 
 }  // namespace rfu

@@ -14,6 +14,7 @@ namespace rfu {
 /// - numbers that the loader cuts, in fewer digits;
 /// - decimal commas, where they alone give every row its cells.
 /// @param file in UTF-8 or ASCII, its lines ended by LF
-Mend mendAsc(std::string_view file);
+/// @param ignored rules; what is about them stays
+Mend mendAsc(std::string_view file, const RuleNames& ignored);
 
 }  // namespace rfu

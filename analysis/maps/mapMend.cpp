@@ -13,6 +13,7 @@
 
 #include "analysis/maps/ascMend.h"
 #include "analysis/maps/mapLines.h"
+#include "analysis/maps/mapRules.h"
 #include "analysis/maps/mapWords.h"
 #include "analysis/support/edits.h"
 #include "analysis/support/numbers.h"
@@ -24,18 +25,19 @@ namespace rfu {
 namespace {
 
 /// Mends a text whatever its lines end in: a text that becomes another one as a whole is one edit.
-Mend mendText(std::string_view bytes, Mend (*mendPlain)(std::string_view)) {
-    const auto plain = inPlainText(bytes);
+Mend mendText(std::string_view bytes, const RuleNames& ignored,
+              Mend (*mendPlain)(std::string_view, const RuleNames&)) {
+    const auto plain = inPlainText(bytes, ignored);
     const std::string_view text = plain ? *plain : bytes;
     std::size_t mark = 0;
     while (text.substr(mark, kUtf8Mark.size()) == kUtf8Mark) {  // programs put one before another's
         mark += kUtf8Mark.size();
     }
-    Mend mend = mendPlain(text.substr(mark));
+    Mend mend = mendPlain(text.substr(mark), ignored);
     for (Edit& edit : mend.edits) {
         edit.offset += static_cast<std::int64_t>(mark);
     }
-    if (mark > 0) {
+    if (mark > 0 && ignored.find(map_rules::kByteOrderMark.name) == ignored.end()) {
         mend.edits.push_back({0, static_cast<std::int64_t>(mark), ""});
     }
     if (plain) {
@@ -45,22 +47,8 @@ Mend mendText(std::string_view bytes, Mend (*mendPlain)(std::string_view)) {
     return mend;
 }
 
-/// Shortens the numbers of a line that the loader cuts.
-void shortenNumbers(MendLines& lines, const LineSpan& line) {
-    const char* cursor = lines.text(line);
-    for (;;) {
-        const detail::RawToken token = detail::nextRawToken(cursor);
-        if (token.atLineEnd()) {
-            return;
-        }
-        if (auto fewer = shortened(token)) {
-            lines.replace(token, std::move(*fewer));
-        }
-    }
-}
-
-Mend mendNumbers(std::string_view text) {
-    MendLines lines(text);
+Mend mendNumbers(std::string_view text, const RuleNames& ignored) {
+    MendLines lines(text, ignored);
     for (const LineSpan& line : lines.lines()) {
         shortenNumbers(lines, line);
     }
@@ -96,8 +84,13 @@ std::vector<HdrLine> hdrLinesOf(const MendLines& lines) {
     return header;
 }
 
-Mend mendHdr(std::string_view text) {
-    MendLines lines(text);
+/// The rule that a key breaks which is not spelled as the loader knows it.
+std::string_view ruleOf(const MeantKey& meant) {
+    return (meant.isSameWord ? map_rules::kKeyCase : map_rules::kKeyUnknown).name;
+}
+
+Mend mendHdr(std::string_view text, const RuleNames& ignored) {
+    MendLines lines(text, ignored);
     const std::vector<HdrLine> header = hdrLinesOf(lines);
     std::map<std::size_t, int> counts;
     for (const HdrLine& line : header) {
@@ -108,6 +101,9 @@ Mend mendHdr(std::string_view text) {
         const bool isPixelType = key == detail::kPixelTypeKey;
         const bool isAlone = counts[line.meant.index] == 1;
         const bool isSpelled = line.key.text == key;
+        if (!isSpelled && !lines.mends(ruleOf(line.meant))) {
+            continue;
+        }
         if (!isSpelled && line.meant.isSameWord && !isAlone) {
             lines.doubt(line.line, line.key.text + " is meant to be " + key +
                                        ", which stands in another line too");
@@ -117,29 +113,32 @@ Mend mendHdr(std::string_view text) {
         } else if (!isSpelled) {
             continue;
         }
-        if (isPixelType && line.value.text != "FLOAT" && isSameWord(line.value.text, "FLOAT")) {
+        if (isPixelType && line.value.text != "FLOAT" && isSameWord(line.value.text, "FLOAT") &&
+            lines.mends("value-case")) {
             lines.replace(line.value.raw, "FLOAT");
         }
-        if (auto fewer = shortened(line.value.raw)) {
+        if (auto fewer = shortened(line.value.raw);
+            fewer && lines.mends(map_rules::kTokenCut.name)) {
             lines.replace(line.value.raw, std::move(*fewer));
         }
     }
     return lines.take();
 }
 
-/// A key of a TAB file, and the only word for its value that is read, if there is one.
+/// A key of a TAB file, and the only word for its value that is read, if there is one, with the rule of its spelling.
 struct TabKey {
     std::string_view key;
     std::size_t tokens;
     std::string_view word;
+    std::string_view rule;
 };
 
 // clang-format off
 constexpr TabKey kTabKeys[] = {
-    {"Type",     2,  "RASTER"},
-    {"File",     2,  ""},
-    {"Units",    2,  "degree"},
-    {"CoordSys", 11, ""}};
+    {"Type",     2,  "RASTER", "type-not-supported"},
+    {"File",     2,  "",       ""},
+    {"Units",    2,  "degree", "not-utm"},
+    {"CoordSys", 11, "",       ""}};
 // clang-format on
 
 constexpr std::size_t kMaxTabTokens = 11;
@@ -164,8 +163,8 @@ std::vector<std::pair<LineSpan, const TabKey*>> tabLinesOf(const MendLines& line
     return found;
 }
 
-Mend mendTab(std::string_view text) {
-    MendLines lines(text);
+Mend mendTab(std::string_view text, const RuleNames& ignored) {
+    MendLines lines(text, ignored);
     const auto tabLines = tabLinesOf(lines);
     std::map<const TabKey*, int> counts;
     for (const auto& [line, known] : tabLines) {
@@ -177,13 +176,18 @@ Mend mendTab(std::string_view text) {
             continue;
         }
         const std::vector<MapToken> tokens = tokensOf(lines.text(line), 2);
-        if (tokens[0].text != known->key && counts[known] > 1) {
+        const bool isSpelled = tokens[0].text == known->key;
+        if (!isSpelled && !lines.mends(map_rules::kKeyCase.name)) {
+            continue;
+        }
+        if (!isSpelled && counts[known] > 1) {
             lines.doubt(line, tokens[0].text + " is meant to be " + std::string(known->key) +
                                   ", which stands in another line too");
-        } else if (tokens[0].text != known->key) {
+        } else if (!isSpelled) {
             lines.replace(tokens[0].raw, std::string(known->key));
         }
-        if (tokens[1].text != known->word && isSameWord(tokens[1].text, known->word)) {
+        if (tokens[1].text != known->word && isSameWord(tokens[1].text, known->word) &&
+            lines.mends(known->rule)) {
             lines.replace(tokens[1].raw, '"' + std::string(known->word) + '"');
         }
     }
@@ -192,20 +196,20 @@ Mend mendTab(std::string_view text) {
 
 }  // namespace
 
-Mend mendAscFile(std::string_view bytes) {
-    return mendText(bytes, mendAsc);
+Mend mendAscFile(std::string_view bytes, const RuleNames& ignored) {
+    return mendText(bytes, ignored, mendAsc);
 }
 
-Mend mendHdrFile(std::string_view bytes) {
-    return mendText(bytes, mendHdr);
+Mend mendHdrFile(std::string_view bytes, const RuleNames& ignored) {
+    return mendText(bytes, ignored, mendHdr);
 }
 
-Mend mendClrFile(std::string_view bytes) {
-    return mendText(bytes, mendNumbers);
+Mend mendClrFile(std::string_view bytes, const RuleNames& ignored) {
+    return mendText(bytes, ignored, mendNumbers);
 }
 
-Mend mendTabFile(std::string_view bytes) {
-    return mendText(bytes, mendTab);
+Mend mendTabFile(std::string_view bytes, const RuleNames& ignored) {
+    return mendText(bytes, ignored, mendTab);
 }
 
 }  // namespace rfu

@@ -85,6 +85,13 @@ inline constexpr Rule kSizeUnusable = {"size-unusable", Severity::Error,
                                        "ncols -4",
                                        "Give the number of columns and the number of rows."};
 
+inline constexpr Rule kByteOrderMark = {
+    "byte-order-mark", Severity::Note,
+    "The file begins with the byte-order mark of UTF-8. The loaders pass over it, but a comment of "
+    "a TAB file that follows "
+    "it is none to them, and other programs take it for a part of the first word.",
+    "\\xEF\\xBB\\xBFncols 4", "Save the file without the mark."};
+
 inline constexpr Rule kLineSkipped = {"line-skipped", Severity::Warning,
                                       "The loader reads nothing from a line that is neither a key "
                                       "with its value nor a row of at least three cells.",

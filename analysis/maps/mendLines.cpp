@@ -3,12 +3,14 @@
 #include <rfUtils/detail/saturate.h>
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "analysis/support/numbers.h"
 
 namespace rfu {
 
-MendLines::MendLines(std::string_view file) : file_(file), text_(file) {
+MendLines::MendLines(std::string_view file, const RuleNames& ignored)
+    : file_(file), ignored_(ignored), text_(file) {
     for (std::size_t begin = 0; begin < file.size();) {
         const std::size_t end = std::min(file.find('\n', begin), file.size() - 1) + 1;
         lines_.push_back({begin, end});
@@ -33,6 +35,19 @@ std::optional<std::string> shortened(const detail::RawToken& token) {
     const bool isMisread = value && (detail::toFloat(*value) < singleOf(token) ||
                                      detail::toFloat(*value) > singleOf(token));
     return isMisread ? std::optional(shortest(*value)) : std::nullopt;
+}
+
+void shortenNumbers(MendLines& lines, const LineSpan& line) {
+    const char* cursor = lines.text(line);
+    while (lines.mends("token-cut")) {
+        const detail::RawToken token = detail::nextRawToken(cursor);
+        if (token.atLineEnd()) {
+            return;
+        }
+        if (auto fewer = shortened(token)) {
+            lines.replace(token, std::move(*fewer));
+        }
+    }
 }
 
 }  // namespace rfu

@@ -21,7 +21,12 @@ struct LineSpan {
 /// A map's text file whose lines are mended.
 class MendLines {
 public:
-    explicit MendLines(std::string_view file);
+    /// @param ignored rules; what is about them stays. The names outlive this.
+    MendLines(std::string_view file, const RuleNames& ignored);
+    MendLines(std::string_view file, RuleNames&& ignored) = delete;
+
+    /// Whether what is about a rule is mended.
+    bool mends(std::string_view rule) const { return ignored_.find(rule) == ignored_.end(); }
 
     const std::vector<LineSpan>& lines() const { return lines_; }
     /// As the loader sees it: NUL-terminated. The places of tokens are in the same text for all lines.
@@ -47,6 +52,7 @@ public:
 
 private:
     std::string_view file_;
+    const RuleNames& ignored_;
     std::string text_;  // with a NUL at the end of each line
     std::vector<LineSpan> lines_;
     Mend mend_;
@@ -54,5 +60,8 @@ private:
 
 /// In fewer characters, a number of which the loader cuts a part that counts; nothing for any other token.
 std::optional<std::string> shortened(const detail::RawToken& token);
+
+/// Shortens the numbers of a line that the loader cuts, unless token-cut is ignored.
+void shortenNumbers(MendLines& lines, const LineSpan& line);
 
 }  // namespace rfu

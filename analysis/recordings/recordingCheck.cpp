@@ -2,18 +2,23 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "analysis/recordings/recordingLine.h"
 #include "analysis/recordings/sweepReader.h"
 #include "analysis/support/csvLine.h"
+#include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/lineReader.h"
+#include "analysis/support/plainText.h"
 
 namespace rfu {
 
 namespace {
 
 constexpr Rule kRecordingRules[] = {
+    kUtf16,
+    kLineEnds,
     {"sweep-line-skipped", Severity::Warning,
      "A line that is neither a hop of a sweep nor a trace of levels is left out as if it were not "
      "there; --strict makes it an error. The points of a hop count as not measured in that sweep.",
@@ -71,6 +76,11 @@ Findings checkRecording(const QString& file) {
     } catch (const InputError& error) {
         findings.add("reading-ends", error.line(), 0,
                      "reading ends: " + std::string(error.problem()));
+    }
+    if (findings.hasError() && sizeOfRegular(file)) {
+        if (auto notPlain = notPlainText(file, kRecordingRules)) {
+            return std::move(*notPlain);
+        }
     }
     findings.sort();
     return findings;

@@ -3,7 +3,9 @@
 #include <QString>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,6 +28,9 @@ struct Rule {
     const char* example;      ///< lines of a file that breaks it; of a binary file its description
     const char* mend;         ///< what to do about it, in whole sentences
 };
+
+/// Names of rules.
+using RuleNames = std::set<std::string, std::less<>>;
 
 /// Of files of all formats.
 inline constexpr Rule kFileUnreadable = {
@@ -94,7 +99,7 @@ public:
     /// Takes all findings of a rule out.
     void remove(std::string_view rule);
 
-    /// In the order of their lines, those of the whole file last.
+    /// In the order of their lines and columns: first what is about a line as a whole, last about the file.
     void sort();
 
     const std::vector<Finding>& kept() const { return kept_; }

@@ -1,7 +1,8 @@
 // The mends of files behind `rfutils check --fix`, of the kind that the first byte chooses. Holds for any bytes behind it:
 // - edits lie in the file and do not overlap, and their diff is empty exactly where they change nothing;
 // - of a file without findings no byte changes;
-// - a mended file is mended no further.
+// - a mended file is mended no further;
+// - where all rules are ignored nothing is mended.
 #include "support/input.h"
 #include "support/require.h"
 #include "support/scratchFile.h"
@@ -21,6 +22,20 @@
 using namespace rfu;
 using namespace rfu::fuzz;
 
+namespace {
+
+/// The findings themselves have no say in it.
+void requireNothingOfIgnoredRules(CheckedFile checked, const KnownKind& kind) {
+    for (const Rule& rule : kind.rules()) {
+        checked.ignored.emplace(rule.name);
+    }
+    const FileMend mend = mendFile(checked);
+    REQUIRE(!mend.isRefused());
+    REQUIRE(kind.mend == nullptr || mend.mend.edits.empty());
+}
+
+}  // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Input input(data, size);
     const auto& kinds = knownKinds();
@@ -33,9 +48,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const std::string_view bytes = input.rest();
     file->write(bytes.data(), bytes.size());
-    const Findings findings = checkFile(file->path(), kind.kind);
-    const FileMend mend = mendFile(file->path(), kind.kind, findings);
-    if (findings.kept().empty()) {
+    CheckedFile checked = {file->path(), kind.kind, checkFile(file->path(), kind.kind)};
+    requireNothingOfIgnoredRules(checked, kind);
+    const FileMend mend = mendFile(checked);
+    if (checked.findings.kept().empty()) {
         REQUIRE(mend.mend.edits.empty() && !mend.isRefused());
         return 0;
     }
@@ -45,8 +61,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string mended = mend.mended();
     REQUIRE(unifiedDiff("f", bytes, mend.mend.edits).empty() == (mended == bytes));
     file->write(mended.data(), mended.size());
-    const Findings left = checkFile(file->path(), kind.kind);
-    const FileMend again = mendFile(file->path(), kind.kind, left);
+    const FileMend again = mendFile({file->path(), kind.kind, checkFile(file->path(), kind.kind)});
     REQUIRE(!again.isRefused());
     REQUIRE(again.mend.edits.empty() || again.mended() == mended);
     return 0;

@@ -77,6 +77,26 @@ TEST(CheckFix, refusesAFileInDoubtAndMendsTheOthers) {
     EXPECT_EQ(folder.read("map.asc"), kMended);
 }
 
+TEST(CheckFix, leavesWhatIsIgnored) {
+    const SampleFolder folder;
+    folder.add("doubtful.asc", kDoubtful);
+    folder.add("map.asc", kBroken);
+    expectCommands({shows("a doubt",
+                          "check --ignore colors-missing --ignore keys-missing --ignore key-case "
+                          "--fix doubtful.asc",
+                          "")},
+                   folder);
+    EXPECT_EQ(folder.read("doubtful.asc"), kDoubtful);
+    const CommandResult result =
+        check("--ignore key-case --ignore row-misplaced --diff map.asc", folder);
+    EXPECT_EQ(result.output,
+              "--- map.asc\n+++ map.asc\n@@ -1,7 +1,7 @@\n NCOLS 3\n nrows 2\n NODATA_value -9\n"
+              "-xllcenter 0.1\n+xllcorner -0.05\n yllcorner 0\n cellsize 0.3\n 1 2 3\n");
+    folder.add(".rfutils-check", "key-not-read\nrow-misplaced map.*\ncolors-missing\n");
+    EXPECT_EQ(check("--fix --ignore row-beyond-grid map.asc", folder).exitStatus, 0);
+    EXPECT_EQ(folder.read("map.asc"), "ncols" + kBroken.substr(5));
+}
+
 TEST(CheckFix, spellsMembersOfJsonAndKeepsTheRest) {
     const SampleFolder folder;
     const std::string rest = "\":\"x\", \"id\":\"y\",\"enum\":1,\t\"dispSeq\":1} ]}\r\n";
@@ -96,12 +116,15 @@ TEST(CheckFix, writesRecordingsInPlainText) {
     const SampleFolder folder;
     const std::string line = "2024-05-04, 21:15:00, 100, 130, 10, 1, -80.1, -80.2, -80.3";
     std::string wide = "\xFF\xFE";
-    for (const char c : line + '\r') {
+    for (const char c : line + '\r' + line + '\r') {
         wide += {c, '\0'};
     }
     folder.add("r.csv", wide);
+    expectCommands({shows("ignored", "check --ignore utf-16 --fix --as recording r.csv", "")},
+                   folder);
+    EXPECT_EQ(folder.read("r.csv"), wide);
     expectCommands({shows("UTF-16", "check --fix --as recording r.csv", "")}, folder);
-    EXPECT_EQ(folder.read("r.csv"), line + '\n');
+    EXPECT_EQ(folder.read("r.csv"), line + '\n' + line + '\n');
 }
 
 TEST(CheckFix, keepsPermissionsAndLinks) {

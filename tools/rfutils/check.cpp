@@ -72,7 +72,8 @@ bool explains(const CommandLine& line, const CheckFormat& format) {
 
 void runCheck(const CommandLine& line) {
     const CheckFormat& format = named(kFormats, line.value<std::string>("format"));
-    const CheckOptions options = {askedKind(line), line.values<std::string>("ignore")};
+    const auto ignored = line.values<std::string>("ignore");
+    const CheckOptions options = {askedKind(line), {ignored.begin(), ignored.end()}};
     const std::optional<int> allowed = maxWarnings(line);
     if (explains(line, format)) {
         return;

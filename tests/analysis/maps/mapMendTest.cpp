@@ -28,13 +28,13 @@ std::vector<std::string> listed(const std::vector<Doubt>& doubts) {
     return result;
 }
 
-void expect(Mend (*mend)(std::string_view), const std::vector<MendRow>& rows) {
+void expect(Mend (*mend)(std::string_view, const RuleNames&), const std::vector<MendRow>& rows) {
     for (const MendRow& row : rows) {
-        const Mend result = mend(row.file);
+        const Mend result = mend(row.file, {});
         EXPECT_EQ(listed(result.doubts), row.doubts) << row.name;
         EXPECT_EQ(withEdits(row.file, result.edits), row.mended) << row.name;
         if (result.doubts.empty()) {
-            EXPECT_TRUE(mend(row.mended).edits.empty()) << row.name << ", once more";
+            EXPECT_TRUE(mend(row.mended, {}).edits.empty()) << row.name << ", once more";
         }
     }
 }
@@ -264,6 +264,80 @@ TEST(MapMend, TakesAnyEncodingAndLineEnd) {
     expect(mendHdrFile, {{"a mark", mark + "nrows 4\n", "NROWS 4\n"}});
     expect(mendClrFile, {{"CR and a mark", mark + "1 2 3 4\r5 6 7 8\r", "1 2 3 4\n5 6 7 8\n"}});
     expect(mendTabFile, {{"a mark", mark + "!table\n", "!table\n"}});
+}
+
+/// What becomes of a file of which each of some rules alone is ignored, and what where none is.
+struct IgnoringRow {
+    const char* rule;
+    std::string mended;
+};
+
+void expectIgnoring(Mend (*mend)(std::string_view, const RuleNames&), const std::string& file,
+                    const std::vector<IgnoringRow>& rows) {
+    RuleNames all;
+    for (const IgnoringRow& row : rows) {
+        const Mend result = mend(file, {row.rule});
+        EXPECT_EQ(listed(result.doubts), std::vector<std::string>()) << row.rule;
+        EXPECT_EQ(withEdits(file, result.edits), row.mended) << row.rule;
+        EXPECT_TRUE(mend(row.mended, {row.rule}).edits.empty()) << row.rule << ", once more";
+        all.insert(row.rule);
+    }
+    EXPECT_EQ(withEdits(file, mend(file, all).edits), file);
+}
+
+TEST(MapMend, LeavesWhatIsIgnored) {
+    const std::string mark = "\xEF\xBB\xBF";
+    const std::string longNumber = zeros(63) + "5";
+    const std::string rows = "1,5 2 3\n4 5 " + longNumber + ",5\n";
+    expectIgnoring(
+        mendAscFile, mark + "NCOLS 3\nNODATA -9\nnrows 2\nxllcenter 1\nCELLSIZE 2\n" + rows,
+        {{"", "ncols 3\nnrows 2\nxllcorner 0\ncellsize 2\nNODATA_value -9\n1.5 2 3\n4 5 5.5\n"},
+         {"byte-order-mark", mark + "ncols 3\nnrows 2\nxllcorner 0\ncellsize 2\nNODATA_value -9\n"
+                                    "1.5 2 3\n4 5 5.5\n"},
+         {"key-case",
+          "NCOLS 3\nnrows 2\nxllcenter 1\nCELLSIZE 2\nNODATA_value -9\n1.5 2 3\n4 5 "
+          "5.5\n"},
+         {"key-unknown",
+          "ncols 3\nNODATA -9\nnrows 2\nxllcorner 0\ncellsize 2\n1.5 2 3\n4 5 "
+          "5.5\n"},
+         {"key-not-read",
+          "ncols 3\nnrows 2\nxllcenter 1\ncellsize 2\nNODATA_value -9\n1.5 2 3\n"
+          "4 5 5.5\n"},
+         {"row-misplaced",
+          "ncols 3\nNODATA_value -9\nnrows 2\nxllcorner 0\ncellsize 2\n1.5 2 "
+          "3\n4 5 5.5\n"},
+         {"row-width",
+          "ncols 3\nnrows 2\nxllcorner 0\ncellsize 2\nNODATA_value -9\n1,5 2 3\n4 5 "
+          "5,5\n"},
+         {"token-cut", "ncols 3\nnrows 2\nxllcorner 0\ncellsize 2\nNODATA_value -9\n1.5 2 3\n4 5 " +
+                           longNumber + ".5\n"}});
+    expectIgnoring(mendAscFile, kSizes + kRows + kNoData,
+                   {{"row-misplaced", kSizes + kNoData + kRows},
+                    {"nodata-missing", kSizes + kRows + kNoData}});
+    expectIgnoring(mendAscFile, placed("dx 2\ndy 2\n"), {{"key-not-read", placed("dx 2\ndy 2\n")}});
+    expectIgnoring(mendAscFile, placed("NCOLS 3\n"), {{"key-case", placed("NCOLS 3\n")}});
+    expectIgnoring(mendAscFile, kSizes + "cellsize 0,5\n" + kNoData + kRows,
+                   {{"row-width", kSizes + "cellsize 0,5\n" + kNoData + kRows}});
+    expectIgnoring(mendAscFile, "ncols 3\rnrows 1\r",
+                   {{"line-ends", "ncols 3\rnrows 1\r"}, {"utf-16", "ncols 3\nnrows 1\n"}});
+    expectIgnoring(mendHdrFile, "ncols 3\nNROW 2\nPixelType float\nXDIM " + longNumber + "\n",
+                   {{"", "NCOLS 3\nNROWS 2\nPIXELTYPE FLOAT\nXDIM 5\n"},
+                    {"key-case", "ncols 3\nNROWS 2\nPixelType float\nXDIM 5\n"},
+                    {"key-unknown", "NCOLS 3\nNROW 2\nPIXELTYPE FLOAT\nXDIM 5\n"},
+                    {"value-case", "NCOLS 3\nNROWS 2\nPIXELTYPE float\nXDIM 5\n"},
+                    {"token-cut", "NCOLS 3\nNROWS 2\nPIXELTYPE FLOAT\nXDIM " + longNumber + "\n"}});
+    expectIgnoring(mendHdrFile, "NCOLS 3\nncols 4\n", {{"key-case", "NCOLS 3\nncols 4\n"}});
+    expectIgnoring(mendClrFile, longNumber + " 1 2 3\n",
+                   {{"token-cut", longNumber + " 1 2 3\n"}, {"key-case", "5 1 2 3\n"}});
+    expectIgnoring(
+        mendTabFile, "FILE \"a\"\nType \"Raster\"\nUnits \"Degree\"\n(" + longNumber + ",2)\n",
+        {{"", "File \"a\"\nType \"RASTER\"\nUnits \"degree\"\n(5,2)\n"},
+         {"key-case", "FILE \"a\"\nType \"RASTER\"\nUnits \"degree\"\n(5,2)\n"},
+         {"type-not-supported", "File \"a\"\nType \"Raster\"\nUnits \"degree\"\n(5,2)\n"},
+         {"not-utm", "File \"a\"\nType \"RASTER\"\nUnits \"Degree\"\n(5,2)\n"},
+         {"token-cut", "File \"a\"\nType \"RASTER\"\nUnits \"degree\"\n(" + longNumber + ",2)\n"}});
+    expectIgnoring(mendTabFile, "Units \"m\"\nUNITS \"m\"\n",
+                   {{"key-case", "Units \"m\"\nUNITS \"m\"\n"}});
 }
 
 TEST(HdrMend, SpellsKeysAndThePixelType) {

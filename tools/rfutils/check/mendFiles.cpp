@@ -41,7 +41,7 @@ void writeDiff(std::string_view diff) {
 
 bool mendInPlace(const CheckedFile& file) {
     const FileWatch watch({file.file});
-    const FileMend mend = mendFile(file.file, file.kind, file.findings);
+    const FileMend mend = mendFile(file);
     if (isRefused(file, mend)) {
         return true;
     }
@@ -57,7 +57,7 @@ bool mendInPlace(const CheckedFile& file) {
 }
 
 bool showMend(const CheckedFile& file) {
-    const FileMend mend = mendFile(file.file, file.kind, file.findings);
+    const FileMend mend = mendFile(file);
     if (isRefused(file, mend)) {
         return true;
     }
