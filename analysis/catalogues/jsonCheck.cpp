@@ -42,6 +42,27 @@ std::string counted(std::size_t count, const char* what) {
     return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
 
+/// A word that people write for a member.
+struct MemberWord {
+    const char* word;
+    const char* member;
+};
+
+constexpr MemberWord kMemberWords[] = {
+    {"code", "enum"}, {"name", "label"}, {"order", "dispSeq"}, {"sequence", "dispSeq"}};
+
+/// The missing member for which a key is another word; -1 where there is none.
+int meantByOtherWord(const QString& key, const std::vector<QString>& missing) {
+    for (const MemberWord& other : kMemberWords) {
+        const auto found = std::find(missing.begin(), missing.end(), QLatin1String(other.member));
+        if (found != missing.end() &&
+            key.compare(QLatin1String(other.word), Qt::CaseInsensitive) == 0) {
+            return static_cast<int>(found - missing.begin());
+        }
+    }
+    return -1;
+}
+
 /// "a text", "a number", ...
 std::string nameOfKind(char first) {
     switch (first) {
@@ -392,14 +413,15 @@ void JsonCheck::reportUnread(const std::vector<QString>& missing,
                    {{places.key.begin + 1, kMarkLength, ""}});
             continue;
         }
-        const int meant = nearMiss(name, missing);
+        const int near = nearMiss(name, missing);
+        const int meant = near >= 0 ? near : meantByOtherWord(name, missing);
         if (meant < 0) {
             report(kMemberUnknown, places.key.begin, key + " is not read");
             continue;
         }
         const std::string known = missing[static_cast<std::size_t>(meant)].toStdString();
         std::vector<Edit> mend;
-        if (times[meant] == 1) {
+        if (near >= 0 && times[near] == 1) {
             mend.push_back(
                 {places.key.begin, places.key.end - places.key.begin, '"' + known + '"'});
         }

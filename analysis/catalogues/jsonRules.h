@@ -79,7 +79,8 @@ inline constexpr Rule kMemberMissing = {
 
 inline constexpr Rule kMemberMisspelt = {
     "member-misspelt", Severity::Warning,
-    "A member is not read, and its key is almost that of a member that is missing.",
+    "A member is not read, and its key is almost that of a member that is missing, or another word "
+    "for it, as code for enum.",
     "{\"lable\": \"Auto\", \"ID\": \"auto\", \"enum\": 0, \"dispSeq\": 1}",
     "Spell the key as the library does."};
 

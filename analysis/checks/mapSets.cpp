@@ -1,7 +1,6 @@
 #include "analysis/checks/mapSets.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 #include <cstddef>

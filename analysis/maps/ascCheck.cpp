@@ -150,12 +150,19 @@ private:
         nextRow_ = row + 1;
         const long long cells = checkCells(line);
         if (cells != header_.columns()) {
-            lines_.report("row-width", nullptr,
-                          "a row of " + std::to_string(cells) + " cells in a grid of " +
-                              std::to_string(header_.columns()) + " columns: " +
-                              (cells < header_.columns() ? "the missing ones are read as 0"
-                                                         : "those beyond are not read"));
+            reportWidth(cells);
         }
+    }
+
+    void reportWidth(long long cells) {
+        const int columns = header_.columns();
+        const bool isSeveral = cells % columns == 0;
+        lines_.report(
+            "row-width", nullptr,
+            "a row of " + std::to_string(cells) + " cells in a grid of " + std::to_string(columns) +
+                " columns: " +
+                (cells < columns ? "the missing ones are read as 0" : "those beyond are not read") +
+                (isSeveral ? "; each row needs a line of its own" : ""));
     }
 
     /// @return how many cells there are
@@ -231,7 +238,8 @@ private:
         const std::string announced = std::to_string(header_.rows());
         if (rows_ < header_.rows()) {
             findings_.add("rows-missing",
-                          "holds " + std::to_string(rows_) + " of " + announced + " rows");
+                          "only " + std::to_string(rows_) + " of " + announced +
+                              " rows: the others keep what the map held before, at first 0");
         }
         for (const PlacedRow& row : placed_) {
             if (row.row >= header_.rows()) {

@@ -118,10 +118,17 @@ std::vector<std::string_view> HeaderCheck::missingPlaces() const {
 }
 
 void HeaderCheck::checkSize(Findings& findings) const {
-    if (!isRefused_ && (columns_ <= 0 || rows_ <= 0)) {
-        findings.add("size-unusable", "announces no usable size: " + std::to_string(columns_) +
-                                          " columns and " + std::to_string(rows_) + " rows");
+    if (isRefused_ || (columns_ > 0 && rows_ > 0)) {
+        return;
     }
+    std::string missing;
+    for (const detail::SizeKey& size : format_.sizes) {
+        if (lineOfKey_.count(size.key) == 0) {
+            missing += (missing.empty() ? "; no line gives " : " or ") + std::string(size.key);
+        }
+    }
+    findings.add("size-unusable", "shows nothing: the map has " + std::to_string(columns_) +
+                                      " columns and " + std::to_string(rows_) + " rows" + missing);
 }
 
 }  // namespace rfu

@@ -71,22 +71,38 @@ void MapLines::report(std::string_view rule, const char* at, std::string text) {
     findings_.add(rule, number(), at != nullptr ? columnOf(at) : 0, std::move(text));
 }
 
-double MapLines::checkNumber(const detail::RawToken& token) {
+double MapLines::valueOf(const detail::RawToken& token) {
     const std::string_view text = writtenText(token);
-    const auto value = parseNumber(text);
-    if (!value) {
-        report("no-number", token.begin,
-               rfu::quoted(text) + " is no number: read as " + textOf(singleOf(token)));
+    if (const auto value = parseNumber(text)) {
+        return *value;
     }
-    return value.value_or(0.0);
+    if (isBeyondDouble(text)) {
+        return detail::decimalPrefix(text);
+    }
+    report("no-number", token.begin,
+           rfu::quoted(text) + " is no number: read as " + textOf(singleOf(token)));
+    return 0.0;
+}
+
+void MapLines::reportInfinite(const detail::RawToken& token, std::string_view rule,
+                              const char* kind) {
+    report(rule, token.begin,
+           rfu::quoted(writtenText(token)) + " is beyond the range of a " + kind +
+               ": read as infinite");
+}
+
+double MapLines::checkNumber(const detail::RawToken& token, std::string_view beyondRange) {
+    const double value = valueOf(token);
+    if (std::isinf(value)) {
+        reportInfinite(token, beyondRange, "double");
+    }
+    return value;
 }
 
 float MapLines::checkSingle(const detail::RawToken& token, std::string_view beyondRange) {
-    const float value = detail::toFloat(checkNumber(token));
+    const float value = detail::toFloat(valueOf(token));
     if (std::isinf(value)) {
-        report(
-            beyondRange, token.begin,
-            rfu::quoted(writtenText(token)) + " is beyond the range of a single: read as infinite");
+        reportInfinite(token, beyondRange, "single");
     }
     const float asRead = token.isCut() ? singleOf(token) : value;
     if (asRead < value || asRead > value) {  // not where only zeros or small decimals are cut

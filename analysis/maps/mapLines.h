@@ -50,8 +50,9 @@ public:
     void report(std::string_view rule, const char* at, std::string text);
 
     /// The value of a token of the last line. Reports one that is not a decimal number as a whole
-    /// (no-number), which has the value 0.
-    double checkNumber(const detail::RawToken& token);
+    /// (no-number), which has the value 0, and one beyond the range of a double.
+    double checkNumber(const detail::RawToken& token,
+                       std::string_view beyondRange = "number-infinite");
     /// The same where the loader reads a single: reports a token that is cut (token-cut) or beyond
     /// the range of a single as well.
     float checkSingle(const detail::RawToken& token,
@@ -66,6 +67,9 @@ public:
     void reportCut(const detail::RawToken& token, const std::string& asRead);
 
 private:
+    double valueOf(const detail::RawToken& token);
+    void reportInfinite(const detail::RawToken& token, std::string_view rule, const char* kind);
+
     Findings& findings_;
     QFile file_;
     std::size_t limit_;

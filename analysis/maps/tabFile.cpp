@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <initializer_list>
 #include <limits>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -38,6 +39,7 @@ constexpr Rule kTabRules[] = {
      "(1e39,0) (0,0) Label \"Pt 1\"", "Write the place of the point."},
     map_rules::kKeyCase,
     map_rules::kKeyNeedsOneValue,
+    map_rules::kKeyUnknown,
     {"type-not-supported", Severity::Error,
      "The loader refuses any file whose Type is not \"RASTER\".", "Type \"NATIVE\"",
      "Register the raster anew in the program that wrote the file; a table of other things is no "
@@ -117,6 +119,26 @@ std::string notUtm(const char* name, const char* right, const MapToken& token) {
            rfu::quoted(token.text);
 }
 
+/// A key, and how many tokens its line has.
+struct GeoreferenceKey {
+    std::string_view key;
+    std::size_t tokens;
+    detail::TabLine::Kind kind;
+};
+
+constexpr GeoreferenceKey kGeoreferenceKeys[] = {{"Type", 2, detail::TabLine::Kind::Type},
+                                                 {"File", 2, detail::TabLine::Kind::File},
+                                                 {"Units", 2, detail::TabLine::Kind::Units},
+                                                 {"CoordSys", 11, detail::TabLine::Kind::CoordSys}};
+
+/// Whether a word is a key but for one letter, the order of its letters or what is behind it, whatever their case.
+bool isNearKey(std::string_view word, std::string_view key) {
+    const QString typed = QString::fromLatin1(word.data(), static_cast<int>(word.size())).toLower();
+    const QString known = QString::fromLatin1(key.data(), static_cast<int>(key.size())).toLower();
+    return typed.startsWith(known) || editDistance(typed, known) == 1 ||
+           std::is_permutation(typed.begin(), typed.end(), known.begin(), known.end());
+}
+
 /// The lines of a georeference, in the order in which the loader reads them.
 class TabWalk {
 public:
@@ -152,6 +174,7 @@ private:
     }
 
     void takeLine(const detail::TabLine& line, const std::vector<MapToken>& tokens) {
+        kinds_.insert(line.kind);
         switch (line.kind) {
             case detail::TabLine::Kind::Type:
                 takeType(tokens[1]);
@@ -187,7 +210,8 @@ private:
                 isSameWord(std::string_view(tokens.back().text).substr(0, kName.size()), kName));
     }
 
-    /// Reports a line that is ignored for the spelling of its key, or for its number of values.
+    /// Reports a line that is ignored for the spelling of its key, or for its number of values. Of keys that are none,
+    /// files have many: one that is nearly another is reported at the end where the other one stands nowhere.
     void checkIgnored(const std::vector<MapToken>& tokens) {
         if (isMeantAsPoint(tokens)) {
             lines_.report(
@@ -195,9 +219,14 @@ private:
                 "not read: a control point is (X,Y) (COLUMN,ROW) Label \"Pt 1\", to \"Pt 4\"");
             return;
         }
-        static constexpr std::string_view kKeys[] = {"Type", "File", "Units", "CoordSys"};
-        for (const std::string_view key : kKeys) {
+        for (const GeoreferenceKey& known : kGeoreferenceKeys) {
+            const std::string_view key = known.key;
             if (tokens.empty() || !isSameWord(tokens[0].text, key)) {
+                if (tokens.size() == known.tokens && isNearKey(tokens[0].text, key) &&
+                    nearKeys_.size() < Findings::kMaxKept) {
+                    nearKeys_.push_back({lines_.number(), lines_.columnOf(tokens[0].raw.begin),
+                                         tokens[0].text, known});
+                }
                 continue;
             }
             if (tokens[0].text != key) {
@@ -271,8 +300,8 @@ private:
         }
         points_[index].x = lines_.checkSingle(tokens[0].raw, kPointInfinite);
         points_[index].y = lines_.checkSingle(tokens[1].raw, kPointInfinite);
-        points_[index].pixel = {lines_.checkNumber(tokens[2].raw),
-                                lines_.checkNumber(tokens[3].raw)};
+        points_[index].pixel = {lines_.checkNumber(tokens[2].raw, kPointInfinite),
+                                lines_.checkNumber(tokens[3].raw, kPointInfinite)};
     }
 
     /// Reports lines that the conversion of the points needs and that come only after it.
@@ -297,7 +326,22 @@ private:
         if (fileLine_ == 0) {
             findings_.add("raster-not-named", "names no raster file");
         }
+        for (const NearKey& near : nearKeys_) {
+            if (kinds_.count(near.known.kind) == 0) {
+                findings_.add(map_rules::kKeyUnknown.name, near.line, near.column,
+                              rfu::quoted(near.word) + " is not read: did you mean " +
+                                  std::string(near.known.key) + '?');
+            }
+        }
     }
+
+    /// A word that is nearly a key.
+    struct NearKey {
+        long long line;
+        long long column;
+        std::string word;
+        GeoreferenceKey known;
+    };
 
     struct NotUtm {
         long long column;
@@ -313,7 +357,9 @@ private:
     std::array<long long, 4> pointLines_{};
     bool isMisplacedReported_ = false;
     long long coordSysLine_ = 0;
-    std::vector<NotUtm> notUtm_;    // in that line
+    std::vector<NotUtm> notUtm_;             // in that line
+    std::set<detail::TabLine::Kind> kinds_;  // of the lines so far
+    std::vector<NearKey> nearKeys_;
     long long convertingLine_ = 0;  // of the units that make the loader convert the points
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 
 #include "analysis/support/inputError.h"
@@ -14,9 +15,10 @@ bool isError(const Finding& finding) {
     return finding.severity == Severity::Error;
 }
 
-/// Whole-file findings come last.
 bool isBefore(const Finding& a, const Finding& b) {
-    return a.line != 0 && (b.line == 0 || a.line < b.line);
+    const bool isOfFile = a.line == 0;
+    const bool isOtherOfFile = b.line == 0;
+    return std::tie(isOfFile, a.line, a.column) < std::tie(isOtherOfFile, b.line, b.column);
 }
 
 }  // namespace

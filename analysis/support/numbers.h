@@ -25,6 +25,9 @@ std::optional<double> parseNumber(std::string_view text);
 /// The same with or without the one unit behind it.
 std::optional<double> parseNumberOf(std::string_view unit, std::string_view text);
 
+/// Whether a whole text is a decimal number that parseNumber() refuses for its size.
+bool isBeyondDouble(std::string_view text);
+
 /// A whole text as a decimal integer that fits an int, with blanks allowed around it.
 std::optional<int> parseInteger(std::string_view text);
 

@@ -17,11 +17,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <initializer_list>
 #include <map>
 #include <memory>
 #include <numeric>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -440,8 +442,34 @@ struct Georeference {
     bool isOrdered = true;  // whether the units come after all that they convert
 };
 
+/// Whether a word in capitals has one letter more, less or other than a key, or its letters in another order, or begins
+/// with it.
+bool isNearly(const std::string& word, const std::string& key) {
+    const auto isOneMore = [](const std::string& more, const std::string& less) {
+        for (std::size_t i = 0; i < more.size(); ++i) {
+            if (more.substr(0, i) + more.substr(i + 1) == less) {
+                return true;
+            }
+        }
+        return false;
+    };
+    const auto sorted = [](std::string letters) {
+        std::sort(letters.begin(), letters.end());
+        return letters;
+    };
+    const bool isOneOther =
+        word.size() == key.size() && std::inner_product(word.begin(), word.end(), key.begin(), 0,
+                                                        std::plus<>(), std::not_equal_to<>()) == 1;
+    return isOneMore(word, key) || isOneMore(key, word) || isOneOther ||
+           sorted(word) == sorted(key) || word.rfind(key, 0) == 0;
+}
+
 Georeference georeferenceOf(const std::string& text) {
+    static const std::map<std::string, std::size_t> kTokens = {
+        {"TYPE", 2}, {"FILE", 2}, {"UNITS", 2}, {"COORDSYS", 11}};
     Georeference result;
+    std::set<std::string> keys;
+    std::set<std::string> nearKeys;
     long long line = 0;
     for (const Tokens& tokens : linesOf(text, '!')) {
         ++line;
@@ -452,6 +480,13 @@ Georeference georeferenceOf(const std::string& text) {
                 return word == "LABEL" || (&token == &tokens.back() && word.substr(0, 3) == "PT ");
             });
         const bool isConverted = !result.units.empty() && result.units[0] != "degree";
+        for (const auto& [known, count] : kTokens) {
+            if (!isPoint && tokens.size() == count && key == known) {
+                keys.insert(known);
+            } else if (!isPoint && tokens.size() == count && isNearly(key, known)) {
+                nearKeys.insert(known);
+            }
+        }
         if (isPoint) {
             const std::string label = unquoted(tokens.back());
             const bool isNamed = tokens.size() == 6 && label.size() == 4 &&
@@ -491,6 +526,8 @@ Georeference georeferenceOf(const std::string& text) {
             }
         }
     }
+    // A key that is nearly another one is that one, if the other one stands nowhere.
+    result.isWhole &= std::includes(keys.begin(), keys.end(), nearKeys.begin(), nearKeys.end());
     return result;
 }
 

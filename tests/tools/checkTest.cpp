@@ -68,16 +68,16 @@ TEST(Check, ShowsAFindingPerLine) {
         {finds("text", "check map.asc",
                "map.asc:1:1: error: NCOLS is not read: write ncols, keys are in lower case, except "
                "NODATA_value [key-case]\n"
-               "map.asc:1:1: error: announces no usable size: 0 columns and 2 rows "
-               "[size-unusable]\n"),
+               "map.asc:1:1: error: shows nothing: the map has 0 columns and 2 rows; no line gives "
+               "ncols [size-unusable]\n"),
          finds("JSON", "check map.asc --format json",
                "[\n"
                "  {\"file\": \"map.asc\", \"line\": 1, \"column\": 1, \"severity\": \"error\", "
                "\"rule\": \"key-case\", \"message\": \"NCOLS is not read: write ncols, keys are in "
                "lower case, except NODATA_value\"},\n"
                "  {\"file\": \"map.asc\", \"line\": null, \"column\": null, \"severity\": "
-               "\"error\", \"rule\": \"size-unusable\", \"message\": \"announces no usable size: 0 "
-               "columns and 2 rows\"}\n"
+               "\"error\", \"rule\": \"size-unusable\", \"message\": \"shows nothing: the map "
+               "has 0 columns and 2 rows; no line gives ncols\"}\n"
                "]\n"),
          shows("JSON without findings", "check unit.asc --format json --ignore key-unknown",
                "[]\n"),

@@ -300,16 +300,18 @@ TEST(Raster, SaysWhyItEnds) {
     folder.add("word.asc", kHead + "0 50 x 150\n");
     folder.add("rows.asc", kHead + "0 50 100 150\n200 -9999 300 -50\n");
     folder.add("lonely.hdr", kHdr);
-    expectCommands({fails("missing", "raster none.asc", "none.asc: No such file or directory"),
-                    fails("another file missing", "raster lonely.hdr",
-                          "lonely.bil: No such file or directory"),
-                    fails("a line", "raster word.asc", "word.asc:7: \"x\" is no number: read as 0"),
-                    fails("the file as a whole", "raster rows.asc", "rows.asc: holds 2 of 3 rows"),
-                    misuses("no file", "raster", "FILE is missing"),
-                    fails("a cell before a picture", "raster map.asc --at 9,9 --png none/out.png",
-                          "map.asc: has no cell 9,9; columns are 0 to 3, rows 0 to 2"),
-                    fails("a picture in no folder", "raster map.asc --at 0,0 --png none/out.png",
-                          "none/out.png: cannot be written: No such file or directory")
-                        .after("column  0\nrow     0\nvalue   0\n")},
-                   folder);
+    expectCommands(
+        {fails("missing", "raster none.asc", "none.asc: No such file or directory"),
+         fails("another file missing", "raster lonely.hdr",
+               "lonely.bil: No such file or directory"),
+         fails("a line", "raster word.asc", "word.asc:7: \"x\" is no number: read as 0"),
+         fails("the file as a whole", "raster rows.asc",
+               "rows.asc: only 2 of 3 rows: the others keep what the map held before, at first 0"),
+         misuses("no file", "raster", "FILE is missing"),
+         fails("a cell before a picture", "raster map.asc --at 9,9 --png none/out.png",
+               "map.asc: has no cell 9,9; columns are 0 to 3, rows 0 to 2"),
+         fails("a picture in no folder", "raster map.asc --at 0,0 --png none/out.png",
+               "none/out.png: cannot be written: No such file or directory")
+             .after("column  0\nrow     0\nvalue   0\n")},
+        folder);
 }

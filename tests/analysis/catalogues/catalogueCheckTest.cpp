@@ -90,6 +90,16 @@ TEST_F(JsonChecks, FindWhatIsSkipped) {
            R"(3:14 warning member-misspelt: "ID" is not read; did you mean "id"?)",
            R"(3:23 warning member-misspelt: "Enum" is not read; did you mean "enum"?)",
            R"(3:32 warning member-misspelt: "dispseq" is not read; did you mean "dispSeq"?)"}},
+         {"other words",
+          item(kChoice + ",\n" + R"({"Name":"L","id":"y","code":2,"order":2,"sequence":3})"),
+          {R"(3:1 warning member-missing: skipped: no members "label", "enum" and "dispSeq")",
+           R"(3:2 warning member-misspelt: "Name" is not read; did you mean "label"?)",
+           R"(3:22 warning member-misspelt: "code" is not read; did you mean "enum"?)",
+           R"(3:31 warning member-misspelt: "order" is not read; did you mean "dispSeq"?)",
+           R"(3:41 warning member-misspelt: "sequence" is not read; did you mean "dispSeq"?)"}},
+         {"another word beside its member",
+          item("{\"code\":2," + kLabel + kId),
+          {R"(2:2 warning member-unknown: "code" is not read)"}},
          {"near a member that is there",
           item("{\"lable\":\"M\"," + kLabel + kId),
           {R"(2:2 warning member-unknown: "lable" is not read)"}},
@@ -121,7 +131,7 @@ TEST_F(JsonChecks, FindWhatIsSkipped) {
         {{"a member is missing",
           item(R"({"id":"y","name":"N"},)" + kSetup),
           {R"(2:1 warning member-missing: skipped: no member "label")",
-           R"(2:11 warning member-unknown: "name" is not read)"}},
+           R"(2:11 warning member-misspelt: "name" is not read; did you mean "label"?)"}},
          {"an empty list",
           "{\"b\":[],\n\"c\":[" + kSetup + "]}",
           {R"(1:2 note group-empty: the group "b" has no setup)"}},
@@ -178,9 +188,9 @@ TEST_F(JsonChecks, FindWhatIsReadOtherwise) {
     expectOfSetups(
         {{"texts that are none",
           item(R"({"id":1.5,"label":{}})"),
-          {"2:19 error text-not-read: the label is read as an empty text: an object is no "
-           "text in quotes",
-           "2:7 error text-not-read: the id is read as an empty text: 1.5 is no text in quotes"}}});
+          {"2:7 error text-not-read: the id is read as an empty text: 1.5 is no text in quotes",
+           "2:19 error text-not-read: the label is read as an empty text: an object is no "
+           "text in quotes"}}});
 }
 
 TEST_F(JsonChecks, FindWhatIsReplaced) {
@@ -227,9 +237,9 @@ TEST_F(JsonChecks, FindWhatSurprises) {
           {"2:42 note choice-hidden: hidden: dispSeq is 0"}},
          {"the same numbers and labels",
           item(kChoice + ",\n" + R"({"label":"L","id":"y","enum":1,"dispSeq":1})"),
-          {"3:30 note code-repeated: enum 1 finds this choice or the one at line 2",
-           "3:42 note sequence-repeated: dispSeq 1 is also that of the one at line 2",
-           "3:10 note label-repeated: the label finds this choice or the one at line 2"}},
+          {"3:10 note label-repeated: the label finds this choice or the one at line 2",
+           "3:30 note code-repeated: enum 1 finds this choice or the one at line 2",
+           "3:42 note sequence-repeated: dispSeq 1 is also that of the one at line 2"}},
          {"two hidden ones",
           item(
               R"({"label":"L","id":"x","enum":1,"dispSeq":0},{"label":"M","id":"y","enum":2,"dispSeq":0})"),
@@ -238,8 +248,8 @@ TEST_F(JsonChecks, FindWhatSurprises) {
          {"answers for what is unknown",
           item("{\"label\":\"\",\"id\":\"None\",\"enum\":-999,\"dispSeq\":1},\n"
                "{\"label\":\"L\",\"id\":\"\",\"enum\":1,\"dispSeq\":2}"),
-          {"2:18 note answer-of-absence: the id \"None\" is also the answer for an unknown choice",
-           "2:10 note answer-of-absence: an empty label is also the answer for an unknown choice",
+          {"2:10 note answer-of-absence: an empty label is also the answer for an unknown choice",
+           "2:18 note answer-of-absence: the id \"None\" is also the answer for an unknown choice",
            "2:32 note answer-of-absence: the enum -999 is also the answer for an unknown choice",
            "3:19 note answer-of-absence: an empty id is also the answer for an unknown choice"}},
          {"items that differ in letter case",

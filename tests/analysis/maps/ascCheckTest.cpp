@@ -73,9 +73,11 @@ TEST_F(AscCheckTest, FindsTextThatTheLoaderDrops) {
               "...\" is too long: its first 63 characters are read as 1.234"}},
             {"a NUL in a row",
              kAscHeader + std::string("1 2 3 4\n5 6\0 7 8\n", 17),
-             {"6:4 error text-after-nul: the text behind a NUL in a line is not read",
-              "6:1 warning line-skipped: a line of two numbers is not read",
-              "error rows-missing: holds 1 of 2 rows"}},
+             {"6:1 warning line-skipped: a line of two numbers is not read",
+              "6:4 error text-after-nul: the text behind a NUL in a line is not read",
+              "error rows-missing: only 1 of 2 rows: the others keep what the map held before, at "
+              "first "
+              "0"}},
             {"a NUL behind whole rows",
              kAscHeader + kAscRows.substr(0, 15) + std::string("\0 9\n", 4),
              {"6:8 error text-after-nul: the text behind a NUL in a line is not read"}},
@@ -87,7 +89,7 @@ TEST_F(AscCheckTest, FindsTextThatTheLoaderDrops) {
              {"1:7 error no-whole-number: \"" + zeros(60) + "...\" is no whole number: read as 0",
               "1:7 error token-cut: \"" + zeros(60) +
                   "...\" is too long: its first 63 characters are read as 0",
-              "error size-unusable: announces no usable size: 0 columns and 2 rows"}}});
+              "error size-unusable: shows nothing: the map has 0 columns and 2 rows"}}});
 }
 
 TEST_F(AscCheckTest, FindsLinesBeyondTheLimit) {
@@ -121,15 +123,17 @@ TEST_F(AscCheckTest, FindsWhatIsNoNumber) {
             noNumber("3\"4\"", "34"),
             noNumber("\"4\"", "4"),
             noNumber("\"1 2\"", "1"),
-            noNumber("1e400", "inf"),
             noNumber("1e-400", "0"),
             noNumber("infinite", "inf"),
             noNumber("nan0", "nan"),
             {"too large for a double",
              withCell(std::string(400, '9')),
-             {"5:5 error no-number: \"" + std::string(60, '9') + "...\" is no number: read as inf",
-              "5:5 error token-cut: \"" + std::string(60, '9') +
-                  "...\" is too long: its first 63 characters are read as inf"}},
+             {"5:5 warning number-infinite: \"" + std::string(60, '9') +
+              "...\" is beyond the range of a single: read as infinite"}},
+            {"too large for a double, with an exponent",
+             withCell("1e999"),
+             {"5:5 warning number-infinite: \"1e999\" is beyond the range of a single: read as "
+              "infinite"}},
             {"two in a row",
              kAscHeader + "1 x 3 y\n5 6 7 8\n",
              {"5:3 error no-number: \"x\" is no number: read as 0",
@@ -171,7 +175,8 @@ TEST_F(AscCheckTest, FindsKeysThatAreNotRead) {
          {"capitals",
           "NCOLS 4\n" + kAscHeader.substr(8) + kAscRows,
           {"1:1 error key-case: NCOLS is not read: write ncols" + lower,
-           "error size-unusable: announces no usable size: 0 columns and 2 rows"}},
+           "error size-unusable: shows nothing: the map has 0 columns and 2 rows; no line gives "
+           "ncols"}},
          {"capitals of the origin",
           first("XLLCorner 4\n"),
           {"1:1 error key-case: XLLCorner is not read: write xllcorner" + lower}},
@@ -200,10 +205,17 @@ TEST_F(AscCheckTest, FindsKeysThatAreNotRead) {
 }
 
 TEST_F(AscCheckTest, FindsSizesThatMakeNoGrid) {
-    const std::string none = "error size-unusable: announces no usable size: ";
-    expect({{"empty", "", {none + "0 columns and 0 rows"}},
-            {"no rows", "ncols 4\nNODATA_value 0\n", {none + "4 columns and 0 rows"}},
-            {"no columns", "nrows 2\nNODATA_value 0\n" + kAscRows, {none + "0 columns and 2 rows"}},
+    const std::string none = "error size-unusable: shows nothing: the map has ";
+    const std::string empty = none + "0 columns and 0 rows; no line gives ncols or nrows";
+    expect({{"empty", "", {empty}},
+            {"NULs", std::string(1000, '\0'), {empty}},
+            {"lines of NULs", std::string("\0\0\n\0\n", 5), {empty}},
+            {"no rows",
+             "ncols 4\nNODATA_value 0\n",
+             {none + "4 columns and 0 rows; no line gives nrows"}},
+            {"no columns",
+             "nrows 2\nNODATA_value 0\n" + kAscRows,
+             {none + "0 columns and 2 rows; no line gives ncols"}},
             {"negative",
              "ncols 4\nnrows -2\nNODATA_value 0\n" + kAscRows,
              {none + "4 columns and -2 rows"}},
@@ -234,10 +246,13 @@ TEST_F(AscCheckTest, FindsRowsThatAreNotWholeOrNotInTheirPlace) {
     const auto width = [](const char* place, const char* cells) {
         return std::string(place) + " error row-width: a row of " + cells +
                " cells in a grid of 4 columns: " +
-               (*cells < '4' ? "the missing ones are read as 0" : "those beyond are not read");
+               (*cells < '4'   ? "the missing ones are read as 0"
+                : *cells > '7' ? "those beyond are not read; each row needs a line of its own"
+                               : "those beyond are not read");
     };
     const auto missing = [](const char* held) {
-        return std::string("error rows-missing: holds ") + held + " rows";
+        return std::string("error rows-missing: only ") + held +
+               " rows: the others keep what the map held before, at first 0";
     };
     const std::string skipped = " warning line-skipped: a line of one token is not read";
     expect(
@@ -247,6 +262,9 @@ TEST_F(AscCheckTest, FindsRowsThatAreNotWholeOrNotInTheirPlace) {
          {"cut to one cell", kAscHeader + "1 2 3 4\n5\n", {"6:1" + skipped, missing("1 of 2")}},
          {"a row missing", kAscHeader + "1 2 3 4\n", {missing("1 of 2")}},
          {"all rows missing", kAscHeader, {missing("0 of 2")}},
+         {"all rows in one line",
+          kAscHeader + "1 2 3 4 5 6 7 8\n",
+          {width("5:", "8"), missing("1 of 2")}},
          {"too many",
           kAscHeader + kAscRows + "9 8 7 6\n5 4 3 2\n",
           {"7: error row-beyond-grid: not shown: it becomes row 3 of a grid of 2",

@@ -121,16 +121,16 @@ TEST_F(BilCheckTest, FindsLinesThatAreNotReadAsWritten) {
           {}},
          {"a NUL",
           std::string("XDIM\0 1\n", 8) + kIntegerLines,
-          {"1:5 error text-after-nul: the text behind a NUL in a line is not read",
-           "1:1 error key-needs-one-value: XDIM" + pair}},
+          {"1:1 error key-needs-one-value: XDIM" + pair,
+           "1:5 error text-after-nul: the text behind a NUL in a line is not read"}},
          {"a line too long",
           "XDIM 1" + std::string(10239 - 6, ' ') + "2\n" + kIntegerLines,
           {"1:10240 error line-cut: of a line only the first 10239 characters are read"}}});
 }
 
 TEST_F(BilCheckTest, FindsSizesThatMakeNoGrid) {
-    const std::string none = "error size-unusable: announces no usable size: ";
-    expect({{"empty", "", {none + "0 columns and 0 rows"}},
+    const std::string none = "error size-unusable: shows nothing: the map has ";
+    expect({{"empty", "", {none + "0 columns and 0 rows; no line gives NCOLS or NROWS"}},
             {"negative", "NCOLS -3\nNROWS 2\n", {none + "-3 columns and 2 rows"}},
             {"no rows", "NCOLS 3\nNROWS 0\n", {none + "3 columns and 0 rows"}},
             {"too wide",

@@ -100,6 +100,10 @@ TEST_F(ClrCheckTest, FindsColorsThatAreNotShown) {
              "0 0 0 255\n",
              {"error colors-none: has no two lines for an entry: one is shown from -9999 to 9999, "
               "with a black lower end"}},
+            {"NULs",
+             std::string(1000, '\0'),
+             {"error colors-none: has no two lines for an entry: one is shown from -9999 to 9999, "
+              "with a black lower end"}},
             {"nothing",
              "",
              {"error colors-none: has no two lines for an entry: one is shown from -9999 to 9999, "
@@ -114,6 +118,10 @@ TEST_F(ClrCheckTest, FindsNumbersThatAreReadDifferently) {
             {"a value beyond singles",
              second("1e39 1 2 3"),
              {"2:1 warning number-infinite: \"1e39\" is beyond the range of a single: read as "
+              "infinite"}},
+            {"a value beyond doubles",
+             second("-1e999 1 2 3"),
+             {"2:1 warning number-infinite: \"-1e999\" is beyond the range of a single: read as "
               "infinite"}},
             {"a value too long",
              second(zeros(63) + "5 1 2 3"),

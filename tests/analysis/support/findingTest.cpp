@@ -36,18 +36,20 @@ TEST(Findings, TakeTheSeverityFromTheTable) {
     EXPECT_THROW(findings.add("none", "x"), std::logic_error);
 }
 
-TEST(Findings, SortByLineWithThoseOfTheFileLast) {
+TEST(Findings, SortByLineAndColumnWithThoseOfTheFileLast) {
     Findings findings = someFindings();
     findings.add("bad", "whole");
     findings.add("odd", 9, 1, "ninth");
     findings.add("odd", 2, 5, "second");
-    findings.add("odd", 2, 1, "as added");
+    findings.add("odd", 2, 1, "first");
+    findings.add("bad", 2, 5, "as added");
+    findings.add("bad", 2, 0, "line");
     findings.sort();
     std::string order;
     for (const Finding& finding : findings.kept()) {
         order += finding.text + ", ";
     }
-    EXPECT_EQ(order, "second, as added, ninth, whole, ");
+    EXPECT_EQ(order, "line, first, second, as added, ninth, whole, ");
 }
 
 TEST(Findings, KeepSomeHundredOfEachRule) {
