@@ -127,7 +127,7 @@ std::string written(const Grid& grid, const Damage& damage, Samples& samples) {
             lines.push_back("dx " + value);
             lines.push_back("dy " + value);
         } else {
-            lines.push_back(key + " " + value);
+            lines.push_back(key.append(" ").append(value));
         }
     }
     if (damage.hasMisplacedNoData) {

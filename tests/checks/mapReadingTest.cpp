@@ -208,7 +208,8 @@ std::string blank(Samples& samples) {
 }
 
 constexpr int kMaxSide = 9;
-constexpr float kBefore = 77.25F;  // in cells that no load has written
+constexpr std::size_t kSeenSide = 18;  // rows and columns of a grid that are compared
+constexpr float kBefore = 77.25F;      // in cells that no load has written
 
 class MapReadingTest : public ReadingTest {
 protected:
@@ -229,8 +230,8 @@ protected:
     }
 
     void clear() {
-        for (int row = 0; row < 2 * kMaxSide; ++row) {
-            std::fill(map->grid[row], map->grid[row] + 2 * kMaxSide, kBefore);
+        for (std::size_t row = 0; row < kSeenSide; ++row) {
+            std::fill_n(map->grid[row], kSeenSide, kBefore);
         }
         map->nCols = map->nRows = map->isFloat = map->unitKind = 0;
         map->originX = map->originY = map->cellSize = map->noData = kBefore;
@@ -290,13 +291,14 @@ TEST_F(MapReadingTest, OfAsciiGrids) {
         bool isInRun = false;                                 // of rows that are not read
         for (std::size_t i = 0; i < content.rows.size() && !isEmpty; ++i) {
             const Content::Row& row = content.rows[i];
-            if (i < 2 * kMaxSide && isRow(row, i) && static_cast<int>(i) < map->nRows) {
+            if (i < kSeenSide && isRow(row, i) && static_cast<int>(i) < map->nRows) {
                 isInRun = false;
                 continue;
             }
             isReadWhole = false;
             bool isElsewhere = false;
-            for (int other = 0; other < std::min(map->nRows, 2 * kMaxSide); ++other) {
+            for (int other = 0; other < std::min(map->nRows, static_cast<int>(kSeenSide));
+                 ++other) {
                 isElsewhere = isElsewhere || isRow(row, static_cast<std::size_t>(other));
             }
             if (!isElsewhere && !std::exchange(isInRun, true)) {
@@ -369,7 +371,7 @@ TEST_F(MapReadingTest, OfFloatGrids) {
         "NCOLS",  "NROWS",     "ULXMAP", "ULYMAP", "XDIM",         "NODATA",
         "NBANDS", "SKIPBYTES", "YDIM",   "NBITS",  "BANDROWBYTES", "TOTALROWBYTES"};
     Samples samples(20250302);
-    std::vector<float> cells(100 * kMaxSide);
+    std::vector<float> cells(std::size_t{100} * kMaxSide);
     forEachFile(20250303, hdrFile, [&](const std::string& text) {
         std::generate(cells.begin(), cells.end(), [&] { return samples.anySinglePattern(); });
         const QString name = write("map.hdr", text);

@@ -80,9 +80,8 @@ TEST(PlainText, EndsLinesInLf) {
 }
 
 TEST(PlainText, LeavesOtherTexts) {
-    for (const char* const text : {"", "a", "a\r\r", "a\nb\n", "a\r\nb\r\n", "a\rb\n",
-                                   "\xEF\xBB\xBF"
-                                   "a"}) {
+    for (const char* const text :
+         {"", "a", "a\r\r", "a\nb\n", "a\r\nb\r\n", "a\rb\n", "\xEF\xBB\xBFx"}) {
         EXPECT_EQ(inPlainText(text), std::nullopt) << text;
     }
 }
