@@ -77,7 +77,7 @@ double MapLines::valueOf(const detail::RawToken& token) {
         return *value;
     }
     if (isBeyondDouble(text)) {
-        return detail::decimalPrefix(text);
+        return detail::decimalPrefix(text);  // infinite, or 0 as one too near to zero for a single
     }
     report("no-number", token.begin,
            rfu::quoted(text) + " is no number: read as " + textOf(singleOf(token)));

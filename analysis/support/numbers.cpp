@@ -108,8 +108,7 @@ bool isBeyondDouble(std::string_view text) {
     const auto result = startsLikeNumber(text)
                             ? std::from_chars(text.data(), text.data() + text.size(), value)
                             : std::from_chars_result{text.data(), std::errc::invalid_argument};
-    return result.ec == std::errc::result_out_of_range && result.ptr == text.data() + text.size() &&
-           std::isinf(detail::decimalPrefix(text));
+    return result.ec == std::errc::result_out_of_range && result.ptr == text.data() + text.size();
 }
 
 std::optional<int> parseInteger(std::string_view text) {

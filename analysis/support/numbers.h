@@ -25,7 +25,7 @@ std::optional<double> parseNumber(std::string_view text);
 /// The same with or without the one unit behind it.
 std::optional<double> parseNumberOf(std::string_view unit, std::string_view text);
 
-/// Whether a whole text is a decimal number that parseNumber() refuses for its size.
+/// Whether a whole text is a decimal number that parseNumber() refuses for its size: too large, or too near to zero.
 bool isBeyondDouble(std::string_view text);
 
 /// A whole text as a decimal integer that fits an int, with blanks allowed around it.

@@ -109,7 +109,7 @@ struct Content {
 std::optional<Content::Row> rowOf(const Tokens& tokens, long long line) {
     Content::Row row{line, {}};
     for (const std::string& token : tokens) {
-        const auto number = numberOf(token);
+        const auto number = numberOf(token, Tiny::IsZero);
         if (!number) {
             return std::nullopt;
         }
@@ -162,7 +162,7 @@ Content contentOf(const std::string& file, const std::vector<std::string>& keys,
             const auto [known, isFirst] = content.words.emplace(key, word);
             content.isWhole &=
                 isForLoader ? isFirst && written == key : isFirst || known->second == word;
-        } else if (const auto value = numberOf(tokens.back());
+        } else if (const auto value = numberOf(tokens.back(), Tiny::IsZero);
                    tokens.size() == 2 && isOneOf(keys, key) && value) {
             const auto [known, isFirst] = content.numbers.emplace(key, *value);
             content.isWhole &= isFirst || (isOneOf(mayRepeat, key) && same(known->second, *value));
@@ -536,10 +536,10 @@ Georeference georeferenceOf(const std::string& text) {
 /// Whether the points are those of a projection that the library converts.
 bool isUtm(const Tokens& system) {
     const auto is = [&](std::size_t index, std::initializer_list<double> values) {
-        const auto number = numberOf(unquoted(system[index]).substr(0, 63));
+        const auto number = numberOf(unquoted(system[index]).substr(0, 63), Tiny::IsZero);
         return number && std::find(values.begin(), values.end(), *number) != values.end();
     };
-    const auto meridian = numberOf(unquoted(system[6]));
+    const auto meridian = numberOf(unquoted(system[6]), Tiny::IsZero);
     return is(3, {8.0}) && unquoted(system[5]) == "m" && meridian && std::abs(*meridian) <= 177.0 &&
            std::remainder(*meridian - 3.0, 6.0) == 0.0 && is(7, {0.0}) && is(8, {0.9996}) &&
            is(9, {500000.0}) && is(10, {0.0, 1e7});
@@ -577,7 +577,7 @@ TEST_F(MapReadingTest, OfGeoreferences) {
                                            &map->falseEasting, &map->falseNorthing};
             constexpr std::size_t kTokens[] = {6, 7, 9, 10};
             for (std::size_t i = 0; i < std::size(fields); ++i) {
-                const auto number = numberOf((*meant.system)[kTokens[i]]);
+                const auto number = numberOf((*meant.system)[kTokens[i]], Tiny::IsZero);
                 isReadWhole = isReadWhole && number && isRead(*fields[i], *number);
                 meridian = i == 0 && number ? *number : meridian;
             }

@@ -20,14 +20,18 @@
 
 namespace rfu::test {
 
-/// A whole token as a number, by strtod. A hexadecimal one is none, nor is one beyond the range of a double.
-inline std::optional<double> numberOf(const std::string& token) {
+/// What a number too near to zero for a double is read as: 0, as one too near for a single is, or not at all.
+enum class Tiny { IsZero, IsNone };
+
+/// A whole token as a number, by strtod. A hexadecimal one is none, nor is one too large for a double.
+inline std::optional<double> numberOf(const std::string& token, Tiny tiny) {
     const CLocale scope;
     char* end = nullptr;
     errno = 0;
     const double value = std::strtod(token.c_str(), &end);
     const bool isWhole = !token.empty() && *end == '\0';
-    const bool isBeyond = errno == ERANGE && (value == 0.0 || std::isinf(value));
+    const bool isBeyond =
+        errno == ERANGE && (std::isinf(value) || (value == 0.0 && tiny == Tiny::IsNone));
     return isWhole && !isBeyond && token.find_first_of("xX(") == std::string::npos
                ? std::optional(value)
                : std::nullopt;

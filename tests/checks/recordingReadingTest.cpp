@@ -71,7 +71,7 @@ bool matches(const std::string& text, const QRegularExpression& pattern) {
 std::optional<double> levelOf(const std::string& field) {
     static const QRegularExpression kNone = whole("|[+-]?(nan|inf|infinity)");
     return matches(field, kNone)                   ? traceRssiBuffer::kNoMeasurement
-           : field.find('\0') == std::string::npos ? numberOf(field)
+           : field.find('\0') == std::string::npos ? numberOf(field, Tiny::IsNone)
                                                    : std::nullopt;
 }
 
@@ -137,8 +137,9 @@ std::optional<HopAsWritten> hopOf(const std::string& line) {
     }
     std::vector<double> head;
     for (std::size_t i = 2; i < 6; ++i) {
-        const auto number =
-            fields[i].find('\0') == std::string::npos ? numberOf(fields[i]) : std::nullopt;
+        const auto number = fields[i].find('\0') == std::string::npos
+                                ? numberOf(fields[i], Tiny::IsNone)
+                                : std::nullopt;
         if (!number || std::isnan(*number) || std::isinf(*number)) {
             return std::nullopt;
         }

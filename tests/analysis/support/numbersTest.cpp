@@ -27,12 +27,13 @@ TEST(Numbers, ReadsWholeTextsOnly) {
 }
 
 TEST(Numbers, TellsThoseBeyondADouble) {
-    for (const char* const text : {"1e309", "-1e999", "+2E400", " 1.5e400 "}) {
+    for (const char* const text :
+         {"1e309", "-1e999", "+2E400", " 1.5e400 ", "1e-400", "-.1e-400"}) {
         EXPECT_TRUE(rfu::isBeyondDouble(text)) << text;
     }
     EXPECT_TRUE(rfu::isBeyondDouble(std::string(400, '9')));
-    for (const char* const text : {"", "1", "1e308", "1e-400", "inf", "nan", "1e400x", "1e 400",
-                                   "x", "0x1p9999", "+-1e400"}) {
+    for (const char* const text : {"", "1", "1e308", "1e-308", "1e-310", "inf", "nan", "1e400x",
+                                   "1e 400", "x", "0x1p9999", "+-1e400"}) {
         EXPECT_FALSE(rfu::isBeyondDouble(text)) << text;
     }
 }
