@@ -36,8 +36,8 @@ class WaterfallView : public SpectrumItem {
     Q_PROPERTY(QString palette READ palette WRITE setPalette NOTIFY paletteChanged)
     /// The palettes. Except for turbo, equal steps of the level look equally large.
     Q_PROPERTY(QStringList palettes READ palettes CONSTANT)
-    /// The level of the palette's lowest colour, in dBm. NaN, as at first, for one that follows from the levels
-    /// shown: a multiple of 5 dB that stays for as long as it suits them.
+    /// The level of the palette's lowest colour, in dBm, clamped to -1000 and 1000. NaN, as at first, for one
+    /// that follows from the levels shown: a multiple of 5 dB that stays for as long as it suits them.
     Q_PROPERTY(double minLevel READ minLevel WRITE setMinLevel NOTIFY minLevelChanged)
     /// The level of the palette's highest colour, otherwise as `minLevel`.
     Q_PROPERTY(double maxLevel READ maxLevel WRITE setMaxLevel NOTIFY maxLevelChanged)

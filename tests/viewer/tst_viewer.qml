@@ -167,6 +167,23 @@ TestCase {
         compare(colour(97.7), "#000000")
     }
 
+    // The settings show to what the colours are fitted; levels that no palette reaches are entered without complaint.
+    function test_coloursAreEnteredAndFitted() {
+        const window = open({ source: test.band })
+        const m = window.measurement
+        const waterfall = find(window, "waterfall")
+        m.coldest = -2000
+        m.hottest = 2000
+        compare(waterfall.minLevel, -1000)
+        compare(waterfall.maxLevel, 1000)
+        window.autoRange()
+        verify(waterfall.minLevel > -150 && waterfall.maxLevel < 0, waterfall.minLevel + " to " + waterfall.maxLevel)
+        compare(m.coldest, waterfall.minLevel)
+        compare(m.hottest, waterfall.maxLevel)
+        m.coldest = NaN
+        verify(isNaN(waterfall.minLevel))
+    }
+
     function test_keys() {
         const window = open({ source: test.band })
         const m = window.measurement

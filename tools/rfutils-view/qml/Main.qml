@@ -117,7 +117,13 @@ ApplicationWindow {
         measurement.minLevel = NaN
         measurement.maxLevel = NaN
     }
-    function autoRange() { spectrumPage.waterfall.autoRange() }
+    // The settings show to what the colours are fitted.
+    function autoRange() {
+        const waterfall = spectrumPage.waterfall
+        waterfall.autoRange()
+        measurement.coldest = waterfall.minLevel
+        measurement.hottest = waterfall.maxLevel
+    }
     function centreMarker() {
         const frequency = measurement.markers.get(measurement.marker).frequency
         const zoom = measurement.zoom

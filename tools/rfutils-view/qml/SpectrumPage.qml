@@ -147,9 +147,6 @@ Item {
                 palette: page.measurement.palette
                 minLevel: page.measurement.coldest
                 maxLevel: page.measurement.hottest
-                // What fits itself to the levels shows in the settings.
-                onMinLevelChanged: page.measurement.coldest = minLevel
-                onMaxLevelChanged: page.measurement.hottest = maxLevel
                 paused: page.measurement.paused
                 rowHeight: page.measurement.rowHeight
                 leftMargin: page.plotLeft
