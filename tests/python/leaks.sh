@@ -4,8 +4,9 @@
 #
 # usage: leaks.sh PYTHON BUILD
 set -euo pipefail
+build=$(realpath "$2")
 cd "$(dirname "$0")"
-export PYTHONPATH=$2/python PYTHONMALLOC=malloc PYTHONDONTWRITEBYTECODE=1 LC_ALL=C.UTF-8
+export PYTHONPATH=$build/python PYTHONMALLOC=malloc PYTHONDONTWRITEBYTECODE=1 LC_ALL=C.UTF-8
 export RFUTILS_SAMPLES=$PWD/../../examples/data OPENBLAS_NUM_THREADS=1
 
 lost() { # times
@@ -24,5 +25,5 @@ lost() { # times
 python=$1
 few=$(lost 10)
 many=$(lost 30)
-echo "definitely lost: $few bytes after 10 rounds, $many after 30"
+echo "definitely lost: $few after 10 rounds, $many after 30"
 test "$few" = "$many"
