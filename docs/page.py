@@ -11,6 +11,7 @@ The documents are written for GitHub's reading. Doxygen differs from it in six t
 - a backslash is one, within `code` too
 - <!-- @... --> holds a line for the reference alone, such as the diagram of the rooms
 """
+import collections
 import pathlib
 import re
 import sys
@@ -64,6 +65,7 @@ def rendered(document):
     path = document.resolve()
     name = page(path.relative_to(ROOT).as_posix())
     inside = None  # the language of the block that a line stands in
+    repeated = collections.Counter()  # how often a heading stood before; GitHub numbers its further ones
     for line in path.read_text(encoding="utf-8").splitlines():
         if match := FENCE.match(line):
             math = "math" in (match[1], inside)
@@ -76,7 +78,9 @@ def rendered(document):
             is_page = match[1] == "#"
             title = match[2].replace("`", "") if is_page else match[2]
             own = name if is_page else f"{name}_{anchor(title)}"
-            yield f"{match[1]} {title} {{#{own}}}"
+            number = f"-{repeated[own]}" if repeated[own] else ""
+            repeated[own] += 1
+            yield f"{match[1]} {title} {{#{own}{number}}}"
         elif match := ONLY_HERE.match(line):
             yield match[1]
         else:
