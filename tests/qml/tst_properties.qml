@@ -38,9 +38,9 @@ TestCase {
         MarkerModel { trace: TraceModel { Component.onCompleted: append([-1, -2]) } limit: -1.5; Component.onCompleted: set(0, 1) }
     }
 
-    function ready(component, status) {
+    function settled(component, property, value) {
         const object = createTemporaryObject(component, test)
-        tryCompare(object, "status", status)
+        tryCompare(object, property, value)
         return object
     }
 
@@ -52,17 +52,17 @@ TestCase {
             { tag: "RasterMap", make: () => createTemporaryObject(rasterMap, test) },
             { tag: "MapView", make: () => createTemporaryObject(mapView, test), names: ["map", "marks", "font"] },
             { tag: "RangeHint", make: () => createTemporaryObject(rangeHint, test) },
-            { tag: "Catalogue", make: () => ready(catalogue, Catalogue.Ready) },
+            { tag: "Catalogue", make: () => settled(catalogue, "status", Catalogue.Ready) },
             { tag: "ChoiceModel", make: () => createTemporaryObject(choiceModel, test) },
-            { tag: "SetupModel", make: () => ready(setupModel, SetupModel.Ready) },
+            { tag: "SetupModel", make: () => settled(setupModel, "status", SetupModel.Ready) },
             { tag: "MarkerModel", make: () => createTemporaryObject(markerModel, test) },
             { tag: "ToastModel", make: () => createTemporaryObject(toastModel, test) },
             { tag: "FrequencyZoom", make: () => createTemporaryObject(frequencyZoom, test) },
             { tag: "TraceView", make: () => createTemporaryObject(traceView, test), names: ["trace", "zoom", "markers", "font"] },
-            { tag: "RecordingSource", make: () => ready(recordingSource, RecordingSource.Ready) },
+            { tag: "RecordingSource", make: () => settled(recordingSource, "status", RecordingSource.Ready) },
             { tag: "WaterfallView", make: () => createTemporaryObject(waterfallView, test),
               names: ["trace", "zoom", "markers", "font", "palette", "palettes", "cursorTime"] },
-            { tag: "TraceModel", make: () => createTemporaryObject(traceModel, test) }
+            { tag: "TraceModel", make: () => settled(traceModel, "count", 1) }
         ]
     }
     function test_survivesGarbageCollection(row) {
