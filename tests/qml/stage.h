@@ -44,9 +44,7 @@ private:
     // Templates, because the statements of the other version do not compile.
     template <typename Control>
     static void initialize(Control& control) {
-        if constexpr (rfu::qt::kIsQt6) {
-            control.initialize();
-        } else {
+        if constexpr (!rfu::qt::kIsQt6) {  // there it is for GPUs alone
             control.initialize(nullptr);
         }
     }
