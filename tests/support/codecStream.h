@@ -12,27 +12,39 @@
 
 namespace rfu::test {
 
-/// Decodes a device by a text codec: the part of Qt 5's QTextStream that Qt 6's has lost.
+/// Decodes a device block by block by a text codec: the part of Qt 5's QTextStream that Qt 6's has
+/// lost.
 class CodecStream {
 public:
-    explicit CodecStream(QIODevice* device) : bytes_(device->readAll()) {
-        constexpr int kLongestMark = 4;
-        setCodec(
-            QTextCodec::codecForUtfText(bytes_.left(kLongestMark), QTextCodec::codecForLocale()));
-    }
+    explicit CodecStream(QIODevice* device)
+        : device_(device),
+          codec_(QTextCodec::codecForUtfText(device->peek(kLongestMark),
+                                             QTextCodec::codecForLocale())) {}
 
-    void setCodec(QTextCodec* codec) { text_ = codec->toUnicode(bytes_); }
+    void setCodec(QTextCodec* codec) { codec_ = codec; }
 
     QString read(qint64 size) {
-        const QString piece = text_.mid(static_cast<int>(at_), static_cast<int>(size));
-        at_ += piece.size();
+        while (text_.size() < size && decodeNextBlock()) {
+        }
+        const QString piece = text_.left(static_cast<int>(size));
+        text_.remove(0, static_cast<int>(size));
         return piece;
     }
 
 private:
-    QByteArray bytes_;
+    static constexpr qint64 kLongestMark = 4;
+    static constexpr qint64 kBlock = 16384;
+
+    bool decodeNextBlock() {
+        const QByteArray bytes = device_->read(kBlock);
+        text_ += codec_->toUnicode(bytes.constData(), static_cast<int>(bytes.size()), &state_);
+        return !bytes.isEmpty();
+    }
+
+    QIODevice* device_;
+    QTextCodec* codec_;
+    QTextCodec::ConverterState state_;
     QString text_;
-    qint64 at_ = 0;
 };
 
 /// What decodes by text codecs: Qt 5's own class, where there is one.
