@@ -8,7 +8,7 @@
 
 #include <rfUtils/rfUtilsExport.h>
 
-#include <QHash>
+#include <QMap>
 #include <QString>
 #include <QVariant>
 
@@ -39,7 +39,7 @@ public:
     QString formatter() const;
 
 private:
-    QHash<QString, QVariant> properties_;
+    QMap<QString, QVariant> properties_;  // Qt 6's QHash ends the process where memory runs out
     QString formatter_;
 };
 

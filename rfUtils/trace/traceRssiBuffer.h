@@ -147,8 +147,9 @@ public:
     bool getDataMarkerPower(std::vector<double>& out, int marker) const;
 
     /// @brief The same into a Qt vector, which keeps its capacity.
-    /// @param out    replaced; empty on false. Clearing a vector that shares its data needs memory:
-    ///               where that runs out (std::bad_alloc), the vector is unchanged
+    /// @param out    replaced; empty on false and where memory runs out (std::bad_alloc). Qt 5 needs
+    ///               memory to clear a vector that shares its data: where that runs out, the vector
+    ///               is unchanged
     /// @param marker 0 to 5
     /// @return false for a bad marker or an empty ring
     bool getDataMarkerPower(QVector<double>& out, int marker) const;
