@@ -3,6 +3,9 @@
 
 usage: inputs.py values FILE     a million values in every unit that is read without an antenna
        inputs.py recording FILE  100 MB of sweeps as rtl_power writes them: 8 hops of 1025 levels
+       inputs.py raster FILE     an ASCII grid of 2048 x 2048 cells of two decimals, 8 bytes each
+       inputs.py exact FILE      the same of 17 decimals, 23 bytes each
+       inputs.py catalogue FILE  9 MB: 125,000 choices in 2500 items
 """
 import random
 import sys
@@ -16,6 +19,11 @@ RECORDING_BYTES = 100000000
 HOPS = 8
 HOP_HERTZ = 2500000
 LEVELS = 1025
+
+SIDE = 2048
+
+ITEMS = 2500
+CHOICES = 50
 
 
 def write_values(file):
@@ -42,8 +50,27 @@ def write_recording(file):
         second += 1
 
 
+def write_grid(file, decimals):
+    draw = random.Random(3)
+    file.write(f"ncols {SIDE}\nnrows {SIDE}\nxllcorner 300000\nyllcorner 5000000\ncellsize 30\n"
+               "NODATA_value -9999\n")
+    for _ in range(SIDE):
+        file.write(" ".join(f"{draw.uniform(1000, 9000):.{decimals}f}" for _ in range(SIDE)) + "\n")
+
+
+def write_catalogue(file):
+    for item in range(ITEMS):
+        choices = ",\n".join(
+            f'    {{"label": "Choice {i}", "id": "choice{i}", "enum": {i}, "dispSeq": {i + 1}}}'
+            for i in range(CHOICES))
+        file.write(f'{"," if item else "{"}\n  "item{item}": [\n{choices}\n  ]')
+    file.write("\n}\n")
+
+
 def main():
-    writers = {"values": write_values, "recording": write_recording}
+    writers = {"values": write_values, "recording": write_recording,
+               "raster": lambda file: write_grid(file, 2), "exact": lambda file: write_grid(file, 17),
+               "catalogue": write_catalogue}
     if len(sys.argv) != 3 or sys.argv[1] not in writers:
         print(__doc__, file=sys.stderr)
         return 2

@@ -12,13 +12,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <locale>
 #include <map>
 #include <memory>
 #include <new>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -208,10 +208,10 @@ private:
     }
 
     void describeCells(Report& report, int rows) const {
-        static const float zeros[2048] = {};
+        static const std::string zeros(2048 * sizeof(float), '\0');
         for (int row = 0; row < std::clamp(rows, 0, 2048); ++row) {
             const float* const cells = map_->grid[row];
-            if (std::memcmp(cells, zeros, sizeof zeros) == 0) {
+            if (std::string_view(reinterpret_cast<const char*>(cells), zeros.size()) == zeros) {
                 continue;
             }
             int end = 2048;

@@ -115,8 +115,9 @@ TEST(CheckFix, spellsMembersOfJsonAndKeepsTheRest) {
 TEST(CheckFix, writesRecordingsInPlainText) {
     const SampleFolder folder;
     const std::string line = "2024-05-04, 21:15:00, 100, 130, 10, 1, -80.1, -80.2, -80.3";
+    const std::string text = line + '\r' + line + '\r';
     std::string wide = "\xFF\xFE";
-    for (const char c : line + '\r' + line + '\r') {
+    for (const char c : text) {
         wide += {c, '\0'};
     }
     folder.add("r.csv", wide);

@@ -68,22 +68,19 @@ void makeRecording(const SampleFolder& folder, const char* name, qint64 bytes) {
     Noise().writeTo(file, bytes);
 }
 
-rusage usage() {
+/// The most of all commands so far, in KiB.
+long mostMemory() {
     rusage used = {};
     getrusage(RUSAGE_CHILDREN, &used);
-    return used;
+    return used.ru_maxrss;
 }
 
 /// Of the processor, in seconds.
 double timeOf(const QStringList& words, const SampleFolder& folder) {
-    const auto seconds = [](const rusage& used) {
-        return static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
-               static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec) / 1e6;
-    };
-    const double before = seconds(usage());
+    const double before = commandSeconds();
     const CommandResult result = runCommand(words, {}, folder);
     EXPECT_TRUE(result.exitStatus == 0 || result.exitStatus == 3) << result.errors;
-    return seconds(usage()) - before;
+    return commandSeconds() - before;
 }
 
 }  // namespace
@@ -118,7 +115,7 @@ TEST(LongRecording, TakesLittleMemoryAndTimeInProportion) {
         };
         const double shortTime = timeOf(words("short.csv"), folder);
         const double longTime = timeOf(words("long.csv"), folder);
-        const long memory = usage().ru_maxrss;  // the most of all commands so far
+        const long memory = mostMemory();
         EXPECT_LT(memory, kMostMemory) << command;
         EXPECT_LT(longTime, kMostTimes * shortTime * kLong / kShort) << command;
         std::printf("%-50s %6.2f s %7.2f s %6.0f MB at most so far\n", command, shortTime, longTime,

@@ -11,6 +11,8 @@
 #include <sstream>
 #include <utility>
 
+#include <sys/resource.h>
+
 namespace {
 
 constexpr int kPatienceMs = 60000;
@@ -74,6 +76,13 @@ CommandResult runCommand(const QStringList& arguments, const std::string& input,
     result.output = process.readAllStandardOutput().toStdString();
     result.errors = process.readAllStandardError().toStdString();
     return result;
+}
+
+double commandSeconds() {
+    rusage used = {};
+    getrusage(RUSAGE_CHILDREN, &used);
+    return static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) +
+           static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec) / 1e6;
 }
 
 Words::Words(const char* line) : list(splitWords(line)) {}

@@ -65,6 +65,9 @@ private:
 CommandResult runCommand(const QStringList& arguments, const std::string& input = {},
                          const SampleFolder& folder = {});
 
+/// What the commands that have ended took of the processor so far, in seconds.
+double commandSeconds();
+
 /// Runs each case and compares its exit status, standard output and standard error whole.
 void expectCommands(const std::vector<CommandCase>& cases, const SampleFolder& folder = {});
 

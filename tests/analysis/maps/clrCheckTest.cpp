@@ -94,7 +94,7 @@ TEST_F(ClrCheckTest, FindsColorsThatAreNotShown) {
              {"65:1 warning line-skipped: a line that is no colour",
               "66: warning colors-cut: cut after 64 lines: 1 of 65 colours are not read"}},
             {"a colour behind a NUL behind 64 lines",
-             entries(32) + std::string("\0 1 2 3 4\n", 11),
+             entries(32) + std::string("\0 1 2 3 4\n", 10),
              {"65:1 error text-after-nul: the text behind a NUL in a line is not read"}},
             {"one line",
              "0 0 0 255\n",

@@ -22,6 +22,7 @@ struct MendRow {
 
 std::vector<std::string> listed(const std::vector<Doubt>& doubts) {
     std::vector<std::string> result;
+    result.reserve(doubts.size());
     for (const Doubt& doubt : doubts) {
         result.push_back(std::to_string(doubt.line) + ": " + doubt.text);
     }

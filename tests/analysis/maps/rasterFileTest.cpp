@@ -251,8 +251,11 @@ TEST_F(RasterFileTest, KeepsTheMeanBetweenTheExtremesAsTheyArePrinted) {
         double value;
     } kCells[] = {{"0.1", 0.1}, {"-0.1", -0.1}, {"0.7", 0.7}, {"-0.7", -0.7}, {"3e38", 3e38}};
     for (const auto& row : kCells) {
-        const std::string cell = row.cell;
-        EXPECT_EQ(statisticsOfRow(cell + ' ' + cell + ' ' + cell, "3").mean, row.value) << cell;
+        std::string cells;
+        for (int i = 0; i < 3; ++i) {
+            cells.append(row.cell) += ' ';
+        }
+        EXPECT_EQ(statisticsOfRow(cells, "3").mean, row.value) << row.cell;
     }
 }
 

@@ -235,8 +235,10 @@ TEST_F(TabFileTest, FindsConversionsThatAreNotFromUtm) {
          coordSys("8, 104, \"m\", 3, 0, 1, 0, 0") + kUtm31,
          kMetres,
          {"12:3 warning key-repeated: CoordSys stands in line 11 already; the last one counts"}}};
+    const std::string head = kStart + kFile + kPoints;
     for (const auto& row : kFiles) {
-        const std::string file = kStart + kFile + kPoints + row.coordSys + row.units;
+        std::string file = head;
+        file.append(row.coordSys).append(row.units);
         EXPECT_EQ(listed(checkTab(write("map.tab", file)).findings), row.findings) << row.name;
     }
 }

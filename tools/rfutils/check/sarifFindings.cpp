@@ -68,10 +68,6 @@ private:
     /// A finding without a place stands at the beginning of its file, because results need one.
     std::string resultOf(const Finding& finding, SourceLines& source) const {
         const long long line = finding.line > 0 ? finding.line : 1;
-        const auto text = finding.column > 1 ? source.line(line) : std::nullopt;
-        const std::size_t before = text ? widthOf(std::string_view(*text).substr(
-                                              0, static_cast<std::size_t>(finding.column - 1)))
-                                        : 0;
         return "{" + member("ruleId", finding.rule) +
                ", \"ruleIndex\": " + std::to_string(indexOfRule_.at(finding.rule)) + ", " +
                member("level", nameOf(finding.severity)) + ", " +
@@ -79,7 +75,17 @@ private:
                ", \"locations\": [{\"physicalLocation\": {\"artifactLocation\": {" +
                member("uri", uriOf(finding.file)) +
                "}, \"region\": {\"startLine\": " + std::to_string(line) +
-               ", \"startColumn\": " + std::to_string(before + 1) + "}}}]}";
+               ", \"startColumn\": " + std::to_string(columnOf(finding, source)) + "}}}]}";
+    }
+
+    /// Counts characters where the line is there, else bytes.
+    static std::size_t columnOf(const Finding& finding, SourceLines& source) {
+        if (finding.column <= 1) {
+            return 1;
+        }
+        const auto bytes = static_cast<std::size_t>(finding.column - 1);
+        const auto text = source.line(finding.line);
+        return 1 + (text ? widthOf(std::string_view(*text).substr(0, bytes)) : bytes);
     }
 
     Output& output_ = standardOutput();

@@ -16,7 +16,7 @@ public:
     /// @param file none of whose lines is there where it does not open: a finding says so
     explicit SourceLines(const QString& file);
 
-    /// Nothing where there is no such line.
+    /// Nothing where there is no such line, and from a line of more than LineReader::kMaxLine bytes on.
     std::optional<std::string> line(long long number);
 
 private:
