@@ -16,7 +16,6 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <functional>
 #include <initializer_list>
 #include <map>
@@ -195,7 +194,8 @@ std::string spelled(Samples& samples, double value) {
 std::string number(Samples& samples) {
     switch (samples.below(12)) {
         case 0:
-            return samples.oneOf(std::vector<std::string>{"nan", "-inf", "1e38", "1e-50", "-0"});
+            return samples.oneOf(
+                std::vector<std::string>{"nan", "-inf", "1e38", "1e-50", "-1e-400", "-0"});
         case 1:
             return samples.text("0123456789", 25) + "1";
         default:
@@ -398,17 +398,17 @@ TEST_F(MapReadingTest, OfFloatGrids) {
         if (!isFloat) {
             return true;  // no cell is read
         }
-        std::vector<float> used(cells.begin(), cells.begin() + map->nCols * map->nRows);
+        const auto columns = static_cast<std::size_t>(map->nCols);
+        const std::size_t count = columns * static_cast<std::size_t>(map->nRows);
+        std::vector<float> used(cells.begin(), cells.begin() + static_cast<std::ptrdiff_t>(count));
         const std::size_t missing = samples.below(4) == 0 ? 1 + samples.below(used.size()) : 0;
         used.resize(used.size() - missing);
         used.resize(used.size() + (missing == 0 ? samples.below(2) : 0));
         write("map.bil", bytesOf(used));
         EXPECT_TRUE(map->loadBILFile(name));
-        bool areSame = used.size() == static_cast<std::size_t>(map->nCols * map->nRows);
+        bool areSame = used.size() == count;
         for (std::size_t i = 0; i < used.size() && areSame; ++i) {
-            const auto columns = static_cast<std::size_t>(map->nCols);
-            areSame =
-                std::memcmp(&map->grid[i / columns][i % columns], &used[i], sizeof(float)) == 0;
+            areSame = same(map->grid[i / columns][i % columns], used[i]);
         }
         expectToSay(checkBil(named("map.bil"), check), areSame);
         return true;
