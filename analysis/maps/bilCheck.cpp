@@ -1,5 +1,6 @@
 #include "analysis/maps/bilCheck.h"
 
+#include <rfUtils/detail/saturate.h>
 #include <QFile>
 #include <QTextCodec>
 #include <algorithm>
@@ -107,9 +108,9 @@ const LayoutKey* layoutKey(std::string_view word) {
 }
 
 bool isSameValue(std::string_view a, std::string_view b) {
-    const auto x = parseNumber(a);
-    const auto y = parseNumber(b);
-    return x && y ? static_cast<float>(*x) == static_cast<float>(*y) : isSameWord(a, b);
+    const auto x = parseNumberOfAnySize(a);
+    const auto y = parseNumberOfAnySize(b);
+    return x && y ? detail::toFloat(*x) == detail::toFloat(*y) : isSameWord(a, b);
 }
 
 /// The lines of a header, in the order in which the loader reads them.

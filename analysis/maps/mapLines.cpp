@@ -73,11 +73,8 @@ void MapLines::report(std::string_view rule, const char* at, std::string text) {
 
 double MapLines::valueOf(const detail::RawToken& token) {
     const std::string_view text = writtenText(token);
-    if (const auto value = parseNumber(text)) {
+    if (const auto value = parseNumberOfAnySize(text)) {
         return *value;
-    }
-    if (isBeyondDouble(text)) {
-        return detail::decimalPrefix(text);  // infinite, or 0 as one too near to zero for a single
     }
     report("no-number", token.begin,
            rfu::quoted(text) + " is no number: read as " + textOf(singleOf(token)));

@@ -102,13 +102,17 @@ std::optional<double> parseNumberOf(std::string_view unit, std::string_view text
     return quantity->value;
 }
 
-bool isBeyondDouble(std::string_view text) {
+std::optional<double> parseNumberOfAnySize(std::string_view text) {
     text = withoutPlus(trimmed(text));
+    if (!startsLikeNumber(text)) {
+        return std::nullopt;
+    }
     double value = 0.0;
-    const auto result = startsLikeNumber(text)
-                            ? std::from_chars(text.data(), text.data() + text.size(), value)
-                            : std::from_chars_result{text.data(), std::errc::invalid_argument};
-    return result.ec == std::errc::result_out_of_range && result.ptr == text.data() + text.size();
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (result.ptr != text.data() + text.size()) {
+        return std::nullopt;
+    }
+    return result.ec == std::errc() ? value : detail::decimalPrefix(text);
 }
 
 std::optional<int> parseInteger(std::string_view text) {

@@ -22,11 +22,11 @@ std::string_view withoutPlus(std::string_view text);
 /// a double give nothing.
 std::optional<double> parseNumber(std::string_view text);
 
-/// The same with or without the one unit behind it.
-std::optional<double> parseNumberOf(std::string_view unit, std::string_view text);
+/// The same, where one too large for a double is infinite and one too near to zero is 0.
+std::optional<double> parseNumberOfAnySize(std::string_view text);
 
-/// Whether a whole text is a decimal number that parseNumber() refuses for its size: too large, or too near to zero.
-bool isBeyondDouble(std::string_view text);
+/// What parseNumber() gives, with or without the one unit behind it.
+std::optional<double> parseNumberOf(std::string_view unit, std::string_view text);
 
 /// A whole text as a decimal integer that fits an int, with blanks allowed around it.
 std::optional<int> parseInteger(std::string_view text);

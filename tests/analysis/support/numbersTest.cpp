@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <optional>
+#include <string>
 #include <utility>
 
 using rfu::parseFrequency;
@@ -26,15 +28,33 @@ TEST(Numbers, ReadsWholeTextsOnly) {
     }
 }
 
-TEST(Numbers, TellsThoseBeyondADouble) {
-    for (const char* const text :
-         {"1e309", "-1e999", "+2E400", " 1.5e400 ", "1e-400", "-.1e-400"}) {
-        EXPECT_TRUE(rfu::isBeyondDouble(text)) << text;
-    }
-    EXPECT_TRUE(rfu::isBeyondDouble(std::string(400, '9')));
-    for (const char* const text : {"", "1", "1e308", "1e-308", "1e-310", "inf", "nan", "1e400x",
-                                   "1e 400", "x", "0x1p9999", "+-1e400"}) {
-        EXPECT_FALSE(rfu::isBeyondDouble(text)) << text;
+TEST(Numbers, ReadsThoseBeyondADoubleAsInfiniteOrZero) {
+    constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    const struct {
+        std::string text;
+        std::optional<double> number;
+    } kRows[] = {
+        {"1e309", kInfinite},
+        {"-1e999", -kInfinite},
+        {"+2E400", kInfinite},
+        {" 1.5e400 ", kInfinite},
+        {std::string(400, '9'), kInfinite},
+        {"1e-400", 0.0},
+        {"-.1e-400", 0.0},
+        {"1e308", 1e308},
+        {"-2.5 ", -2.5},
+        {"4.9e-324", 4.9e-324},
+        {"", {}},
+        {"inf", {}},
+        {"nan", {}},
+        {"1e400x", {}},
+        {"1e 400", {}},
+        {"x", {}},
+        {"0x1p9999", {}},
+        {"+-1e400", {}},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(rfu::parseNumberOfAnySize(row.text), row.number) << row.text;
     }
 }
 
