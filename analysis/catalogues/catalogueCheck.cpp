@@ -82,7 +82,7 @@ constexpr Rule kAnswerOfAbsence = {
 constexpr Rule kItemCase = {
     "item-case", Severity::Note,
     "Unlike the ids of choices, the ids of items are compared letter by letter: two that differ in "
-    "letter case are two items.",
+    "letter case, or in blanks around them, are two items.",
     "{\"trigger\": [...], \"Trigger\": [...]}",
     "Spell both alike and join the lists, if one item is meant."};
 // clang-format on
@@ -151,13 +151,15 @@ private:
             report(kTextMarkDropped, list.place.begin + 1,
                    "an invisible byte-order mark in front of the key: read as " +
                        rfu::quoted(list.key.toStdString()),
-                   {{list.place.begin + 1, kMarkLength, ""}});
+                   list.isAlone ? std::vector<Edit>{{list.place.begin + 1, kMarkLength, ""}}
+                                : std::vector<Edit>());
         }
         if (hasHalfCharacter(list.key)) {
             report(kTextHalfCharacter, list.place.begin,
                    "the id of the item has a question mark for half a character");
         }
-        const auto [other, isNew] = itemPlaces_.emplace(list.key.toLower(), list.place.begin);
+        const auto [other, isNew] =
+            itemPlaces_.emplace(list.key.trimmed().toLower(), list.place.begin);
         if (!isNew) {
             report(kItemCase, list.place.begin,
                    "another item than that of line " + std::to_string(lineOf(other->second)) +
@@ -165,7 +167,7 @@ private:
         }
     }
 
-    void takeElement(const JsonList& list, const JsonElement& element) override {
+    void checkValues(const JsonElement& element) override {
         for (const Member member : {kLabel, kId}) {
             checkText(element, member);
             checkHalf(element, member);
@@ -173,6 +175,9 @@ private:
         for (const Member member : {kEnum, kDispSeq}) {
             checkNumber(element, member);
         }
+    }
+
+    void takeElement(const JsonList& list, const JsonElement& element) override {
         const QJsonObject& object = element.object;
         const Choice choice = {object[QLatin1String("id")].toString().toStdString(),
                                object[QLatin1String("label")].toString().toStdString(),
@@ -298,7 +303,8 @@ private:
     const QLatin1String names_[4] = {QLatin1String("label"), QLatin1String("id"),
                                      QLatin1String("enum"), QLatin1String("dispSeq")};
     std::unordered_map<std::string, Item> items_;
-    std::map<QString, std::int64_t> itemPlaces_;  // by their keys in lower case
+    std::map<QString, std::int64_t>
+        itemPlaces_;  // by their keys in lower case, without blanks around
 };
 
 }  // namespace

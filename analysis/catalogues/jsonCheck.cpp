@@ -49,7 +49,9 @@ struct MemberWord {
 };
 
 constexpr MemberWord kMemberWords[] = {
-    {"code", "enum"}, {"name", "label"}, {"order", "dispSeq"}, {"sequence", "dispSeq"}};
+    {"code", "enum"},    {"value", "enum"},      {"name", "label"},    {"text", "label"},
+    {"title", "label"},  {"key", "id"},          {"order", "dispSeq"}, {"sequence", "dispSeq"},
+    {"sort", "dispSeq"}, {"position", "dispSeq"}};
 
 /// The missing member for which a key is another word; -1 where there is none.
 int meantByOtherWord(const QString& key, const std::vector<QString>& missing) {
@@ -134,6 +136,14 @@ std::string JsonCheck::shown(const JsonPlace& value) const {
     return std::string(bytes.substr(0, kLongest)) + (bytes.size() > kLongest ? "..." : "");
 }
 
+/// A value as the library's parser reads it.
+QJsonValue JsonCheck::valueAt(const JsonPlace& place) const {
+    const QByteArray inList =
+        '[' + bytes_.mid(static_cast<int>(place.begin), static_cast<int>(place.end - place.begin)) +
+        ']';
+    return QJsonDocument::fromJson(inList).array().at(0);
+}
+
 /// A text as the library's parser reads it.
 QString JsonCheck::textAt(const JsonPlace& place) const {
     const std::string_view bytes = bytesAt(place);
@@ -142,10 +152,7 @@ QString JsonCheck::textAt(const JsonPlace& place) const {
     if (isPlain) {
         return QString::fromLatin1(bytes.data() + 1, static_cast<int>(bytes.size()) - 2);
     }
-    const QByteArray inList =
-        '[' + bytes_.mid(static_cast<int>(place.begin), static_cast<int>(place.end - place.begin)) +
-        ']';
-    return QJsonDocument::fromJson(inList).array().at(0).toString();
+    return valueAt(place).toString();
 }
 
 QString JsonCheck::keyAt(const JsonPlace& place) const {
@@ -251,11 +258,15 @@ void JsonCheck::walk() {
         return;
     }
     const std::vector<TopMember> members = topMembers();
+    std::map<QString, int> times;
+    for (const TopMember& member : members) {
+        ++times[member.key];
+    }
     for (const TopMember& member : members) {
         if (member.replacedBy) {
             reportReplaced(member, members[*member.replacedBy]);
         } else {
-            takeTopMember(member);
+            takeTopMember(member, times[member.key] == 1);
         }
     }
     finish();
@@ -309,7 +320,7 @@ void JsonCheck::reportReplaced(const TopMember& earlier, const TopMember& later)
     }
 }
 
-void JsonCheck::takeTopMember(const TopMember& member) {
+void JsonCheck::takeTopMember(const TopMember& member, bool isAlone) {
     const std::string key = rfu::quoted(member.key.toStdString());
     const char first = bytesAt(member.places.value).front();
     if (first != '[') {
@@ -320,7 +331,7 @@ void JsonCheck::takeTopMember(const TopMember& member) {
         }
         return;
     }
-    const JsonList list = {member.key, member.places.key, member.elements.size()};
+    const JsonList list = {member.key, member.places.key, member.elements.size(), isAlone};
     takeList(list);
     for (const JsonPlace& element : member.elements) {
         takeAny(list, element);
@@ -349,23 +360,32 @@ void JsonCheck::takeAny(const JsonList& list, const JsonPlace& place) {
             QByteArray::fromRawData(bytes.data(), static_cast<int>(bytes.size())))
             .object();
     const auto members = membersOf(place);
-    checkMembers(place, object, members);
+    const MendedKeys mended = checkMembers(place, object, members);
     JsonElement element = {place, object, {}};
     for (const QString& name : format_.members) {
-        const auto counts = std::find_if(
-            members.rbegin(), members.rend(),
-            [&](const std::pair<QString, JsonMember>& member) { return member.first == name; });
-        if (!object.contains(name) || counts == members.rend()) {
+        const auto counts = std::find_if(members.rbegin(), members.rend(), [&](const auto& member) {
+            const auto right = mended.find(member.first);
+            return (right != mended.end() ? right->second : member.first) == name;
+        });
+        if (counts == members.rend()) {
             return;
         }
+        if (!object.contains(name)) {
+            element.object.insert(name, valueAt(counts->second.value));
+        }
         element.values.push_back(counts->second.value);
+    }
+    checkValues(element);
+    if (!mended.empty()) {  // the library skips it
+        return;
     }
     ++taken_;
     takeElement(list, element);
 }
 
-void JsonCheck::checkMembers(const JsonPlace& place, const QJsonObject& object,
-                             const std::vector<std::pair<QString, JsonMember>>& members) {
+JsonCheck::MendedKeys JsonCheck::checkMembers(
+    const JsonPlace& place, const QJsonObject& object,
+    const std::vector<std::pair<QString, JsonMember>>& members) {
     std::vector<QString> missing;
     for (const QString& name : format_.members) {
         if (!object.contains(name)) {
@@ -380,9 +400,7 @@ void JsonCheck::checkMembers(const JsonPlace& place, const QJsonObject& object,
     std::vector<std::pair<QString, JsonMember>> unread;
     std::map<QString, JsonPlace> known;
     for (const auto& member : members) {
-        const bool isRead = std::find(format_.members.begin(), format_.members.end(),
-                                      member.first) != format_.members.end();
-        if (!isRead) {
+        if (!isMember(member.first)) {
             unread.push_back(member);
             continue;
         }
@@ -395,39 +413,56 @@ void JsonCheck::checkMembers(const JsonPlace& place, const QJsonObject& object,
             earlier->second = member.second.key;
         }
     }
-    reportUnread(missing, unread);
+    return reportUnread(missing, unread);
 }
 
-void JsonCheck::reportUnread(const std::vector<QString>& missing,
-                             const std::vector<std::pair<QString, JsonMember>>& unread) {
+JsonCheck::MendedKeys JsonCheck::reportUnread(
+    const std::vector<QString>& missing,
+    const std::vector<std::pair<QString, JsonMember>>& unread) {
     std::map<int, int> times;  // how often each missing member is meant
     for (const auto& member : unread) {
-        ++times[nearMiss(member.first, missing)];
+        ++times[nearMiss(textAt(member.second.key), missing)];
     }
+    MendedKeys mended;
     for (const auto& [name, places] : unread) {
-        const std::string key = rfu::quoted(name.toStdString());
-        if (losesMark(places.key)) {
-            report(kTextMarkDropped, places.key.begin + 1,
-                   rfu::quoted(textAt(places.key).toStdString()) +
-                       " is not read: an invisible byte-order mark stands in front of the key",
-                   {{places.key.begin + 1, kMarkLength, ""}});
+        const QString text = textAt(places.key);
+        const std::string key = rfu::quoted(text.toStdString());
+        const int near = nearMiss(text, missing);
+        const bool isSure = near >= 0 && times[near] == 1;
+        const bool isRight = near >= 0 && text == missing[static_cast<std::size_t>(near)];
+        if (isSure) {
+            mended.emplace(name, missing[static_cast<std::size_t>(near)]);
+        }
+        if (losesMark(places.key) && (isRight || near < 0)) {
+            reportMarkOf(places.key, isRight ? isSure : !isMember(text));
             continue;
         }
-        const int near = nearMiss(name, missing);
-        const int meant = near >= 0 ? near : meantByOtherWord(name, missing);
+        const int meant = near >= 0 ? near : meantByOtherWord(text, missing);
         if (meant < 0) {
             report(kMemberUnknown, places.key.begin, key + " is not read");
             continue;
         }
         const std::string known = missing[static_cast<std::size_t>(meant)].toStdString();
         std::vector<Edit> mend;
-        if (near >= 0 && times[near] == 1) {
+        if (isSure) {
             mend.push_back(
                 {places.key.begin, places.key.end - places.key.begin, '"' + known + '"'});
         }
         report(kMemberMisspelt, places.key.begin,
                key + " is not read; did you mean " + rfu::quoted(known) + "?", std::move(mend));
     }
+    return mended;
+}
+
+void JsonCheck::reportMarkOf(const JsonPlace& key, bool isSure) {
+    report(kTextMarkDropped, key.begin + 1,
+           rfu::quoted(textAt(key).toStdString()) +
+               " is not read: an invisible byte-order mark stands in front of the key",
+           isSure ? std::vector<Edit>{{key.begin + 1, kMarkLength, ""}} : std::vector<Edit>());
+}
+
+bool JsonCheck::isMember(const QString& key) const {
+    return std::find(format_.members.begin(), format_.members.end(), key) != format_.members.end();
 }
 
 void JsonCheck::checkText(const JsonElement& element, std::size_t member) {

@@ -3,10 +3,12 @@
 #include <QByteArray>
 #include <QJsonObject>
 #include <QJsonParseError>
+#include <QJsonValue>
 #include <QString>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +33,7 @@ struct JsonList {
     QString key;
     JsonPlace place;  ///< of the key
     std::size_t elements;
+    bool isAlone;  ///< whether no other list has its key, marks in front of keys left out
 };
 
 /// An object of a list that the library reads.
@@ -57,6 +60,10 @@ public:
 protected:
     /// Called for each list that counts, in the order of the file, before its elements.
     virtual void takeList(const JsonList& list) = 0;
+    /// Called for each object that has all members, and for one that has them once misspelt keys are mended: a mended file
+    /// needs no second mend.
+    virtual void checkValues(const JsonElement& element) = 0;
+    /// Called for each object that has all members, behind checkValues().
     virtual void takeElement(const JsonList& list, const JsonElement& element) = 0;
     /// Called behind all lists.
     virtual void finish() = 0;
@@ -84,6 +91,10 @@ private:
         std::optional<std::size_t> replacedBy = {};
     };
 
+    /// Right keys by those that a mend spells so.
+    using MendedKeys = std::map<QString, QString>;
+
+    QJsonValue valueAt(const JsonPlace& place) const;
     QString textAt(const JsonPlace& place) const;
     /// A key as Qt compares it: with the mark that the text of the key loses.
     QString keyAt(const JsonPlace& place) const;
@@ -98,12 +109,15 @@ private:
     std::string atTheTop(char first) const;
     std::vector<TopMember> topMembers();
     void reportReplaced(const TopMember& earlier, const TopMember& later);
-    void takeTopMember(const TopMember& member);
+    void takeTopMember(const TopMember& member, bool isAlone);
     void takeAny(const JsonList& list, const JsonPlace& place);
-    void checkMembers(const JsonPlace& place, const QJsonObject& object,
-                      const std::vector<std::pair<QString, JsonMember>>& members);
-    void reportUnread(const std::vector<QString>& missing,
-                      const std::vector<std::pair<QString, JsonMember>>& unread);
+    MendedKeys checkMembers(const JsonPlace& place, const QJsonObject& object,
+                            const std::vector<std::pair<QString, JsonMember>>& members);
+    MendedKeys reportUnread(const std::vector<QString>& missing,
+                            const std::vector<std::pair<QString, JsonMember>>& unread);
+    /// @param isSure whether the mark can go
+    void reportMarkOf(const JsonPlace& key, bool isSure);
+    bool isMember(const QString& key) const;
     std::string membersText(const std::vector<QString>& names) const;
 
     QString file_;

@@ -65,9 +65,12 @@ private:
         groups_.emplace(list.key, lineOf(list.place.begin));
     }
 
-    void takeElement(const JsonList&, const JsonElement& element) override {
+    void checkValues(const JsonElement& element) override {
         checkText(element, kLabel);
         checkText(element, kId);
+    }
+
+    void takeElement(const JsonList&, const JsonElement& element) override {
         const QJsonValue id = element.object[QLatin1String("id")];
         if (!id.isString()) {
             return;

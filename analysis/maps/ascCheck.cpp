@@ -126,6 +126,12 @@ public:
 
 private:
     void takeRow(const char* line) {
+        const MapToken first = tokensOf(line, 1).front();
+        if (header_.isKey(first.text) || isMeaningful(first.text)) {
+            lines_.report(
+                "key-needs-one-value", first.raw.begin,
+                first.text + " is not read: a line of more than two words is a row of cells");
+        }
         ++rows_;
         const long long row = lines_.number() - headerLines_ - 1;
         const bool isMisplaced = header_.columns() > 0 && row != nextRow_;

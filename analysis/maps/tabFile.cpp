@@ -251,7 +251,9 @@ private:
     void takeType(const MapToken& type) {
         isSupported_ = type.text == "RASTER";
         if (!isSupported_) {
-            lines_.report("type-not-supported", type.raw.begin, "File not supported");
+            lines_.report("type-not-supported", type.raw.begin,
+                          "File not supported: the type is " + rfu::quoted(type.text) +
+                              ", and only \"RASTER\" is read");
         }
     }
 

@@ -283,7 +283,8 @@ TEST(LongCheck, FindsPlacesInAndBehindLinesOfMegabytes) {
          "file:1:1024: error: of a line only the first 1023 characters are read [line-cut]\n"
          "file:2:7: error: \"x\" is no whole number: read as 0 [no-whole-number]\n"},
         {"tab", "!" + blanks + "\nFile \"map.asc\"\nType \"VECTOR\"\n",
-         "file:3:6: error: File not supported [type-not-supported]\n"},
+         "file:3:6: error: File not supported: the type is \"VECTOR\", and only \"RASTER\" is read "
+         "[type-not-supported]\n"},
         {"recording", "-80.1" + repeated(",-80.1", 170000) + "\nnote\n",
          "file:2:1: warning: skipped: \"note\" is not a level in dBm [sweep-line-skipped]\n"},
         {"recording", "-80.1" + repeated(",-80.1", 400000) + "\nnote\n",

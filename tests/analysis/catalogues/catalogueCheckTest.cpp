@@ -97,6 +97,13 @@ TEST_F(JsonChecks, FindWhatIsSkipped) {
            R"(3:22 warning member-misspelt: "code" is not read; did you mean "enum"?)",
            R"(3:31 warning member-misspelt: "order" is not read; did you mean "dispSeq"?)",
            R"(3:41 warning member-misspelt: "sequence" is not read; did you mean "dispSeq"?)"}},
+         {"more of them",
+          item(kChoice + ",\n" + R"({"title":"L","key":"y","value":2,"position":2})"),
+          {R"(3:1 warning member-missing: skipped: no members "label", "id", "enum" and "dispSeq")",
+           R"(3:2 warning member-misspelt: "title" is not read; did you mean "label"?)",
+           R"(3:14 warning member-misspelt: "key" is not read; did you mean "id"?)",
+           R"(3:24 warning member-misspelt: "value" is not read; did you mean "enum"?)",
+           R"(3:34 warning member-misspelt: "position" is not read; did you mean "dispSeq"?)"}},
          {"another word beside its member",
           item("{\"code\":2," + kLabel + kId),
           {R"(2:2 warning member-unknown: "code" is not read)"}},
@@ -256,6 +263,10 @@ TEST_F(JsonChecks, FindWhatSurprises) {
           "{\"trigger\":[" + kChoice + "],\n\"Trigger\":[" + kChoice + "]}",
           {"2:1 note item-case: another item than that of line 1: ids of items are compared letter "
            "by letter"}},
+         {"items that differ in a blank",
+          "{\"trigger\":[" + kChoice + "],\n\"trigger \":[" + kChoice + "]}",
+          {"2:1 note item-case: another item than that of line 1: ids of items are compared letter "
+           "by letter"}},
          {"a byte-order mark",
           "\xEF\xBB\xBF" + item(kChoice),
           {"1:1 note json-byte-order-mark: a byte-order mark: the library skips it, other programs "
@@ -386,22 +397,39 @@ TEST_F(JsonChecks, MendWhatHasOneRightMend) {
         const char* name;
         std::string json;
         std::string mended;
-    } kRows[] = {{"keys", item(R"({"lable":"L","ID":"x","enum":1,"Dispseq":1})"), item(kChoice)},
-                 {"two keys for one member", item(R"({"lable":"L","labl":"M",)" + kId),
-                  item(R"({"lable":"L","labl":"M",)" + kId)},
-                 {"a byte-order mark", "\xEF\xBB\xBF" + item(kChoice), item(kChoice)},
-                 {"one in a key", item("{\"\xEF\xBB\xBFlabel\":\"L\"," + kId), item(kChoice)},
-                 {"a number in quotes", item(R"({"label":"L","id":"x","enum":"1","dispSeq":1})"),
-                  item(kChoice)},
-                 {"no number in quotes", item(R"({"label":"L","id":"x","enum":"1.5","dispSeq":1})"),
-                  item(R"({"label":"L","id":"x","enum":"1.5","dispSeq":1})")},
-                 {"what only the library reads",
-                  item("{\"label\":\"\t\\q\\\n\",\"id\":\"x\",\"enum\":1.,\"dispSeq\":.1e1}"),
-                  item(R"({"label":"\tq\n","id":"x","enum":1.0,"dispSeq":0.1e1})")}};
+    } kRows[] = {
+        {"keys", item(R"({"lable":"L","ID":"x","enum":1,"Dispseq":1})"), item(kChoice)},
+        {"two keys for one member", item(R"({"lable":"L","labl":"M",)" + kId),
+         item(R"({"lable":"L","labl":"M",)" + kId)},
+        {"a byte-order mark", "\xEF\xBB\xBF" + item(kChoice), item(kChoice)},
+        {"one in a key", item("{\"\xEF\xBB\xBFlabel\":\"L\"," + kId), item(kChoice)},
+        {"one in a misspelt key", item("{\"\xEF\xBB\xBFlable\":\"L\"," + kId), item(kChoice)},
+        {"one in a key that is there too",
+         item("{\"label\":\"L\",\"\xEF\xBB\xBFlabel\":\"M\"," + kId),
+         item("{\"label\":\"L\",\"\xEF\xBB\xBFlabel\":\"M\"," + kId)},
+        {"one in a key of a list that is there too",
+         "{\"a\":[" + kChoice + "],\"\xEF\xBB\xBF" + "a\":[" + kChoice + "]}",
+         "{\"a\":[" + kChoice + "],\"\xEF\xBB\xBF" + "a\":[" + kChoice + "]}"},
+        {"one in a text under a misspelt key", item("{\"lable\":\"\xEF\xBB\xBFL\"," + kId),
+         item(kChoice)},
+        {"a number in quotes beside a misspelt key",
+         item(R"({"lable":"L","id":"x","enum":"1","dispSeq":1})"), item(kChoice)},
+        {"a number in quotes under a misspelt key",
+         item(R"({"label":"L","id":"x","Enum":"1","dispSeq":1})"), item(kChoice)},
+        {"a number in quotes", item(R"({"label":"L","id":"x","enum":"1","dispSeq":1})"),
+         item(kChoice)},
+        {"no number in quotes", item(R"({"label":"L","id":"x","enum":"1.5","dispSeq":1})"),
+         item(R"({"label":"L","id":"x","enum":"1.5","dispSeq":1})")},
+        {"what only the library reads",
+         item("{\"label\":\"\t\\q\\\n\",\"id\":\"x\",\"enum\":1.,\"dispSeq\":.1e1}"),
+         item(R"({"label":"\tq\n","id":"x","enum":1.0,"dispSeq":0.1e1})")}};
     for (const auto& row : kRows) {
         const std::string file = files.write("file.json", row.json);
         EXPECT_EQ(mended(row.json, checkCatalogue(QString::fromStdString(file))), row.mended)
             << row.name;
+        files.write("file.json", row.mended);
+        EXPECT_EQ(mended(row.mended, checkCatalogue(QString::fromStdString(file))), row.mended)
+            << row.name << ", mended twice";
     }
 }
 

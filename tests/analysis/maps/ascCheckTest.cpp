@@ -194,6 +194,15 @@ TEST_F(AscCheckTest, FindsKeysThatAreNotRead) {
          {"no value",
           first("cellsize\n"),
           {"1:1 error key-needs-one-value: cellsize is not read without a value"}},
+         {"two values",
+          kAscHeader + "cellsize 30 m\n" + kAscRows,
+          {"5: error row-width: a row of 3 cells in a grid of 4 columns: the missing ones are read "
+           "as 0",
+           "5:1 error key-needs-one-value: cellsize is not read: a line of more than two words is "
+           "a row of cells",
+           "5:1 error no-number: \"cellsize\" is no number: read as 0",
+           "5:13 error no-number: \"m\" is no number: read as 0",
+           "7: error row-beyond-grid: not shown: it becomes row 3 of a grid of 2"}},
          {"no value, capitals",
           first("NODATA_VALUE\n"),
           {"1:1 error key-needs-one-value: NODATA_VALUE is not read without a value"}},

@@ -70,7 +70,9 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
         {"no raster named", kStart + kPoints, {"error raster-not-named: names no raster file"}},
         {"another type",
          kStart + "  Type \"NATIVE\"\n  Units \"m\"\n",
-         {"5:8 error type-not-supported: File not supported"}},
+         {"5:8 error type-not-supported: File not supported: the type is \"NATIVE\", and only "
+          "\"RASTER\" is "
+          "read"}},
         {"units before the points",
          kStart + kFile + kUtm31 + kMetres + kPoints,
          {"8:" + misplaced}},
