@@ -21,6 +21,23 @@ bool isBefore(const Finding& a, const Finding& b) {
     return std::tie(isOfFile, a.line, a.column) < std::tie(isOtherOfFile, b.line, b.column);
 }
 
+/// Without those that lie within what another one replaces, in their order.
+std::vector<Edit> withoutInner(std::vector<Edit> edits) {
+    std::stable_sort(edits.begin(), edits.end(), [](const Edit& a, const Edit& b) {
+        return a.offset != b.offset ? a.offset < b.offset : a.length > b.length;
+    });
+    std::vector<Edit> outer;
+    std::int64_t end = 0;
+    for (Edit& edit : edits) {
+        const std::int64_t editEnd = edit.offset + edit.length;
+        if (edit.length == 0 || editEnd > end) {
+            end = std::max(end, editEnd);
+            outer.push_back(std::move(edit));
+        }
+    }
+    return outer;
+}
+
 }  // namespace
 
 const Rule* RuleTable::find(std::string_view name) const {
@@ -77,7 +94,7 @@ std::vector<Edit> Findings::mends() const {
     for (const Finding& finding : kept_) {
         edits.insert(edits.end(), finding.mend.begin(), finding.mend.end());
     }
-    return edits;
+    return withoutInner(std::move(edits));
 }
 
 void Findings::sort() {

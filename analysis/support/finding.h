@@ -103,7 +103,7 @@ public:
     void sort();
 
     const std::vector<Finding>& kept() const { return kept_; }
-    /// The mends of all findings, kept or not.
+    /// The mends of all findings, kept or not, without those within what another one replaces.
     std::vector<Edit> mends() const;
     /// How many there were of each rule, kept or not.
     const std::map<std::string_view, long long>& counts() const { return counts_; }

@@ -377,10 +377,7 @@ TEST_F(JsonChecks, FindWhereReadingEnds) {
 /// The text of a file with the edits of all findings.
 std::string mended(const std::string& text, const Findings& findings) {
     std::string result = text;
-    std::vector<Edit> edits;
-    for (const Finding& finding : findings.kept()) {
-        edits.insert(edits.end(), finding.mend.begin(), finding.mend.end());
-    }
+    std::vector<Edit> edits = findings.mends();
     std::sort(edits.begin(), edits.end(),
               [](const Edit& a, const Edit& b) { return a.offset > b.offset; });
     for (const Edit& edit : edits) {
@@ -412,6 +409,9 @@ TEST_F(JsonChecks, MendWhatHasOneRightMend) {
          "{\"a\":[" + kChoice + "],\"\xEF\xBB\xBF" + "a\":[" + kChoice + "]}"},
         {"one in a text under a misspelt key", item("{\"lable\":\"\xEF\xBB\xBFL\"," + kId),
          item(kChoice)},
+        {"a line end in a misspelt key", item("{\"la\nbel\":\"L\"," + kId), item(kChoice)},
+        {"a line end in a number in quotes",
+         item("{\"label\":\"L\",\"id\":\"x\",\"enum\":\"1\n\",\"dispSeq\":1}"), item(kChoice)},
         {"a number in quotes beside a misspelt key",
          item(R"({"lable":"L","id":"x","enum":"1","dispSeq":1})"), item(kChoice)},
         {"a number in quotes under a misspelt key",
