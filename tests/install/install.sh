@@ -295,8 +295,8 @@ side_by_side() {
     (cd both && find . ! -type d | LC_ALL=C sort) >other.txt
     (cd "$prefix" && find . ! -type d | LC_ALL=C sort) >own.txt
     test -z "$(LC_ALL=C comm -12 own.txt other.txt)"
-    # Nor are the programs and the module those of the other version.
-    test -z "$(grep -E '/(rfutils|rfutils-view)(\.desktop|\.svg)?$|/qt5/' own.txt)"
+    # Nor do programs, module, pages and data bear the names of the other version.
+    test -z "$(grep -E '/(rfutils|rfutils-view)([./]|$)|/qt5/' own.txt)"
     diff -r both/include/rfUtils "$prefix/$INCLUDE/rfUtils"
     cp -a "$prefix/." both
 
