@@ -2,7 +2,13 @@
 
 #include <QBuffer>
 #include <QByteArray>
+#include <QRunnable>
+#include <QSemaphore>
+#include <QThreadPool>
 #include <clocale>
+#include <new>
+#include <system_error>
+#include <thread>
 
 #include "analysis/support/inputError.h"
 #include "support/outputFile.h"
@@ -19,6 +25,32 @@ void save(const QByteArray& bytes, const QString& file, const QStringList& input
     OutputFile output(file, inputs);
     output.write({bytes.constData(), static_cast<std::size_t>(bytes.size())});
     output.commit();
+}
+
+class Signal : public QRunnable {
+public:
+    explicit Signal(QSemaphore& started) : started_(started) {}
+    void run() override { started_.release(); }
+
+private:
+    QSemaphore& started_;
+};
+
+/// Qt hands large conversions of pictures, and Qt 6 large fills, to the threads of its pool, and waits
+/// for ever where memory is too short to start one. So one is started before, and stays the only one.
+/// @throw std::bad_alloc
+void startPaintingThread() {
+    try {
+        std::thread([] {}).join();  // whose stack the C library keeps for the next one
+    } catch (const std::system_error&) {
+        throw std::bad_alloc();
+    }
+    QThreadPool& pool = *QThreadPool::globalInstance();
+    pool.setMaxThreadCount(1);
+    pool.setExpiryTimeout(-1);
+    QSemaphore started;
+    pool.start(new Signal(started));
+    started.acquire();
 }
 
 }  // namespace
@@ -45,6 +77,7 @@ TextDrawing::TextDrawing() {
     application_ = std::make_unique<QGuiApplication>(argumentCount_, arguments_);
     // Qt takes over the locale of the environment; the system's part of a message stays English.
     std::setlocale(LC_ALL, "C");
+    startPaintingThread();
 }
 
 void savePicture(const QImage& image, const QString& file, const QStringList& inputs,
