@@ -26,7 +26,7 @@ public:
     QString read(qint64 size) {
         while (text_.size() < size && decodeNextBlock()) {
         }
-        const QString piece = text_.left(static_cast<int>(size));
+        QString piece = text_.left(static_cast<int>(size));
         text_.remove(0, static_cast<int>(size));
         return piece;
     }
