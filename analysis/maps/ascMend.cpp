@@ -44,7 +44,7 @@ constexpr std::size_t kMinRowTokens = 3;  // with fewer a line is no row to the 
 /// A line of a key and a value.
 struct HeaderLine {
     LineSpan line;
-    detail::RawToken key;
+    MapToken key;
     const char* valueBegin;
     const char* valueEnd;
     std::optional<MeantKey> meant;
@@ -149,7 +149,7 @@ private:
             return false;
         }
         std::string value(begin, end);
-        header_.push_back({line, tokens[0].raw, begin, end, meant, hasComma, tokens[0].text,
+        header_.push_back({line, tokens[0], begin, end, meant, hasComma, tokens[0].text,
                            hasComma ? value : inFewerCharacters(tokens[1].raw).value_or(value)});
         return true;
     }
@@ -370,8 +370,8 @@ private:
             return;
         }
         if (header.isSpelled() && header.meant->index < CentreX &&
-            header.word != writtenText(header.key)) {
-            lines_.replace(header.key, header.word);
+            header.word != header.key.text) {
+            lines_.replace(header.key.raw, header.word);
         }
         if (header.value !=
             std::string_view(header.valueBegin,
@@ -382,9 +382,9 @@ private:
 
     /// Moves a line to the place in front of the first row.
     void moveToRows(const HeaderLine& header) {
-        std::string line(lines_.text(header.line), header.key.begin);
+        std::string line(lines_.text(header.line), header.key.raw.begin);
         line += header.word;
-        line.append(header.key.end, header.valueBegin).append(header.value);
+        line.append(header.key.raw.end, header.valueBegin).append(header.value);
         line += lines_.written(header.line)
                     .substr(static_cast<std::size_t>(header.valueEnd - lines_.text(header.line)));
         const std::string_view row = lines_.written(rows_.front());

@@ -69,6 +69,8 @@ TEST(AscMend, LeavesWhatIsRight) {
             {"CR LF", "ncols 3\r\nnrows 1\r\nNODATA_value 0\r\n1 2 3\r\n",
              "ncols 3\r\nnrows 1\r\nNODATA_value 0\r\n1 2 3\r\n"},
             {"commas that separate", filled("1,2,3\n4, 5, 6\n"), filled("1,2,3\n4, 5, 6\n")},
+            {"quotes", "\"ncols\" 3\nnrows\"\" 2\n" + kNoData + kRows,
+             "\"ncols\" 3\nnrows\"\" 2\n" + kNoData + kRows},
             {"keys that the loader does not know", placed("zunits m\nncells 6\n"),
              placed("zunits m\nncells 6\n")},
             {"rows announced behind them", "ncols 3\nNODATA_value 0\n1 2 3\nnrows 1\n",
