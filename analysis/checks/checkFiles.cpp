@@ -8,6 +8,7 @@
 
 #include "analysis/checks/rules.h"
 #include "analysis/checks/suppressions.h"
+#include "analysis/support/files.h"
 #include "analysis/support/inputError.h"
 
 namespace rfu {
@@ -16,17 +17,17 @@ namespace {
 
 struct NamedFile {
     QString name;
-    FileKind kind;
+    std::optional<FileKind> kind;  // nothing: of no known one
 };
 
 /// The files to check, each of them once.
 class FileList {
 public:
-    void add(const QString& file, const KnownKind& kind) {
+    void add(const QString& file, std::optional<FileKind> kind) {
         const QString path = QFileInfo(file).absoluteFilePath();
         if (!known_.contains(QDir::cleanPath(path))) {
             known_.insert(QDir::cleanPath(path));
-            files_.push_back({file, kind.kind});
+            files_.push_back({file, kind});
         }
     }
 
@@ -38,7 +39,7 @@ public:
         for (const QString& companion : kind.companions(file)) {
             const KnownKind* const other = kindOf(companion);
             if (other != nullptr && QFileInfo(companion).isFile()) {
-                add(companion, *other);
+                add(companion, other->kind);
             }
         }
     }
@@ -54,7 +55,7 @@ public:
                     addBelow(path);
                 }
             } else if (const KnownKind* const kind = kindOf(path)) {
-                add(path, *kind);
+                add(path, kind->kind);
             }
         }
     }
@@ -66,34 +67,38 @@ private:
     QSet<QString> known_;
 };
 
-const KnownKind& requireKind(const QString& file) {
-    if (const KnownKind* const known = kindOf(file)) {
-        return *known;
-    }
-    throw InputError(file, "its kind cannot be told from its name or content; name it with --as");
-}
-
 FileList filesOf(const QStringList& names, const std::optional<FileKind>& as) {
     FileList list;
     for (const QString& name : names) {
         if (QFileInfo(name).isDir()) {
             list.addBelow(name);
         } else if (as) {
-            list.add(name, kindOf(*as));
+            list.add(name, as);
+        } else if (const KnownKind* const kind = kindOf(name)) {
+            list.add(name, kind->kind);
+            list.addCompanions(name, *kind);
         } else {
-            const KnownKind& kind = requireKind(name);
-            list.add(name, kind);
-            list.addCompanions(name, kind);
+            list.add(name, std::nullopt);
         }
     }
     return list;
 }
 
+Findings kindUnknown(const QString& file) {
+    requireReadable(file);
+    static constexpr Rule kRules[] = {kKindUnknown};
+    Findings findings(file, kRules);
+    findings.add(kKindUnknown.name,
+                 "not checked: its kind cannot be told from its name or content; name it with "
+                 "--as");
+    return findings;
+}
+
 }  // namespace
 
-Findings checkFile(const QString& file, FileKind kind) {
+Findings checkFile(const QString& file, std::optional<FileKind> kind) {
     try {
-        Findings findings = kindOf(kind).check(file);
+        Findings findings = kind ? kindOf(*kind).check(file) : kindUnknown(file);
         findings.sort();
         return findings;
     } catch (const InputError& error) {

@@ -17,19 +17,20 @@ struct CheckOptions {
 
 struct CheckedFile {
     QString file;
-    FileKind kind;
-    Findings findings;       ///< that count
-    RuleNames ignored = {};  ///< rules whose findings do not count in the file
+    std::optional<FileKind> kind;  ///< nothing for one of no known kind, which a finding says
+    Findings findings;             ///< that count
+    RuleNames ignored = {};        ///< rules whose findings do not count in the file
 };
 
 /// Checks files one after the other, each with those that belong to it; a folder stands for the files below it that are
 /// of a known kind. Each file is checked once.
 /// @param take called with each file as soon as it is checked
-/// @throw InputError before the first file is checked where one is of no known kind; see also Suppressions
+/// @throw InputError as Suppressions does
 void checkFiles(const QStringList& names, const CheckOptions& options,
                 const std::function<void(const CheckedFile&)>& take);
 
 /// Checks one file, also against those that belong to it.
-Findings checkFile(const QString& file, FileKind kind);
+/// @param kind nothing for a file of no known kind
+Findings checkFile(const QString& file, std::optional<FileKind> kind);
 
 }  // namespace rfu

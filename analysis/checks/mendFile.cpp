@@ -27,11 +27,12 @@ FileMend mendFile(const CheckedFile& file) {
     const auto hasMend = [](const Finding& finding) {
         return finding.severity != Severity::Note || !finding.mend.empty();
     };
-    if (std::none_of(findings.begin(), findings.end(), hasMend)) {
+    const bool isRead = file.findings.counts().count(kFileUnreadable.name) == 0;
+    if (!file.kind || !isRead || std::none_of(findings.begin(), findings.end(), hasMend)) {
         return {};
     }
     FileMend result{readWhole(file.file), {file.findings.mends(), {}}};
-    if (const auto mend = kindOf(file.kind).mend) {
+    if (const auto mend = kindOf(*file.kind).mend) {
         result.mend = mend(viewOf(result.bytes), file.ignored);
     }
     return result;

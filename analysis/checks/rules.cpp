@@ -12,7 +12,8 @@ RuleTable fileRules() {
 }
 
 std::vector<KnownRule> knownRules() {
-    std::map<std::string_view, KnownRule> byName;
+    std::map<std::string_view, KnownRule> byName = {
+        {kKindUnknown.name, KnownRule{kKindUnknown, {}}}};
     for (const KnownKind& kind : knownKinds()) {
         for (const Rule& rule : fileRules().with(kind.rules())) {
             KnownRule& known = byName.emplace(rule.name, KnownRule{rule, {}}).first->second;

@@ -12,10 +12,10 @@ namespace rfu {
 /// A rule, and the kinds of files that it is about.
 struct KnownRule {
     Rule rule;
-    std::vector<FileKind> kinds;
+    std::vector<FileKind> kinds;  ///< none: about files of no known kind
 };
 
-/// The rules of all kinds of files, by their names.
+/// All rules, by their names.
 std::vector<KnownRule> knownRules();
 
 std::optional<KnownRule> findRule(std::string_view name);

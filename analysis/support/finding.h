@@ -41,6 +41,16 @@ inline constexpr Rule kFileUnreadable = {
     "terrain.hdr: No such file or directory",
     "Put the file there, beside the one that needs it, and let it be read."};
 
+/// Of files that are named themselves.
+inline constexpr Rule kKindUnknown = {
+    "kind-unknown", Severity::Error,
+    "Neither the name of the file nor what is in it says what the file is to the library, so "
+    "nothing in it is checked. In "
+    "folders such files are passed over.",
+    "rfutils check notes.txt",
+    "Name the kind with --as, or leave the file out: masks and tables of corrections are of no "
+    "kind that is checked."};
+
 /// The rules of a format.
 class RuleTable {
 public:

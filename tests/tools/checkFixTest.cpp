@@ -77,6 +77,19 @@ TEST(CheckFix, refusesAFileInDoubtAndMendsTheOthers) {
     EXPECT_EQ(folder.read("map.asc"), kMended);
 }
 
+TEST(CheckFix, passesOverWhatItCannotRead) {
+    const SampleFolder folder;
+    folder.add("notes.txt", kBroken);
+    folder.add("map.asc", kBroken);
+    const CommandResult result = check("--fix missing.asc notes.txt map.asc", folder);
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.errors, "");
+    EXPECT_NE(result.output.find("[file-unreadable]"), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("[kind-unknown]"), std::string::npos) << result.output;
+    EXPECT_EQ(folder.read("notes.txt"), kBroken);
+    EXPECT_EQ(folder.read("map.asc"), kMended);
+}
+
 TEST(CheckFix, leavesWhatIsIgnored) {
     const SampleFolder folder;
     folder.add("doubtful.asc", kDoubtful);

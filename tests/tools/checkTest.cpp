@@ -64,6 +64,7 @@ TEST(Check, ShowsAFindingPerLine) {
     folder.add("map.clr", kColors);
     folder.add("unit.asc", "units m\n" + kGood);
     folder.add("unit.clr", kColors);
+    folder.add("table.csv", "frequency,dB\n88,-3\n");
     expectCommands(
         {finds("text", "check map.asc",
                "map.asc:1:1: error: NCOLS is not read: write ncols, keys are in lower case, except "
@@ -91,6 +92,10 @@ TEST(Check, ShowsAFindingPerLine) {
                "check map.asc --ignore key-case --ignore size-unusable --max-warnings 0", ""),
          finds("no such file", "check missing.asc",
                "missing.asc:1:1: error: refused: No such file or directory [file-unreadable]\n"),
+         finds("a file of no known kind", "check table.csv unit.asc",
+               "table.csv:1:1: error: not checked: its kind cannot be told from its name or "
+               "content; name it with --as [kind-unknown]\n"
+               "unit.asc:1:1: warning: \"units\" is not read [key-unknown]\n"),
          shows("another kind",
                "check unit.clr --as recording --ignore sweep-line-skipped "
                "--ignore no-sweep",
@@ -154,9 +159,7 @@ TEST(Check, RefusesWrongUsage) {
          misuses("a negative number", "check a --max-warnings -1",
                  "--max-warnings: a number from 0"),
          misuses("an explanation and a file", "check a.asc --explain key-case",
-                 "--rules, --explain and --schema take no file"),
-         fails("a file of no kind", "check notes.txt",
-               "notes.txt: its kind cannot be told from its name or content; name it with --as")});
+                 "--rules, --explain and --schema take no file")});
 }
 
 TEST(Check, ExplainsEachRule) {

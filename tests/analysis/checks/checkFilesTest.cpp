@@ -81,16 +81,16 @@ TEST_F(CheckFilesTest, WalksFoldersByKinds) {
                         "b/map.asc", "b/map.clr"}));
 }
 
-TEST_F(CheckFilesTest, RefusesFilesOfNoKnownKindBeforeItChecksAny) {
+TEST_F(CheckFilesTest, ChecksTheOthersBesideFilesOfNoKnownKind) {
     write("map.asc", kAsc);
+    write("map.clr", kClr);
     write("notes.txt", kAsc);
-    int taken = 0;
-    const auto count = [&](const CheckedFile&) { ++taken; };
-    EXPECT_EQ(refusal([&] {
-                  checkFiles({named("map.asc"), named("notes.txt")}, {}, count);
-              }),
-              "notes.txt: its kind cannot be told from its name or content; name it with --as");
-    EXPECT_EQ(taken, 0);
+    EXPECT_EQ(found({named("notes.txt"), named("missing.csv"), named("map.asc")}),
+              (Expected{"notes.txt error kind-unknown: not checked: its kind cannot be told from "
+                        "its name or content; name it with --as",
+                        "missing.csv error file-unreadable: refused: No such file or directory",
+                        "map.asc", "map.clr"}));
+    EXPECT_EQ(found("notes.txt", {{}, {"kind-unknown"}}), Expected{"notes.txt"});
     EXPECT_EQ(found("notes.txt", {FileKind::Asc}),
               Expected{"notes.txt note colors-missing: no notes.clr: one colour from black, for "
                        "-9999 to 9999"});

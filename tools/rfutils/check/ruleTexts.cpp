@@ -13,8 +13,11 @@ namespace rfu::command {
 
 namespace {
 
-/// "asc hdr"
+/// "asc hdr", or "other files" than those of known kinds
 std::string kindsOf(const KnownRule& rule) {
+    if (rule.kinds.empty()) {
+        return "other files";
+    }
     std::string names;
     for (const FileKind kind : rule.kinds) {
         names += (names.empty() ? "" : " ") + std::string(kindOf(kind).name);
