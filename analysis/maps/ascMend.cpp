@@ -369,8 +369,7 @@ private:
             lines_.remove(header.line);
             return;
         }
-        if (header.isSpelled() && header.meant->index < CentreX &&
-            header.word != header.key.text) {
+        if (header.isSpelled() && header.meant->index < CentreX && header.word != header.key.text) {
             lines_.replace(header.key.raw, header.word);
         }
         if (header.value !=
