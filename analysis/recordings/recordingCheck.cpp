@@ -1,5 +1,9 @@
 #include "analysis/recordings/recordingCheck.h"
 
+#include <QByteArray>
+#include <QFile>
+#include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -62,6 +66,44 @@ void readSweeps(const QString& file, Findings& findings) {
     }
 }
 
+/// Whether the first line with data is a hop.
+/// @param next the next line, false at the end
+template <typename Next>
+bool beginWithHop(Next next) {
+    std::string_view line;
+    bool mayBeHeader = true;
+    while (next(line)) {
+        if (isBlankOrComment(line)) {
+            continue;
+        }
+        if (!mayBeHeader || !looksLikeHeader(line)) {
+            return looksLikeHop(line);
+        }
+        mayBeHeader = false;
+    }
+    return false;
+}
+
+bool takeLine(std::string_view& rest, std::string_view& line) {
+    if (rest.empty()) {
+        return false;
+    }
+    line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(rest.size(), line.size() + 1));
+    return true;
+}
+
+/// The beginning of a recording in UTF-16, which is none to the readers of recordings but is meant as one.
+std::optional<std::string> wideBeginOf(const QString& file) {
+    constexpr qint64 kEnough = 65536;
+    if (!sizeOfRegular(file)) {
+        return std::nullopt;
+    }
+    QFile recording;
+    openRegular(recording, file);
+    return inPlainText(viewOf(recording.read(kEnough)), {std::string(kLineEnds.name)});
+}
+
 }  // namespace
 
 RuleTable recordingRules() {
@@ -88,18 +130,12 @@ Findings checkRecording(const QString& file) {
 
 bool holdsHops(const QString& file) {
     try {
-        LineReader lines(file);
-        std::string_view line;
-        bool mayBeHeader = true;
-        while (lines.next(line)) {
-            if (isBlankOrComment(line)) {
-                continue;
-            }
-            if (!mayBeHeader || !looksLikeHeader(line)) {
-                return looksLikeHop(line);
-            }
-            mayBeHeader = false;
+        if (const auto text = wideBeginOf(file)) {
+            std::string_view rest = *text;
+            return beginWithHop([&rest](std::string_view& line) { return takeLine(rest, line); });
         }
+        LineReader lines(file);
+        return beginWithHop([&lines](std::string_view& line) { return lines.next(line); });
     } catch (const InputError&) {  // reported where the file is checked
     }
     return false;

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdlib>
 #include <iterator>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -97,6 +99,36 @@ bool SweepReader::isWhole(std::string_view line) const {
     }
 }
 
+/// What is wrong with a line of neither shape.
+std::string SweepReader::problemOf(std::string_view line) const {
+    const std::size_t comma = line.find(',');
+    if (comma != std::string_view::npos &&
+        !problemOfHop("2024-05-04" + std::string(line.substr(comma)))) {
+        return *problemOfHop(line);
+    }
+    std::string separated(line);
+    std::replace(separated.begin(), separated.end(), ',', '.');
+    std::replace(separated.begin(), separated.end(), ';', ',');
+    if (!problemOfHop(separated)) {
+        return comma == std::string_view::npos
+                   ? "semicolons separate the fields of the sweep, where commas have to"
+                   : "semicolons separate the fields of the sweep, where commas have to, and "
+                     "numbers have decimal commas in place of points";
+    }
+    return "neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, ...) nor "
+           "a trace of levels in dBm";
+}
+
+/// Nothing for the line of a hop.
+std::optional<std::string> SweepReader::problemOfHop(std::string_view line) const {
+    try {
+        readLevels(readHopLine(line, lines_).levels, nullptr, 0, lines_);
+        return std::nullopt;
+    } catch (const InputError& error) {
+        return error.problem();
+    }
+}
+
 /// Learns the shape from the first line.
 /// @return false at the end
 bool SweepReader::start() {
@@ -108,10 +140,7 @@ bool SweepReader::start() {
         if (shape_ != Shape::Unknown) {
             firstLine_ = line;
         } else {
-            passOver(InputError(
-                lines_.file(), lines_.number(),
-                "neither a line of a sweep (date, time, Hz low, Hz high, Hz step, samples, dB, "
-                "...) nor a trace of levels in dBm"));
+            passOver(InputError(lines_.file(), lines_.number(), problemOf(line)));
         }
     }
     return shape_ != Shape::Unknown;

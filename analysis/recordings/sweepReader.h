@@ -160,6 +160,8 @@ private:
     void passOver(const InputError& error);
     bool nextLine(std::string_view& line);
     bool isWhole(std::string_view line) const;
+    std::string problemOf(std::string_view line) const;
+    std::optional<std::string> problemOfHop(std::string_view line) const;
     bool start();
     bool nextTrace(Sweep& sweep);
     void readTrace(std::string_view line, Sweep& sweep);

@@ -14,6 +14,21 @@ class RecordingCheckTest : public MapFiles {};
 
 const std::string kHop = "2024-05-04, 21:15:00, 100, 130, 10, 1, -80.1, -80.2, -80.3\n";
 
+/// In UTF-16, the low byte first, without a mark.
+std::string wide(const std::string& text) {
+    std::string bytes;
+    for (const char c : text) {
+        bytes += {c, '\0'};
+    }
+    return bytes;
+}
+
+TEST_F(RecordingCheckTest, SaysOnceThatARecordingIsInUtf16) {
+    EXPECT_EQ(listed(checkRecording(write("a.csv", "\xFF\xFE" + wide(kHop + kHop)))),
+              Expected{"1:1 error utf-16: UTF-16: the library reads bytes, and finds nothing in "
+                       "the file"});
+}
+
 TEST_F(RecordingCheckTest, NamesEachLineThatIsLeftOut) {
     const struct {
         const char* name;
@@ -39,6 +54,25 @@ TEST_F(RecordingCheckTest, NamesEachLineThatIsLeftOut) {
          {"2: warning sweep-line-skipped: skipped: neither a line of a sweep (date, time, Hz low, "
           "Hz high, Hz step, samples, dB, ...) nor a trace of levels in dBm",
           "error no-sweep: refused: holds no whole sweep"}},
+        {"a date in another order",
+         "05/04/2024, 21:15:00, 100, 130, 10, 1, -80.1, -80.2, -80.3\n",
+         {"1: warning sweep-line-skipped: skipped: \"05/04/2024\" is not a date (2024-05-04)",
+          "error no-sweep: refused: holds no whole sweep"}},
+        {"semicolons and decimal commas",
+         "2024-05-04; 21:15:00;100;130;10,0;1;-80,1;-80,2;-80,3\n",
+         {"1: warning sweep-line-skipped: skipped: semicolons separate the fields of the sweep, "
+          "where commas have to, and numbers have decimal commas in place of points",
+          "error no-sweep: refused: holds no whole sweep"}},
+        {"semicolons alone",
+         "2024-05-04;21:15:00;100;130;10;1;-80;-80;-80\n",
+         {"1: warning sweep-line-skipped: skipped: semicolons separate the fields of the sweep, "
+          "where commas have to",
+          "error no-sweep: refused: holds no whole sweep"}},
+        {"semicolons in what is no sweep",
+         "2024-05-04;21:15:00;100;130;10;1;loud\n",
+         {"1: warning sweep-line-skipped: skipped: neither a line of a sweep (date, time, Hz low, "
+          "Hz high, Hz step, samples, dB, ...) nor a trace of levels in dBm",
+          "error no-sweep: refused: holds no whole sweep"}},
         {"a line of 2 MB",
          kHop + std::string(2000000, '1') + '\n' + kHop,
          {"2: error reading-ends: reading ends: the line is longer than 1 MiB"}}};
@@ -57,6 +91,9 @@ TEST_F(RecordingCheckTest, TellsHopsFromOtherTables) {
     EXPECT_FALSE(holdsHops(write("a.csv", "-80.1,-80.2\n")));
     EXPECT_FALSE(holdsHops(write("a.csv", "")));
     EXPECT_FALSE(holdsHops(named("missing.csv")));
+    EXPECT_TRUE(holdsHops(write("a.csv", "\xFF\xFE" + wide("# a\r\n\r\ndate,time\r\n" + kHop))));
+    EXPECT_FALSE(holdsHops(write("a.csv", "\xFF\xFE" + wide("frequency,dB\r\n88,-3\r\n"))));
+    EXPECT_FALSE(holdsHops(write("a.csv", "\xFF\xFE")));
 }
 
 }  // namespace
