@@ -166,7 +166,9 @@ QString otherCase(const QString& file) {
 /// The raster that a georeference names.
 void checkRasterOf(Findings& findings, const TabFile& tab, const TabCheck& check) {
     constexpr int kBilKind = 1;
-    const std::string name = rfu::quoted(tab.map->rasterFileName);
+    // As it stands in the file: no quote can be in the name, and a backslash is no escape there.
+    const auto quoted = [](const std::string& file) { return '"' + file + '"'; };
+    const std::string name = quoted(tab.map->rasterFileName);
     if (tab.map->fileKind < 0 || tab.map->fileKind > kBilKind) {
         findings.add("raster-unknown", check.fileLine, 0,
                      "not shown: the library loads ASC and BIL grids, not " + name);
@@ -176,7 +178,7 @@ void checkRasterOf(Findings& findings, const TabFile& tab, const TabCheck& check
         const QString other = otherCase(tab.rasterFile);
         findings.add("raster-missing", check.fileLine, 0,
                      "not shown: there is no " + name + " beside it" +
-                         (other.isEmpty() ? "" : ", but " + rfu::quoted(other.toStdString())));
+                         (other.isEmpty() ? "" : ", but " + quoted(other.toStdString())));
         return;
     }
     std::optional<CellGrid> grid;

@@ -127,10 +127,12 @@ public:
 private:
     void takeRow(const char* line) {
         const MapToken first = tokensOf(line, 1).front();
-        if (header_.isKey(first.text) || isMeaningful(first.text)) {
-            lines_.report(
-                "key-needs-one-value", first.raw.begin,
-                first.text + " is not read: a line of more than two words is a row of cells");
+        const bool hasKey = header_.isKey(first.text) || isMeaningful(first.text);
+        if (hasKey) {
+            lines_.report("key-needs-one-value", first.raw.begin,
+                          first.text +
+                              " is not read: a line of more than two words is a row of cells" +
+                              aboutDecimalComma(tokensOf(line, kMinRowTokens)));
         }
         ++rows_;
         const long long row = lines_.number() - headerLines_ - 1;
@@ -145,9 +147,12 @@ private:
             return;
         }
         if (isMisplaced && headerLines_ == 0) {
-            lines_.report("nodata-missing", nullptr,
-                          "no NODATA_value line stands before the rows, which are counted from "
-                          "it: add one as the last header line, such as NODATA_value -9999");
+            lines_.report(
+                "nodata-missing", nullptr,
+                hasKey ? "a row of cells to the library, which counts rows from NODATA_value; "
+                         "none stands before this line: leave a key and one value in it"
+                       : "no NODATA_value line stands before the rows, which are counted from "
+                         "it: add one as the last header line, such as NODATA_value -9999");
         } else if (isMisplaced) {
             lines_.report("row-misplaced", nullptr,
                           "its rows are not placed from row 0 on without a gap: NODATA_value has "

@@ -143,7 +143,8 @@ private:
             takeHeaderLine(tokens[0], tokens[1]);
         } else if (!tokens.empty() && (isMisspelt(tokens[0].text) || layoutKey(tokens[0].text))) {
             lines_.report("key-needs-one-value", tokens[0].raw.begin,
-                          tokens[0].text + " is not read: a line is a key and a value");
+                          tokens[0].text + " is not read: a line is a key and a value" +
+                              aboutDecimalComma(tokens));
         } else if (!tokens.empty()) {
             lines_.report("line-skipped", tokens[0].raw.begin,
                           "a line that is no key and value is not read");

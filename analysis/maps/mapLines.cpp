@@ -134,6 +134,20 @@ float singleOf(const detail::RawToken& token) {
         detail::decimalPrefix({text.data(), detail::copyTokenText(token, text.data())}));
 }
 
+std::string aboutDecimalComma(const std::vector<MapToken>& tokens) {
+    if (tokens.size() < 3) {
+        return {};
+    }
+    const std::string& whole = tokens[1].text;
+    const std::string& decimals = tokens[2].text;
+    const bool isOne = *tokens[1].raw.end == ',' && tokens[2].raw.begin == tokens[1].raw.end + 1 &&
+                       !decimals.empty() && detail::isDigit(decimals.front()) &&
+                       parseNumber(whole + '.' + decimals);
+    return isOne ? "; " + whole + ',' + decimals + " has a decimal comma, which separates: write " +
+                       whole + '.' + decimals
+                 : "";
+}
+
 std::string_view writtenText(const detail::RawToken& token) {
     return {token.begin, static_cast<std::size_t>(token.end - token.begin)};
 }

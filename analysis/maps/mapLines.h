@@ -80,6 +80,10 @@ private:
 /// What a loader makes of a token that it reads as a number.
 float singleOf(const detail::RawToken& token);
 
+/// What a message adds about a value that its decimal comma makes two; empty for other lines.
+/// @param tokens of a header line
+std::string aboutDecimalComma(const std::vector<MapToken>& tokens);
+
 /// As the file has it, quotes included.
 std::string_view writtenText(const detail::RawToken& token);
 

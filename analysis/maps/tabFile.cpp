@@ -232,7 +232,12 @@ private:
             if (tokens[0].text != key) {
                 lines_.report("key-case", tokens[0].raw.begin,
                               tokens[0].text + " is not read: write " + std::string(key));
-            } else if (key != "CoordSys") {  // its number of values depends on the system
+            } else if (known.kind == detail::TabLine::Kind::CoordSys) {
+                // Its number of values depends on the system, and may be right for another.
+                ignoredCoordSys_ = "; line " + std::to_string(lines_.number()) +
+                                   " is not read as one: it has " + std::to_string(tokens.size()) +
+                                   " words, not " + std::to_string(known.tokens);
+            } else {
                 lines_.report("key-needs-one-value", tokens[0].raw.begin,
                               tokens[0].text + " is not read: the line is a key and a value");
             }
@@ -253,7 +258,8 @@ private:
         if (!isSupported_) {
             lines_.report("type-not-supported", type.raw.begin,
                           "File not supported: the type is " + rfu::quoted(type.text) +
-                              ", and only \"RASTER\" is read");
+                              ", and only \"RASTER\" is read" +
+                              (isSameWord(type.text, "RASTER") ? ": write \"RASTER\"" : ""));
         }
     }
 
@@ -271,7 +277,8 @@ private:
             if (coordSysLine_ == 0) {
                 lines_.report("coordsys-missing", nullptr,
                               "Units converts the control points by a CoordSys line of a "
-                              "transverse Mercator projection, and none stands before it");
+                              "transverse Mercator projection, and none stands before it" +
+                                  ignoredCoordSys_);
             }
         }
     }
@@ -359,6 +366,7 @@ private:
     std::array<long long, 4> pointLines_{};
     bool isMisplacedReported_ = false;
     long long coordSysLine_ = 0;
+    std::string ignoredCoordSys_;            // what is said of the last one that is not read
     std::vector<NotUtm> notUtm_;             // in that line
     std::set<detail::TabLine::Kind> kinds_;  // of the lines so far
     std::vector<NearKey> nearKeys_;

@@ -151,6 +151,10 @@ TEST_F(CheckFilesTest, ComparesGeoreferencesWithTheirRasters) {
         {"no such raster",
          with("map.asc", "map2.asc"),
          {"map.tab 1: error raster-missing: not shown: there is no \"map2.asc\" beside it"}},
+        {"a name with backslashes",
+         with("map.asc", "C:\\maps\\map.asc"),
+         {"map.tab 1: error raster-missing: not shown: there is no \"C:\\maps\\map.asc\" beside "
+          "it"}},
         {"another case",
          with("map.asc", "Map.asc"),
          {"map.tab 1: error raster-missing: not shown: there is no \"Map.asc\" beside it, but "

@@ -203,6 +203,17 @@ TEST_F(AscCheckTest, FindsKeysThatAreNotRead) {
            "5:1 error no-number: \"cellsize\" is no number: read as 0",
            "5:13 error no-number: \"m\" is no number: read as 0",
            "7: error row-beyond-grid: not shown: it becomes row 3 of a grid of 2"}},
+         {"a decimal comma",
+          "ncols 4\nnrows 2\nxllcorner 500000,5\nNODATA_value -9999\n" + kAscRows,
+          {"3: error nodata-missing: a row of cells to the library, which counts rows from "
+           "NODATA_value; none stands before this line: leave a key and one value in it",
+           "3: error row-width: a row of 3 cells in a grid of 4 columns: the missing ones are "
+           "read as 0",
+           "3:1 error key-needs-one-value: xllcorner is not read: a line of more than two words "
+           "is a row of cells; 500000,5 has a decimal comma, which separates: write 500000.5",
+           "3:1 error no-number: \"xllcorner\" is no number: read as 0",
+           "5: error row-misplaced: its rows are not placed from row 0 on without a gap: "
+           "NODATA_value has to be the last header line, and no line between rows may be blank"}},
          {"no value, capitals",
           first("NODATA_VALUE\n"),
           {"1:1 error key-needs-one-value: NODATA_VALUE is not read without a value"}},

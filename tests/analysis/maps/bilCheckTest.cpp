@@ -91,6 +91,13 @@ TEST_F(BilCheckTest, FindsLinesThatAreNotReadAsWritten) {
           {"8:1 warning key-repeated: XDIM stands in line 5 already; the last one counts"}},
          {"no value", added("NODATA\n"), {"8:1 error key-needs-one-value: NODATA" + pair}},
          {"two values", added("NODATA -1 -2\n"), {"8:1 error key-needs-one-value: NODATA" + pair}},
+         {"a decimal comma",
+          added("ULXMAP 9,5\n"),
+          {"8:1 error key-needs-one-value: ULXMAP" + pair +
+           "; 9,5 has a decimal comma, which separates: write 9.5"}},
+         {"commas that are none",
+          added("NODATA -1, 2\n"),
+          {"8:1 error key-needs-one-value: NODATA" + pair}},
          {"no kind", added("pixeltype\n"), {"8:1 error key-needs-one-value: pixeltype" + pair}},
          {"no byte order",
           added("BYTEORDER\n"),

@@ -73,6 +73,13 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
          {"5:8 error type-not-supported: File not supported: the type is \"NATIVE\", and only "
           "\"RASTER\" is "
           "read"}},
+        {"the type in small letters",
+         kStart + "  Type \"raster\"\n",
+         {"5:8 error type-not-supported: File not supported: the type is \"raster\", and only "
+          "\"RASTER\" is read: write \"RASTER\""}},
+        {"a word too many in CoordSys",
+         kStart + kFile + kPoints + kUtm31.substr(0, kUtm31.size() - 1) + ", 17\n" + kMetres,
+         {"12:" + none + "; line 11 is not read as one: it has 12 words, not 11"}},
         {"units before the points",
          kStart + kFile + kUtm31 + kMetres + kPoints,
          {"8:" + misplaced}},
@@ -92,7 +99,7 @@ TEST_F(TabFileTest, FindsWhatIsNotReadAsWritten) {
         {"no CoordSys", kStart + kFile + kPoints + kMetres, {"11:" + none}},
         {"a CoordSys that is not read",
          kStart + kFile + kPoints + "  CoordSys Earth Projection 1, 104\n" + kMetres,
-         {"12:" + none}},
+         {"12:" + none + "; line 11 is not read as one: it has 5 words, not 11"}},
         {"keys in another case",
          kStart + "FILE \"map.asc\"\ntype \"NATIVE\"\nUNITS \"m\"\ncoordsys\n" + kFile + kPoints,
          {"5:1 error key-case: FILE is not read: write File",
