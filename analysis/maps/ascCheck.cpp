@@ -42,6 +42,7 @@ constexpr Rule kAscRules[] = {
     map_rules::kKeyRepeated,
     map_rules::kSizeRefused,
     map_rules::kSizeUnusable,
+    map_rules::kCellSize,
     {"size-changed", Severity::Error,
      "The rows before a line that changes ncols were read with another number of columns.",
      "ncols 4\n1 2 3 4\nncols 5\n1 2 3 4 5", "Put the header lines in front of the rows."},

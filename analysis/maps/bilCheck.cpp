@@ -42,6 +42,7 @@ constexpr Rule kHdrRules[] = {
      "PIXELTYPE float", "Write PIXELTYPE FLOAT."},
     map_rules::kSizeRefused,
     map_rules::kSizeUnusable,
+    map_rules::kCellSize,
     {"layout-not-read", Severity::Error,
      "The loader reads one band of rows of little-endian singles from the start of the file, in "
      "square cells, whatever "

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -12,6 +13,7 @@
 
 #include "analysis/maps/mapLines.h"
 #include "analysis/maps/mapRules.h"
+#include "analysis/support/singles.h"
 
 namespace rfu {
 
@@ -50,6 +52,10 @@ constexpr Rule kClrRules[] = {
      "makes of them is its own "
      "affair.",
      "100 0 300 0", "Write numbers from 0 to 255."},
+    {"range-descends", Severity::Note,
+     "The two ends of an entry are kept in the order of their lines, also where the upper one is "
+     "below the lower one. What the display makes of them is its own affair.",
+     "100 0 0 255\n0 0 255 0", "Write the line of the lower value first."},
     {"colors-none", Severity::Error,
      "A table of fewer than two lines counts as none: there is one entry from -9999 to 9999 with a "
      "black lower end.",
@@ -79,6 +85,7 @@ public:
                 lines_.checkNul();
                 counted_.push_back({tokens.size(), tokens.empty() ? 0 : columnOf(tokens)});
                 takeColor(tokens);
+                takeEnd(tokens);
             } else {
                 takeCut(tokens);
             }
@@ -110,6 +117,20 @@ private:
         }
         for (std::size_t i = 0; i < std::size(kComponents); ++i) {
             takeComponent(kComponents[i], tokens[i + 1]);
+        }
+    }
+
+    /// Compares the two ends of an entry where both are colours.
+    void takeEnd(const std::vector<MapToken>& tokens) {
+        const bool isLower = counted_.size() % 2 == 1;
+        const std::optional<float> value =
+            tokens.size() == kColorTokens ? std::optional(singleOf(tokens[0].raw)) : std::nullopt;
+        if (isLower) {
+            lower_ = value;
+        } else if (value && lower_ && *lower_ > *value) {
+            lines_.report("range-descends", tokens[0].raw.begin,
+                          "kept as written: the " + endAt(counted_.size()) + " is " +
+                              textOf(*value) + ", below its lower end, " + textOf(*lower_));
         }
     }
 
@@ -189,8 +210,9 @@ private:
     Findings findings_;
     MapLines lines_;
     std::vector<Line> counted_;
-    long long cut_ = 0;      // colours behind the lines that count
-    long long cutLine_ = 0;  // of the first of them
+    std::optional<float> lower_;  // end of the entry that the last line began
+    long long cut_ = 0;           // colours behind the lines that count
+    long long cutLine_ = 0;       // of the first of them
 };
 
 }  // namespace

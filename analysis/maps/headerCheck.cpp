@@ -8,6 +8,7 @@
 
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "analysis/support/singles.h"
 #include "analysis/support/words.h"
 
 namespace rfu {
@@ -51,6 +52,11 @@ void HeaderCheck::takePlace(const detail::PlaceKey& place, const MapToken& value
     }
     if (place.field == &veltaGEO::cellSize) {
         cellSize_ = detail::toFloat(detail::decimalPrefix(value.text));
+        const auto written = parseNumberOfAnySize(writtenText(value.raw));
+        if (written && *written <= 0.0) {
+            lines_.report("cell-size", value.raw.begin,
+                          "kept as written: a cell of size " + textOf(cellSize_));
+        }
     } else if (place.field == &veltaGEO::noData) {
         hasNoData_ = true;
     }

@@ -85,6 +85,12 @@ inline constexpr Rule kSizeUnusable = {"size-unusable", Severity::Error,
                                        "ncols -4",
                                        "Give the number of columns and the number of rows."};
 
+inline constexpr Rule kCellSize = {
+    "cell-size", Severity::Note,
+    "The size of a cell is kept as it is written, also where it is 0 or below: the map then has no "
+    "extent, or a negative one.",
+    "cellsize -30", "Write the length of a cell's side, above 0."};
+
 inline constexpr Rule kByteOrderMark = {
     "byte-order-mark", Severity::Note,
     "The file begins with the byte-order mark of UTF-8. The loaders pass over it, but a comment of "

@@ -45,11 +45,24 @@ TEST_F(ClrCheckTest, PassesTablesThatAreReadAsWritten) {
             {"ends of lines with a carriage return", "0 0 0 255\r\n100 0 255 0\r\n", {}},
             {"a byte-order mark", "\xEF\xBB\xBF" + kEntry, {}},
             {"commas and tabs", "0,0,0,255\n100\t0\t255\t0\n", {}},
-            {"the upper end first", "100 0 0 0\n-5.5 255 255 255\n", {}},
+            {"an entry of one value", "7 0 0 0\n7 255 255 255\n", {}},
             {"values without end", "-inf 0 0 0\ninf 255 255 255\n", {}},
             {"64 lines", entries(32), {}},
             {"a blank line at the end", kEntry + "\n", {}},
             {"blank lines behind 64 lines", entries(32) + "\n \r\n", {}}});
+}
+
+TEST_F(ClrCheckTest, NotesRangesThatDescend) {
+    expect({{"the upper end first",
+             kEntry + "100 0 0 0\n -5.5 255 255 255\n",
+             {"4:2 note range-descends: kept as written: the upper end of entry 2 is -5.5, below "
+              "its lower end, 100"}},
+            {"behind an entry without a lower end",
+             "100 0 0 0\n" + kEntry,
+             {"2:1 note range-descends: kept as written: the upper end of entry 1 is 0, below its "
+              "lower end, 100",
+              "3:1 warning color-unpaired: the lower end of entry 2 has no upper end: the entry "
+              "is not shown"}}});
 }
 
 TEST_F(ClrCheckTest, FindsLinesThatAreNoColors) {
@@ -58,7 +71,7 @@ TEST_F(ClrCheckTest, FindsLinesThatAreNoColors) {
                ", which stays as it was before";
     };
     expect({{"a comment",
-             "# colours\n" + kEntry + "1 2 3 4\n",
+             "# colours\n" + kEntry + "101 2 3 4\n",
              {counts("1:3", "a line of 1 word", "lower end of entry 1")}},
             {"a blank line",
              "0 0 0 255\n\n" + kEntry,
@@ -122,7 +135,9 @@ TEST_F(ClrCheckTest, FindsNumbersThatAreReadDifferently) {
             {"a value beyond doubles",
              second("-1e999 1 2 3"),
              {"2:1 warning number-infinite: \"-1e999\" is beyond the range of a single: read as "
-              "infinite"}},
+              "infinite",
+              "2:1 note range-descends: kept as written: the upper end of entry 1 is -inf, below "
+              "its lower end, 0"}},
             {"a value too long",
              second(zeros(63) + "5 1 2 3"),
              {"2:1 error token-cut: \"" + zeros(60) +
