@@ -32,6 +32,15 @@ double middleOfPixel(double at, double ratio) {
     return (std::floor(at * ratio + kRounding) + 0.5) / ratio;
 }
 
+/// A label with its unit below the number where both are too wide for one line: the number has to be seen.
+QString inLines(QString label, const QFontMetricsF& metrics, double width) {
+    if (const int blank = static_cast<int>(label.indexOf(QLatin1Char(' ')));
+        blank >= 0 && metrics.horizontalAdvance(label) > width) {
+        label[blank] = QLatin1Char('\n');
+    }
+    return label;
+}
+
 void drawLevels(QPainter& painter, const PlotFace& face) {
     const QRectF& plot = face.plot;
     const QFontMetricsF metrics(face.look.font);
@@ -43,8 +52,10 @@ void drawLevels(QPainter& painter, const PlotFace& face) {
             std::min(plot.top() + part * plot.height(), plot.bottom() - 0.5), face.look.ratio);
         drawLine(painter, {plot.left(), y}, {plot.right(), y}, face.look.grid);
         painter.setPen(face.look.text);
-        painter.drawText(QRectF(0.0, y - half, plot.left() - kFromPlot, 2.0 * half),
-                         Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip, tick.label);
+        const double width = plot.left() - kFromPlot;
+        painter.drawText(QRectF(0.0, y - half, width, 2.0 * half),
+                         Qt::AlignRight | Qt::AlignVCenter | Qt::TextDontClip,
+                         inLines(tick.label, metrics, width));
     }
     if (!face.scale.isLinear()) {
         painter.setPen(face.look.text);

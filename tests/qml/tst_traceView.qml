@@ -508,6 +508,14 @@ TestCase {
         compare(at(299, 199), "#102030")
     }
 
+    function test_longLabels() {
+        const p = made(sweep(), { textColor: "#000000", unit: "W/cm^2", leftMargin: 100 })
+        grab(p)
+        const inked = x => Array.from({ length: 200 * ratio }, (_, y) => picture.at(x, y)).some(c => c !== test.none)
+        verify(inked(60 * ratio))
+        verify(!inked(0), "a label is cut by the edge")
+    }
+
     function test_withoutRoom() {
         const p = made(sweep())
         for (const size of [[0, 0], [40, 200], [300, 20], [60, 41]]) {

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # program.sh VIEWER SAMPLES: the viewer as a program: its options, and pictures of recordings from a file, standard input
-# and another program. It says nothing on standard error.
+# and another program. It says nothing on standard error but why it fails.
 set -euo pipefail
 
 viewer=$1
@@ -33,6 +33,7 @@ refused "Unknown option 'wide'" --wide
 refused '--limit: "high" is not a number' --limit high
 refused 'give one recording' a.csv b.csv
 refused 'give one recording' a.csv -- rtl_power
+refused 'There is no unit parsec, only dBm, ' "$samples/fm_band.csv" --unit parsec
 
 # Width and height of a PNG file.
 size_of() {
@@ -47,9 +48,20 @@ picture file "$samples/fm_band.csv" --marker 98.3 --limit -60 --unit dBuV
 picture input - <"$samples/fm_band.csv"
 picture recorder -- cat "$samples/fm_band.csv"
 picture map --map "$samples/terrain.asc" --light
-picture missing "$work/missing.csv"
-picture unit "$samples/fm_band.csv" --unit parsec
 picture empty
+
+# There is a picture, but not the one that was asked for.
+failed() { # message, arguments
+    local status=0
+    "$viewer" --screenshot "$work/failed.png" --width 1024 --height 600 "${@:2}" 2>"$work/errors.txt" || status=$?
+    [ "$status" -eq 1 ] || fail "${*:2}: status $status"
+    grep -qx -- "rfutils-view: $1" "$work/errors.txt" || fail "${*:2}: $(cat "$work/errors.txt")"
+}
+failed '.*missing\.csv.*' "$work/missing.csv"
+failed '.*missing\.asc.*' "$samples/fm_band.csv" --map "$work/missing.asc"
+failed '.*missing\.csv.*' "$samples/fm_band.csv" --mask "$work/missing.csv"
+failed 'Cannot write .*/missing/picture\.png' "$samples/fm_band.csv" --screenshot "$work/missing/picture.png"
+
 LC_ALL=de_DE.UTF-8 picture german
 if cmp -s "$work/empty.png" "$work/german.png"; then
     echo "viewer.program: without German texts"  # lrelease was missing

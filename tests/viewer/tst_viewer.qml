@@ -226,6 +226,8 @@ TestCase {
         keyClick(Qt.Key_F3)
         verify(window.showMap)
         keyClick(Qt.Key_Escape)
+        verify(!window.showSettings && window.showMap)
+        keyClick(Qt.Key_Escape)
         verify(!window.showMap)
         keyClick("t")
         verify(!window.showTable)

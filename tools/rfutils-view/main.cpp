@@ -126,6 +126,16 @@ std::optional<QVariantMap> startOf(QCommandLineParser& parser, const Arguments& 
     return start;
 }
 
+/// Runs the page, and says why it ends without what the command line asks for.
+int run(const QQmlApplicationEngine& engine) {
+    const int status = QCoreApplication::exec();
+    const QString failure = engine.rootObjects().front()->property("failure").toString();
+    if (!failure.isEmpty()) {
+        std::fprintf(stderr, "rfutils-view: %s\n", qPrintable(failure));
+    }
+    return status;
+}
+
 /// Help and version need no display.
 bool onlyTells(int argc, char** argv) {
     return std::any_of(argv + std::min(argc, 1), argv + argc, [](const char* argument) {
@@ -183,5 +193,5 @@ int main(int argc, char* argv[]) {
                          QStringLiteral("/" RFUTILS_QML_FOLDER));
     engine.setInitialProperties(*start);
     engine.load(QUrl(QStringLiteral("qrc:/qml/Main.qml")));
-    return engine.rootObjects().isEmpty() ? kFailed : QCoreApplication::exec();
+    return engine.rootObjects().isEmpty() ? kFailed : run(engine);
 }

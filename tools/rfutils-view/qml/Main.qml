@@ -27,6 +27,8 @@ ApplicationWindow {
     property alias startWidth: window.width
     property alias startHeight: window.height
     property bool startDark: true
+    /// Why the program ends without what its command line asks for: main writes it to standard error.
+    property string failure
 
     /// Whether the operator may choose files.
     property bool choosesFiles: true
@@ -94,12 +96,18 @@ ApplicationWindow {
     function writePicture(file) {
         const path = decodeURIComponent(String(file).replace(/^file:\/\//, ""))
         window.contentItem.parent.grabToImage(result => {
-            notices.push(result.saveToFile(path) ? qsTr("Picture written: %1").arg(path)
-                                                 : qsTr("Cannot write %1").arg(path))
-            window.pictureWritten()
+            const success = result.saveToFile(path)
+            const text = (success ? qsTr("Picture written: %1") : qsTr("Cannot write %1")).arg(path)
+            notices.push(text)
+            window.pictureSaved(success ? "" : text)
         })
     }
-    signal pictureWritten()
+    signal pictureSaved(string error)
+
+    function end(status, error) {
+        failure = error
+        Qt.exit(status)
+    }
 
     function divide(pixels) { spectrumPage.divide(pixels) }
     function scroll(pages) { spectrumPage.scroll(pages) }
@@ -138,6 +146,8 @@ ApplicationWindow {
     function leave() {
         if (showHelp) {
             showHelp = false
+        } else if (showSettings) {
+            showSettings = false
         } else if (showMap) {
             showMap = false
         }
@@ -149,7 +159,7 @@ ApplicationWindow {
         if (commands.units.indexOf(startUnit) >= 0) {
             measurement.choose("levelUnit", startUnit)
         } else {
-            notices.push(qsTr("There is no unit %1").arg(startUnit))
+            end(2, qsTr("There is no unit %1, only %2").arg(startUnit).arg(commands.units.join(", ")))
         }
         startMarkers.slice(0, 6).forEach((frequency, row) => measurement.markers.set(row, frequency))
         showMap = String(mapFile) !== "" && recordingName === ""
@@ -263,7 +273,11 @@ ApplicationWindow {
     Connections {
         target: window
         enabled: String(window.pictureFile) !== ""
-        function onPictureWritten() { Qt.quit() }
+        function onPictureSaved(error) {
+            const failure = error || measurement.recording.errorString || mapPage.map.errorString
+                || spectrumPage.spectrum.errorString
+            window.end(failure === "" ? 0 : 1, failure)
+        }
     }
     Connections {
         target: spectrumPage.spectrum

@@ -408,8 +408,8 @@
         <translation>Nicht zu schreiben: %1</translation>
     </message>
     <message>
-        <source>There is no unit %1</source>
-        <translation>Es gibt keine Einheit %1</translation>
+        <source>There is no unit %1, only %2</source>
+        <translation>Es gibt keine Einheit %1, nur %2</translation>
     </message>
     <message>
         <source>Data written</source>
