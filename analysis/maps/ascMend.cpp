@@ -263,8 +263,7 @@ private:
                 continue;
             }
             const bool isForeign = header.meant->isSameWord && header.meant->index >= CentreX;
-            if (!isForeign &&
-                !lines_.mends(header.meant->isSameWord ? "key-case" : "key-unknown")) {
+            if (!isForeign && !lines_.mends(ruleOf(*header.meant))) {
                 header.meant.reset();
                 continue;
             }

@@ -84,11 +84,6 @@ std::vector<HdrLine> hdrLinesOf(const MendLines& lines) {
     return header;
 }
 
-/// The rule that a key breaks which is not spelled as the loader knows it.
-std::string_view ruleOf(const MeantKey& meant) {
-    return (meant.isSameWord ? map_rules::kKeyCase : map_rules::kKeyUnknown).name;
-}
-
 Mend mendHdr(std::string_view text, const RuleNames& ignored) {
     MendLines lines(text, ignored);
     const std::vector<HdrLine> header = hdrLinesOf(lines);

@@ -3,6 +3,7 @@
 #include <QString>
 #include <string>
 
+#include "analysis/maps/mapRules.h"
 #include "analysis/support/words.h"
 
 namespace rfu {
@@ -67,6 +68,10 @@ std::optional<MeantKey> meantKey(std::string_view word, const std::vector<std::s
         }
     }
     return nearest;
+}
+
+std::string_view ruleOf(const MeantKey& meant) {
+    return (meant.isSameWord ? map_rules::kKeyCase : map_rules::kKeyUnknown).name;
 }
 
 }  // namespace rfu

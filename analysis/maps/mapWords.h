@@ -17,4 +17,7 @@ struct MeantKey {
 /// @return nothing for a word that is near to none of the keys or to several
 std::optional<MeantKey> meantKey(std::string_view word, const std::vector<std::string_view>& keys);
 
+/// The rule that a key breaks which is not spelled as the loader knows it.
+std::string_view ruleOf(const MeantKey& meant);
+
 }  // namespace rfu

@@ -57,6 +57,26 @@ std::string formatted(double value, std::chars_format format, int precision) {
     return {buffer.data(), result.ptr};
 }
 
+/// A decimal number, and what stands behind it.
+struct LeadingNumber {
+    double value;
+    std::errc error;        // result_out_of_range: value is not known
+    std::string_view text;  // from the number on
+    std::string_view rest;
+};
+
+/// Nothing for a text that begins with no number, but for blanks and a plus sign.
+std::optional<LeadingNumber> leadingNumber(std::string_view text) {
+    text = withoutPlus(trimmed(text));
+    if (!startsLikeNumber(text)) {
+        return std::nullopt;
+    }
+    double value = 0.0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    return LeadingNumber{value, result.ec, text,
+                         text.substr(static_cast<std::size_t>(result.ptr - text.data()))};
+}
+
 }  // namespace
 
 std::string_view trimmed(std::string_view text) {
@@ -77,17 +97,11 @@ std::string_view withoutPlus(std::string_view text) {
 }
 
 std::optional<SplitValue> splitValue(std::string_view text) {
-    text = withoutPlus(trimmed(text));
-    if (!startsLikeNumber(text)) {
+    const auto number = leadingNumber(text);
+    if (!number || number->error != std::errc()) {
         return std::nullopt;
     }
-    double value = 0.0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (result.ec != std::errc()) {
-        return std::nullopt;
-    }
-    return SplitValue{value,
-                      trimmed(text.substr(static_cast<std::size_t>(result.ptr - text.data())))};
+    return SplitValue{number->value, trimmed(number->rest)};
 }
 
 std::optional<double> parseNumber(std::string_view text) {
@@ -103,16 +117,11 @@ std::optional<double> parseNumberOf(std::string_view unit, std::string_view text
 }
 
 std::optional<double> parseNumberOfAnySize(std::string_view text) {
-    text = withoutPlus(trimmed(text));
-    if (!startsLikeNumber(text)) {
+    const auto number = leadingNumber(text);
+    if (!number || !number->rest.empty()) {
         return std::nullopt;
     }
-    double value = 0.0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (result.ptr != text.data() + text.size()) {
-        return std::nullopt;
-    }
-    return result.ec == std::errc() ? value : detail::decimalPrefix(text);
+    return number->error == std::errc() ? number->value : detail::decimalPrefix(number->text);
 }
 
 std::optional<int> parseInteger(std::string_view text) {

@@ -31,8 +31,8 @@ std::optional<Findings> notPlainText(const QString& file, const RuleTable& rules
 /// A text of UTF-16 with a byte-order mark as UTF-8 without one, and one whose lines end in CR alone with LF in their
 /// place.
 /// @param ignored rules; what is about them stays
-/// @return nothing for any other text, for compressed data, and for a text that is not certainly UTF-16: of an odd length, with half a
-/// surrogate pair, with a NUL, or with fewer characters of ASCII than beyond it
+/// @return nothing for any other text, for compressed data, and for a text that is not certainly UTF-16: of an odd length,
+/// with half a surrogate pair, with a NUL, or with fewer characters of ASCII than beyond it
 std::optional<std::string> inPlainText(std::string_view bytes, const RuleNames& ignored = {});
 
 inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";

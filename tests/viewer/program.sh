@@ -50,7 +50,7 @@ picture recorder -- cat "$samples/fm_band.csv"
 picture map --map "$samples/terrain.asc" --light
 picture empty
 
-# There is a picture, but not the one that was asked for.
+# The picture lacks what was asked for, or cannot be written.
 failed() { # message, arguments
     local status=0
     "$viewer" --screenshot "$work/failed.png" --width 1024 --height 600 "${@:2}" 2>"$work/errors.txt" || status=$?

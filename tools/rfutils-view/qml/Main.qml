@@ -104,6 +104,7 @@ ApplicationWindow {
     }
     signal pictureSaved(string error)
 
+    /// Ends the program with an exit status, and with what went wrong.
     function end(status, error) {
         failure = error
         Qt.exit(status)
