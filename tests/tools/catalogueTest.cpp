@@ -197,6 +197,7 @@ TEST(Catalogue, controlCharactersDoNotSteerTheTerminal) {
         R"({"a": [{"id": "x", "label": "\u001b[31m\u0080\u009b\u009f\u00a0\u007e\u001f\u202e\u2029\u0020",)"
         R"( "enum": 1, "dispSeq": 1}]})");
     folder.add("s.json", R"({"a": [{"id": "x\ny", "label": "\u001b]0;title\u0007"}]})");
+    folder.add("marks.json", R"({"a": [{"id": "x", "label": "\ufeffm\ufeffW\ufeff"}]})");
     expectCommands(
         {
             shows("escape sequences, also those of one character", "catalogue c.json",
@@ -209,6 +210,13 @@ TEST(Catalogue, controlCharactersDoNotSteerTheTerminal) {
                   "\"offered\": true}\n]\n"),
             shows("in every table", "setups s.json",
                   "index  id    label\n    0  x\\ny  \\x1b]0;title\\x07\n"),
+            shows("byte-order marks, also the first", "setups marks.json",
+                  "index  id  label\n    0  x   \\ufeffm\\ufeffW\\ufeff\n"),
+            shows("byte-order marks in JSON", "setups marks.json --format json",
+                  "[\n  {\"index\": 0, \"id\": \"x\", \"label\": "
+                  "\"\\ufeffm\\ufeffW\\ufeff\"}\n]\n"),
+            shows("byte-order marks in CSV as they are", "setups marks.json --format csv",
+                  "index,id,label\n0,x,\uFEFFm\uFEFFW\uFEFF\n"),
         },
         folder);
 }

@@ -15,19 +15,24 @@ bool isPlainAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
+/// QString::fromUtf8 drops a byte-order mark at the head, where it is a character of the text.
 QString decoded(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()));
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    const bool isMarked = text.substr(0, kByteOrderMark.size()) == kByteOrderMark;
+    return QString(isMarked ? 1 : 0, QChar(QChar::ByteOrderMark)) +
+           QString::fromUtf8(text.data(), static_cast<int>(text.size()));
 }
 
 bool isControl(unsigned code) {
     return code < 0x20 || (code >= 0x7F && code < 0xA0);
 }
 
-/// Marks, embeddings, overrides and isolates of direction, and the separators of lines and
-/// paragraphs.
+/// Marks, embeddings, overrides and isolates of direction, the separators of lines and paragraphs,
+/// and the byte-order mark, which nobody sees.
 bool isLayoutControl(unsigned code) {
     return code == 0x061C || code == 0x200E || code == 0x200F ||
-           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069) ||
+           code == QChar::ByteOrderMark;
 }
 
 /// "\n", "\t" or "\r", or the number in hexadecimal behind a lead.
