@@ -7,6 +7,7 @@
 
 #include "analysis/recordings/bins.h"
 #include "analysis/support/inputError.h"
+#include "analysis/support/numbers.h"
 
 namespace rfu {
 
@@ -45,7 +46,7 @@ int pointOf(const MarkerRequest& request, const FrequencyAxis& axis, std::size_t
     if (request.point) {
         if (static_cast<std::size_t>(*request.point) >= points) {
             throw fail("the points of the recording are 0 to " + std::to_string(points - 1) +
-                       (!axis.points.empty()
+                       (!axis.points.empty() && parseInteger(request.name)
                             ? "; a frequency has a unit: " + std::to_string(*request.point) + "MHz"
                             : ""));
         }

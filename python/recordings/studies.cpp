@@ -2,6 +2,7 @@
 
 #include <pybind11/stl.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <map>
@@ -10,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/recordings/markers.h"
 #include "analysis/recordings/stateFile.h"
 #include "analysis/statistics/noiseFloor.h"
 #include "analysis/statistics/sweepStore.h"
@@ -425,14 +427,32 @@ private:
     py::bytes stateBytes_;
 };
 
-/// The statistics of points.
+/// Markers as they are asked for: frequencies in Hz, then numbers of points.
+using Marks = std::pair<std::vector<double>, std::vector<int>>;
+
+std::vector<MarkerRequest> requestsOf(const Marks& marks) {
+    std::vector<MarkerRequest> requests;
+    for (const double frequencyHz : marks.first) {
+        const double megahertz = frequencyHz / kHertzPerMegahertz;
+        requests.push_back({shortest(megahertz) + "MHz", megahertz, std::nullopt});
+    }
+    for (const int point : marks.second) {
+        requests.push_back({"at point " + std::to_string(point), std::nullopt, point});
+    }
+    return requests;
+}
+
+/// The statistics of points: of all, or of markers.
 class Points {
 public:
     /// @param limit dBm
     /// @param keep how many recent sweeps count; none for all
-    Points(std::optional<double> limit, std::optional<std::size_t> keep, bool hasDistributions)
+    /// @param marks where only these points are kept
+    Points(std::optional<double> limit, std::optional<std::size_t> keep, bool hasDistributions,
+           const std::optional<Marks>& marks)
         : limit_(limit),
           hasDistributions_(hasDistributions),
+          requests_(requestsOf(marks.value_or(Marks()))),
           store_(keep.value_or(SweepStore::kAll), hasDistributions, limit.value_or(0.0)) {}
     explicit Points(const Files& files) : Points(statesOf(files), std::nullopt) {}
 
@@ -441,7 +461,10 @@ public:
         const py::gil_scoped_release unlocked;
         Recording recording(source.noting(notes));
         for (Sweep sweep; recording.next(sweep);) {
-            if (!store_.add(sweep.time, sweep.levels)) {
+            if (head_.sweeps == 0) {
+                place(requests_, recording.axis(), sweep.levels.size(), recording.files().first());
+            }
+            if (!store_.add(sweep.time, keptOf(sweep))) {
                 throw recording.error("the levels of " + std::to_string(store_.kept()) +
                                       " sweeps take 1 GiB, the most that is held; keep fewer");
             }
@@ -455,17 +478,28 @@ public:
         return notes;
     }
 
+    /// Puts markers on the points of a state.
+    /// @param name of the state, for messages
+    void mark(const Marks& marks, const py::bytes& name) {
+        place(requestsOf(marks), head_.axis, head_.points, fileOf(name));
+    }
+
+    /// A row for each marker, without markers for each point.
     py::dict rows() const {
         Columns columns;
-        for (std::size_t i = 0; i < head_.points; ++i) {
-            const PointStatistics point = store_.statistics(i);
+        const std::size_t count = markers_.empty() ? head_.points : markers_.size();
+        for (std::size_t row = 0; row < count; ++row) {
+            const std::size_t number = markers_.empty() ? row : markers_[row];
+            const std::size_t column = requests_.empty() ? number : row;
+            columns.integers("point").push_back(static_cast<std::int64_t>(number));
+            const PointStatistics point = store_.statistics(column);
             columns.integers("count").push_back(point.count);
             columns.integers("above").push_back(point.above);
             columns.numbers("average").push_back(orNone(point.average));
             columns.numbers("maximum").push_back(orNone(point.maximum));
             columns.numbers("minimum").push_back(orNone(point.minimum));
             if (hasDistributions_) {
-                const LevelDistribution distribution = store_.distribution(i);
+                const LevelDistribution distribution = store_.distribution(column);
                 const auto strongest = distribution.strongest;
                 columns.numbers("power_mean").push_back(orNone(distribution.powerMean));
                 columns.numbers("median").push_back(orNone(distribution.median));
@@ -490,13 +524,33 @@ public:
 private:
     Points(const StateSet& states, std::nullopt_t)
         : Points(SettingReader(states.head(), states.files().first()).number("limit"), std::nullopt,
-                 false) {
+                 false, std::nullopt) {
         head_ = states.head();
         states.forEach([this](StatePart& part) { store_.merge(part, head_.points); });
     }
 
+    void place(const std::vector<MarkerRequest>& requests, const FrequencyAxis& axis,
+               std::size_t points, const QString& file) {
+        for (const Marker& marker : placeMarkers(requests, axis, points, file)) {
+            markers_.push_back(static_cast<std::size_t>(marker.point));
+        }
+    }
+
+    const std::vector<double>& keptOf(const Sweep& sweep) {
+        if (requests_.empty()) {
+            return sweep.levels;
+        }
+        levelsOfMarkers_.resize(markers_.size());
+        std::transform(markers_.begin(), markers_.end(), levelsOfMarkers_.begin(),
+                       [&](std::size_t point) { return sweep.levels[point]; });
+        return levelsOfMarkers_;
+    }
+
     std::optional<double> limit_;
     bool hasDistributions_;
+    std::vector<MarkerRequest> requests_;  // where only markers are kept
+    std::vector<std::size_t> markers_;     // their points
+    std::vector<double> levelsOfMarkers_;  // of a sweep
     StateHead head_;
     SweepStore store_;
 };
@@ -543,9 +597,11 @@ void addStudies(py::module_& module) {
         .def("head", &Powers::head)
         .def("state", &Powers::state);
     py::class_<Points>(module, "Points")
-        .def(py::init<std::optional<double>, std::optional<std::size_t>, bool>())
+        .def(py::init<std::optional<double>, std::optional<std::size_t>, bool,
+                      const std::optional<Marks>&>())
         .def(py::init<const Files&>())
         .def("read", &Points::read)
+        .def("mark", &Points::mark)
         .def("rows", &Points::rows)
         .def("axis", &Points::axis)
         .def("head", &Points::head)

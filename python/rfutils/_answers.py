@@ -1,9 +1,10 @@
 """What studies of recordings and of states found, as tables."""
 from __future__ import annotations
 
-from typing import NamedTuple, Optional, Sequence, Tuple
+from typing import List, NamedTuple, Optional, Sequence, Tuple
 
 import numpy as np
+import numpy.typing as npt
 
 from . import _core
 from ._errors import note
@@ -16,6 +17,9 @@ CHANNEL_COLUMNS = ("from_hz", "to_hz", "samples", "occupied", "occupancy", "low"
 BAND_COLUMNS = ("from_hz", "to_hz", "channels", "samples", "fbo", "sro", "threshold")
 POWER_COLUMNS = ("from_hz", "to_hz", "power", "occupied_from_hz", "occupied_to_hz")
 
+#: frequencies in Hz, then numbers of points
+Marks = Tuple[List[float], List[int]]
+
 
 class Occupancy(NamedTuple):
     """How busy channels are: a table with a row for each channel, and one on the band that they span."""
@@ -24,16 +28,33 @@ class Occupancy(NamedTuple):
     band: Table
 
 
-def points_of(study: _core.Points, has_limit: bool, more: bool, unit: str, center_hz: Optional[float], gain: float) -> Table:
+def points_of(study: _core.Points, has_limit: bool, more: bool, unit: str, center_hz: Optional[float], gain: float,
+              marks: Optional[Marks] = None) -> Table:
     columns = study.rows()
-    frequencies = study.axis().frequencies_hz()
-    count = len(columns["count"])
-    columns["point"] = np.arange(count)
-    columns["frequency_hz"] = frequencies if len(frequencies) else np.full(count, np.nan)
+    axis = study.axis().frequencies_hz()
+    own = axis[columns["point"]] if len(axis) else None
+    columns["frequency_hz"] = np.full(len(columns["point"]), np.nan) if own is None else own
     levels = ["average", "maximum", "minimum"] + (["power_mean", "median"] if more else [])
-    in_unit(columns, levels, unit, center_hz, frequencies if len(frequencies) else None, gain)
+    in_unit(columns, levels, unit, center_hz, own, gain)
     names = POINT_COLUMNS + (("above",) if has_limit else ()) + (MORE_COLUMNS if more else ())
+    if marks is not None:
+        columns["marker_hz"] = np.array(marks[0] + [np.nan] * len(marks[1]))
+        names = ("marker_hz",) + names
     return table(columns, names)
+
+
+def marks_of(frequencies_hz: npt.ArrayLike, points: npt.ArrayLike) -> Marks:
+    """Markers as they are asked for."""
+    frequencies = np.atleast_1d(np.asarray(frequencies_hz, dtype=np.float64))
+    numbers = np.atleast_1d(np.asarray(points))
+    if frequencies.ndim != 1 or not np.isfinite(frequencies).all():
+        raise ValueError("the frequency of a marker is a number of Hz")
+    if numbers.ndim != 1 or numbers.size and (numbers.dtype.kind not in "iu" or numbers.min() < 0
+                                              or numbers.max() > np.iinfo(np.int32).max):
+        raise ValueError("points are whole numbers, counted from 0")
+    if not frequencies.size and not numbers.size:
+        raise ValueError("markers are one frequency or point at least")
+    return frequencies.tolist(), numbers.tolist()
 
 
 def peaks_of(study: _core.Signals, above_db: Optional[float], width_at_db: float, window: int,

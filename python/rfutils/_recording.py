@@ -10,7 +10,7 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _core
-from ._answers import Occupancy, occupancy_of, peaks_of, points_of, power_of
+from ._answers import Occupancy, marks_of, occupancy_of, peaks_of, points_of, power_of
 from ._errors import note
 from ._states import State
 from ._tables import Table, in_unit, table
@@ -175,9 +175,27 @@ class Recording:
         power, median, standard deviation, and sweep and time of the maximum, and holds the levels. Points that were never
         measured have NaN.
         """
-        study = _core.Points(_limit(limit, center_hz, gain), keep, more)
+        study = _core.Points(_limit(limit, center_hz, gain), keep, more, None)
         note(study.read(self._source))
         return points_of(study, limit is not None, more, unit, center_hz, gain)
+
+    def markers(self, frequencies_hz: npt.ArrayLike = (), *, points: npt.ArrayLike = (), limit: Union[None, float, str] = None,
+                keep: Optional[int] = None, more: bool = False, unit: str = "dBm", center_hz: Optional[float] = None,
+                gain: float = 0.0) -> Table:
+        """The statistics of markers, `rfutils trace --marker`.
+
+        >>> markers = Recording("fm_band.csv").markers([88.1e6, 98.3e6], limit=-60)
+        >>> markers[["marker_hz", "point", "maximum", "above"]].tolist()
+        [(88100000.0, 3, -49.04, 240), (98300000.0, 264, -37.68, 240)]
+
+        A frequency stands for the nearest point of its band, the lower one of two equally near; one outside the bands is an
+        `InputError`. `points` are markers by the numbers of their points, whose `marker_hz` is NaN; they come behind the
+        others. What else there is, and the columns, are those of points(); only the levels at the markers are held.
+        """
+        marks = marks_of(frequencies_hz, points)
+        study = _core.Points(_limit(limit, center_hz, gain), keep, more, marks)
+        note(study.read(self._source))
+        return points_of(study, limit is not None, more, unit, center_hz, gain, marks)
 
     def peaks(self, *, above_db: Optional[float] = None, width_at_db: float = 6.0, window: int = 101,
               spurs: Sequence[Tuple[Optional[float], float]] = (), unit: str = "dBm", center_hz: Optional[float] = None,
@@ -236,7 +254,7 @@ class Recording:
         """
         if of not in ("maximum", "average"):
             raise ValueError(f"{of!r} is not maximum or average")
-        study = _core.Points(None, None, False)
+        study = _core.Points(None, None, False, None)
         note(study.read(self._source))
         axis = study.axis()
         _core.require_frequencies(axis, encoded(self.files[0]))
@@ -310,7 +328,7 @@ class Recording:
         if of == "peaks":
             study = _core.Signals(**options)
         elif of == "points":
-            study = _core.Points(_limit(limit, center_hz, gain), None, False, **options)
+            study = _core.Points(_limit(limit, center_hz, gain), None, False, None, **options)
         elif of == "occupancy":
             if limit is None:
                 raise ValueError("a state needs a limit: a floor is that of a whole recording")

@@ -7,9 +7,10 @@ import tempfile
 from typing import Any, Iterable, Iterator, List, Optional, Sequence, Tuple, Union
 
 import numpy as np
+import numpy.typing as npt
 
 from . import _core
-from ._answers import Occupancy, occupancy_of, peaks_of, points_of, power_of
+from ._answers import Occupancy, marks_of, occupancy_of, peaks_of, points_of, power_of
 from ._errors import InputError
 from ._tables import Table
 
@@ -111,8 +112,22 @@ class State:
 
     def points(self, *, unit: str = "dBm", center_hz: Optional[float] = None, gain: float = 0.0) -> Table:
         """See Recording.points()."""
-        has_limit = any(name == "limit" for name, _ in self.settings)
-        return points_of(self._read("points"), has_limit, False, unit, center_hz, gain)
+        return points_of(self._read("points"), self._has_limit(), False, unit, center_hz, gain)
+
+    def markers(self, frequencies_hz: npt.ArrayLike = (), *, points: npt.ArrayLike = (), unit: str = "dBm",
+                center_hz: Optional[float] = None, gain: float = 0.0) -> Table:
+        """See Recording.markers(); of a state of points, `rfutils merge --marker`.
+
+        >>> Recording("fm_band.csv").state("points").markers(98.3e6)["maximum"].item()
+        -37.68
+        """
+        marks = marks_of(frequencies_hz, points)
+        study = self._read("points")
+        study.mark(marks, os.fsencode(self.name))
+        return points_of(study, self._has_limit(), False, unit, center_hz, gain, marks)
+
+    def _has_limit(self) -> bool:
+        return any(name == "limit" for name, _ in self.settings)
 
     def peaks(self, *, above_db: Optional[float] = None, width_at_db: float = 6.0, window: int = 101,
               spurs: Sequence[Tuple[Optional[float], float]] = (), unit: str = "dBm", center_hz: Optional[float] = None,

@@ -17,6 +17,8 @@ from rfutils import Recording
 
 PEAKS = {"frequency_hz": "frequencyMHz", "width_hz": "widthMHz", "maximum": "maximum", "average": "average",
          "floor": "floor", "above": "above", "present": "present", "first": "first", "last": "last"}
+MORE = {"power_mean": "powerMean", "median": "median", "deviation_db": "deviationDb", "maximum_sweep": "maximumSweep",
+        "maximum_time": "maximumTime"}
 POINTS = {"point": "point", "frequency_hz": "frequencyMHz", "count": "count", "average": "average", "maximum": "maximum",
           "minimum": "minimum"}
 CHANNELS = {"from_hz": "fromMHz", "to_hz": "toMHz", "samples": "samples", "occupied": "occupied",
@@ -152,8 +154,57 @@ class Answers(InSamples):
                          {**POINTS, "above": "above"})
         self.assert_rows(Recording("fm_band.csv", band=(98e6, 99e6)).points(keep=100, more=True),
                          answer("trace", "fm_band.csv", "--band", "98M:99M", "--all-points", "--keep", 100, "--more"),
-                         {**POINTS, "power_mean": "powerMean", "median": "median", "deviation_db": "deviationDb",
-                          "maximum_sweep": "maximumSweep", "maximum_time": "maximumTime"})
+                         {**POINTS, **MORE})
+
+    def test_markers(self):
+        fm = Recording("fm_band.csv")
+        for name, own, options, columns in [
+                ("frequencies", fm.markers([88.1e6, 98.3e6, 98.3e6, 107.999e6]),
+                 ["--marker", "88.1MHz", "--marker", "98.3MHz", "--marker", "98.3MHz", "--marker", "107.999MHz"], {}),
+                ("points behind them", fm.markers(98.3e6, points=[511, 0]),
+                 ["--marker", "98.3MHz", "--marker", 511, "--marker", 0], {}),
+                ("limit", fm.markers(points=264, limit="47dBuV"), ["--marker", 264, "--limit", "47dBuV"], {"above": "above"}),
+                ("field", fm.markers([88.1e6, 98.3e6], limit="60dBuV/m", unit="dBuV/m", center_hz=1e8, gain=2),
+                 ["--marker", "88.1MHz", "--marker", "98.3MHz", "--limit", "60dBuV/m", "--unit", "dBuV/m", "--center",
+                  "100MHz", "--gain", 2], {"above": "above"}),
+                ("own frequencies", fm.markers([88.1e6, 107.9e6], unit="V/m"),
+                 ["--marker", "88.1MHz", "--marker", "107.9MHz", "--unit", "V/m"], {}),
+                ("more of the recent ones", fm.markers([98.3e6, 92.8e6], keep=100, more=True, limit=-42, unit="W"),
+                 ["--marker", "98.3MHz", "--marker", "92.8MHz", "--keep", 100, "--more", "--limit", -42, "--unit", "W"],
+                 {"above": "above", **MORE})]:
+            with self.subTest(name):
+                rows = answer("trace", "fm_band.csv", *options)
+                for row in rows:
+                    is_frequency = row["marker"].endswith("MHz")
+                    row["marker"] = float(row["marker"].removesuffix("MHz")) if is_frequency else None
+                names = {"marker_hz": "marker", **POINTS, **columns}
+                self.assertEqual(set(own.dtype.names), set(names))
+                self.assert_rows(own, rows, names)
+        window = Recording("fm_band.csv", band=(98e6, 99e6), every=2)
+        self.assert_rows(window.markers(98.3e6), answer("trace", "fm_band.csv", "--band", "98M:99M", "--every", 2, "--marker",
+                                                        "98.3MHz"), POINTS)
+
+    def test_markers_are_rows_of_points(self):
+        own = Recording("wifi_band.csv").markers([2.437e9, 2.4e9], limit=-70, more=True)
+        points = Recording("wifi_band.csv").points(limit=-70, more=True)[own["point"]]
+        for name in points.dtype.names:
+            np.testing.assert_array_equal(own[name], points[name])
+
+    def test_refused_markers(self):
+        fm, levels = Recording("fm_band.csv"), Recording("levels.txt")
+        for own, arguments in [(lambda: fm.markers([98.3e6, 200e6]), ["fm_band.csv", "--marker", "200MHz"]),
+                               (lambda: levels.markers(1e6), ["levels.txt", "--marker", "1MHz"])]:
+            with self.subTest(arguments), self.assertRaises(rfutils.InputError) as caught:
+                own()
+            self.assertEqual(str(caught.exception), refusal("trace", *arguments))
+        with self.assertRaises(rfutils.InputError) as caught:
+            fm.markers(points=[3, 512])
+        self.assertEqual(str(caught.exception), "fm_band.csv: marker at point 512: the points of the recording are 0 to 511")
+        self.assertTrue(np.isnan(levels.markers(points=0)["frequency_hz"]).all())
+        for arguments in ({}, {"frequencies_hz": [np.nan]}, {"frequencies_hz": [[1e8]]}, {"points": [-1]}, {"points": [1.5]},
+                          {"points": [2**31]}, {"points": [[1]]}, {"frequencies_hz": "98.3MHz"}):
+            with self.subTest(arguments):
+                self.assertRaises(ValueError, fm.markers, **arguments)
 
     def test_peaks(self):
         for name, arguments, options in [

@@ -6,7 +6,7 @@ import tempfile
 import unittest
 
 import numpy as np
-from support import COMMAND, InSamples
+from support import COMMAND, InSamples, answer, refusal
 
 import rfutils
 from rfutils import Recording, State
@@ -83,6 +83,20 @@ class States(InSamples):
         self.assert_same(merged["occupancy"].occupancy().channels, busy.channels)
         power = recording.power((98.2e6, 98.4e6), series=True, spacing_hz=400e3, enbw_bins=1.5)
         self.assert_same(merged["power"].power(), power)
+
+    def test_markers_of_states_are_those_of_the_command(self):
+        state = State.merged(self.halves("points", [], {"limit": -60}))
+        state.save(self.file("state"))
+        rows = answer("merge", self.file("state"), "--marker", "98.3MHz", "--marker", 3, "--unit", "dBuV/m")
+        self.assert_rows(state.markers(98.3e6, points=3, unit="dBuV/m"), rows,
+                         {"point": "point", "frequency_hz": "frequencyMHz", "count": "count", "average": "average",
+                          "maximum": "maximum", "minimum": "minimum", "above": "above"})
+        with self.assertRaises(rfutils.InputError) as caught:
+            state.markers(200e6)
+        self.assertEqual(str(caught.exception).replace("fm_band.csv", self.file("state")),
+                         refusal("merge", self.file("state"), "--marker", "200MHz"))
+        self.assertRaises(ValueError, state.markers)
+        self.assertRaises(ValueError, Recording("fm_band.csv").state("peaks").markers, 98.3e6)
 
     def test_states_pickle_and_compare(self):
         early, late = self.halves("points", [], {})

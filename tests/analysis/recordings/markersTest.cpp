@@ -34,7 +34,7 @@ std::string placedAt(const std::string& bytes, double frequency) {
 }
 
 std::string placedOn(const std::string& bytes, int point) {
-    return placed(bytes, {"P", std::nullopt, point});
+    return placed(bytes, {std::to_string(point), std::nullopt, point});
 }
 
 }  // namespace
@@ -92,9 +92,11 @@ TEST(Markers, TakeThePointThatIsNamed) {
     const std::string band = rfu::test::hopLines("a0 b0");
     EXPECT_EQ(placedOn(band, 1), "1");
     EXPECT_EQ(placedOn(band, 2),
-              "marker P: the points of the recording are 0 to 1; a frequency has a unit: 2MHz");
+              "marker 2: the points of the recording are 0 to 1; a frequency has a unit: 2MHz");
+    EXPECT_EQ(placed(band, {"P", std::nullopt, 2}),
+              "marker P: the points of the recording are 0 to 1");
     EXPECT_EQ(placedOn("-1,-2\n", 1), "1");
-    EXPECT_EQ(placedOn("-1,-2\n", 433), "marker P: the points of the recording are 0 to 1");
+    EXPECT_EQ(placedOn("-1,-2\n", 433), "marker 433: the points of the recording are 0 to 1");
     EXPECT_EQ(placedAt("-1,-2\n", 100.0),
               "marker F: the recording holds no frequencies; name a point, 0 to 1");
 }
