@@ -12,6 +12,9 @@ from ._errors import note
 Scalar = Union[float, int, "np.floating[Any]", "np.integer[Any]"]
 Array = npt.NDArray[np.float64]
 
+_HERTZ = "frequencies are numbers of Hz"
+_LIMITS = "limits are numbers"
+
 
 class Unit(NamedTuple):
     """A unit that the instrument shows or reads, as `rfutils units` lists it."""
@@ -44,14 +47,28 @@ def units() -> list[Unit]:
     return [Unit(*unit) for unit in _core.units()]
 
 
-def _numbers(values: Any) -> np.ndarray[Any, Any]:
+def _numbers(values: Any, what: str = "levels are numbers", reader: str = "level") -> np.ndarray[Any, Any]:
     """As an array, without a copy where it is one. Masked elements become NaN."""
     if isinstance(values, np.ma.MaskedArray):
         values = np.ma.filled(values.astype(np.float64), np.nan)  # type: ignore[no-untyped-call]
     array = np.asarray(values)
     if array.dtype.kind not in "fiub" or array.dtype.itemsize > 8:
-        raise TypeError(f"levels are numbers, not {array.dtype}; rfutils.level() reads texts")
+        raise TypeError(f"{what}, not {array.dtype}; rfutils.{reader}() reads texts")
     return array
+
+
+def _number(value: Any, what: str) -> float:
+    """Where arrays are not taken."""
+    if not isinstance(value, (str, bytes)):
+        try:
+            return float(value)
+        except TypeError:
+            pass
+    raise TypeError(f"{what}, not {value!r}" if isinstance(value, str) else f"{what}, not {type(value).__name__}")
+
+
+def _text_or_texts(texts: list[str], shape: Tuple[int, ...]) -> Any:
+    return np.array(texts, dtype=np.str_).reshape(shape) if shape else texts[0]
 
 
 def _shaped(values: Any, center_hz: Any, needs_antenna: bool, unit: str) -> Tuple[Any, Any]:
@@ -149,9 +166,7 @@ def text(level: Any, unit: str = "dBm", *, center_hz: Any = None, gain: float = 
     texts, meaning = _core.texts(array, centers, is_field, unit, gain)
     if meaning:
         note([meaning])
-    if array.ndim == 0:
-        return texts[0]
-    return np.array(texts, dtype=np.str_).reshape(array.shape)
+    return _text_or_texts(texts, array.shape)
 
 
 def to_scale(levels: Any, index: int, *, center_hz: Any = None, gain: float = 0.0) -> Any:
@@ -176,22 +191,34 @@ def from_scale(values: Any, index: int, *, center_hz: Any = None, gain: float = 
     return _like(values, _core.from_scale(array, centers, index, gain))
 
 
-def frequency_text(frequency_hz: float) -> str:
-    """A frequency as the instrument shows it.
+@overload
+def frequency_text(frequency_hz: Scalar) -> str: ...  # type: ignore[misc]
+@overload
+def frequency_text(frequency_hz: npt.ArrayLike) -> npt.NDArray[np.str_]: ...
+def frequency_text(frequency_hz: Any) -> Any:
+    """A frequency as the instrument shows it, or an array of texts.
 
     >>> frequency_text(88.1e6)
     '88.100000 MHz'
+    >>> frequency_text([100e3, 2.4e9]).tolist()
+    ['100.000 kHz', '2.400000000 GHz']
     """
-    return _core.frequency_text(frequency_hz)
+    array = _numbers(frequency_hz, _HERTZ, "frequency_hz")
+    return _text_or_texts(_core.frequency_texts(array), array.shape)
 
 
-def width_text(width_hz: float) -> str:
-    """A frequency width as the instrument shows it.
+@overload
+def width_text(width_hz: Scalar) -> str: ...  # type: ignore[misc]
+@overload
+def width_text(width_hz: npt.ArrayLike) -> npt.NDArray[np.str_]: ...
+def width_text(width_hz: Any) -> Any:
+    """A frequency width as the instrument shows it, or an array of texts.
 
     >>> width_text(200e3)
     '200kHz'
     """
-    return _core.width_text(width_hz)
+    array = _numbers(width_hz, _HERTZ, "frequency_hz")
+    return _text_or_texts(_core.width_texts(array), array.shape)
 
 
 def frequency_hz(text: str) -> float:
@@ -200,6 +227,8 @@ def frequency_hz(text: str) -> float:
     >>> frequency_hz("88.1M"), frequency_hz("2.4 GHz"), frequency_hz("100")
     (88100000.0, 2400000000.0, 100000000.0)
     """
+    if not isinstance(text, str):
+        raise TypeError(f"a frequency to read is a text such as '88.1MHz', not {type(text).__name__}")
     return _core.frequency(text)
 
 
@@ -215,6 +244,7 @@ def range_text(type: int, minimum: float, maximum: float, *, whole: bool = False
     `type` is a code that `rfutils range --help` lists. `whole` gives the text of an entry of whole numbers. The limits of
     type 0 are frequencies: see frequency_range_text().
     """
+    minimum, maximum = _number(minimum, _LIMITS), _number(maximum, _LIMITS)
     if whole:
         if int(minimum) != minimum or int(maximum) != maximum:
             raise ValueError("the limits of whole numbers are whole")
@@ -228,7 +258,7 @@ def frequency_range_text(minimum_hz: float, maximum_hz: float) -> str:
     >>> frequency_range_text(9e3, 6e9)
     ' {Min: 9.000 kHz, Max: 6.000000000 GHz} '
     """
-    return _core.frequency_range_text(minimum_hz, maximum_hz)
+    return _core.frequency_range_text(_number(minimum_hz, _LIMITS), _number(maximum_hz, _LIMITS))
 
 
 def to_dms(degrees: float) -> Dms:
@@ -237,7 +267,7 @@ def to_dms(degrees: float) -> Dms:
     >>> to_dms(-33.8688)
     Dms(sign=-1, degrees=33, minutes=52, seconds=7)
     """
-    return Dms(*_core.to_dms(degrees))
+    return Dms(*_core.to_dms(_number(degrees, "degrees are a number")))
 
 
 def from_dms(degrees: float, minutes: float = 0.0, seconds: float = 0.0, *, sign: int = 1) -> float:
@@ -246,6 +276,8 @@ def from_dms(degrees: float, minutes: float = 0.0, seconds: float = 0.0, *, sign
     >>> from_dms(33, 52, 7.68, sign=-1)
     -33.8688
     """
+    degrees, minutes, seconds = (_number(part, "degrees, minutes and seconds are numbers")
+                                 for part in (degrees, minutes, seconds))
     if sign not in (1, -1):
         raise ValueError("the sign is 1 or -1")
     if not (degrees >= 0 and 0 <= minutes < 60 and 0 <= seconds < 60):

@@ -1,15 +1,18 @@
 #include "python/units/texts.h"
 
+#include <pybind11/numpy.h>
 #include <pybind11/stl.h>
 #include <rfUtils/presentation/rangeTypes.h>
 #include <rfUtils/presentation/rfUtils.h>
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "analysis/recordings/recordingLine.h"
 #include "analysis/support/inputError.h"
 #include "analysis/support/numbers.h"
+#include "python/support/arrays.h"
 #include "python/support/errors.h"
 #include "python/support/texts.h"
 
@@ -17,12 +20,32 @@ namespace rfu::python {
 
 namespace {
 
-std::string frequencyText(double hertz) {
-    return rfUtils().makeFrequencyUnit(hertz / kHertzPerMegahertz);
+using Numbers = py::array_t<double, 0>;
+
+/// The text of each frequency, in the order of C.
+/// @param textOf of a number of MHz
+template <typename Text>
+std::vector<std::string> textOfEach(const Numbers& hertz, Text textOf) {
+    const ReadArray numbers(hertz);
+    std::vector<std::string> texts;
+    const py::gil_scoped_release unlocked;
+    forEachPair(numbers, numbers, [&](const char* number, const char*) {
+        texts.push_back(textOf(numberAt<double>(number) / kHertzPerMegahertz));
+    });
+    return texts;
 }
 
-std::string widthText(double hertz) {
-    return rfUtils().convertFreqWidthUnit(hertz / kHertzPerMegahertz).toStdString();
+std::vector<std::string> frequencyTexts(const Numbers& hertz) {
+    rfUtils presentation;
+    return textOfEach(hertz,
+                      [&](double frequency) { return presentation.makeFrequencyUnit(frequency); });
+}
+
+std::vector<std::string> widthTexts(const Numbers& hertz) {
+    rfUtils presentation;
+    return textOfEach(hertz, [&](double width) {
+        return presentation.convertFreqWidthUnit(width).toStdString();
+    });
 }
 
 double frequency(const std::string& text) {
@@ -85,8 +108,8 @@ double fromDms(int sign, double degrees, double minutes, double seconds) {
 }  // namespace
 
 void addTexts(py::module_& module) {
-    module.def("frequency_text", &frequencyText);
-    module.def("width_text", &widthText);
+    module.def("frequency_texts", &frequencyTexts);
+    module.def("width_texts", &widthTexts);
     module.def("frequency", &frequency);
     module.def("range_text", &limitsText);
     module.def("whole_range_text", &wholeLimitsText);

@@ -136,6 +136,36 @@ class Texts(unittest.TestCase):
         self.assertEqual(rfutils.frequency_hz("2.4G"), 2.4e9)
         self.assertRaises(ValueError, rfutils.frequency_hz, "1m")
 
+    def test_frequencies_of_arrays_give_what_their_numbers_give(self):
+        block = np.array([[88.1e6, 2.4e9, 249], [-2.5e6, 0, 1e3]])
+        for convert in (rfutils.frequency_text, rfutils.width_text):
+            for values in (block, block[:, ::-1].T, block[:0], np.array([88, 249]), np.float32([1e6, 2e9])):
+                own = convert(values)
+                self.assertEqual(own.shape, values.shape)
+                self.assertEqual(own.ravel().tolist(), [convert(float(value)) for value in values.ravel()])
+            self.assertEqual(convert([1e6, 2e9]).tolist(), [convert(1e6), convert(2e9)])
+            for one in (88, np.float64(88), np.array(88.0)):
+                self.assertIsInstance(convert(one), str)
+
+    def test_what_is_no_number_is_refused_by_name(self):
+        for call, problem in [
+                (lambda: rfutils.from_dms("47\xb0 30' 0\""),
+                 "degrees, minutes and seconds are numbers, not '47\xb0 30\\' 0\"'"),
+                (lambda: rfutils.from_dms(47, [30, 0]), "degrees, minutes and seconds are numbers, not list"),
+                (lambda: rfutils.from_dms(47, seconds=None), "degrees, minutes and seconds are numbers, not NoneType"),
+                (lambda: rfutils.to_dms("47.5"), "degrees are a number, not '47.5'"),
+                (lambda: rfutils.to_dms(np.array([47.5, 1])), "degrees are a number, not ndarray"),
+                (lambda: rfutils.frequency_text("88.1MHz"),
+                 "frequencies are numbers of Hz, not <U7; rfutils.frequency_hz() reads texts"),
+                (lambda: rfutils.width_text([None]),
+                 "frequencies are numbers of Hz, not object; rfutils.frequency_hz() reads texts"),
+                (lambda: rfutils.frequency_hz(88.1e6), "a frequency to read is a text such as '88.1MHz', not float"),
+                (lambda: rfutils.range_text(2, "-10", 20), "limits are numbers, not '-10'"),
+                (lambda: rfutils.frequency_range_text(9e3, None), "limits are numbers, not NoneType")]:
+            with self.subTest(problem), self.assertRaises(TypeError) as caught:
+                call()
+            self.assertEqual(str(caught.exception), problem)
+
     def test_ranges(self):
         for code in range(1, 24):
             row = answer("range", "--type", code, "--min", -10, "--max", 20, "--center", "100MHz", "--gain", 1)
