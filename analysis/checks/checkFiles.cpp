@@ -122,4 +122,21 @@ void checkFiles(const QStringList& names, const CheckOptions& options,
     }
 }
 
+std::vector<Finding> listedFindings(const CheckedFile& file) {
+    std::vector<Finding> listed = file.findings.kept();
+    for (const auto& [rule, count] : file.findings.counts()) {
+        if (count > Findings::kMaxKept) {
+            listed.push_back({rule, Severity::Note, file.file, 0, 0,
+                              std::to_string(count - Findings::kMaxKept) + " more are not listed"});
+        }
+    }
+    return listed;
+}
+
+const char* nameOf(Severity severity) {
+    return severity == Severity::Error     ? "error"
+           : severity == Severity::Warning ? "warning"
+                                           : "note";
+}
+
 }  // namespace rfu

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "analysis/checks/fileKind.h"
 #include "analysis/support/finding.h"
@@ -28,6 +29,12 @@ struct CheckedFile {
 /// @throw InputError as Suppressions does
 void checkFiles(const QStringList& names, const CheckOptions& options,
                 const std::function<void(const CheckedFile&)>& take);
+
+/// The findings of a file, with one behind them for each rule that has more than are kept.
+std::vector<Finding> listedFindings(const CheckedFile& file);
+
+/// "error"
+const char* nameOf(Severity severity);
 
 /// Checks one file, also against those that belong to it.
 /// @param kind nothing for a file of no known kind

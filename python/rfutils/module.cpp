@@ -1,6 +1,7 @@
 #include <pybind11/pybind11.h>
 
 #include "python/catalogues/catalogues.h"
+#include "python/checks/checks.h"
 #include "python/maps/maps.h"
 #include "python/recordings/comparisons.h"
 #include "python/recordings/source.h"
@@ -21,4 +22,5 @@ PYBIND11_MODULE(_core, module) {
     addComparisons(module);
     addMaps(module);
     addCatalogues(module);
+    addChecks(module);
 }

@@ -78,7 +78,8 @@ class Examples(unittest.TestCase):
     def test_the_tutorial(self):
         with open(os.path.join(SOURCE, "docs", "python.md"), encoding="utf-8") as file:
             blocks = re.findall(r"```(python|text)\n(.*?)```", file.read(), re.S)
-        shutil.copy(sample("fm_band.csv"), self.folder)
+        for name in ("fm_band.csv", "catalogue.json"):
+            shutil.copy(sample(name), self.folder)
         printed = self.run_script("-c", "\n".join(text for kind, text in blocks if kind == "python"))
         self.assertEqual(printed, "".join(text for kind, text in blocks if kind == "text"))
         self.assert_shows_fm_band(imread(os.path.join(self.folder, "waterfall.png")))

@@ -12,7 +12,7 @@ from support import InSamples
 
 import rfutils
 
-MODULES = ("_answers", "_catalogues", "_errors", "_maps", "_recording", "_states", "_tables", "_units")
+MODULES = ("_answers", "_catalogues", "_checks", "_errors", "_maps", "_recording", "_states", "_tables", "_units")
 # What an import may not bring along: each is for some results only.
 OPTIONAL = ("matplotlib", "distributed", "dask", "pandas", "affine")
 

@@ -1,7 +1,5 @@
 #include "check/findingWriter.h"
 
-#include <string>
-
 #include "support/format.h"
 #include "support/table.h"
 
@@ -37,23 +35,6 @@ private:
 
 std::unique_ptr<FindingWriter> jsonFindings() {
     return std::make_unique<JsonFindings>();
-}
-
-std::vector<Finding> listedFindings(const CheckedFile& file) {
-    std::vector<Finding> listed = file.findings.kept();
-    for (const auto& [rule, count] : file.findings.counts()) {
-        if (count > Findings::kMaxKept) {
-            listed.push_back({rule, Severity::Note, file.file, 0, 0,
-                              std::to_string(count - Findings::kMaxKept) + " more are not listed"});
-        }
-    }
-    return listed;
-}
-
-const char* nameOf(Severity severity) {
-    return severity == Severity::Error     ? "error"
-           : severity == Severity::Warning ? "warning"
-                                           : "note";
 }
 
 }  // namespace rfu::command

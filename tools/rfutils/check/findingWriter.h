@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
 #include "analysis/checks/checkFiles.h"
 
@@ -25,11 +24,5 @@ std::unique_ptr<FindingWriter> jsonFindings();
 
 /// A log in SARIF 2.1.0, with all rules.
 std::unique_ptr<FindingWriter> sarifFindings();
-
-/// The findings of a file, with one behind them for each rule that has more than are kept.
-std::vector<Finding> listedFindings(const CheckedFile& file);
-
-/// "error"
-const char* nameOf(Severity severity);
 
 }  // namespace rfu::command

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/checks/checkFiles.h"
 #include "analysis/checks/rules.h"
-#include "check/findingWriter.h"
 #include "support/help.h"
 #include "support/table.h"
 
