@@ -85,6 +85,11 @@ std::string nameOfKind(char first) {
     }
 }
 
+/// Whether a value begins an object or a list.
+bool opens(char first) {
+    return first == '{' || first == '[';
+}
+
 }  // namespace
 
 JsonCheck::JsonCheck(const QString& file, RuleTable rules, const JsonFormat& format)
@@ -127,7 +132,7 @@ std::string JsonCheck::shown(const JsonPlace& value) const {
     constexpr std::size_t kLongest = 40;
     const std::string_view bytes = bytesAt(value);
     const char first = bytes.front();
-    if (first == '{' || first == '[') {
+    if (opens(first)) {
         return nameOfKind(first);
     }
     if (first == '"') {
@@ -178,12 +183,11 @@ void JsonCheck::reportRefusal() {
     QJsonDocument::fromJson(bytes_, &error);
     const auto& fault = places_.fault();
     const bool isTextFault = error.error == QJsonParseError::IllegalUTF8String;
-    const JsonPlace& document = places_.document();
-    const char first = bytesAt(document).front();
+    const JsonPlace& document = places_.document();  // empty where nothing stands behind a mark
     if (fault && !(isTextFault && error.offset <= fault->offset)) {
         report(kJsonSyntax, fault->offset, kRefused + fault->text);
-    } else if (!fault && first != '{' && first != '[') {
-        report(kJsonSyntax, document.begin, kRefused + atTheTop(first));
+    } else if (!fault && !opens(bytesAt(document).front())) {
+        report(kJsonSyntax, document.begin, kRefused + atTheTop(bytesAt(document).front()));
     } else {
         reportQtFault(error);
     }
@@ -208,9 +212,7 @@ void JsonCheck::reportQtFault(const QJsonParseError& error) {
         }
         case QJsonParseError::IllegalNumber: {
             std::int64_t begin = offset;
-            while (begin > 0 &&
-                   std::string_view("+-.0123456789eE").find(bytes_[static_cast<int>(begin - 1)]) !=
-                       std::string_view::npos) {
+            while (begin > 0 && isOfNumbers(bytes_[static_cast<int>(begin - 1)])) {
                 --begin;
             }
             report(kJsonSyntax, begin,
@@ -222,12 +224,9 @@ void JsonCheck::reportQtFault(const QJsonParseError& error) {
             report(kJsonSyntax, offset - 1,
                    std::string(kRefused) + "more than 1024 lists and objects in one another");
             break;
-        case QJsonParseError::NoError:
+        default:  // what else Qt refuses the strict parser has found
             findings_.add(kJsonSyntax.name, std::string(kRefused) +
                                                 "the instrument's own JSON reader wants otherwise");
-            break;
-        default:
-            report(kJsonSyntax, offset, kRefused + error.errorString().toStdString());
     }
 }
 

@@ -220,7 +220,8 @@ private:
         return end - at;
     }
 
-    /// A number as Qt reads it, with or without digits on either side of the point.
+    /// A number as Qt reads it, with or without digits on either side of the point. What only begins with one stays as it
+    /// is: two that touch would be one number once they are filled.
     void takeNumber() {
         const std::int64_t begin = at_;
         at_ += charAt(at_) == '-' ? 1 : 0;
@@ -238,13 +239,16 @@ private:
             at_ += digits;
             isNumber = digits > 0;
         }
-        at_ = std::max(at_, begin + 1);
-        if (isNumber && (hasPoint || hasExponent) && charAt(at_) != '.' && !isDigit(charAt(at_))) {
-            if (hasPoint && (whole == 0 || decimals == 0)) {
-                reportNumber({begin, at_}, point - begin, whole == 0);
+        if (!isNumber || isOfNumbers(here())) {
+            while (isOfNumbers(here())) {
+                ++at_;
             }
-            fillNumber({begin, at_});
+            return;
         }
+        if (hasPoint && (whole == 0 || decimals == 0)) {
+            reportNumber({begin, at_}, point - begin, whole == 0);
+        }
+        fillNumber({begin, at_});
     }
 
     void reportNumber(const JsonPlace& place, std::int64_t point, bool lacksWhole) {
@@ -254,10 +258,12 @@ private:
         oddities_.push_back({place, number + ", which JSON writes as " + standard, standard});
     }
 
+    /// Puts a number that fits a double in the place of another.
     void fillNumber(const JsonPlace& place) {
-        std::fill(data_ + place.begin, data_ + place.end, '1');
-        if (place.end - place.begin > 2) {
-            data_[place.begin + 1] = '.';
+        const std::int64_t first = place.begin + (data_[place.begin] == '-' ? 1 : 0);
+        std::fill(data_ + first, data_ + place.end, '1');
+        if (place.end - first > 2) {
+            data_[first + 1] = '.';
         }
     }
 
@@ -370,6 +376,10 @@ private:
 };
 
 }  // namespace
+
+bool isOfNumbers(char c) {
+    return isDigit(c) || c == '-' || c == '+' || c == '.' || c == 'e' || c == 'E';
+}
 
 JsonPlaces::JsonPlaces(const QByteArray& bytes) : standard_(bytes) {
     Standardiser(standard_, oddities_).run();

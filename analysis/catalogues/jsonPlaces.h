@@ -33,6 +33,9 @@ struct JsonOddity {
     std::string standard;  ///< what JSON writes for it
 };
 
+/// Whether a character may stand in a number.
+bool isOfNumbers(char c);
+
 /// Tells where the members and elements of a JSON text stand. It says nothing about their values: those are
 /// what the library's parser makes of them, which reads a little more than JSON.
 class JsonPlaces {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "../support/findingLines.h"
+#include "analysis/catalogues/jsonCheck.h"
 #include "analysis/catalogues/setupsCheck.h"
 
 namespace rfu::test {
@@ -142,6 +143,9 @@ TEST_F(JsonChecks, FindWhatIsSkipped) {
          {"an empty list",
           "{\"b\":[],\n\"c\":[" + kSetup + "]}",
           {R"(1:2 note group-empty: the group "b" has no setup)"}},
+         {"no object",
+          item(" false," + kSetup),
+          {R"(2:2 warning element-skipped: skipped: false, where a setup is an object with "label" and "id")"}},
          {"no list",
           "{\"b\":\"x\",\"c\":[" + kSetup + "]}",
           {R"(1:2 warning list-ignored: "b" is ignored: a text, where groups are lists of setups in [ ])"}},
@@ -155,6 +159,9 @@ TEST_F(JsonChecks, FindWhatIsReadOtherwise) {
     const std::string read = "2:30 error number-not-read: enum is read as 0: ";
     expectOfCatalogues(
         {{"a fraction", withEnum("1.5"), {read + "1.5 is not a whole number"}},
+         {"a fraction of many decimals",
+          withEnum(("1.5" + std::string(38, '0')).c_str()),
+          {read + "1.5" + std::string(37, '0') + "... is not a whole number"}},
          {"beyond 32 bits", withEnum("2147483648"), {read + "2147483648 does not fit 32 bits"}},
          {"far beyond", withEnum("-1e300"), {read + "-1e300 does not fit 32 bits"}},
          {"a text", withEnum("\"3\""), {read + "\"3\" is a text; numbers stand without quotes"}},
@@ -235,6 +242,11 @@ TEST_F(JsonChecks, FindWhatIsReplaced) {
           "{\"b\":1,\"a\":[" + kChoice + "],\n\"b\":2}",
           {R"(2:1 warning member-repeated: replaces "b" of line 1: of members with the same key the last one counts)",
            R"(2:1 warning list-ignored: "b" is ignored: a number, where items are lists of choices in [ ])"}}});
+    expectOfSetups(
+        {{"a group twice",
+          "{\"a\":[" + kSetup + "],\n\"a\":[" + kSetup + "]}",
+          {"1:7 note element-replaced: not loaded: line 2 has \"a\" again",
+           R"(2:1 warning member-repeated: replaces "a" of line 1 and its 1 setup: of members with the same key the last one counts)"}}});
 }
 
 TEST_F(JsonChecks, FindWhatSurprises) {
@@ -340,11 +352,21 @@ TEST_F(JsonChecks, FindWhereReadingEnds) {
          {"more behind it", "{} {}", refused("1:4 ", "more stands behind the end of the document")},
          {"a comment", "{ // x\n}", refused("1:3 ", "JSON has no comments")},
          {"NaN", "[NaN]", refused("1:2 ", "JSON has no NaN")},
+         {"an infinity", "[-Infinity]", refused("1:3 ", "JSON has no infinity")},
          {"True", "[True]", refused("1:2 ", "true stands in lower case")},
+         {"False", "[1,\nFalse]", refused("2:1 ", "false stands in lower case")},
+         {"NULL", "[ NULL]", refused("1:3 ", "null stands in lower case")},
          {"None", "[None]", refused("1:2 ", "None is null in JSON")},
+         {"a blank of typesetters", "{\u00A0}",
+          refused("1:2 ",
+                  "a blank that does not break lines (U+00A0), where JSON takes plain ones")},
          {"a plus sign", "[+1]", refused("1:2 ", "a number has no plus sign in front")},
          {"a leading zero", "[01]", refused("1:3 ", "a number does not begin with 0")},
          {"no exponent", "[1e]", refused("1:4 ", "a digit is missing in the number")},
+         {"a point too many", "[1.2.3]", refused("1:5 ", "a comma or ] is missing here")},
+         {"a number without exponent at another", "[1e.5]",
+          refused("1:4 ", "a digit is missing in the number")},
+         {"a sign between numbers", "[1-.5]", refused("1:3 ", "a comma or ] is missing here")},
          {"a short code", "[\"\\u12\"]",
           refused("1:3 ", "four hexadecimal digits stand behind \\u")},
          {"a large number", "[1, 1e400]",
@@ -353,6 +375,12 @@ TEST_F(JsonChecks, FindWhereReadingEnds) {
          {"a small number", "[1e-400]",
           refused("1:2 ",
                   "1e-400 is too large, or too near to zero, for any number of the library")},
+         {"a number of many digits", "[1" + std::string(400, '0') + "]",
+          refused("1:2 ", "1" + std::string(39, '0') +
+                              "... is too large, or too near to zero, for any number of the "
+                              "library")},
+         {"a byte-order mark alone", "\xEF\xBB\xBF",
+          refused("1:4 ", "the file ends before its last bracket")},
          {"no list or object", " 5",
           refused("1:2 ", "a number at the top, where the library takes an object of items")},
          {"too deep", std::string(1025, '[') + std::string(1025, ']'),
@@ -372,6 +400,34 @@ TEST_F(JsonChecks, FindWhereReadingEnds) {
           {"1:1 error json-encoding: refused, nothing is loaded: this is UTF-16 or UTF-32; the "
            "library reads "
            "UTF-8"}}});
+}
+
+/// A check of files that the instrument reads with a JSON reader of its own.
+class OwnReaderCheck : public JsonCheck {
+public:
+    explicit OwnReaderCheck(const QString& file)
+        : JsonCheck(file, setupsRules(), {"group", "setup", {QStringLiteral("id")}}) {}
+
+private:
+    void takeList(const JsonList&) override {}
+    void checkValues(const JsonElement&) override {}
+    void takeElement(const JsonList&, const JsonElement&) override {}
+    void finish() override {}
+};
+
+TEST(JsonCheck, FollowsTheInstrumentsOwnReader) {
+    const TempFiles files;
+    const auto found = [&files](const std::string& json, bool isLoaded) {
+        OwnReaderCheck check(QString::fromStdString(files.write("file.json", json)));
+        return listed(check.run([isLoaded](const QString&) { return isLoaded; }));
+    };
+    EXPECT_EQ(
+        found(item(kSetup), false),
+        std::vector<std::string>{kRefused + "the instrument's own JSON reader wants otherwise"});
+    EXPECT_EQ(found("{\n 'a':[" + kSetup + "]}", true),
+              std::vector<std::string>{
+                  "2:2 " + kOddity +
+                  "texts stand in double quotes; nothing behind this place is checked"});
 }
 
 /// The text of a file with the edits of all findings.
