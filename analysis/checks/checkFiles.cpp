@@ -103,7 +103,8 @@ Findings checkFile(const QString& file, std::optional<FileKind> kind) {
         return findings;
     } catch (const InputError& error) {
         Findings findings(file, fileRules());
-        findings.add(kFileUnreadable.name, "refused: " + error.problem());
+        const std::string other = error.file() == file ? "" : shortNameOf(error.file()) + ": ";
+        findings.add(kFileUnreadable.name, "refused: " + other + error.problem());
         return findings;
     }
 }

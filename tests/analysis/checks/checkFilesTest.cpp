@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "analysis/checks/rules.h"
@@ -36,7 +37,7 @@ protected:
         checkFiles(names, options, [&](const CheckedFile& file) {
             const std::string name = QDir(named("")).relativeFilePath(file.file).toStdString();
             for (const std::string& finding : listed(file.findings)) {
-                result.push_back(name + ' ' + finding);
+                result.push_back(std::string(name).append(" ").append(finding));
             }
             if (file.findings.kept().empty()) {
                 result.push_back(name);
@@ -99,6 +100,18 @@ TEST_F(CheckFilesTest, ChecksTheOthersBesideFilesOfNoKnownKind) {
 TEST_F(CheckFilesTest, FindsFilesThatCannotBeRead) {
     EXPECT_EQ(found("missing.asc"),
               Expected{"missing.asc error file-unreadable: refused: No such file or directory"});
+    files.makeFifo("pipe.asc");
+    EXPECT_EQ(found("pipe.asc"),
+              Expected{"pipe.asc error file-unreadable: refused: is not a regular file"});
+    write("grid.bil", bytesOf({1.0F, 2.0F}));
+    files.makeFolder("grid.hdr");
+    EXPECT_EQ(found("grid.bil", {FileKind::Bil}),
+              Expected{"grid.bil error file-unreadable: refused: grid.hdr: Is a directory"});
+    EXPECT_EQ(listed(checkFile(named("grid.hdr"), FileKind::Hdr)),
+              Expected{"error file-unreadable: refused: Is a directory"});
+    EXPECT_EQ(listed(checkFile(QStringLiteral("/proc/self/status"), FileKind::Tab)),
+              Expected{"error file-unreadable: refused: is made up by the system as it is read; "
+                       "copy it first"});
 }
 
 TEST_F(CheckFilesTest, LeavesOutWhatDoesNotCount) {
@@ -198,6 +211,26 @@ TEST_F(CheckFilesTest, SaysThatTextIsUtf16) {
                       Expected{"map.asc 1:1 error utf-16: UTF-16: the library reads bytes, and "
                                "finds nothing in the file"});
         }
+    }
+}
+
+TEST_F(CheckFilesTest, SaysThatLinesEndInCr) {
+    for (const FileKind kind :
+         {FileKind::Asc, FileKind::Hdr, FileKind::Clr, FileKind::Tab, FileKind::Recording}) {
+        write("map.asc", "ncols 4\rnrows 2\r");
+        EXPECT_EQ(found("map.asc", {kind}),
+                  Expected{"map.asc 1:1 error line-ends: lines end in CR alone: the library reads "
+                           "the whole file as one line"});
+    }
+}
+
+TEST_F(CheckFilesTest, NotesAByteOrderMark) {
+    const std::pair<FileKind, std::string> rows[] = {
+        {FileKind::Asc, kAsc}, {FileKind::Hdr, kHdr}, {FileKind::Clr, kClr}, {FileKind::Tab, kTab}};
+    for (const auto& [kind, text] : rows) {
+        write("map.asc", "\xEF\xBB\xBF" + text);
+        EXPECT_EQ(found("map.asc", {kind, {"colors-missing", "part-missing"}}),
+                  Expected{"map.asc 1:1 note byte-order-mark: passed over: a byte-order mark"});
     }
 }
 
