@@ -5,6 +5,9 @@
 
 #include <analysis/maps/mapFiles.h>
 
+#include "../support/packedSamples.h"
+#include "analysis/support/compression.h"
+
 namespace rfu::test {
 namespace {
 
@@ -48,6 +51,17 @@ TEST_F(RecordingCheckTest, NamesEachLineThatIsLeftOut) {
          kHop + "2024-05-04, 21:15:01, 100, 130, 10, 1, -80.1, -80",
          {"2: warning last-line-cut: skipped: the last line has no line end and not all its "
           "levels"}},
+        {"heads that make no sense",
+         kHop +
+             "2024-05-04, 21:15:01, 100\n2024-05-04, 21:15:01, 100, 130, 10, 1\n"
+             "2024-05-04, 21:15:01, 100, 13O, 10, 1, -80.1\n"
+             "2024-05-04, 21:15:01, 130, 100, 10, 1, -80.1\n" +
+             kHop,
+         {"2: warning sweep-line-skipped: skipped: the line ends before Hz high",
+          "3: warning sweep-line-skipped: skipped: the line ends before the levels",
+          "4: warning sweep-line-skipped: skipped: Hz high is \"13O\" instead of a number",
+          "5: warning sweep-line-skipped: skipped: Hz low, Hz high and Hz step do not fit "
+          "together: 130 to 100 Hz in steps of 10 Hz"}},
         {"nothing", "", {"error no-sweep: refused: holds no whole sweep"}},
         {"a text",
          "Hello\nThis is no recording\n",
@@ -78,6 +92,30 @@ TEST_F(RecordingCheckTest, NamesEachLineThatIsLeftOut) {
          {"2: error reading-ends: reading ends: the line is longer than 1 MiB"}}};
     for (const auto& row : rows) {
         EXPECT_EQ(listed(checkRecording(write("a.csv", row.file))), row.findings) << row.name;
+    }
+}
+
+TEST_F(RecordingCheckTest, SaysHowFarCompressedDataIsRead) {
+    const struct {
+        const char* name;
+        std::string file;
+        Expected findings;
+    } rows[] = {
+        {"a header line and no more",
+         kFlushedGzip,
+         {"warning data-cut: the compressed data ends early",
+          "error no-sweep: refused: holds no whole sweep"}},
+        {"damage",
+         kFlushedGzip + "\xFF",  // a block of a kind that there is not
+         {"error reading-ends: reading ends: the compressed data is damaged"}},
+        {"a window of 256 MiB",
+         "\x28\xB5\x2F\xFD\x00\x90\x01\x00\x00"s,
+         {"error reading-ends: reading ends: takes more than 128 MiB of memory to unpack"}}};
+    for (const auto& row : rows) {
+        if (packingOf(row.file)->makeUnpacker != nullptr) {
+            EXPECT_EQ(listed(checkRecording(write("a.csv.gz", row.file))), row.findings)
+                << row.name;
+        }
     }
 }
 

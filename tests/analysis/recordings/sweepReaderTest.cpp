@@ -404,6 +404,21 @@ TEST(SweepReader, KeepsWhatCameBeforeACutAnywhere) {
     }
 }
 
+TEST(SweepReader, TakesFourMillionPointsInASweep) {
+    const auto hop = [](int number, int points) {  // without a level, 1 MHz from the one before
+        const std::string low = std::to_string(number) + "000000";
+        const std::string high = std::to_string(number * 1000000 + points);
+        return "2024-01-01, 10:00:00, " + low + ", " + high + ", 1, 5, " +
+               std::string(static_cast<std::size_t>(points) - 1, ',') + '\n';
+    };
+    std::string most;
+    for (int number = 1; number <= 4; ++number) {
+        most += hop(number, 999999);
+    }
+    most += hop(5, 4) + hop(6, 1);
+    EXPECT_EQ(read(most).failure, "6: more than 4000000 points in a sweep");
+}
+
 TEST(SweepReader, NamesTheLineThatMakesNoSense) {
     const std::string first = hopLine('a', "0", "-1");
     const struct {
