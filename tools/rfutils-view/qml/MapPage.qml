@@ -109,11 +109,13 @@ Rectangle {
                 Label { text: qsTr("Position") }
                 Coordinate {
                     objectName: "positionX"
+                    placeholderText: "x"
                     number: page.markX
                     onEntered: number => { page.markX = number }
                 }
                 Coordinate {
                     objectName: "positionY"
+                    placeholderText: "y"
                     number: page.markY
                     onEntered: number => { page.markY = number }
                 }

@@ -18,7 +18,7 @@ QtObject {
 
     readonly property color newest: dark ? "#ffd34d" : "#123a8c"
     readonly property color maximum: dark ? "#ff7b72" : "#c1271f"
-    readonly property color minimum: dark ? "#5fb0ff" : "#0277bd"
+    readonly property color minimum: dark ? "#5fb0ff" : "#8e24aa"
     readonly property color average: dark ? "#63dd78" : "#1a7a37"
     readonly property color fill: dark ? "#26a0b4c8" : "#22405a80"
     readonly property color limit: dark ? "#ff9f43" : "#b84e00"
