@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace rfu::qml {
@@ -52,8 +53,12 @@ void RowLabels::paint() {
     for (const RowLabel& label : labels_) {
         const double y = std::round(label.y);
         painter.fillRect(QRectF(right - kTick, y, kTick, 1.0), style_.color);
-        write(y, label.text);
-        write(y + height, fitting(label.date, metrics, right - kTick - kBesideTick));
+        // Near the edges the texts move so far inwards that they are whole.
+        const double lines = label.date.isEmpty() ? 1.0 : 2.0;
+        const double lowest = std::floor(style_.size.height() - (lines - 0.5) * height);
+        const double middle = std::max(std::ceil(height / 2.0), std::min(y, lowest));
+        write(middle, label.text);
+        write(middle + height, fitting(label.date, metrics, right - kTick - kBesideTick));
     }
 }
 

@@ -501,6 +501,36 @@ TestCase {
         compare(pixels.at(39 * ratio, 110 * ratio), "#ff0000")
     }
 
+    /// The lines of text among the labels, each as its first and its last row of pixels.
+    function labelLines(p) {
+        const right = (p.view.leftMargin - 8) * ratio  // left of the ticks
+        const written = y => Array.from({ length: right }, (_, x) => pixels.at(x, y)).some(color => color !== none)
+        const rows = Array.from({ length: pixels.height }, (_, y) => y).filter(written)
+        return rows.filter(y => !rows.includes(y - 1)).map(y => [y, rows.find(last => last >= y && !rows.includes(last + 1))])
+    }
+    function test_labelsAtTheEdgesAreWhole() {
+        const inside = made({ height: 160 })
+        append(inside, Array(60).fill(-100))
+        grab(inside)
+        const heightOf = line => line[1] - line[0]
+        const whole = heightOf(labelLines(inside)[1])
+        // The newest row is at the upper edge.
+        const atTop = made({ height: 60 })
+        atTop.view.topMargin = 0
+        append(atTop, [-100])
+        grab(atTop)
+        compare(labelLines(atTop).map(heightOf), [whole])
+        // Midnight is at y = 2, 23:59:45 at y = 62, and 23:59:30 with the date at y = 122.
+        const atBottom = made({ height: 132, width: 200 })
+        atBottom.view.topMargin = 0
+        atBottom.view.bottomMargin = 0
+        atBottom.view.leftMargin = 110
+        atBottom.view.rowHeight = 4
+        recorded(atBottom)
+        grab(atBottom)
+        compare(labelLines(atBottom).map(heightOf), Array(5).fill(whole))
+    }
+
     // Sixty sweeps, each a second after the one before.
     TestFolder { id: folder }
     Component { id: recordings; RecordingSource {} }
