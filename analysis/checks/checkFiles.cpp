@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -56,14 +57,18 @@ public:
                 }
             } else if (const KnownKind* const kind = kindOf(path)) {
                 add(path, kind->kind);
+            } else if (hasKnownExtension(path)) {
+                passedOver_.push_back(path);
             }
         }
     }
 
     const std::vector<NamedFile>& files() const { return files_; }
+    const QStringList& passedOver() const { return passedOver_; }
 
 private:
     std::vector<NamedFile> files_;
+    QStringList passedOver_;
     QSet<QString> known_;
 };
 
@@ -109,8 +114,8 @@ Findings checkFile(const QString& file, std::optional<FileKind> kind) {
     }
 }
 
-void checkFiles(const QStringList& names, const CheckOptions& options,
-                const std::function<void(const CheckedFile&)>& take) {
+QStringList checkFiles(const QStringList& names, const CheckOptions& options,
+                       const std::function<void(const CheckedFile&)>& take) {
     const FileList list = filesOf(names, options.as);
     Suppressions suppressions(options.ignored);
     for (const NamedFile& file : list.files()) {
@@ -121,6 +126,24 @@ void checkFiles(const QStringList& names, const CheckOptions& options,
         }
         take(checked);
     }
+    QStringList passedOver = list.passedOver();
+    const auto isIgnored = [&](const QString& file) {
+        return suppressions.rulesIn(file).count(kKindUnknown.name) > 0;
+    };
+    passedOver.erase(std::remove_if(passedOver.begin(), passedOver.end(), isIgnored),
+                     passedOver.end());
+    return passedOver;
+}
+
+std::string noteOfPassedOver(const QStringList& files) {
+    constexpr int kNamed = 3;
+    if (files.isEmpty()) {
+        return "";
+    }
+    const int unnamed = static_cast<int>(files.size()) - kNamed;
+    return "not checked, for nothing in them tells their kind: " +
+           QStringList(files.mid(0, kNamed)).join(QStringLiteral(", ")).toStdString() +
+           (unnamed > 0 ? " and " + std::to_string(unnamed) + " more" : "");
 }
 
 std::vector<Finding> listedFindings(const CheckedFile& file) {

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "analysis/checks/fileKind.h"
@@ -26,9 +27,13 @@ struct CheckedFile {
 /// Checks files one after the other, each with those that belong to it; a folder stands for the files below it that are
 /// of a known kind. Each file is checked once.
 /// @param take called with each file as soon as it is checked
+/// @return the files in folders that are passed over though their names end as those of a kind do
 /// @throw InputError as Suppressions does
-void checkFiles(const QStringList& names, const CheckOptions& options,
-                const std::function<void(const CheckedFile&)>& take);
+QStringList checkFiles(const QStringList& names, const CheckOptions& options,
+                       const std::function<void(const CheckedFile&)>& take);
+
+/// What to say of files that are passed over; empty without any.
+std::string noteOfPassedOver(const QStringList& files);
 
 /// The findings of a file, with one behind them for each rule that has more than are kept.
 std::vector<Finding> listedFindings(const CheckedFile& file);

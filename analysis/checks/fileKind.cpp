@@ -71,4 +71,9 @@ const KnownKind* kindOf(const QString& file) {
     });
 }
 
+bool hasKnownExtension(const QString& file) {
+    const QString extension = extensionOf(file);
+    return find([&](const KnownKind& known) { return hasExtension(known, extension); }) != nullptr;
+}
+
 }  // namespace rfu

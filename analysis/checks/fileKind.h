@@ -38,4 +38,7 @@ const KnownKind& kindOf(FileKind kind);
 /// known kind.
 const KnownKind* kindOf(const QString& file);
 
+/// Whether the name of a file ends as those of a kind do, in any case.
+bool hasKnownExtension(const QString& file);
+
 }  // namespace rfu

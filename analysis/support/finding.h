@@ -46,7 +46,9 @@ inline constexpr Rule kKindUnknown = {
     "kind-unknown", Severity::Error,
     "Neither the name of the file nor what is in it says what the file is to the library, so "
     "nothing in it is checked. In "
-    "folders such files are passed over.",
+    "folders such files are passed over; a note on standard error names those that end as files of "
+    "a "
+    "kind do.",
     "rfutils check notes.txt",
     "Name the kind with --as, or leave the file out: masks and tables of corrections are of no "
     "kind that is checked."};

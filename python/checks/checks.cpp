@@ -7,6 +7,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "analysis/checks/checkFiles.h"
@@ -69,9 +70,28 @@ py::object numberOrNone(long long number) {
     return number > 0 ? py::object(py::int_(number)) : py::none();
 }
 
-/// File, line, column, severity, rule and text of each finding, as the command lists them.
-py::list findings(const std::vector<py::bytes>& files, const std::optional<std::string>& kind,
-                  const std::vector<std::string>& ignored) {
+/// Appends file, line, column, severity, rule and text of each finding, as the command lists them.
+/// @return the command's note; empty without one
+std::string check(const QStringList& names, const CheckOptions& options, py::list& found) {
+    const py::gil_scoped_release unlocked;
+    const Silence silence;
+    return noteOfPassedOver(checkFiles(names, options, [&found](const CheckedFile& file) {
+        const py::gil_scoped_acquire locked;
+        if (PyErr_CheckSignals() != 0) {
+            throw py::error_already_set();
+        }
+        for (const Finding& finding : listedFindings(file)) {
+            found.append(py::make_tuple(textOf(finding.file), numberOrNone(finding.line),
+                                        numberOrNone(finding.column), nameOf(finding.severity),
+                                        textOf(finding.rule), textOf(finding.text)));
+        }
+    }));
+}
+
+/// The findings in files, and the notes on them.
+std::pair<py::list, std::vector<py::str>> findings(const std::vector<py::bytes>& files,
+                                                   const std::optional<std::string>& kind,
+                                                   const std::vector<std::string>& ignored) {
     QStringList names;
     for (const py::bytes& file : files) {
         names.push_back(fileOf(file));
@@ -81,21 +101,9 @@ py::list findings(const std::vector<py::bytes>& files, const std::optional<std::
     for (const std::string& rule : ignored) {
         require(findRule(rule).has_value(), "there is no rule " + rfu::quoted(rule));
     }
-    py::list all;
-    const py::gil_scoped_release unlocked;
-    const Silence silence;
-    checkFiles(names, options, [&all](const CheckedFile& file) {
-        const py::gil_scoped_acquire locked;
-        if (PyErr_CheckSignals() != 0) {
-            throw py::error_already_set();
-        }
-        for (const Finding& finding : listedFindings(file)) {
-            all.append(py::make_tuple(textOf(finding.file), numberOrNone(finding.line),
-                                      numberOrNone(finding.column), nameOf(finding.severity),
-                                      textOf(finding.rule), textOf(finding.text)));
-        }
-    });
-    return all;
+    py::list found;
+    const std::string note = check(names, options, found);
+    return {found, note.empty() ? std::vector<py::str>() : std::vector{textOf(note)}};
 }
 
 /// Name, severity, kinds of files, explanation, example and mend of each rule.

@@ -5,6 +5,7 @@ import os
 from typing import Iterable, List, NamedTuple, Optional, Sequence, Tuple, Union
 
 from . import _core
+from ._errors import note
 
 Path = Union[str, "os.PathLike[str]"]
 
@@ -52,11 +53,14 @@ def check(path: Union[Path, Sequence[Path]], *, kind: Optional[str] = None, igno
     that belong to it. `kind` says what the files are, whatever their names: "asc", "hdr", "bil", "clr", "tab", "catalogue",
     "setups" or "recording". Findings of the rules in `ignore` are left out, as those that a file `.rfutils-check` beside the
     checked ones names; one that names no rule is an `InputError`. Of each rule 200 findings in a file are listed, with a note of
-    how many there are more. A file that cannot be read is a finding too. Nothing is written.
+    how many there are more. A `Note` names files in folders that end as those of a kind do and are none. A file that cannot be read
+    is a finding too. Nothing is written.
     """
     paths = [path] if isinstance(path, (str, bytes, os.PathLike)) else list(path)
     rules_left_out = [ignore] if isinstance(ignore, str) else list(ignore)
-    return [Finding(*found) for found in _core.findings([os.fsencode(one) for one in paths], kind, rules_left_out)]
+    found, notes = _core.findings([os.fsencode(one) for one in paths], kind, rules_left_out)
+    note(notes)
+    return [Finding(*finding) for finding in found]
 
 
 def rules() -> List[Rule]:

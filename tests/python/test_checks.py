@@ -62,7 +62,11 @@ class Checks(InSamples):
                 self.assert_as_command(own, self.file(name))
 
     def test_a_folder_stands_for_its_files(self):
-        own = rfutils.check(self.folder)
+        with self.assertWarns(rfutils.Note) as noted:
+            own = rfutils.check(self.folder)
+        self.assertEqual(str(noted.warning),
+                         "not checked, for nothing in them tells their kind: "
+                         + self.file("levels.csv") + ", " + self.file("utf16.csv"))
         self.assert_as_command(own, self.folder)
         self.assertNotIn(self.file("notes.txt"), [found.file for found in own])
 

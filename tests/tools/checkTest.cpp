@@ -103,6 +103,27 @@ TEST(Check, ShowsAFindingPerLine) {
         folder);
 }
 
+TEST(Check, NamesWhatItPassesOverInFolders) {
+    SampleFolder folder;
+    folder.add("map.asc", kGood);
+    folder.add("map.clr", kColors);
+    folder.add("mask.csv", "88,-30\n");
+    folder.add("NOTES.TXT", "");
+    const std::string note = "not checked, for nothing in them tells their kind: ";
+    expectCommands({shows("one", "check .", "").noting(note + "./mask.csv")}, folder);
+    folder.add("a.JSON", "");
+    folder.add("b.json", "[1]");
+    folder.add("c.csv.gz", "88,-30\n");
+    expectCommands(
+        {shows("many", "check .", "").noting(note + "./a.JSON, ./b.json, ./c.csv.gz and 1 more"),
+         shows("none that counts", "check . --ignore kind-unknown", "")},
+        folder);
+    folder.add(".rfutils-check", "kind-unknown *.json *.gz\n");
+    expectCommands(
+        {shows("but those of a list", "check . --format json", "[]\n").noting(note + "./mask.csv")},
+        folder);
+}
+
 TEST(Check, SaysHowManyMoreThereAre) {
     SampleFolder folder;
     std::string file;

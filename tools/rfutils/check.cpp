@@ -94,15 +94,19 @@ void runCheck(const CommandLine& line) {
     }
     const auto writer = line.isSet("diff") ? nullptr : format.writer();
     long long warnings = 0;
-    checkFiles(line.texts("FILE"), options, [&](const CheckedFile& file) {
-        if (writer) {
-            writer->add(file);
-        }
-        errors += file.findings.count(Severity::Error);
-        warnings += file.findings.count(Severity::Warning);
-    });
+    const QStringList passedOver =
+        checkFiles(line.texts("FILE"), options, [&](const CheckedFile& file) {
+            if (writer) {
+                writer->add(file);
+            }
+            errors += file.findings.count(Severity::Error);
+            warnings += file.findings.count(Severity::Warning);
+        });
     if (writer) {
         writer->finish();
+    }
+    if (!passedOver.isEmpty()) {
+        printNote(noteOfPassedOver(passedOver));
     }
     if (errors > 0 || (allowed && warnings > *allowed)) {
         throw Ended{kExitBadInput};
