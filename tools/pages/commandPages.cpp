@@ -164,11 +164,23 @@ void addReferences(ManualPage& page, const std::vector<Text>& references) {
     page.paragraph(text);
 }
 
+bool takesFiles(const Command& command) {
+    return std::any_of(command.arguments.begin(), command.arguments.end(),
+                       [](const Argument& argument) {
+                           return argument.completion.kind == Completion::Kind::Files;
+                       });
+}
+
 /// Examples as they are typed; those too wide for a page are broken between options.
-void addExamples(ManualPage& page, const std::vector<std::string>& examples) {
+void addExamples(ManualPage& page, const Command& command) {
     constexpr std::size_t kWidth = 68;
     page.section("Examples");
-    for (std::string_view example : examples) {
+    if (takesFiles(command)) {
+        page.paragraph(
+            {{"The files are samples: examples/data in the folder of the documentation "
+              "(/usr/share/doc/librfutils-doc of the package librfutils-doc on Debian)."}});
+    }
+    for (std::string_view example : command.examples) {
         std::vector<std::string> lines;
         while (example.size() > kWidth) {
             const std::size_t option = example.rfind(" --", kWidth);
@@ -231,7 +243,7 @@ std::string subcommandPage(const Command& command, const Edition& edition) {
     page.section("Exit status");
     page.paragraph(joined(
         {reference(kProgram, '1'), {{" lists them; 0 stands for success, 2 for wrong usage."}}}));
-    addExamples(page, command.examples);
+    addExamples(page, command);
     addReferences(page, {reference(kProgram, '1'), reference("rfutils-formats", '5')});
     return page.text();
 }

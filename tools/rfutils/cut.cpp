@@ -127,7 +127,7 @@ void runCut(const CommandLine& line) {
 
 // clang-format off
 constexpr Subcommand kCut = {
-    "cut", "A part of a recording, as a recording",
+    "cut", "Part of a recording, as a recording",
     "Writes a part of a recording, or several files as one, in the format of rtl_power.\n"
     "FILE holds sweeps as rfutils trace reads them, several files as one recording; - reads standard input.\n"
     "\n"

@@ -43,12 +43,18 @@ void appendChoices(std::string& text, const std::vector<std::string>& choices) {
     }
 }
 
-/// "INDEX VALUE...", "DEGREES [MINUTES [SECONDS]]"
+/// "--to UNIT [options] [VALUE...]", "[options] DEGREES [MINUTES [SECONDS]]"
 std::string syntaxOf(const Subcommand& subcommand) {
     std::string syntax;
+    for (const Option& option : subcommand.options) {
+        if (option.minCount > 0) {
+            syntax += std::string("--") + option.name + ' ' + option.valueName + ' ';
+        }
+    }
+    syntax += "[options]";
     std::string closing;
     for (const Argument& argument : subcommand.arguments) {
-        const bool optional = argument.minCount == 0 && argument.maxCount == 1;
+        const bool optional = argument.minCount == 0;
         syntax += std::string(" ") + (optional ? "[" : "") + argument.name;
         syntax += argument.maxCount > 1 ? "..." : "";
         closing += optional ? "]" : "";
@@ -128,8 +134,10 @@ std::string overview() {
 }
 
 std::string helpOf(const Subcommand& subcommand) {
-    std::string text = std::string("Usage: rfutils ") + subcommand.name + " [options]" +
-                       syntaxOf(subcommand) + "\n\n";
+    std::string text = "Usage: ";
+    appendWrapped(text, std::string("rfutils ") + subcommand.name + ' ' + syntaxOf(subcommand),
+                  text.size());
+    text += '\n';
     appendDescription(text, subcommand.description);
     if (subcommand.choices != nullptr) {
         appendChoices(text, subcommand.choices());
