@@ -60,6 +60,7 @@ failed() { # message, arguments
 failed '.*missing\.csv.*' "$work/missing.csv"
 failed '.*missing\.asc.*' "$samples/fm_band.csv" --map "$work/missing.asc"
 failed '.*missing\.csv.*' "$samples/fm_band.csv" --mask "$work/missing.csv"
+failed '.*missing\.json.*' "$samples/fm_band.csv" --catalogue "$work/missing.json"
 failed 'Cannot write .*/missing/picture\.png' "$samples/fm_band.csv" --screenshot "$work/missing/picture.png"
 
 LC_ALL=de_DE.UTF-8 picture german

@@ -193,6 +193,7 @@ ApplicationWindow {
                 MapPage { id: mapPage; commands: commands }
             }
             SettingsPanel {
+                id: settingsPanel
                 Layout.fillHeight: true
                 Layout.preferredWidth: implicitWidth
                 visible: window.showSettings
@@ -265,7 +266,7 @@ ApplicationWindow {
 
     // The picture that the command line asks for: of the whole recording, once all is drawn.
     readonly property bool readAll: measurement.recording.status !== RecordingSource.Loading
-        && mapPage.map.status !== RasterMap.Loading
+        && mapPage.map.status !== RasterMap.Loading && settingsPanel.instrument.status !== Catalogue.Loading
     Timer {
         interval: 500
         running: String(window.pictureFile) !== "" && window.readAll
@@ -276,7 +277,7 @@ ApplicationWindow {
         enabled: String(window.pictureFile) !== ""
         function onPictureSaved(error) {
             const failure = error || measurement.recording.errorString || mapPage.map.errorString
-                || spectrumPage.spectrum.errorString
+                || spectrumPage.spectrum.errorString || settingsPanel.instrument.errorString
             window.end(failure === "" ? 0 : 1, failure)
         }
     }

@@ -11,6 +11,7 @@ Rectangle {
     required property var page
     /// The instrument's catalogue; none if empty.
     property url instrumentFile
+    readonly property alias instrument: instrument
 
     objectName: "settings"
     color: Theme.panel
