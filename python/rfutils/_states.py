@@ -23,6 +23,7 @@ _STUDIES = {"trace": "points", "peaks": "peaks", "occupancy": "occupancy", "powe
 class State:
     """What is known of a recording, to go on from: the bytes that the command writes with `--state`.
 
+    >>> from rfutils import Recording
     >>> state = Recording("fm_band.csv").state("points")
     >>> state.of, state.sweeps, state.points()["maximum"].max()
     ('points', 240, -37.68)
@@ -118,6 +119,7 @@ class State:
                 center_hz: Optional[float] = None, gain: float = 0.0) -> Table:
         """See Recording.markers(); of a state of points, `rfutils merge --marker`.
 
+        >>> from rfutils import Recording
         >>> Recording("fm_band.csv").state("points").markers(98.3e6)["maximum"].item()
         -37.68
         """
