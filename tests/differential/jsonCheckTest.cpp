@@ -345,8 +345,8 @@ std::vector<Reading> readByPython(const std::vector<std::string>& documents, cha
         all += std::string(1, kind) + '\n' + std::to_string(document.size()) + '\n' + document;
     }
     const std::string answers = files.path("answers");
-    const std::string command = std::string(RFUTILS_PYTHON " " RFUTILS_JSON_READING " ") +
-                                files.write("documents", all) + " > " + answers;
+    const std::string command = "'" RFUTILS_PYTHON "' '" RFUTILS_JSON_READING "' '" +
+                                files.write("documents", all) + "' > '" + answers + "'";
     EXPECT_EQ(std::system(command.c_str()), 0);
     std::vector<Reading> readings;
     std::ifstream lines(answers);

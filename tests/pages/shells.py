@@ -51,14 +51,14 @@ compadd() {
   done
   local -a matches
   builtin compadd -O matches "$@"
-  print -rl -- $matches >>%s
+  print -rl -- $matches >>"$HOME/zsh.found"
   builtin compadd "$@"
 }
-finish() { comppostfuncs=(finish); print -r -- END >>%s }
+finish() { comppostfuncs=(finish); print -r -- END >>"$HOME/zsh.found" }
 comppostfuncs=(finish)
 zstyle ':completion:*' insert-tab false
 bindkey '^I' list-choices; bindkey '^U' kill-whole-line
-print -r -- READY >>%s
+print -r -- READY >>"$HOME/zsh.found"
 """
 
 
@@ -68,7 +68,7 @@ def zsh(share, lines, environment, folder):
     init = pathlib.Path(environment["HOME"]) / "zsh.init"
     found.write_text("")
     paths = " ".join(f"'{part}/zsh/site-functions'" for part in share)
-    init.write_text(ZSH % (paths, found, found, found))
+    init.write_text(ZSH % paths)
     child, terminal = pty.fork()
     if child == 0:
         os.chdir(folder)
@@ -89,7 +89,7 @@ def zsh(share, lines, environment, folder):
         raise TimeoutError(f"zsh answers nothing; so far: {found.read_text()}")
 
     try:
-        os.write(terminal, f"source '{init}'\n".encode())
+        os.write(terminal, b'source "$HOME/zsh.init"\n')
         wait("READY")
         answers = []
         for line in lines:
