@@ -183,7 +183,7 @@ void JsonCheck::reportRefusal() {
     QJsonDocument::fromJson(bytes_, &error);
     const auto& fault = places_.fault();
     const bool isTextFault = error.error == QJsonParseError::IllegalUTF8String;
-    const JsonPlace& document = places_.document();  // empty where nothing stands behind a mark
+    const JsonPlace& document = places_.document();  // empty behind a byte-order mark alone
     if (fault && !(isTextFault && error.offset <= fault->offset)) {
         report(kJsonSyntax, fault->offset, kRefused + fault->text);
     } else if (!fault && !opens(bytesAt(document).front())) {
@@ -224,7 +224,7 @@ void JsonCheck::reportQtFault(const QJsonParseError& error) {
             report(kJsonSyntax, offset - 1,
                    std::string(kRefused) + "more than 1024 lists and objects in one another");
             break;
-        default:  // what else Qt refuses the strict parser has found
+        default:  // the strict parser has found all else that Qt refuses
             findings_.add(kJsonSyntax.name, std::string(kRefused) +
                                                 "the instrument's own JSON reader wants otherwise");
     }

@@ -127,6 +127,7 @@ QStringList checkFiles(const QStringList& names, const CheckOptions& options,
         take(checked);
     }
     QStringList passedOver = list.passedOver();
+    passedOver.removeDuplicates();
     const auto isIgnored = [&](const QString& file) {
         return suppressions.rulesIn(file).count(kKindUnknown.name) > 0;
     };

@@ -3,7 +3,6 @@
 #include <pybind11/stl.h>
 
 #include <QtGlobal>
-#include <atomic>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -25,8 +24,7 @@ namespace {
 class Silence {
 public:
     Silence() {
-        static const QtMessageHandler before = qInstallMessageHandler(&log);
-        others() = before;
+        others();
         isSilent() = true;
     }
     ~Silence() { isSilent() = false; }
@@ -39,16 +37,15 @@ private:
         return silent;
     }
 
-    /// Who takes what is logged elsewhere.
-    static std::atomic<QtMessageHandler>& others() {
-        static std::atomic<QtMessageHandler> handler{nullptr};
-        return handler;
+    /// Takes what is logged on other threads; installs log() at the first call.
+    static QtMessageHandler others() {
+        static const QtMessageHandler before = qInstallMessageHandler(&log);
+        return before;
     }
 
     static void log(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-        const QtMessageHandler other = others();
-        if (!isSilent() && other != nullptr) {
-            other(type, context, text);
+        if (!isSilent()) {
+            others()(type, context, text);
         }
     }
 };

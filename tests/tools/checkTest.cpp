@@ -110,7 +110,9 @@ TEST(Check, NamesWhatItPassesOverInFolders) {
     folder.add("mask.csv", "88,-30\n");
     folder.add("NOTES.TXT", "");
     const std::string note = "not checked, for nothing in them tells their kind: ";
-    expectCommands({shows("one", "check .", "").noting(note + "./mask.csv")}, folder);
+    expectCommands({shows("one", "check .", "").noting(note + "./mask.csv"),
+                    shows("once", "check . .", "").noting(note + "./mask.csv")},
+                   folder);
     folder.add("a.JSON", "");
     folder.add("b.json", "[1]");
     folder.add("c.csv.gz", "88,-30\n");
