@@ -22,7 +22,7 @@ def answer(*arguments, status=0):
 
 
 def refusal(*arguments):
-    """The error of the command, without its name."""
+    """The error or note of the command, without its name."""
     run = subprocess.run([COMMAND, *map(str, arguments)], stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
     return run.stderr.decode().strip().removeprefix("rfutils: ")
 

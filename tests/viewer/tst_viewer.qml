@@ -44,13 +44,14 @@ TestCase {
         tryVerify(() => image !== null, 10000)
         return image
     }
-    /// The height of an item once its layout has come to rest.
+    /// The height of an item once its layout has come to rest: half a second, for a busy machine draws late.
     function settled(item) {
         let height = -1
+        let rests = 0
         tryVerify(() => {
-            const rests = item.height === height
+            rests = item.height === height ? rests + 1 : 0
             height = item.height
-            return rests
+            return rests === 10
         })
         return height
     }
