@@ -41,8 +41,8 @@ def command_names(program):
 # Manual pages
 
 def page_text(page):
-    run = subprocess.run(["man", "--warnings", "-E", "UTF-8", "-l", "-Tutf8", page], capture_output=True, text=True,
-                         check=True, env={**os.environ, "MANWIDTH": "80", "LC_ALL": "C.UTF-8", "MAN_KEEP_FORMATTING": ""})
+    run = subprocess.run(["man", "--warnings", "-E", "UTF-8", "-l", "-Tutf8", page], capture_output=True, check=True,
+                         encoding="utf-8", env={**os.environ, "MANWIDTH": "80", "LC_ALL": "C.UTF-8", "MAN_KEEP_FORMATTING": ""})
     expect(f"{page.name}: warnings", run.stderr, "")
     return re.sub(".\b", "", run.stdout)
 

@@ -514,12 +514,14 @@ TestCase {
         grab(inside)
         const heightOf = line => line[1] - line[0]
         const whole = heightOf(labelLines(inside)[1])
+        // Round digits reach up to a pixel beyond straight ones; half a label is much less.
+        const isWhole = line => Math.abs(heightOf(line) - whole) <= 1
         // The newest row is at the upper edge.
         const atTop = made({ height: 60 })
         atTop.view.topMargin = 0
         append(atTop, [-100])
         grab(atTop)
-        compare(labelLines(atTop).map(heightOf), [whole])
+        compare(labelLines(atTop).map(isWhole), [true])
         // Midnight is at y = 2, 23:59:45 at y = 62, and 23:59:30 with the date at y = 122.
         const atBottom = made({ height: 132, width: 200 })
         atBottom.view.topMargin = 0
@@ -528,7 +530,7 @@ TestCase {
         atBottom.view.rowHeight = 4
         recorded(atBottom)
         grab(atBottom)
-        compare(labelLines(atBottom).map(heightOf), Array(5).fill(whole))
+        compare(labelLines(atBottom).map(isWhole), Array(5).fill(true))
     }
 
     // Sixty sweeps, each a second after the one before.
