@@ -24,7 +24,7 @@ def read_by_package(file):
     return rfutils.Recording(file).levels
 
 
-READINGS = 3
+READINGS = 8
 
 read = {"ours": read_by_package, "csv": read_by_csv}[sys.argv[1]]
 for _ in range(READINGS):
