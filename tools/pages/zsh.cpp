@@ -44,7 +44,7 @@ std::string listed(const std::string& word) {
     return result;
 }
 
-/// What follows the colon of a specification for _arguments.
+/// What follows the colon of a spec of _arguments, as the manual of zsh calls it.
 std::string actionFor(const Completion& completion) {
     std::string action;
     switch (completion.kind) {
@@ -75,7 +75,7 @@ std::string messageOf(const std::string& name, const std::string& expected) {
 }
 
 /// Those of an option: one, or one for each of its names.
-std::vector<std::string> specificationsOf(const Option& option) {
+std::vector<std::string> specsOf(const Option& option) {
     const std::string help = "[" + escaped(shortHelp(option), "[]\\") + "]";
     const std::string value = option.isFlag() ? ""
                                               : ":" + messageOf(option.valueName, option.expected) +
@@ -92,33 +92,33 @@ std::vector<std::string> specificationsOf(const Option& option) {
             others + name + sign + help + value};
 }
 
-std::string specificationOf(const Argument& argument) {
+std::string specOf(const Argument& argument) {
     const std::string place = argument.isRepeated ? "*" : argument.isRequired ? "" : ":";
     return place + ":" + escaped(argument.name, ":") + ":" + actionFor(argument.completion);
 }
 
 /// Each on a line of its own, with a mark that it goes on.
-std::string lines(const std::vector<std::string>& specifications, const std::string& indent) {
+std::string lines(const std::vector<std::string>& specs, const std::string& indent) {
     std::string text;
-    for (const std::string& specification : specifications) {
-        text += " \\\n" + indent + shellQuoted(specification);
+    for (const std::string& spec : specs) {
+        text += " \\\n" + indent + shellQuoted(spec);
     }
     return text;
 }
 
-std::vector<std::string> specificationsOf(const std::vector<Option>& options) {
+std::vector<std::string> specsOf(const std::vector<Option>& options) {
     std::vector<std::string> all;
     for (const Option& option : options) {
-        const std::vector<std::string> some = specificationsOf(option);
+        const std::vector<std::string> some = specsOf(option);
         all.insert(all.end(), some.begin(), some.end());
     }
     return all;
 }
 
-std::vector<std::string> specificationsOf(const Command& command) {
-    std::vector<std::string> all = specificationsOf(command.options);
+std::vector<std::string> specsOf(const Command& command) {
+    std::vector<std::string> all = specsOf(command.options);
     for (const Argument& argument : command.arguments) {
-        all.push_back(specificationOf(argument));
+        all.push_back(specOf(argument));
     }
     return all;
 }
@@ -131,7 +131,7 @@ std::string zshOfCommand(const std::vector<Command>& commands) {
     for (const Command& command : commands) {
         names += "    " + shellQuoted(command.name + ":" + escaped(command.summary, ":")) + "\n";
         cases += "    " + command.name + ")\n      _arguments -S" +
-                 lines(specificationsOf(command), "        ") + " && ret=0\n      ;;\n";
+                 lines(specsOf(command), "        ") + " && ret=0\n      ;;\n";
     }
     std::string items = kItems;
     items.replace(items.find('@'), 1, kItemsOfCsv);
@@ -152,7 +152,7 @@ _rfutils() {
   local -A opt_args
 
   _arguments -C)" +
-           lines(specificationsOf(commonOptions()), "    ") + R"( \
+           lines(specsOf(commonOptions()), "    ") + R"( \
     ': :_rfutils_commands' \
     '*:: :->command' && ret=0
   [[ $state == command ]] || return ret
@@ -172,7 +172,7 @@ _rfutils "$@"
 }
 
 std::string zshOfViewer(const Command& viewer) {
-    std::vector<std::string> specifications = specificationsOf(viewer);
+    std::vector<std::string> specs = specsOf(viewer);
     return R"(#compdef rfutils-view
 # Made from the options of the program.
 
@@ -186,7 +186,7 @@ if ((dashes < CURRENT)); then
 fi
 
 _arguments)" +
-           lines(specifications, "  ") + "\n";
+           lines(specs, "  ") + "\n";
 }
 
 }  // namespace rfu::pages
